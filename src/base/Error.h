@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+
+#include <exception>
+
+namespace velmora {
+
+// A failure as an error report shows it: a number that users and scripts know, a sentence a person understands, and
+// the name of the part of the program that it came from.
+class Error : public std::exception {
+public:
+    Error(int number, QString description, QString source)
+        : number_(number), description_(std::move(description)), source_(std::move(source)),
+          bytes_(description_.toUtf8()) {}
+
+    int Number() const { return number_; }
+    const QString& Description() const { return description_; }
+    const QString& Source() const { return source_; }
+    const char* what() const noexcept override { return bytes_.constData(); }
+
+private:
+    int number_;
+    QString description_;
+    QString source_;
+    QByteArray bytes_;
+};
+
+// Failures outside the record engine, by the numbers that users of the program's family know.
+enum class ErrorNumber {
+    InvalidCall = 5,
+    TypeMismatch = 13,
+    FileNotFound = 53,
+    DiskFull = 61,
+    FileAccess = 75,
+    PathNotFound = 76,
+    Unavailable = 429,
+};
+
+inline Error ProgramError(ErrorNumber number, QString description) {
+    return Error(static_cast<int>(number), std::move(description), QStringLiteral("Velmora"));
+}
+
+// The error that is being handled, whatever its type; call it only inside a catch block.
+Error CurrentError();
+
+// Ends the program with an exit code once every frame on the stack has been left in order. Thrown by Process::End
+// of programs without an event loop; nothing but their main() catches it.
+struct ProgramEnd {
+    int exitCode = 0;
+};
+
+} // namespace velmora

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "base/Value.h"
+#include "engine/EngineError.h"
+#include "engine/Recordset.h"
+
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+
+#include <memory>
+#include <vector>
+
+namespace velmora::engine {
+
+namespace dialect {
+class Catalog;
+}
+
+enum class IdleOption {
+    FreeLocks,    // gives up read locks that are still held
+    RefreshCache, // forgets cached pages, schema and stored queries, so that the next read sees other users' changes
+};
+
+enum class Journal {
+    Rollback, // the default: safe for a file on a share
+    WriteAhead, // for a file that only one machine uses
+};
+
+struct OpenOptions {
+    // Tables and indexes that a sound file has; one that lacks any of them, or cannot read its first entry, is damaged.
+    QStringList expectedTables;
+    QStringList expectedIndexes;
+    Journal journal = Journal::Rollback;
+    // How long a statement waits for another user's lock before it fails with RecordLocked.
+    int busyMilliseconds = 5000;
+};
+
+struct NamedValue {
+    QString name;
+    Value value;
+};
+
+class Database;
+
+// A stored query, or a text given for one call, with its parameters. Owned by the caller; must not outlive its
+// database. Names ignore letter case.
+class QueryDef {
+public:
+    ~QueryDef();
+    QueryDef(QueryDef&&) noexcept;
+    QueryDef& operator=(QueryDef&&) noexcept;
+
+    // Throws UnknownItem when the query has no parameter of that name.
+    void SetParameter(QStringView name, const Value& value);
+    // The parameters that the text names, declared ones first; a name without a declaration has type Unknown.
+    struct ParameterDescription {
+        QString name;
+        FieldType type = FieldType::Unknown;
+        bool declared = false;
+    };
+    std::vector<ParameterDescription> Parameters() const;
+    // False for a query that reads rows, true for one that changes them.
+    bool IsAction() const;
+
+    // Throws MissingParameter naming every parameter that has no value yet.
+    std::unique_ptr<Recordset> OpenRecordset(RecordsetKind kind = RecordsetKind::Snapshot);
+    // Rows affected.
+    qint64 Execute();
+
+private:
+    friend class Database;
+    struct State;
+    explicit QueryDef(std::unique_ptr<State> state);
+    std::unique_ptr<State> state_;
+};
+
+// An open database file, shared with other users. One thread. Recordsets and queries must not outlive it.
+//
+// The SQL texts are in the program's own dialect. Every failure is an EngineError with the text at fault.
+class Database {
+public:
+    // Throws FileNotFound (never creates the file), Damaged, CannotOpen.
+    static std::unique_ptr<Database> Open(const QString& path, const OpenOptions& options = {});
+
+    virtual ~Database() = default;
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    // `source` is an SQL text, or the name of a table or stored query. A text with a missing parameter fails with
+    // MissingParameter. The set stands on its first record.
+    virtual std::unique_ptr<Recordset> OpenRecordset(QStringView source,
+                                                     RecordsetKind kind = RecordsetKind::Snapshot) = 0;
+    // Runs an action statement in a transaction of its own; returns the rows affected. Nothing is changed on failure.
+    virtual qint64 Execute(QStringView sql) = 0;
+
+    // The stored query of that name; throws UnknownTable without one.
+    virtual QueryDef OpenQueryDef(QStringView name) = 0;
+    // A query on a text of the caller's.
+    virtual QueryDef CreateQueryDef(const QString& sql) = 0;
+    virtual QStringList QueryNames() const = 0;
+
+    virtual void Idle(IdleOption option) = 0;
+
+    // Tables, columns and stored queries as they were when last read.
+    virtual const dialect::Catalog& Schema() const = 0;
+    virtual const QString& Path() const = 0;
+
+protected:
+    Database() = default;
+
+private:
+    friend class Transaction;
+    virtual void BeginTransaction() = 0;
+    virtual void CommitTransaction() = 0;
+    virtual void RollbackTransaction() noexcept = 0;
+};
+
+// Several changes as one: kept by Commit, undone when the guard goes without it. Takes the write lock at once, so it
+// must not live across a question to the user. Does not nest.
+class Transaction {
+public:
+    explicit Transaction(Database& database);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void Commit();
+
+private:
+    Database* database_;
+};
+
+} // namespace velmora::engine
