@@ -11,7 +11,7 @@ static void RegisterResources() {
     Q_INIT_RESOURCE(velmora_share);
 }
 
-namespace velmora::data {
+namespace velmora {
 
 QByteArray ReadResourceBytes(const QString& path) {
     RegisterResources();
@@ -31,4 +31,4 @@ QStringList ResourceNames(const QString& folder) {
     return QDir(QStringLiteral(":/velmora/") + folder).entryList(QDir::Files, QDir::Name);
 }
 
-} // namespace velmora::data
+} // namespace velmora

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace velmora::data {
+namespace velmora {
 
 // A text that is compiled into the program, by its path below share/ ("schema.sql"). Throws std::logic_error when there
 // is none of that path.
@@ -15,4 +15,4 @@ QByteArray ReadResourceBytes(const QString& path);
 // The names of the files in a folder below share/, in alphabetical order.
 QStringList ResourceNames(const QString& folder);
 
-} // namespace velmora::data
+} // namespace velmora

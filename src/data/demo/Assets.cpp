@@ -2,7 +2,7 @@
 
 #include "data/demo/WordFile.h"
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -337,4 +337,4 @@ void WriteAssets(const std::vector<Asset>& assets, Random random, RowSink& sink)
     WriteAreas(assets, random, sink);
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

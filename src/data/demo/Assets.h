@@ -11,7 +11,7 @@
 #include <array>
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 enum class AssetKind {
     ConferenceRoom,
@@ -54,4 +54,4 @@ bool IsPlace(AssetKind kind);
 // The rows of [Asset] and the link tables that say what an asset may be used for.
 void WriteAssets(const std::vector<Asset>& assets, Random random, RowSink& sink);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

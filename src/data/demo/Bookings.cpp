@@ -8,7 +8,7 @@
 
 #include <array>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -273,4 +273,4 @@ void WriteReservations(const Options& options, const Scale& scale, const std::ve
     DayByDay(options, scale, assets, staff, occupancies, random, writer).Run();
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

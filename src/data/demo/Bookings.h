@@ -9,11 +9,11 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // Writes all reservations of a site through `writer`: the occupancies given, and what people booked day by day until
 // the scale's number is reached.
 void WriteReservations(const Options& options, const Scale& scale, const std::vector<Asset>& assets, const Staff& staff,
                        const std::vector<Occupancy>& occupancies, Random random, ReservationWriter& writer);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -43,4 +43,4 @@ std::vector<DayPlan> PlanDays(const Options& options, const Scale& scale, const 
     return plan;
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 inline bool IsWorkingDay(Date day) {
     const int weekday = Weekday(day);
@@ -25,4 +25,4 @@ struct DayPlan {
 // first: those before the first day come on top, so that all together are exactly the scale's number of reservations.
 std::vector<DayPlan> PlanDays(const Options& options, const Scale& scale, const std::vector<DateTime>& fixed);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -8,7 +8,7 @@
 #include "data/demo/Persons.h"
 #include "data/demo/ReservationWriter.h"
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -49,4 +49,4 @@ void WriteDemoSite(const Options& options, RowSink& sink) {
     WriteNotes(options, writer.Noted(), staff, stream(NoteStream), sink);
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

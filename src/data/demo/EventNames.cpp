@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -50,4 +50,4 @@ const QString& EventNames::Next(int typeNumber, Random& random) const {
     return names[random.Below(static_cast<int>(names.size()))];
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

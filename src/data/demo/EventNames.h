@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // What people call their reservations, by event type.
 class EventNames {
@@ -26,4 +26,4 @@ private:
     std::vector<std::vector<QStringList>> types_;
 };
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

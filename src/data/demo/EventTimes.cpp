@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -100,4 +100,4 @@ EventTimes DrawTimes(Span span, Date day, Random& random) {
     return Meeting(day, random);
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

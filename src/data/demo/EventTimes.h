@@ -3,7 +3,7 @@
 #include "base/DateTime.h"
 #include "data/demo/Random.h"
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // How long events of a kind take.
 enum class Span {
@@ -28,4 +28,4 @@ struct EventTimes {
 // The times of one more event that starts on `day`.
 EventTimes DrawTimes(Span span, Date day, Random& random);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

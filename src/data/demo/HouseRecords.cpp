@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -77,4 +77,4 @@ void WritePrintAttributes(RowSink& sink) {
     }
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // The rows of [Asset/Organization] and [Asset/Person]: whose room it is, and who looks after it.
 void WriteOwners(const std::vector<Asset>& assets, const Staff& staff, Random random, RowSink& sink);
@@ -20,4 +20,4 @@ void WriteWorkOrders(const Options& options, const Scale& scale, const std::vect
 // The rows of [PrintAttributes].
 void WritePrintAttributes(RowSink& sink);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -144,4 +144,4 @@ void WriteStandardNotes(const Scale& scale, const std::vector<Asset>& assets, Ra
     WriteRequests(scale, standard, random, sink);
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

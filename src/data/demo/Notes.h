@@ -9,7 +9,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // The rows of [Note], one to three for each reservation.
 void WriteNotes(const Options& options, const std::vector<WrittenReservation>& reservations, const Staff& staff,
@@ -18,4 +18,4 @@ void WriteNotes(const Options& options, const std::vector<WrittenReservation>& r
 // The rows of [NoteCategory], [StandardNotes], [Event/StandardNote], [Asset/StandardNote] and [RequestNote].
 void WriteStandardNotes(const Scale& scale, const std::vector<Asset>& assets, Random random, RowSink& sink);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

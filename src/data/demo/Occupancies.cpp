@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <tuple>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -124,4 +124,4 @@ std::vector<Occupancy> PlanOccupancies(const Options& options, const Scale& scal
     return Planner(options, scale, assets, staff, random).Plan();
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

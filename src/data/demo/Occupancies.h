@@ -7,7 +7,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 enum class OccupancyKind { Office, Telephone, Vacant };
 
@@ -25,4 +25,4 @@ struct Occupancy {
 std::vector<Occupancy> PlanOccupancies(const Options& options, const Scale& scale, const std::vector<Asset>& assets,
                                        Staff& staff, Random random);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

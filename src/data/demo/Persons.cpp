@@ -4,7 +4,7 @@
 
 #include <QSet>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -219,4 +219,4 @@ void WritePersons(const std::vector<Person>& persons, const std::vector<Asset>& 
     }
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

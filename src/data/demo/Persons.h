@@ -10,7 +10,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 struct Person {
     QString lastName;
@@ -32,4 +32,4 @@ Staff MakeStaff(const Scale& scale, Random random);
 // The rows of [Person]. One person in twelve is assigned to another area or space type than that of their office.
 void WritePersons(const std::vector<Person>& persons, const std::vector<Asset>& assets, Random random, RowSink& sink);
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // A small generator of random numbers (PCG, 32 bits out of 64) whose results are the same with every library, so that a
 // seed makes the same demo site everywhere. Each subject draws from a stream of its own: a change of one leaves the
@@ -51,4 +51,4 @@ private:
     std::uint64_t increment_;
 };
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

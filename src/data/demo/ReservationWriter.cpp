@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 namespace {
 
@@ -124,4 +124,4 @@ QString ReservationWriter::GeneralDate(DateTime moment) {
     return text + timeTexts_[static_cast<size_t>(quarter)];
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

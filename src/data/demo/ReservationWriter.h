@@ -12,7 +12,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // A reservation as somebody made it.
 struct Booking {
@@ -89,4 +89,4 @@ private:
     std::vector<QString> timeTexts_; // by quarter hour
 };
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

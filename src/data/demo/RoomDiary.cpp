@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 bool RoomDiary::Take(int room, Date day, int startQuarter, DateTime end) {
     Room& state = rooms_[static_cast<size_t>(room)];
@@ -40,4 +40,4 @@ std::uint64_t RoomDiary::Bits(int startQuarter, int endQuarter) {
     return ones << first;
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

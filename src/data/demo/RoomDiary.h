@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // When each room is taken, so that no two reservations of one room meet. Asked day by day, never backwards: it knows
 // one day's times and, for what lasts longer, until when.
@@ -32,4 +32,4 @@ private:
     std::vector<Room> rooms_;
 };
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -7,7 +7,7 @@
 
 #include <span>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // Where the rows of a demo site go: a new database, or a test's own record.
 class RowSink {
@@ -18,4 +18,4 @@ public:
     virtual void Add(std::span<const Value> row) = 0;
 };
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

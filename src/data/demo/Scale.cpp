@@ -1,6 +1,6 @@
 #include "data/demo/Scale.h"
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 std::optional<Tier> TierByName(const QString& name) {
     if (name == QLatin1String("typical")) {
@@ -85,4 +85,4 @@ Scale ScaleOf(Tier tier) {
     return scale;
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

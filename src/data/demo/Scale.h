@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 enum class Tier { Typical, Large, Stress };
 
@@ -48,4 +48,4 @@ struct Options {
     std::uint64_t seed = 1;
 };
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

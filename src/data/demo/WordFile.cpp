@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 WordFile WordFile::Load(const QString& name) {
     return Parse(ReadResource(QStringLiteral("demo/") + name));
@@ -51,4 +51,4 @@ std::vector<QStringList> WordFile::Rows(const QString& section) const {
     return rows;
 }
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace velmora::data::demo {
+namespace velmora::demo {
 
 // A text file of word lists: "[section]" lines with the entries below them, one a line. Lines that begin with "#" and
 // empty lines say nothing; "\n" inside an entry is a line end.
@@ -28,4 +28,4 @@ private:
     QHash<QString, QStringList> sections_;
 };
 
-} // namespace velmora::data::demo
+} // namespace velmora::demo
