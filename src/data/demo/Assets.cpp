@@ -124,7 +124,8 @@ private:
         for (int n = 0; n < scale_.desks; ++n) {
             Asset& desk = Add(AssetKind::Desk, {}, Word("desks"));
             Place(desk, n, scale_.desks);
-            desk.name = QStringLiteral("B%1-D%2%3").arg(desk.building).arg(desk.floor).arg(desk.room, 2, 10, u'0');
+            desk.name =
+                QStringLiteral("B%1-D%2%3").arg(desk.building).arg(desk.floor).arg(desk.room, 2, 10, QLatin1Char('0'));
             desk.seats = 1;
         }
     }
@@ -176,22 +177,35 @@ struct Wiring {
     Value jack, port, stationType, switchInterface, extension;
 };
 
-Wiring WireUp(const Asset& asset, Random& random, const QStringList& stationTypes) {
+const char* StationTypes(AssetKind kind) {
+    switch (kind) {
+    case AssetKind::ConferenceRoom:
+    case AssetKind::TrainingRoom:
+    case AssetKind::MeetingRoom:
+        return "station types of meeting rooms";
+    case AssetKind::OtherRoom:
+        return "station types elsewhere";
+    default:
+        return "station types of offices";
+    }
+}
+
+Wiring WireUp(const Asset& asset, Random& random, const WordFile& words) {
     Wiring wiring;
     if (asset.kind == AssetKind::Equipment || asset.kind == AssetKind::Unused || random.Percent(8)) {
         return wiring;
     }
-    const int port = 1 + asset.room % 48;
+    const int port = 1 + asset.id % 48;
     if (!random.Percent(6)) {
         wiring.jack = QStringLiteral("%1-%2-%3%4")
                           .arg(asset.building)
                           .arg(asset.floor)
-                          .arg(asset.room, 3, 10, u'0')
+                          .arg(asset.id % 1000, 3, 10, QLatin1Char('0'))
                           .arg(QChar(u'A' + random.Below(2)));
     }
-    wiring.port = QStringLiteral("%1/%2").arg(asset.floor).arg(port, 2, 10, u'0');
+    wiring.port = QStringLiteral("%1/%2").arg(asset.floor).arg(port, 2, 10, QLatin1Char('0'));
     if (!random.Percent(15)) {
-        wiring.stationType = random.Pick(stationTypes);
+        wiring.stationType = random.Pick(words.Entries(QLatin1String(StationTypes(asset.kind))));
     }
     if (!random.Percent(25)) {
         wiring.switchInterface = QStringLiteral("SW%1-%2/%3").arg(asset.building).arg(asset.floor).arg(port);
@@ -207,7 +221,6 @@ Wiring WireUp(const Asset& asset, Random& random, const QStringList& stationType
 
 void WriteAssetTable(const std::vector<Asset>& assets, Random& random, RowSink& sink) {
     const WordFile words = WordFile::Load(QStringLiteral("rooms.txt"));
-    const QStringList& stationTypes = words.Entries(QStringLiteral("station types"));
     sink.BeginTable(QStringLiteral("Asset"),
                     {QStringLiteral("AssetID"), QStringLiteral("Name"), QStringLiteral("Description"),
                      QStringLiteral("Location"), QStringLiteral("LocationLvl"), QStringLiteral("LocationX"),
@@ -219,7 +232,7 @@ void WriteAssetTable(const std::vector<Asset>& assets, Random& random, RowSink& 
         if (asset.kind == AssetKind::Gone) {
             continue;
         }
-        const Wiring wiring = WireUp(asset, random, stationTypes);
+        const Wiring wiring = WireUp(asset, random, words);
         Value location(IsPlace(asset.kind));
         if (!locationMissing && asset.kind == AssetKind::OtherRoom) {
             // Nobody ever said whether this one is a location.
@@ -233,7 +246,8 @@ void WriteAssetTable(const std::vector<Asset>& assets, Random& random, RowSink& 
                              location,
                              placed ? Value(asset.floor) : Value(),
                              placed ? Value(20 + asset.room % 24 * 35) : Value(),
-                             placed ? Value(15 + asset.room / 24 * 60) : Value(),
+                             placed ? Value(15 + (asset.room / 24 * 4 + static_cast<int>(asset.kind) % 4) * 45)
+                                    : Value(),
                              wiring.jack,
                              wiring.port,
                              wiring.stationType,

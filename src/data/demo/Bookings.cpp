@@ -137,7 +137,7 @@ private:
             break;
         case OccupancyKind::Vacant:
             booking.eventType = QStringLiteral("UNUSED");
-            booking.name = names_.Next(names_.TypeNumber(booking.eventType), random_);
+            booking.name = names_.Next(names_.TypeNumber(booking.eventType), DateOf(booking.start), random_);
             break;
         }
         if (occupancy.person != nullptr) {
@@ -172,7 +172,7 @@ private:
         booking.start = StartOfDay(day);
         booking.end = times.end;
         booking.eventType = kind == AssetKind::Desk ? QStringLiteral("UNUSED") : QStringLiteral("UNAVAILABLE");
-        booking.name = names_.Next(names_.TypeNumber(booking.eventType), random_);
+        booking.name = names_.Next(names_.TypeNumber(booking.eventType), DateOf(booking.start), random_);
         booking.organization = QStringLiteral("Facilities");
         writer_.Write(booking);
         return 1;
@@ -216,7 +216,7 @@ private:
         booking.start = StartOfDay(day) + std::chrono::minutes(15 * times.startQuarter);
         booking.end = times.end;
         booking.eventType = event.type;
-        booking.name = names_.Next(event.names, random_);
+        booking.name = names_.Next(event.names, day, random_);
         booking.person = &DrawPerson();
         booking.organization =
             random_.Percent(event.rule->guestPercent) ? random_.Pick(guests_) : booking.person->organization;

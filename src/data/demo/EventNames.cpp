@@ -8,10 +8,12 @@ namespace velmora::demo {
 
 namespace {
 
-// Puts every word of a "{section}" into its place, one section after the other.
+constexpr QLatin1String Month("{month}");
+
+// Puts every word of a "{section}" into its place, one section after the other. The month stays open.
 QStringList Expand(const QString& pattern, const WordFile& subjects) {
     const qsizetype open = pattern.indexOf(u'{');
-    if (open < 0) {
+    if (open < 0 || pattern.contains(Month)) {
         return {pattern};
     }
     const qsizetype close = pattern.indexOf(u'}', open);
@@ -27,6 +29,7 @@ QStringList Expand(const QString& pattern, const WordFile& subjects) {
 EventNames::EventNames() {
     const WordFile events = WordFile::Load(QStringLiteral("events.txt"));
     const WordFile subjects = WordFile::Load(QStringLiteral("subjects.txt"));
+    months_ = subjects.Entries(QStringLiteral("month"));
     for (const QString& type : events.Sections()) {
         numbers_.insert(type, static_cast<int>(types_.size()));
         std::vector<QStringList>& patterns = types_.emplace_back();
@@ -44,10 +47,14 @@ int EventNames::TypeNumber(const QString& eventType) const {
     return *found;
 }
 
-const QString& EventNames::Next(int typeNumber, Random& random) const {
+QString EventNames::Next(int typeNumber, Date day, Random& random) const {
     const std::vector<QStringList>& patterns = types_[static_cast<size_t>(typeNumber)];
     const QStringList& names = patterns[static_cast<size_t>(random.Below(static_cast<int>(patterns.size())))];
-    return names[random.Below(static_cast<int>(names.size()))];
+    const QString& name = names[random.Below(static_cast<int>(names.size()))];
+    if (!name.endsWith(Month)) {
+        return name;
+    }
+    return name.chopped(Month.size()) + months_[Fields(StartOfDay(day)).month - 1];
 }
 
 } // namespace velmora::demo

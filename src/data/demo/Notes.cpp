@@ -29,12 +29,12 @@ public:
         const bool done = reservation.start < today_ && random_.Below(3) < 2;
         const bool confirm = random_.Percent(25);
         const bool costs = note[0] == QLatin1String("Catering") && random_.Percent(50);
-        const DateTime doneAt = reservation.start - minutes(15 * random_.Between(1, 40));
+        const DateTime doneAt = DoneAt(reservation.start);
         const Value row[] = {Value(reservation.id),
                              Value(note[1]),
                              Value(note[0]),
                              Value(Filled(note[2])),
-                             costs ? Value(random_.Between(10, 600) * 0.5) : Value(),
+                             costs ? Value(random_.Between(12, 240) * 0.5) : Value(),
                              Value(confirm),
                              Value(done),
                              done ? Value(doneAt) : Value(),
@@ -43,11 +43,20 @@ public:
     }
 
 private:
+    // Shortly before the start; for an early one on the afternoon before.
+    DateTime DoneAt(DateTime start) {
+        if (Fields(start).hour >= 9) {
+            return start - minutes(random_.Between(6, 90));
+        }
+        return StartOfDay(DateOf(start)) - days(1) + minutes(14 * 60 + random_.Below(180));
+    }
+
     QString Filled(QString text) {
         if (!text.contains(u'{')) {
             return text;
         }
-        const QString hour = QStringLiteral("%1:%2").arg(8 + random_.Below(11)).arg(random_.Below(4) * 15, 2, 10, u'0');
+        const QString hour =
+            QStringLiteral("%1:%2").arg(8 + random_.Below(11)).arg(random_.Below(4) * 15, 2, 10, QLatin1Char('0'));
         text.replace(QLatin1String("{hour}"), hour);
         text.replace(QLatin1String("{count}"), QString::number(4 + random_.Below(32)));
         text.replace(QLatin1String("{person}"), random_.Pick(staff_.persons).firstName);

@@ -137,7 +137,7 @@ public:
             Storage(),
             hasSecretary ? Value(secretary.lastName) : Value(),
             hasSecretary ? Value(secretary.firstName) : Value(),
-            Value(QStringLiteral("K-%1").arg(number + 1, 5, 10, u'0')),
+            Value(QStringLiteral("K-%1").arg(number + 1, 5, 10, QLatin1Char('0'))),
             Value(QString::number(4100 + random_.Below(24) * 10)),
             park ? Value(QStringLiteral("P%1-%2").arg(1 + random_.Below(3)).arg(1 + random_.Below(240))) : Value()};
         sink_.Add(row);

@@ -36,7 +36,7 @@ public:
 
     template <typename List>
     const auto& Pick(const List& list) {
-        return list[Below(static_cast<int>(list.size()))];
+        return list[static_cast<decltype(list.size())>(Below(static_cast<int>(list.size())))];
     }
 
     template <typename T>

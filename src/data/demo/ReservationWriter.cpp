@@ -54,6 +54,9 @@ int ReservationWriter::Write(const Booking& booking) {
     BeCareless(booking);
     sink_.Add(row_);
 
+    if (booking.person == nullptr || booking.link > 0) {
+        return id_;
+    }
     const auto distance = booking.start > today_ ? booking.start - today_ : today_ - booking.start;
     if (random_.Percent(distance <= NearDays ? NearNotePercent : NotePercent)) {
         noted_.push_back({id_, booking.start});
