@@ -25,8 +25,8 @@ void DialogDelivery::SaveFile(const QByteArray& text, ReportFileKind kind) {
 
 void DialogDelivery::SaveReportFile(const QByteArray& text, const QString& filter) {
     services_.eventLoop.SetPointer(Pointer::Default);
-    const auto answer = services_.dialogs.AskSaveFile(
-        {Translate(QStringLiteral("Save File As")), filter, NativePath(DataDirectory())});
+    const auto answer =
+        services_.dialogs.AskSaveFile({Translate(QStringLiteral("Save File As")), filter, NativePath(DataDirectory())});
     // A file without a name would be one named by its extension alone.
     if (!answer || answer->name.isEmpty()) {
         return;

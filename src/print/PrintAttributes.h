@@ -6,10 +6,6 @@
 #include <functional>
 #include <vector>
 
-namespace velmora::engine {
-class Database;
-}
-
 namespace velmora::print {
 
 // Style bits of a label and value line on pages; they combine.
@@ -23,9 +19,6 @@ struct PrintAttribute {
 
 // Reads the rows in table order; may throw.
 using AttributeSource = std::function<std::vector<PrintAttribute>()>;
-
-// The rows of the table "PrintAttributes". A missing caption is the empty one; bits beyond 16 are cut.
-std::vector<PrintAttribute> ReadPrintAttributes(engine::Database& database);
 
 // Styles by caption.
 class AttributeTable {

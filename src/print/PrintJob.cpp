@@ -18,8 +18,7 @@ qint16 TabStop(double position) {
 
 } // namespace
 
-PrintJob::PrintJob(PrintServices services)
-    : services_(std::move(services)), writer_(std::make_unique<NullWriter>()) {}
+PrintJob::PrintJob(PrintServices services) : services_(std::move(services)), writer_(std::make_unique<NullWriter>()) {}
 
 void PrintJob::SetOutputTarget(qint16 target) {
     const bool known = target >= 1 && target <= 4;

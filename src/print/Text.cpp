@@ -2,18 +2,28 @@
 
 namespace velmora::print {
 
+namespace {
+
+void AppendView(QByteArray& out, QUtf8StringView text) {
+    if (text.isValidUtf8()) {
+        out.append(reinterpret_cast<const char*>(text.data()), text.size());
+    } else {
+        out.append(text.toString().toUtf8());
+    }
+}
+
+void AppendView(QByteArray& out, QStringView text) {
+    out.append(text.toUtf8());
+}
+
+void AppendView(QByteArray& out, QLatin1StringView text) {
+    out.append(QString(text).toUtf8());
+}
+
+} // namespace
+
 void AppendUtf8(QByteArray& out, Text text) {
-    text.visit([&out](auto view) {
-        if constexpr (std::is_same_v<decltype(view), QUtf8StringView>) {
-            if (view.isValidUtf8()) {
-                out.append(reinterpret_cast<const char*>(view.data()), view.size());
-            } else {
-                out.append(view.toString().toUtf8());
-            }
-        } else {
-            out.append(view.toUtf8());
-        }
-    });
+    text.visit([&out](auto view) { AppendView(out, view); });
 }
 
 void AppendEscaped(QByteArray& out, Text text) {
