@@ -8,28 +8,21 @@ using namespace Qt::StringLiterals;
 using std::chrono::days;
 
 DailyMode DailyMode::Decode(qint16 reportDayMode) {
-    switch (reportDayMode) {
-    case 0:
-        return {DailyVariant::Starts, DayChoice::NextWorkingDay};
-    case 1:
-        return {DailyVariant::Ends, DayChoice::NextWorkingDay};
-    case 2:
-        return {DailyVariant::Starts, DayChoice::CurrentDay};
-    case 3:
-        return {DailyVariant::Ends, DayChoice::CurrentDay};
-    case 4:
-        return {DailyVariant::Starts, DayChoice::OtherDay};
-    case 5:
-        return {DailyVariant::Ends, DayChoice::OtherDay};
-    case 8:
-        return {DailyVariant::Combined, DayChoice::NextWorkingDay};
-    case 10:
-        return {DailyVariant::Combined, DayChoice::CurrentDay};
-    case 12:
-        return {DailyVariant::Combined, DayChoice::OtherDay};
-    default:
-        throw ProgramError(ErrorNumber::InvalidCall, u"There is no daily report of the kind %1"_s.arg(reportDayMode));
+    for (const DailyVariant variant : {DailyVariant::Starts, DailyVariant::Ends, DailyVariant::Combined}) {
+        for (const DayChoice day : {DayChoice::NextWorkingDay, DayChoice::CurrentDay, DayChoice::OtherDay}) {
+            const DailyMode mode{variant, day};
+            if (mode.Code() == reportDayMode) {
+                return mode;
+            }
+        }
     }
+    throw ProgramError(ErrorNumber::InvalidCall, u"There is no daily report of the kind %1"_s.arg(reportDayMode));
+}
+
+qint16 DailyMode::Code() const {
+    constexpr int combined = 8;
+    const int kind = variant == DailyVariant::Combined ? combined : static_cast<int>(variant);
+    return static_cast<qint16>(kind + 2 * static_cast<int>(day));
 }
 
 QString DailyMode::Title() const {

@@ -17,6 +17,8 @@ struct DailyMode {
 
     // Throws Error for a number that no button sets.
     static DailyMode Decode(qint16 reportDayMode);
+    // The ReportDayMode that stands for it.
+    qint16 Code() const;
     // English.
     QString Title() const;
     // The stored query whose rows are reported.
