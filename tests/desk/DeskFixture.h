@@ -31,8 +31,8 @@ inline void MakeTestSite(const QString& path) {
         sqlite3_free(message);
     };
     const QString share = QStringLiteral(VELMORA_SHARE);
-    run(FileBytes(share + u"/schema.sql"_s));
-    run("BEGIN;" + FileBytes(QStringLiteral(VELMORA_TEST_DATA "/desk/site.sql")));
+    run("PRAGMA synchronous = OFF; BEGIN;" + FileBytes(share + u"/schema.sql"_s));
+    run(FileBytes(QStringLiteral(VELMORA_TEST_DATA "/desk/site.sql")));
     const QDir queries(share + u"/queries"_s);
     for (const QString& name : queries.entryList({u"*.sql"_s})) {
         QByteArray text = FileBytes(queries.filePath(name));
