@@ -2,8 +2,6 @@
 
 #include "base/Translate.h"
 
-#include <QProcessEnvironment>
-
 namespace velmora {
 namespace {
 
@@ -67,7 +65,13 @@ std::vector<ReportCase> ReportCases() {
         {"ends-other.txt", 5, otherDay(8, 1)},
         {"combined-next.txt", 8, Everything},
         {"combined-next-one-page.htm", 8, onePage},
-        {"combined-current-excludes.txt", 10, excludes},
+        {"combined-next-done.txt", 8,
+         [](DeskState& state) {
+             state.chkBrief = true;
+             state.chkCompletedMoves = true;
+             state.chkCompletedPhones = true;
+         }},
+        {"combined-current.txt", 10, [](DeskState& state) { state.chkBrief = true; }},
         {"combined-other-none.txt", 12, otherDay(20, 2)},
     };
 }

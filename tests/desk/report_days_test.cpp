@@ -35,8 +35,8 @@ TEST(DailyModeTest, EveryCodeNamesAQueryAndATitle) {
         EXPECT_EQ(mode.Title().toStdString(), c.title) << c.code;
         EXPECT_EQ(mode.Code(), c.code);
     }
-    for (const qint16 unknown : {6, 7, 9, 11, 14, -1}) {
-        EXPECT_THROW(DailyMode::Decode(unknown), Error) << unknown;
+    for (const int unknown : {6, 7, 9, 11, 14, -1}) {
+        EXPECT_THROW(DailyMode::Decode(static_cast<qint16>(unknown)), Error) << unknown;
     }
 }
 
