@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -23,17 +24,25 @@ enum class IdleOption {
 };
 
 enum class Journal {
-    Rollback, // the default: safe for a file on a share
+    Rollback,   // the default: safe for a file on a share
     WriteAhead, // for a file that only one machine uses
+};
+
+enum class Durability {
+    Full, // the default: a change that was told to be done survives a power failure
+    Fast, // leaves the writing to the system: for making a file that can be made again
 };
 
 struct OpenOptions {
     // Tables and indexes that a sound file has; one that lacks any of them, or cannot read its first entry, is damaged.
-    QStringList expectedTables;
-    QStringList expectedIndexes;
+    QStringList expectedTables{};
+    QStringList expectedIndexes{};
     Journal journal = Journal::Rollback;
+    Durability durability = Durability::Full;
     // How long a statement waits for another user's lock before it fails with RecordLocked.
     int busyMilliseconds = 5000;
+    // What Date() and Now() in a text mean; without one the system's wall clock.
+    std::function<DateTime()> now{};
 };
 
 struct NamedValue {
@@ -68,11 +77,22 @@ public:
     // Rows affected.
     qint64 Execute();
 
+    // What a backend implements; QueryDef hands every call on to it.
+    class Implementation;
+    explicit QueryDef(std::unique_ptr<Implementation> implementation);
+
 private:
-    friend class Database;
-    struct State;
-    explicit QueryDef(std::unique_ptr<State> state);
-    std::unique_ptr<State> state_;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+class QueryDef::Implementation {
+public:
+    virtual ~Implementation() = default;
+    virtual void SetParameter(QStringView name, const Value& value) = 0;
+    virtual std::vector<ParameterDescription> Parameters() const = 0;
+    virtual bool IsAction() const = 0;
+    virtual std::unique_ptr<Recordset> OpenRecordset(RecordsetKind kind) = 0;
+    virtual qint64 Execute() = 0;
 };
 
 // An open database file, shared with other users. One thread. Recordsets and queries must not outlive it.
