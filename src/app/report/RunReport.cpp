@@ -4,6 +4,8 @@
 #include "app/report/OutputDelivery.h"
 #include "base/Program.h"
 #include "data/Configuration.h"
+#include "data/NativePath.h"
+#include "data/SiteSchema.h"
 #include "desk/DailyReport.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
@@ -44,7 +46,7 @@ class ConsoleProgram {
 public:
     ConsoleProgram(const Command& command, const QString& executablePath)
         : locale_(command.locale.value_or(LocaleText(QLocale::system()))), clock_(MakeClock(command)),
-          log_(LogFile::DefaultPath(), *clock_), printers_(locale_.Locale()),
+          log_(LogFile::DefaultPath(), systemClock_), printers_(locale_.Locale()),
           settings_(storedSettings_, command.leaderStyle),
           program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_,
                     log_, executablePath, command.startupArgument, locale_},
@@ -56,6 +58,8 @@ public:
 private:
     LocaleText locale_;
     std::unique_ptr<Clock> clock_;
+    // The log keeps the true time, whatever clock the report is given.
+    SystemClock systemClock_;
     LogFile log_;
     ConsoleDialogs dialogs_{stderr};
     ErrorReport errors_{dialogs_, log_};
@@ -71,6 +75,21 @@ private:
     ProgramInstaller installer_;
 };
 
+// Nobody is there to be asked whether a damaged file should be repaired: the reason and the way out are told.
+void OpenDatabase(Program& program) {
+    try {
+        program.Part<SharedDatabase>().database = OpenSite(NativePath(DatabasePath()));
+    } catch (const engine::EngineError& error) {
+        if (error.Kind() == engine::EngineErrorNumber::Damaged) {
+            program.services().dialogs.ShowMessage(
+                {u"The database is damaged. Repair it with: velmora-db repair "_s + NativePath(DataDirectory()),
+                 program.Title(), Buttons::Ok, Icon::Critical});
+        }
+        ReportError(error, {QString::number(error.Number()), {}, {}});
+        program.services().process.End(failed);
+    }
+}
+
 int PrintReport(const Command& command, Program& program) {
     if (!command.dataDirectory.isEmpty()) {
         Settings().DataDirectory = command.dataDirectory;
@@ -80,7 +99,7 @@ int PrintReport(const Command& command, Program& program) {
         return stopped;
     }
     LoadTranslations();
-    OpenSharedDatabase();
+    OpenDatabase(program);
     engine::Database& database = OpenedDatabase();
     OutputDelivery delivery(command.output);
     print::PrintJob job({program.services(), delivery, [&] { return print::ReadPrintAttributes(database); }});
