@@ -31,7 +31,7 @@ struct CorpusCase {
 
 inline constexpr std::array corpusFiles = {"select.txt",      "joins.txt",   "conditions.txt",
                                            "expressions.txt", "groups.txt",  "action.txt",
-                                           "queries.txt",     "callers.txt", "errors.txt"};
+                                           "queries.txt",     "reports.txt", "callers.txt", "errors.txt"};
 
 std::vector<CorpusCase> ReadCorpus(const QString& file);
 // What a run gave, in the form of CorpusCase::expected.
