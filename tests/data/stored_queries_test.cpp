@@ -96,7 +96,7 @@ const std::vector<QueryCase>& QueryCases() {
         {"QReport2",
          u"SELECT a.Name, CASE WHEN a.Location IS NOT NULL THEN a.Location <> 0 END, r.Start, r.\"End\", "
          u"r.Permanent <> 0, r.EventType, r.LastName, r.FirstName, r.Organization FROM Asset a LEFT JOIN Reservation r "
-         u"ON +r.Asset = a.AssetID AND r.\"End\" > :s AND r.Start < :e ORDER BY a.Name, r.Start, r.ID, a.AssetID"_s,
+         u"ON r.Asset = a.AssetID AND r.\"End\" > :s AND r.Start < :e ORDER BY a.Name, r.Start, r.ID, a.AssetID"_s,
          "Name Location Start End Permanent EventType LastName FirstName Organization"},
         {"RangePerson",
          u"SELECT p.LastName, p.FirstName, (SELECT Name FROM Asset WHERE AssetID = r.Asset), Phone, Extension, "
