@@ -7,6 +7,8 @@
 #include "engine/Repair.h"
 #include "ops/ErrorReport.h"
 
+#include <cstdlib>
+
 namespace velmora {
 
 namespace {
@@ -19,6 +21,8 @@ using engine::EngineErrorNumber;
     const Services& services = CurrentProgram().services();
     services.windows.UnloadStartup();
     services.process.End(1);
+    // Never reached; the compiler does not take a virtual function's word for it.
+    std::abort();
 }
 
 void Tell(const QString& text) {
