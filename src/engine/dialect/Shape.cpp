@@ -26,25 +26,16 @@ public:
 
     // False for a text that only the compiler can judge.
     bool Run() {
-        while (at_ < text_.size()) {
-            const char16_t c = text_[at_].unicode();
-            switch (ClassOf(c)) {
-            case CharClass::Word:
-                CopyWord();
-                break;
-            case CharClass::Other:
-            case CharClass::Blank:
-                Copy(c);
-                break;
-            case CharClass::Digit:
-                if (!Replace(ScanNumber(text_, at_))) {
-                    return false;
-                }
-                break;
+        while (CopyPlain()) {
+            switch (ClassOf(text_[at_].unicode())) {
             case CharClass::Dot:
                 if (!PointStartsNumber(text_, at_)) {
-                    Copy(c);
-                } else if (!Replace(ScanNumber(text_, at_))) {
+                    Copy(u'.');
+                    break;
+                }
+                [[fallthrough]];
+            case CharClass::Digit:
+                if (!Replace(ScanNumber(text_, at_))) {
                     return false;
                 }
                 break;
@@ -63,7 +54,7 @@ public:
                     return false;
                 }
                 break;
-            case CharClass::Control:
+            default:
                 return false;
             }
         }
@@ -77,10 +68,23 @@ private:
         out_[size_++] = c;
         ++at_;
     }
-    void CopyWord() {
-        do {
-            Copy(text_[at_].unicode());
-        } while (at_ < text_.size() && IsWordPart(text_[at_].unicode()));
+    // Copies all up to the next character that may begin a literal or a bracket; false at the end of the text.
+    bool CopyPlain() {
+        const char16_t* const begin = text_.utf16();
+        const char16_t* const end = begin + text_.size();
+        const char16_t* from = begin + at_;
+        char16_t* to = out_ + size_;
+        for (; from < end; *to++ = *from++) {
+            const CharClass kind = ClassOf(*from);
+            const bool plain = kind == CharClass::Word || kind == CharClass::Blank || kind == CharClass::Other;
+            // A digit behind a letter goes on with the name.
+            if (!plain && !(kind == CharClass::Digit && from > begin && IsWordPart(from[-1]))) {
+                break;
+            }
+        }
+        at_ = from - begin;
+        size_ = to - out_;
+        return from < end;
     }
     bool CopyBracket() {
         while (at_ < text_.size()) {
