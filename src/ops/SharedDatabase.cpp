@@ -7,8 +7,6 @@
 #include "engine/Repair.h"
 #include "ops/ErrorReport.h"
 
-#include <cstdlib>
-
 namespace velmora {
 
 namespace {
@@ -18,11 +16,8 @@ using engine::EngineErrorNumber;
 
 // Ends the process without the orderly exit: nothing was opened yet but the start-up window.
 [[noreturn]] void EndAtStart() {
-    const Services& services = CurrentProgram().services();
-    services.windows.UnloadStartup();
-    services.process.End(1);
-    // Never reached; the compiler does not take a virtual function's word for it.
-    std::abort();
+    CurrentProgram().services().windows.UnloadStartup();
+    CurrentProgram().services().process.End(1);
 }
 
 void Tell(const QString& text) {
