@@ -7,22 +7,24 @@
 namespace velmora {
 
 // A failure as an error report shows it: a number that users and scripts know, a sentence a person understands, and
-// the name of the part of the program that it came from.
+// the name of the part of the program that it came from. `detail` is what only the log keeps, such as an SQL text.
 class Error : public std::exception {
 public:
-    Error(int number, QString description, QString source)
+    Error(int number, QString description, QString source, QString detail = {})
         : number_(number), description_(std::move(description)), source_(std::move(source)),
-          bytes_(description_.toUtf8()) {}
+          detail_(std::move(detail)), bytes_(description_.toUtf8()) {}
 
     int Number() const { return number_; }
     const QString& Description() const { return description_; }
     const QString& Source() const { return source_; }
+    const QString& Detail() const { return detail_; }
     const char* what() const noexcept override { return bytes_.constData(); }
 
 private:
     int number_;
     QString description_;
     QString source_;
+    QString detail_;
     QByteArray bytes_;
 };
 

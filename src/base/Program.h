@@ -5,6 +5,7 @@
 #include "base/services/Dialogs.h"
 #include "base/services/ErrorReporter.h"
 #include "base/services/EventLoop.h"
+#include "base/services/Log.h"
 #include "base/services/Mail.h"
 #include "base/services/OpenWindows.h"
 #include "base/services/Printers.h"
@@ -31,6 +32,7 @@ struct Services {
     OpenWindows& windows;
     Process& process;
     UserSettings& userSettings;
+    Log& log;
     // The program's place in the file system, native form: the executable with its folder.
     QString executablePath;
     // What follows the program's name on its command line, as given.

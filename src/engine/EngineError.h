@@ -36,15 +36,12 @@ enum class EngineErrorNumber {
 class EngineError : public Error {
 public:
     EngineError(EngineErrorNumber number, QString description, QString sql = {})
-        : Error(static_cast<int>(number), std::move(description), QStringLiteral("Velmora Database Engine")),
-          sql_(std::move(sql)) {}
+        : Error(static_cast<int>(number), std::move(description), QStringLiteral("Velmora Database Engine"),
+                std::move(sql)) {}
 
     EngineErrorNumber Kind() const { return static_cast<EngineErrorNumber>(Number()); }
     // The text as the caller gave it, in the program's dialect.
-    const QString& Sql() const { return sql_; }
-
-private:
-    QString sql_;
+    const QString& Sql() const { return Detail(); }
 };
 
 } // namespace velmora::engine

@@ -21,6 +21,13 @@ bool IsInUse(const QString& path) {
     if (::access(resolved.constData(), F_OK) != 0) {
         return false;
     }
+    const QByteArray folder = resolved.left(resolved.lastIndexOf('/') + 1);
+    if (::access(resolved.constData(), R_OK | W_OK) != 0 ||
+        ::access(folder.isEmpty() ? "." : folder.constData(), W_OK | X_OK) != 0) {
+        throw EngineError(
+            EngineErrorNumber::CannotOpen,
+            QStringLiteral("\"%1\" cannot be repaired: this user may not change the file or its folder.").arg(path));
+    }
     const std::optional<sqlite::Presence> presence = sqlite::Presence::TryExclusive(path);
     return !presence || salvage::HasStoreLocks(resolved);
 }

@@ -136,6 +136,23 @@ void CheckNames(const Names& present, const QString& path, const OpenOptions& op
     }
 }
 
+void CheckColumns(sqlite3* connection, const QString& path, const OpenOptions& options) {
+    QSet<QString> present;
+    StoreStatement columns(connection, "SELECT name FROM pragma_table_info(?1)");
+    for (const QString& table : options.expectedTables) {
+        columns.BindText(1, table.toUtf8());
+        while (columns.Step()) {
+            present.insert(QString(table + u'.' + QString::fromUtf8(columns.Text(0))).toLower());
+        }
+        columns.Reset();
+    }
+    for (const QString& column : options.expectedColumns) {
+        if (!present.contains(column.toLower())) {
+            ThrowDamaged(path, u"the column \"%1\" is missing"_s.arg(column));
+        }
+    }
+}
+
 void ReadEnds(sqlite3* connection, const QByteArray& select, const QByteArray& key) {
     for (const char* direction : {" ASC LIMIT 1", " DESC LIMIT 1"}) {
         StoreStatement(connection, select + " ORDER BY " + key + direction).Step();
@@ -164,6 +181,7 @@ void CheckAll(sqlite3* connection, const QString& path, const OpenOptions& optio
     const Names present = ReadNames(connection);
     CheckHeader(connection, path);
     CheckNames(present, path, options);
+    CheckColumns(connection, path, options);
     for (const QString& name : options.expectedTables) {
         const QByteArray table = name.toUtf8();
         if (HasRowNumbers(connection, table)) {

@@ -1,0 +1,80 @@
+#include "ops/SharedDatabase.h"
+
+#include "base/Program.h"
+#include "data/Configuration.h"
+#include "data/NativePath.h"
+#include "data/RepairSite.h"
+#include "data/SiteSchema.h"
+#include "engine/Repair.h"
+#include "ops/ErrorReport.h"
+
+namespace velmora {
+
+namespace {
+
+using engine::EngineError;
+using engine::EngineErrorNumber;
+
+// Ends the process without the orderly exit: nothing was opened yet but the start-up window.
+[[noreturn]] void EndAtStart() {
+    CurrentProgram().services().windows.UnloadStartup();
+    CurrentProgram().services().process.End(1);
+}
+
+void Tell(const QString& text) {
+    const Program& program = CurrentProgram();
+    program.services().dialogs.ShowMessage({text, program.Title(), Buttons::Ok, Icon::None});
+}
+
+// Returns when the file was repaired.
+void OfferRepair(const QString& path) {
+    const Program& program = CurrentProgram();
+    const Services& services = program.services();
+    const Answer answer = services.dialogs.ShowMessage(
+        {QStringLiteral("Database is corrupt. Attempt to Repair?"), program.Title(), Buttons::YesNo, Icon::None});
+    if (answer != Answer::Yes) {
+        EndAtStart();
+    }
+    try {
+        if (engine::IsInUse(path)) {
+            Tell(path + QStringLiteral("Appears to be open by other users, cannot repair"));
+            EndAtStart();
+        }
+        const BusyPointer busy(services.eventLoop);
+        const engine::RepairReport report = RepairSite(path, services.clock.Now());
+        services.log.Write(report.ToText());
+    } catch (const Error& error) {
+        services.log.Write(error.Description());
+        Tell(path + QStringLiteral(" could not be repaired."));
+        services.process.End(1);
+    }
+}
+
+} // namespace
+
+engine::Database& OpenedDatabase() {
+    const auto& shared = CurrentProgram().Part<SharedDatabase>();
+    if (shared.database == nullptr) {
+        throw ProgramError(ErrorNumber::InvalidCall, QStringLiteral("The database is not open"));
+    }
+    return *shared.database;
+}
+
+void OpenSharedDatabase() {
+    auto& shared = CurrentProgram().Part<SharedDatabase>();
+    for (;;) {
+        const QString path = NativePath(DatabasePath());
+        try {
+            shared.database = OpenSite(path);
+            return;
+        } catch (const EngineError& error) {
+            if (error.Kind() == EngineErrorNumber::Damaged) {
+                OfferRepair(path);
+            } else if (ReportError(error, {QString::number(error.Number()), {}, {}}) != Answer::Retry) {
+                EndAtStart();
+            }
+        }
+    }
+}
+
+} // namespace velmora

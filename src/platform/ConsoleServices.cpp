@@ -1,0 +1,52 @@
+#include "platform/ConsoleServices.h"
+
+#include <thread>
+
+namespace velmora {
+
+Answer ConsoleDialogs::ShowMessage(const Message& message) {
+    QString text = message.text;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    const QByteArray line = (message.title.isEmpty() ? text : message.title + QStringLiteral(": ") + text).toUtf8();
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), out_);
+    std::fputc('\n', out_);
+    switch (message.buttons) {
+    case Buttons::Ok:
+        return Answer::Ok;
+    case Buttons::AbortRetryIgnore:
+        return Answer::Abort;
+    case Buttons::YesNo:
+        return Answer::No;
+    case Buttons::OkCancel:
+    case Buttons::YesNoCancel:
+    case Buttons::RetryCancel:
+        return Answer::Cancel;
+    }
+    return Answer::Cancel;
+}
+
+void ConsolePrinters::SelectDevice(const QString& deviceName) {
+    throw ProgramError(ErrorNumber::Unavailable, QStringLiteral("There is no printer \"%1\"").arg(deviceName));
+}
+
+int ConsolePrinters::PageWidth() const {
+    constexpr int letterWidth = 12240;
+    constexpr int letterHeight = 15840;
+    constexpr int a4Width = 11906;
+    constexpr int a4Height = 16838;
+    const bool portrait = orientation_ == Orientation::Portrait;
+    if (locale_.measurementSystem() == QLocale::ImperialUSSystem) {
+        return portrait ? letterWidth : letterHeight;
+    }
+    return portrait ? a4Width : a4Height;
+}
+
+void ConsoleMail::SendText(const QString&) {
+    throw ProgramError(ErrorNumber::Unavailable, QStringLiteral("This program has no mail service"));
+}
+
+void ConsoleEventLoop::Wait(std::chrono::milliseconds duration) {
+    std::this_thread::sleep_for(duration);
+}
+
+} // namespace velmora
