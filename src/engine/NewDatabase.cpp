@@ -26,7 +26,7 @@ namespace {
 // A name beside `path` that nobody else has; the empty file is there when this returns.
 QByteArray ClaimTemporaryName(const QByteArray& path) {
     for (int attempt = 0;; ++attempt) {
-        const QByteArray name = path + ".new-" + QByteArray::number(::getpid()) + '-' + QByteArray::number(attempt);
+        QByteArray name = path + ".new-" + QByteArray::number(::getpid()) + '-' + QByteArray::number(attempt);
         if (sqlite::OpenFile(name, O_RDWR | O_CREAT | O_EXCL)) {
             return name;
         }

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <iterator>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -75,7 +76,7 @@ void CopyFile(const QByteArray& from, const QByteArray& to) {
     if (!target || ::fstat(source.Get(), &status) != 0) {
         sqlite::ThrowFileError(errno, u"copy to"_s, to);
     }
-    constexpr qsizetype blockSize = 64 * 1024;
+    constexpr qsizetype blockSize = 65536;
     for (qint64 offset = 0; offset < status.st_size; offset += blockSize) {
         const qint64 wanted = std::min<qint64>(blockSize, status.st_size - offset);
         QByteArray block(wanted, '\0');
@@ -94,19 +95,18 @@ void CopyFile(const QByteArray& from, const QByteArray& to) {
     }
 }
 
-// A second name for the file; a copy where the file system has no second names. Throws FileExists.
+// True when a file kept earlier, or a journal kept with one, has the name. Nobody else makes such names while the
+// exchange has the database for itself.
+bool IsTaken(const QByteArray& name) {
+    return ::access(name.constData(), F_OK) == 0 ||
+           std::any_of(std::begin(journalEndings), std::end(journalEndings),
+                       [&](const char* ending) { return ::access((name + ending).constData(), F_OK) == 0; });
+}
+
+// A second name for the file; a copy where the file system has no second names. `to` must be free.
 void LinkOrCopy(const QByteArray& from, const QByteArray& to) {
-    if (::link(from.constData(), to.constData()) == 0) {
-        return;
-    }
-    if (errno == EEXIST || ::access(to.constData(), F_OK) == 0) {
-        throw EngineError(EngineErrorNumber::FileExists, u"\"%1\" exists."_s.arg(QFile::decodeName(to)));
-    }
-    try {
+    if (::link(from.constData(), to.constData()) != 0) {
         CopyFile(from, to);
-    } catch (...) {
-        ::unlink(to.constData());
-        throw;
     }
 }
 
@@ -201,18 +201,11 @@ QByteArray FileExchange::KeepOriginal(DateTime now) const {
     moment.remove(u'-').remove(u':').replace(u' ', u'-');
     const QByteArray dated = path_ + ".damaged-" + moment.toLatin1();
     QByteArray kept = dated;
-    for (int number = 2;; ++number) {
-        try {
-            LinkOrCopy(path_, kept);
-            break;
-        } catch (const EngineError& error) {
-            if (error.Kind() != EngineErrorNumber::FileExists) {
-                throw;
-            }
-            kept = dated + '-' + QByteArray::number(number);
-        }
+    for (int number = 2; IsTaken(kept); ++number) {
+        kept = dated + '-' + QByteArray::number(number);
     }
     try {
+        LinkOrCopy(path_, kept);
         for (const char* ending : journalEndings) {
             if (HasContent(path_ + ending)) {
                 LinkOrCopy(path_ + ending, kept + ending);
@@ -233,7 +226,7 @@ QByteArray FileExchange::Replace(DateTime now) {
     if (!copy_.isEmpty()) {
         CopyOwnership(copy_);
     }
-    const QByteArray kept = KeepOriginal(now);
+    QByteArray kept = KeepOriginal(now);
     // A journal may meet the file it belongs to, or that file with the journal played back, but never another one: so
     // the played-back copy takes the old file's place first, then the journal goes, and only then the new file comes.
     if (!copy_.isEmpty()) {

@@ -78,7 +78,8 @@ bool TableShape::Allows(std::span<const RecordField> values) const {
         return false;
     }
     const auto held = std::count_if(values.begin(), values.end(), [](const auto& v) { return v.kind != Kind::Null; });
-    return held == 0 || 2 * Mismatches(values) <= held;
+    const qint64 wrong = Mismatches(values);
+    return held == 0 || 2 * wrong <= held;
 }
 
 bool IndexShape::Covers(const TableShape& table) const {

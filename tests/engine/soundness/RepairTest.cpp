@@ -115,7 +115,7 @@ TEST(Repair, KeepsWhatASiteAdded) {
         "CREATE TRIGGER Keep AFTER DELETE ON Log BEGIN SELECT 1; END; DELETE FROM WorkOrder WHERE ID > 30;"
         "PRAGMA user_version = 12");
     const Rows before = ReadRows(folder.Path());
-    OverwritePage(folder.Path(), PagesOf(folder.Path(), "ReservationStart", "leaf")[2]);
+    OverwritePage(folder.Path(), PagesOf(folder.Path(), "ReservationStart", "leaf").back());
     EXPECT_TRUE(Repair(folder.Path()).LostNothing());
     EXPECT_EQ(ReadRows(folder.Path()), before) << "also the last number of a work order";
     const sqlite::Store store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
