@@ -38,7 +38,27 @@ FieldType KeyType(const dialect::CompiledStatement& compiled, int position) {
     return index < compiled.columns.size() ? FieldTypeOf(compiled.columns[index].type) : FieldType::Unknown;
 }
 
+QByteArray Quoted(const QString& name) {
+    QByteArray quoted = name.toUtf8();
+    quoted.replace('"', "\"\"");
+    return '"' + quoted + '"';
+}
+
 } // namespace
+
+WrittenTable::WrittenTable(const dialect::BaseTable& base) : name(Quoted(base.table)) {
+    std::vector<QByteArray> key;
+    for (const QString& column : base.keyColumns) {
+        key.push_back(Quoted(column));
+    }
+    if (key.empty()) {
+        key.push_back("rowid");
+    }
+    for (const QByteArray& column : key) {
+        keyList += (keyList.isEmpty() ? "" : ", ") + column;
+        whereKey += (whereKey.isEmpty() ? " WHERE " : " AND ") + column + " IS ?";
+    }
+}
 
 Plan::Plan(const Connection& connection, dialect::CompiledStatement text)
     : compiled(std::move(text)), fields(DescribeFields(compiled)), names(NameFields(compiled)),
@@ -52,6 +72,10 @@ Plan::Plan(const Connection& connection, dialect::CompiledStatement text)
     reread = std::make_shared<PreparedText>(connection, compiled.rereadSql);
     for (const dialect::BaseTable& base : compiled.bases) {
         keyPositions.insert(keyPositions.end(), base.keyPositions.begin(), base.keyPositions.end());
+        tables.emplace_back(base);
+    }
+    for (const dialect::ResultColumn& column : compiled.columns) {
+        columns.push_back(Quoted(column.baseColumn));
     }
     for (const int position : keyPositions) {
         keyTypes.push_back(KeyType(compiled, position));

@@ -10,6 +10,15 @@
 
 namespace velmora::engine::sqlite {
 
+// The store's texts for writing to one base table: quoted names.
+struct WrittenTable {
+    explicit WrittenTable(const dialect::BaseTable& base);
+
+    QByteArray name;
+    QByteArray keyList;  // the key's columns: "LastName", "FirstName"
+    QByteArray whereKey; // a condition with a place for each of them:  WHERE "LastName" IS ? AND ...
+};
+
 // A compiled text with its prepared statements and all that its recordsets share.
 struct Plan {
     Plan(const Connection& connection, dialect::CompiledStatement text);
@@ -26,6 +35,8 @@ struct Plan {
     std::shared_ptr<PreparedText> reread;
     std::vector<int> keyPositions;
     std::vector<FieldType> keyTypes;
+    std::vector<WrittenTable> tables; // one for each base
+    std::vector<QByteArray> columns;  // the quoted column of each field
 };
 
 // Plans by the text that they were compiled from: one plan serves all texts that differ only in their literals.

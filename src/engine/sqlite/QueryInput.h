@@ -45,6 +45,8 @@ struct RecordsetStorage {
     ValueBinder binder;
     RowArena rows;
     RowReader reader;
+    RowArena keys;
+    RowReader keyReader;
 };
 
 } // namespace velmora::engine::sqlite

@@ -1,5 +1,7 @@
 #include "engine/sqlite/RowArena.h"
 
+#include "engine/sqlite/ResultRow.h"
+
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -99,15 +101,13 @@ unsigned char* PutText(unsigned char& tag, unsigned char* to, std::string_view t
     return to + text.size();
 }
 
-// The fields of a statement's current row. A value is asked for once and then read without further checks.
-template <typename PositionOf>
+template <typename ValueAt>
 class StatementFields {
 public:
-    StatementFields(sqlite3_stmt* statement, PositionOf positionOf)
-        : statement_(statement), positionOf_(std::move(positionOf)) {}
+    explicit StatementFields(ValueAt valueAt) : valueAt_(std::move(valueAt)) {}
 
     Field::Kind Next(std::size_t i) {
-        value_ = sqlite3_column_value(statement_, positionOf_(i));
+        value_ = valueAt_(i);
         switch (sqlite3_value_type(value_)) {
         case SQLITE_NULL:
             return Field::Kind::Null;
@@ -128,8 +128,7 @@ public:
     }
 
 private:
-    sqlite3_stmt* statement_;
-    PositionOf positionOf_;
+    ValueAt valueAt_;
     sqlite3_value* value_ = nullptr;
 };
 
@@ -223,11 +222,12 @@ void RowArena::AppendFrom(Source source) {
 }
 
 void RowArena::Append(sqlite3_stmt* statement) {
-    AppendFrom(StatementFields(statement, [](std::size_t i) { return static_cast<int>(i); }));
+    const ResultRow row(statement, fieldsPerRow_);
+    AppendFrom(StatementFields([&row](std::size_t i) { return row.Value(static_cast<int>(i)); }));
 }
 
 void RowArena::Append(sqlite3_stmt* statement, const std::vector<int>& positions) {
-    AppendFrom(StatementFields(statement, [&positions](std::size_t i) { return positions[i]; }));
+    AppendFrom(StatementFields([&](std::size_t i) { return sqlite3_column_value(statement, positions[i]); }));
 }
 
 void RowArena::Append(const std::vector<Field>& fields) {
