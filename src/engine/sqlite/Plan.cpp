@@ -2,6 +2,7 @@
 
 #include "engine/sqlite/StoredValue.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -10,6 +11,7 @@ namespace velmora::engine::sqlite {
 namespace {
 
 constexpr std::size_t plansKept = 256;
+constexpr std::size_t recentKept = 4;
 
 std::vector<FieldDescription> DescribeFields(const dialect::CompiledStatement& compiled) {
     std::vector<FieldDescription> fields;
@@ -101,14 +103,28 @@ std::size_t PlanCache::Hash::operator()(QStringView text) const {
     return static_cast<std::size_t>(hash);
 }
 
-PlanCache::PlanCache() : reading_{Plans(plansKept), Plans(plansKept)}, updating_{Plans(plansKept), Plans(plansKept)} {}
+PlanCache::PlanCache()
+    : reading_{{}, Plans(plansKept), Plans(plansKept)}, updating_{{}, Plans(plansKept), Plans(plansKept)} {}
+
+std::shared_ptr<const Plan> PlanCache::FindRecent(Purposes& plans, QStringView text, dialect::TextShape& shape) {
+    const auto found = std::find_if(plans.recent.begin(), plans.recent.end(),
+                                    [&](const Recent& recent) { return recent.shape.Match(text, shape.literals); });
+    return found == plans.recent.end() ? nullptr : found->plan;
+}
 
 std::shared_ptr<const Plan> PlanCache::Find(const Connection& connection, const dialect::Catalog& catalog,
-                                            QStringView text, const dialect::TextShape& shape,
-                                            dialect::Purpose purpose) {
+                                            QStringView text, dialect::TextShape& shape, dialect::Purpose purpose) {
     Purposes& plans = purpose == dialect::Purpose::Read ? reading_ : updating_;
+    if (auto recent = FindRecent(plans, text, shape)) {
+        return recent;
+    }
+    dialect::ScanShape(text, shape);
     const auto* byShape = shape.recognised ? plans.byShape.Find(shape.key) : nullptr;
     if (byShape != nullptr && *byShape != nullptr) {
+        if (plans.recent.size() == recentKept) {
+            plans.recent.pop_back();
+        }
+        plans.recent.insert(plans.recent.begin(), {dialect::KnownShape(shape.key), *byShape});
         return *byShape;
     }
     if (const auto* byText = plans.byText.Find(text)) {
@@ -131,6 +147,7 @@ std::shared_ptr<const Plan> PlanCache::Find(const Connection& connection, const 
 
 void PlanCache::Clear() {
     for (Purposes* plans : {&reading_, &updating_}) {
+        plans->recent.clear();
         plans->byShape.Clear();
         plans->byText.Clear();
     }

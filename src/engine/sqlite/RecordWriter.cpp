@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine::sqlite {
@@ -9,6 +11,7 @@ namespace velmora::engine::sqlite {
 namespace {
 
 constexpr qsizetype usualTextSize = 256;
+constexpr std::size_t updatesKept = 16;
 
 QByteArray Began(const char* beginning) {
     QByteArray text;
@@ -38,7 +41,7 @@ void RecordWriter::BindBefore(Statement& statement, int place, const FieldChange
     }
 }
 
-void RecordWriter::Update(std::size_t base, const std::vector<Field>& key, const std::vector<FieldChange>& changes) {
+QByteArray RecordWriter::UpdateText(std::size_t base, const std::vector<FieldChange>& changes) const {
     QByteArray text = Began("UPDATE ");
     text += plan_.tables[base].name;
     const char* separator = " SET ";
@@ -50,8 +53,35 @@ void RecordWriter::Update(std::size_t base, const std::vector<Field>& key, const
     for (const FieldChange& change : changes) {
         AppendStillHolds(text += " AND ", change);
     }
+    return text;
+}
+
+// A place of the program ticks the same box or two again and again.
+PreparedText& RecordWriter::UpdateOf(std::size_t base, const std::vector<FieldChange>& changes) const {
+    const auto assignsThem = [&changes](const Plan::FieldUpdate& update) {
+        return std::equal(changes.begin(), changes.end(), update.fields.begin(), update.fields.end(),
+                          [](const FieldChange& change, int field) { return change.field == field; });
+    };
+    auto& known = plan_.updates;
+    const auto found = std::find_if(known.begin(), known.end(), assignsThem);
+    if (found != known.end()) {
+        return *found->text;
+    }
+    if (known.size() == updatesKept) {
+        known.erase(known.begin());
+    }
+    std::vector<int> fields;
+    for (const FieldChange& change : changes) {
+        fields.push_back(change.field);
+    }
+    auto text = std::make_shared<PreparedText>(session_.Store(), UpdateText(base, changes));
+    known.push_back({std::move(fields), std::move(text)});
+    return *known.back().text;
+}
+
+void RecordWriter::Update(std::size_t base, const std::vector<Field>& key, const std::vector<FieldChange>& changes) {
     {
-        Statement statement = session_.Statements().Acquire(text, sql_);
+        Statement statement = UpdateOf(base, changes).Acquire(sql_);
         int place = 0;
         for (const FieldChange& change : changes) {
             statement.Bind(++place, change.after);

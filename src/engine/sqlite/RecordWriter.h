@@ -32,6 +32,8 @@ public:
 private:
     [[noreturn]] void ExplainRefusal(std::size_t base, const std::vector<Field>& key,
                                      const std::vector<FieldChange>& changes);
+    PreparedText& UpdateOf(std::size_t base, const std::vector<FieldChange>& changes) const;
+    QByteArray UpdateText(std::size_t base, const std::vector<FieldChange>& changes) const;
     void AppendStillHolds(QByteArray& text, const FieldChange& change) const;
     void BindBefore(Statement& statement, int place, const FieldChange& change) const;
     const QByteArray& ColumnOf(const FieldChange& change) const {

@@ -193,27 +193,33 @@ void RowArena::StartChunk(std::size_t bytes) {
 template <typename Source>
 void RowArena::AppendFrom(Source source) {
     const auto fields = static_cast<std::size_t>(fieldsPerRow_);
-    // Room for the tags and all numbers at once; only texts ask again.
+    // Room for the tags and all numbers at once; only texts ask again. What changes all the time is kept in locals.
     rowStart_ = next_;
     MakeRoom(fields * (1 + longestNumber));
-    unsigned char* next = next_ + fields;
-    for (std::size_t i = 0; i < fields; ++i) {
+    unsigned char* tag = rowStart_;
+    unsigned char* next = rowStart_ + fields;
+    for (std::size_t i = 0; i < fields; ++i, ++tag) {
         switch (source.Next(i)) {
         case Field::Kind::Null:
-            rowStart_[i] = tagNull;
+            *tag = tagNull;
             break;
         case Field::Kind::Integer:
-            next = PutInteger(rowStart_[i], next, source.Integer());
+            next = PutInteger(*tag, next, source.Integer());
             break;
         case Field::Kind::Real:
-            rowStart_[i] = tagReal;
+            *tag = tagReal;
             next = Put<double>(next, source.Real());
             break;
         case Field::Kind::Text: {
             const std::string_view text = source.Text();
-            next_ = next;
-            MakeRoom(lengthOfLongText + text.size() + (fields - i) * longestNumber);
-            next = PutText(rowStart_[i], next_, text);
+            const std::size_t needed = lengthOfLongText + text.size() + (fields - i) * longestNumber;
+            if (static_cast<std::size_t>(end_ - next) < needed) {
+                next_ = next;
+                StartChunk(needed);
+                tag = rowStart_ + i;
+                next = next_;
+            }
+            next = PutText(*tag, next, text);
         }
         }
     }
