@@ -26,7 +26,7 @@ SqlText Emitter::EmitCall(const Expression& expression) {
 }
 
 SqlText Emitter::EmitArgument(const Expression& expression, ArgumentKind kind) {
-    const SqlText value = Emit(expression);
+    SqlText value = Emit(expression);
     switch (kind) {
     case ArgumentKind::Condition:
         return Truth(value, expression.type);

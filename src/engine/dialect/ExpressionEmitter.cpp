@@ -301,7 +301,7 @@ SqlText Emitter::EmitLike(const Expression& expression) {
     const Expression& tested = *expression.operands[0];
     const Expression& pattern = *expression.operands[1];
     const SqlText value = AsText(Emit(tested), tested.type);
-    const SqlText match = CallWith("dialect_like", AsText(Emit(pattern), pattern.type), value);
+    SqlText match = CallWith("dialect_like", AsText(Emit(pattern), pattern.type), value);
     if (expression.negated) {
         return Negated(match);
     }

@@ -116,8 +116,9 @@ DateTime PlusMonths(DateTime moment, qint64 months) {
     const std::chrono::year_month_day date(day);
     const qint64 index =
         (static_cast<int>(date.year()) * qint64{12}) + (static_cast<unsigned>(date.month()) - 1) + months;
-    constexpr qint64 lastIndex = 9999 * 12 + 11;
-    if (index < 100 * 12 || index > lastIndex) {
+    constexpr qint64 lastIndex = qint64{9999} * 12 + 11;
+    constexpr qint64 firstIndex = qint64{100} * 12;
+    if (index < firstIndex || index > lastIndex) {
         FailDateRange();
     }
     const std::chrono::year_month month(std::chrono::year(static_cast<int>(index / 12)),

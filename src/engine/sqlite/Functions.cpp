@@ -46,7 +46,7 @@ void RegisterClock(sqlite3* connection, const char* name, void (*call)(sqlite3_c
 
 } // namespace
 
-void RegisterFunctions(sqlite3* connection, NowSource now) {
+void RegisterFunctions(sqlite3* connection, const NowSource& now) {
     RegisterClock(connection, "dialect_now", Now, now);
     RegisterClock(connection, "dialect_date", Today, now);
     for (const auto& list : {TextFunctions(), NumberFunctions(), DateFunctions()}) {

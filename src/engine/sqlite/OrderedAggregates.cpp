@@ -27,6 +27,11 @@ struct Chosen {
     std::vector<KeptValue> key;
 };
 
+// What the store keeps for a group; it starts out as zeros.
+struct Group {
+    Chosen* chosen;
+};
+
 enum class End { First, Last };
 
 int Rank(int kind) {
@@ -71,12 +76,12 @@ bool Supersedes(const Chosen& chosen, const Arguments& arguments) {
 template <End end>
 void Step(sqlite3_context* context, int count, sqlite3_value** values) noexcept {
     try {
-        auto** place = static_cast<Chosen**>(sqlite3_aggregate_context(context, sizeof(Chosen*)));
-        if (!place) {
+        auto* group = static_cast<Group*>(sqlite3_aggregate_context(context, sizeof(Group)));
+        if (!group) {
             throw std::bad_alloc();
         }
         const Arguments arguments(count, values);
-        if (*place && !Supersedes<end>(**place, arguments)) {
+        if (group->chosen && !Supersedes<end>(*group->chosen, arguments)) {
             return;
         }
         auto chosen = std::make_unique<Chosen>();
@@ -84,18 +89,18 @@ void Step(sqlite3_context* context, int count, sqlite3_value** values) noexcept 
         for (int i = 1; i < count; ++i) {
             chosen->key.push_back(Keep(arguments[i]));
         }
-        delete std::exchange(*place, chosen.release());
+        delete std::exchange(group->chosen, chosen.release());
     } catch (...) {
         ReturnFailure(context);
     }
 }
 
 void Finish(sqlite3_context* context) noexcept {
-    auto** place = static_cast<Chosen**>(sqlite3_aggregate_context(context, 0));
-    if (!place || !*place) {
+    auto* group = static_cast<Group*>(sqlite3_aggregate_context(context, 0));
+    if (!group || !group->chosen) {
         return;
     }
-    const std::unique_ptr<Chosen> chosen(std::exchange(*place, nullptr));
+    const std::unique_ptr<Chosen> chosen(std::exchange(group->chosen, nullptr));
     sqlite3_result_value(context, chosen->value.get());
 }
 

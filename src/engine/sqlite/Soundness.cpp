@@ -36,6 +36,30 @@ private:
     sqlite3* connection_;
 };
 
+// Every index leads to the rows of its table in an order of its own: with a small cache each page is read many times.
+class LargeCache {
+public:
+    explicit LargeCache(sqlite3* connection) : connection_(connection) {
+        StoreStatement size(connection, "PRAGMA main.cache_size");
+        size.Step();
+        before_ = size.Integer(0);
+        constexpr qint64 kibibytes = -262144;
+        SetSize(kibibytes);
+    }
+    ~LargeCache() { SetSize(before_); }
+    LargeCache(const LargeCache&) = delete;
+    LargeCache& operator=(const LargeCache&) = delete;
+
+private:
+    void SetSize(qint64 size) const {
+        const QByteArray pragma = "PRAGMA main.cache_size = " + QByteArray::number(size);
+        sqlite3_exec(connection_, pragma.constData(), nullptr, nullptr, nullptr);
+    }
+
+    sqlite3* connection_;
+    qint64 before_ = 0;
+};
+
 quint32 BigEndian32(const unsigned char* bytes) {
     return quint32{bytes[0]} << 24 | quint32{bytes[1]} << 16 | quint32{bytes[2]} << 8 | bytes[3];
 }
@@ -199,6 +223,7 @@ void CheckOpened(sqlite3* connection, const QString& path, const OpenOptions& op
 }
 
 void CheckInFull(sqlite3* connection) {
+    const LargeCache cache(connection);
     QStringList faults;
     StoreStatement check(connection, "PRAGMA main.integrity_check(5)");
     while (check.Step()) {
