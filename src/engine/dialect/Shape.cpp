@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace velmora::engine::dialect {
 
@@ -182,9 +181,9 @@ public:
     }
 
 private:
-    bool Skip(const QString& stretch) {
-        const bool same = end_ - in_ >= stretch.size() &&
-                          std::memcmp(in_, stretch.utf16(), static_cast<size_t>(stretch.size()) * sizeof(*in_)) == 0;
+    bool Skip(QStringView stretch) {
+        const bool same =
+            end_ - in_ >= stretch.size() && std::equal(stretch.utf16(), stretch.utf16() + stretch.size(), in_);
         in_ += same ? stretch.size() : 0;
         return same;
     }

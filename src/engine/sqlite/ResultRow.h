@@ -1,48 +1,45 @@
 #pragma once
 
-#include "engine/Recordset.h"
-
 #include <sqlite3.h>
 
-#include <string_view>
+#include <cstddef>
 
 namespace velmora::engine::sqlite {
 
-// The values of a statement's current row.
+// The values of a statement's current row, one after the other.
 //
 // Asking the store for a value by its column costs more than reading the value, and a packed row needs them all. The
-// store keeps the values of a row side by side, so this asks for the first two and the last and finds the others in
-// between. Where a store were to keep them elsewhere, the last would not be in its place, and each is asked for.
+// store keeps the values of a row side by side, so this asks for the first two and the last, and finds the others in
+// between. Where a store were to keep them elsewhere, the last would not be in its place.
 class ResultRow {
 public:
-    ResultRow(sqlite3_stmt* statement, int columns) : statement_(statement) {
+    ResultRow(sqlite3_stmt* statement, int columns) {
         if (columns < fewColumns) {
             return;
         }
-        const auto* first = Address(0);
-        const auto stride = Address(1) - first;
-        if (Address(columns - 1) == first + stride * (columns - 1)) {
-            first_ = first;
-            stride_ = stride;
+        const char* first = Address(statement, 0);
+        stride_ = Address(statement, 1) - first;
+        if (Address(statement, columns - 1) == first + stride_ * (columns - 1)) {
+            next_ = first;
         }
     }
 
-    sqlite3_value* Value(int column) const {
-        if (first_ == nullptr) {
-            return sqlite3_column_value(statement_, column);
-        }
-        return reinterpret_cast<sqlite3_value*>(const_cast<char*>(first_ + stride_ * column));
+    // False when the values have to be asked for by their columns.
+    explicit operator bool() const { return next_ != nullptr; }
+    sqlite3_value* Next() {
+        auto* value = reinterpret_cast<sqlite3_value*>(const_cast<char*>(next_));
+        next_ += stride_;
+        return value;
     }
 
 private:
     static constexpr int fewColumns = 4;
 
-    const char* Address(int column) const {
-        return reinterpret_cast<const char*>(sqlite3_column_value(statement_, column));
+    static const char* Address(sqlite3_stmt* statement, int column) {
+        return reinterpret_cast<const char*>(sqlite3_column_value(statement, column));
     }
 
-    sqlite3_stmt* statement_;
-    const char* first_ = nullptr;
+    const char* next_ = nullptr;
     std::ptrdiff_t stride_ = 0;
 };
 
