@@ -4,6 +4,7 @@
 #include "bench/BenchSite.h"
 #include "engine/Database.h"
 
+#include <QStringBuilder>
 #include <QTemporaryDir>
 
 #include <malloc.h>
@@ -164,8 +165,9 @@ void LookUpBare(BareStore& store, sqlite3_stmt* lookup, const std::vector<Name>&
 void LookUp(Database& database, const std::vector<Name>& names) {
     Sum sum;
     for (const Name& name : names) {
-        const auto found = database.OpenRecordset(u"Select * from Person where LastName = \""_s + name.last +
-                                                  u"\" and FirstName = \""_s + name.first + u'"');
+        const QString text =
+            u"Select * from Person where LastName = \""_s % name.last % u"\" and FirstName = \""_s % name.first % u'"';
+        const auto found = database.OpenRecordset(text);
         if (!found->EndOfFile()) {
             const Recordset& person = *found;
             sum.Add(person["LastName"]);

@@ -2,6 +2,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -84,8 +85,8 @@ std::optional<DateTime> Value::ToDateTime() const {
 
 void Value::AssignText(QStringView text) {
     if (auto* held = std::get_if<QString>(&data_); held && held->isDetached()) {
-        held->resize(0);
-        held->append(text);
+        held->resize(text.size());
+        std::copy(text.begin(), text.end(), held->begin());
     } else {
         data_ = text.toString();
     }

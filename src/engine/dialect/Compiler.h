@@ -105,4 +105,23 @@ struct TextShape {
 // One pass, no parsing: cheap enough to run on a text built per call. Reuses the storage of `shape`.
 void ScanShape(QStringView text, TextShape& shape);
 
+// A key taken apart, to find out whether a text has this shape in less time than it takes to scan it.
+class KnownShape {
+public:
+    explicit KnownShape(QStringView key);
+
+    // True when ScanShape gives the key for this text; its literals are then in `literals`, whose storage is reused.
+    bool Match(QStringView text, std::vector<Value>& literals) const;
+
+    // Characters that stand as they are, and the mark of the literal behind them; 0 at the end of the key.
+    struct Stretch {
+        QString text;
+        char16_t mark = 0;
+    };
+    using Stretches = std::vector<Stretch>;
+
+private:
+    Stretches stretches_;
+};
+
 } // namespace velmora::engine::dialect

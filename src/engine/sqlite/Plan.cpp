@@ -2,6 +2,7 @@
 
 #include "engine/sqlite/StoredValue.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -10,6 +11,7 @@ namespace velmora::engine::sqlite {
 namespace {
 
 constexpr std::size_t plansKept = 256;
+constexpr std::size_t recentKept = 4;
 
 std::vector<FieldDescription> DescribeFields(const dialect::CompiledStatement& compiled) {
     std::vector<FieldDescription> fields;
@@ -38,7 +40,27 @@ FieldType KeyType(const dialect::CompiledStatement& compiled, int position) {
     return index < compiled.columns.size() ? FieldTypeOf(compiled.columns[index].type) : FieldType::Unknown;
 }
 
+QByteArray Quoted(const QString& name) {
+    QByteArray quoted = name.toUtf8();
+    quoted.replace('"', "\"\"");
+    return '"' + quoted + '"';
+}
+
 } // namespace
+
+WrittenTable::WrittenTable(const dialect::BaseTable& base) : name(Quoted(base.table)) {
+    std::vector<QByteArray> key;
+    for (const QString& column : base.keyColumns) {
+        key.push_back(Quoted(column));
+    }
+    if (key.empty()) {
+        key.push_back("rowid");
+    }
+    for (const QByteArray& column : key) {
+        keyList += (keyList.isEmpty() ? "" : ", ") + column;
+        whereKey += (whereKey.isEmpty() ? " WHERE " : " AND ") + column + " IS ?";
+    }
+}
 
 Plan::Plan(const Connection& connection, dialect::CompiledStatement text)
     : compiled(std::move(text)), fields(DescribeFields(compiled)), names(NameFields(compiled)),
@@ -52,6 +74,10 @@ Plan::Plan(const Connection& connection, dialect::CompiledStatement text)
     reread = std::make_shared<PreparedText>(connection, compiled.rereadSql);
     for (const dialect::BaseTable& base : compiled.bases) {
         keyPositions.insert(keyPositions.end(), base.keyPositions.begin(), base.keyPositions.end());
+        tables.emplace_back(base);
+    }
+    for (const dialect::ResultColumn& column : compiled.columns) {
+        columns.push_back(Quoted(column.baseColumn));
     }
     for (const int position : keyPositions) {
         keyTypes.push_back(KeyType(compiled, position));
@@ -77,14 +103,28 @@ std::size_t PlanCache::Hash::operator()(QStringView text) const {
     return static_cast<std::size_t>(hash);
 }
 
-PlanCache::PlanCache() : reading_{Plans(plansKept), Plans(plansKept)}, updating_{Plans(plansKept), Plans(plansKept)} {}
+PlanCache::PlanCache()
+    : reading_{{}, Plans(plansKept), Plans(plansKept)}, updating_{{}, Plans(plansKept), Plans(plansKept)} {}
+
+std::shared_ptr<const Plan> PlanCache::FindRecent(Purposes& plans, QStringView text, dialect::TextShape& shape) {
+    const auto found = std::find_if(plans.recent.begin(), plans.recent.end(),
+                                    [&](const Recent& recent) { return recent.shape.Match(text, shape.literals); });
+    return found == plans.recent.end() ? nullptr : found->plan;
+}
 
 std::shared_ptr<const Plan> PlanCache::Find(const Connection& connection, const dialect::Catalog& catalog,
-                                            QStringView text, const dialect::TextShape& shape,
-                                            dialect::Purpose purpose) {
+                                            QStringView text, dialect::TextShape& shape, dialect::Purpose purpose) {
     Purposes& plans = purpose == dialect::Purpose::Read ? reading_ : updating_;
+    if (auto recent = FindRecent(plans, text, shape)) {
+        return recent;
+    }
+    dialect::ScanShape(text, shape);
     const auto* byShape = shape.recognised ? plans.byShape.Find(shape.key) : nullptr;
     if (byShape != nullptr && *byShape != nullptr) {
+        if (plans.recent.size() == recentKept) {
+            plans.recent.pop_back();
+        }
+        plans.recent.insert(plans.recent.begin(), {dialect::KnownShape(shape.key), *byShape});
         return *byShape;
     }
     if (const auto* byText = plans.byText.Find(text)) {
@@ -107,6 +147,7 @@ std::shared_ptr<const Plan> PlanCache::Find(const Connection& connection, const 
 
 void PlanCache::Clear() {
     for (Purposes* plans : {&reading_, &updating_}) {
+        plans->recent.clear();
         plans->byShape.Clear();
         plans->byText.Clear();
     }

@@ -29,14 +29,6 @@ const QString* TextOf(const Value& value) {
 
 } // namespace
 
-void QueryInput::Assign(QStringView source) {
-    text.resize(0);
-    text.append(source);
-    parameters.clear();
-    plan.reset();
-    dialect::ScanShape(text, shape);
-}
-
 void ValueBinder::Bind(Statement& statement, const std::vector<dialect::Binding>& bindings, const QueryInput& input) {
     // Room for everything first: the statement keeps addresses, so the bytes must not move later.
     qsizetype needed = 0;
@@ -76,9 +68,17 @@ void ValueBinder::BindValue(Statement& statement, int place, const Value& value,
 }
 
 void ValueBinder::BindText(Statement& statement, int place, QStringView text) {
-    QStringEncoder encoder(QStringEncoder::Utf8);
     char* begin = next_;
-    next_ = encoder.appendToBuffer(begin, text);
+    // Nearly all texts are plain letters, which need no encoder.
+    const char16_t* at = text.utf16();
+    const char16_t* const end = at + text.size();
+    while (at < end && *at < 0x80) {
+        *next_++ = static_cast<char>(*at++);
+    }
+    if (at < end) {
+        QStringEncoder encoder(QStringEncoder::Utf8);
+        next_ = encoder.appendToBuffer(next_, QStringView(at, end));
+    }
     statement.BindText(place, begin, next_ - begin);
 }
 

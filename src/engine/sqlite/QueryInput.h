@@ -15,12 +15,17 @@ namespace velmora::engine::sqlite {
 // A text as its caller gave it, with all that is needed to run it again.
 struct QueryInput {
     QString text;
-    dialect::TextShape shape;
+    dialect::TextShape shape;      // the key is scratch; the literals are the text's once it has a plan
     std::vector<Value> parameters; // by their position in the plan
     std::shared_ptr<const Plan> plan;
 
     // Takes over the text; reuses storage.
-    void Assign(QStringView source);
+    void Assign(QStringView source) {
+        text.resize(0);
+        text.append(source);
+        parameters.clear();
+        plan.reset();
+    }
 };
 
 // Binds values to a statement and keeps the bytes of their texts while it runs.
@@ -45,6 +50,8 @@ struct RecordsetStorage {
     ValueBinder binder;
     RowArena rows;
     RowReader reader;
+    RowArena keys;
+    RowReader keyReader;
 };
 
 } // namespace velmora::engine::sqlite

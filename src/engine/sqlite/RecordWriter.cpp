@@ -2,120 +2,126 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine::sqlite {
 
 namespace {
 
-QByteArray Quoted(const QString& name) {
-    QByteArray quoted = name.toUtf8();
-    quoted.replace('"', "\"\"");
-    return '"' + quoted + '"';
-}
+constexpr qsizetype usualTextSize = 256;
+constexpr std::size_t updatesKept = 16;
 
-QByteArray Place(std::size_t number) {
-    return '?' + QByteArray::number(static_cast<qulonglong>(number));
-}
-
-QByteArray Joined(const std::vector<QByteArray>& parts, const char* separator) {
+QByteArray Began(const char* beginning) {
     QByteArray text;
-    for (const QByteArray& part : parts) {
-        text += text.isEmpty() ? part : separator + part;
-    }
-    return text;
-}
-
-std::vector<QByteArray> KeyColumns(const dialect::BaseTable& table) {
-    std::vector<QByteArray> columns;
-    for (const QString& column : table.keyColumns) {
-        columns.push_back(Quoted(column));
-    }
-    if (columns.empty()) {
-        columns.push_back("rowid");
-    }
-    return columns;
-}
-
-QByteArray WhereKey(const dialect::BaseTable& table, std::size_t firstPlace) {
-    std::vector<QByteArray> conditions;
-    for (const QByteArray& column : KeyColumns(table)) {
-        conditions.push_back(column + " IS " + Place(firstPlace++));
-    }
-    return " WHERE " + Joined(conditions, " AND ");
-}
-
-// True while the column still holds the value at `place`. A yes stays a yes whatever its number; a text that differs
-// in letter case only is another one.
-QByteArray StillHolds(const FieldChange& change, std::size_t place) {
-    const QByteArray column = Quoted(change.column);
-    if (change.type == FieldType::YesNo) {
-        return '(' + column + " <> 0) IS " + Place(place);
-    }
-    return column + " COLLATE BINARY IS " + Place(place);
-}
-
-Field ComparedTo(const FieldChange& change) {
-    if (change.type == FieldType::YesNo && !change.before.IsNull()) {
-        const bool isText = change.before.StoredKind() == Field::Kind::Text;
-        return Field(FieldType::YesNo, qint64{isText || change.before.ToBool()});
-    }
-    return change.before;
-}
-
-// Places of an update and of the look at why it was refused: new values, key, old values.
-void BindAll(Statement& statement, const std::vector<Field>& key, const std::vector<FieldChange>& changes) {
-    int place = 0;
-    for (const FieldChange& change : changes) {
-        statement.Bind(++place, change.after);
-    }
-    for (const Field& part : key) {
-        statement.Bind(++place, part);
-    }
-    for (const FieldChange& change : changes) {
-        statement.Bind(++place, ComparedTo(change));
-    }
+    text.reserve(usualTextSize);
+    return text += beginning;
 }
 
 } // namespace
 
-void RecordWriter::Update(const dialect::BaseTable& table, const std::vector<Field>& key,
-                          const std::vector<FieldChange>& changes) {
-    std::vector<QByteArray> assignments;
-    QByteArray unchanged;
-    for (std::size_t i = 0; i < changes.size(); ++i) {
-        assignments.push_back(Quoted(changes[i].column) + " = " + Place(i + 1));
-        unchanged += " AND " + StillHolds(changes[i], changes.size() + key.size() + i + 1);
-    }
-    const QByteArray text = "UPDATE " + Quoted(table.table) + " SET " + Joined(assignments, ", ") +
-                            WhereKey(table, changes.size() + 1) + unchanged;
-    {
-        Statement statement = session_.Statements().Acquire(text, sql_);
-        BindAll(statement, key, changes);
-        statement.Step(sql_);
-    }
-    if (sqlite3_changes64(session_.Store().Handle()) != 1) {
-        ExplainRefusal(table, key, changes);
+// True while the column still holds the value bound. A yes stays a yes whatever its number; a text that differs in
+// letter case only is another one.
+void RecordWriter::AppendStillHolds(QByteArray& text, const FieldChange& change) const {
+    if (TypeOf(change) == FieldType::YesNo) {
+        text.append('(').append(ColumnOf(change)).append(" <> 0) IS ?");
+    } else {
+        text.append(ColumnOf(change)).append(" COLLATE BINARY IS ?");
     }
 }
 
-void RecordWriter::ExplainRefusal(const dialect::BaseTable& table, const std::vector<Field>& key,
-                                  const std::vector<FieldChange>& changes) {
-    std::vector<QByteArray> conditions;
-    for (std::size_t i = 0; i < changes.size(); ++i) {
-        conditions.push_back(StillHolds(changes[i], changes.size() + key.size() + i + 1));
+void RecordWriter::BindBefore(Statement& statement, int place, const FieldChange& change) const {
+    const Field& before = change.before;
+    if (TypeOf(change) == FieldType::YesNo && !before.IsNull()) {
+        const bool isText = before.StoredKind() == Field::Kind::Text;
+        statement.BindInteger(place, isText || before.ToBool() ? 1 : 0);
+    } else {
+        statement.Bind(place, before);
     }
-    Statement statement = session_.Statements().Acquire("SELECT " + Joined(conditions, ", ") + " FROM " +
-                                                            Quoted(table.table) + WhereKey(table, changes.size() + 1),
-                                                        sql_);
-    BindAll(statement, key, changes);
+}
+
+QByteArray RecordWriter::UpdateText(std::size_t base, const std::vector<FieldChange>& changes) const {
+    QByteArray text = Began("UPDATE ");
+    text += plan_.tables[base].name;
+    const char* separator = " SET ";
+    for (const FieldChange& change : changes) {
+        text.append(separator).append(ColumnOf(change)).append(" = ?");
+        separator = ", ";
+    }
+    text += plan_.tables[base].whereKey;
+    for (const FieldChange& change : changes) {
+        AppendStillHolds(text += " AND ", change);
+    }
+    return text;
+}
+
+// A place of the program ticks the same box or two again and again.
+PreparedText& RecordWriter::UpdateOf(std::size_t base, const std::vector<FieldChange>& changes) const {
+    const auto assignsThem = [&changes](const Plan::FieldUpdate& update) {
+        return std::equal(changes.begin(), changes.end(), update.fields.begin(), update.fields.end(),
+                          [](const FieldChange& change, int field) { return change.field == field; });
+    };
+    auto& known = plan_.updates;
+    const auto found = std::find_if(known.begin(), known.end(), assignsThem);
+    if (found != known.end()) {
+        return *found->text;
+    }
+    if (known.size() == updatesKept) {
+        known.erase(known.begin());
+    }
+    std::vector<int> fields;
+    for (const FieldChange& change : changes) {
+        fields.push_back(change.field);
+    }
+    auto text = std::make_shared<PreparedText>(session_.Store(), UpdateText(base, changes));
+    known.push_back({std::move(fields), std::move(text)});
+    return *known.back().text;
+}
+
+void RecordWriter::Update(std::size_t base, const std::vector<Field>& key, const std::vector<FieldChange>& changes) {
+    {
+        Statement statement = UpdateOf(base, changes).Acquire(sql_);
+        int place = 0;
+        for (const FieldChange& change : changes) {
+            statement.Bind(++place, change.after);
+        }
+        for (const Field& part : key) {
+            statement.Bind(++place, part);
+        }
+        for (const FieldChange& change : changes) {
+            BindBefore(statement, ++place, change);
+        }
+        statement.Step(sql_);
+    }
+    if (sqlite3_changes64(session_.Store().Handle()) != 1) {
+        ExplainRefusal(base, key, changes);
+    }
+}
+
+void RecordWriter::ExplainRefusal(std::size_t base, const std::vector<Field>& key,
+                                  const std::vector<FieldChange>& changes) {
+    QByteArray text = Began("SELECT ");
+    for (const FieldChange& change : changes) {
+        AppendStillHolds(text, change);
+        text += ", ";
+    }
+    text.append("1 FROM ").append(plan_.tables[base].name).append(plan_.tables[base].whereKey);
+    Statement statement = session_.Statements().Acquire(text, sql_);
+    int place = 0;
+    for (const FieldChange& change : changes) {
+        BindBefore(statement, ++place, change);
+    }
+    for (const Field& part : key) {
+        statement.Bind(++place, part);
+    }
     if (!statement.Step(sql_)) {
         ThrowDeleted();
     }
     QStringList fields;
     for (std::size_t i = 0; i < changes.size(); ++i) {
         if (sqlite3_column_int(statement.Handle(), static_cast<int>(i)) == 0) {
-            fields.append(changes[i].column);
+            fields.append(plan_.fields[static_cast<std::size_t>(changes[i].field)].name);
         }
     }
     throw EngineError(EngineErrorNumber::RecordChanged,
@@ -128,18 +134,22 @@ void RecordWriter::ThrowDeleted() const {
     throw EngineError(EngineErrorNumber::RecordDeleted, u"The record has been deleted by another user."_s, sql_);
 }
 
-void RecordWriter::Insert(const dialect::BaseTable& table, const std::vector<FieldChange>& fields,
+void RecordWriter::Insert(std::size_t base, const std::vector<FieldChange>& fields,
                           const std::function<void(sqlite3_stmt*)>& onKey) {
-    std::vector<QByteArray> columns;
-    std::vector<QByteArray> places;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        columns.push_back(Quoted(fields[i].column));
-        places.push_back(Place(i + 1));
+    QByteArray text = Began("INSERT INTO ");
+    text += plan_.tables[base].name;
+    const char* separator = " (";
+    for (const FieldChange& field : fields) {
+        text.append(separator).append(ColumnOf(field));
+        separator = ", ";
     }
-    const QByteArray values =
-        fields.empty() ? " DEFAULT VALUES" : " (" + Joined(columns, ", ") + ") VALUES (" + Joined(places, ", ") + ')';
-    Statement statement = session_.Statements().Acquire(
-        "INSERT INTO " + Quoted(table.table) + values + " RETURNING " + Joined(KeyColumns(table), ", "), sql_);
+    separator = ") VALUES (";
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        text.append(separator).append('?');
+        separator = ", ";
+    }
+    text.append(fields.empty() ? " DEFAULT VALUES" : ")").append(" RETURNING ").append(plan_.tables[base].keyList);
+    Statement statement = session_.Statements().Acquire(text, sql_);
     int place = 0;
     for (const FieldChange& field : fields) {
         statement.Bind(++place, field.after);
@@ -149,11 +159,14 @@ void RecordWriter::Insert(const dialect::BaseTable& table, const std::vector<Fie
     statement.Step(sql_);
 }
 
-void RecordWriter::Delete(const dialect::BaseTable& table, const std::vector<Field>& key) {
+void RecordWriter::Delete(std::size_t base, const std::vector<Field>& key) {
     {
-        Statement statement =
-            session_.Statements().Acquire("DELETE FROM " + Quoted(table.table) + WhereKey(table, 1), sql_);
-        BindAll(statement, key, {});
+        const QByteArray text = "DELETE FROM " + plan_.tables[base].name + plan_.tables[base].whereKey;
+        Statement statement = session_.Statements().Acquire(text, sql_);
+        int place = 0;
+        for (const Field& part : key) {
+            statement.Bind(++place, part);
+        }
         statement.Step(sql_);
     }
     if (sqlite3_changes64(session_.Store().Handle()) != 1) {

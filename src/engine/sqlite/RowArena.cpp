@@ -1,5 +1,7 @@
 #include "engine/sqlite/RowArena.h"
 
+#include "engine/sqlite/ResultRow.h"
+
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -99,25 +101,16 @@ unsigned char* PutText(unsigned char& tag, unsigned char* to, std::string_view t
     return to + text.size();
 }
 
-// The fields of a statement's current row. A value is asked for once and then read without further checks.
-template <typename PositionOf>
+// Fields of a statement; `nextValue` gives their values in turn.
+template <typename NextValue>
 class StatementFields {
 public:
-    StatementFields(sqlite3_stmt* statement, PositionOf positionOf)
-        : statement_(statement), positionOf_(std::move(positionOf)) {}
+    explicit StatementFields(NextValue nextValue) : nextValue_(std::move(nextValue)) {}
 
-    Field::Kind Next(std::size_t i) {
-        value_ = sqlite3_column_value(statement_, positionOf_(i));
-        switch (sqlite3_value_type(value_)) {
-        case SQLITE_NULL:
-            return Field::Kind::Null;
-        case SQLITE_INTEGER:
-            return Field::Kind::Integer;
-        case SQLITE_FLOAT:
-            return Field::Kind::Real;
-        default:
-            return Field::Kind::Text;
-        }
+    // Goes to the next field; its kind as the store numbers them.
+    int Next() {
+        value_ = nextValue_();
+        return sqlite3_value_type(value_);
     }
     qint64 Integer() const { return sqlite3_value_int64(value_); }
     double Real() const { return sqlite3_value_double(value_); }
@@ -128,26 +121,35 @@ public:
     }
 
 private:
-    sqlite3_stmt* statement_;
-    PositionOf positionOf_;
+    NextValue nextValue_;
     sqlite3_value* value_ = nullptr;
 };
 
 class GivenFields {
 public:
-    explicit GivenFields(const std::vector<Field>& fields) : fields_(fields) {}
+    explicit GivenFields(const std::vector<Field>& fields) : next_(fields.data()) {}
 
-    Field::Kind Next(std::size_t i) {
-        field_ = fields_[i];
-        return field_.StoredKind();
+    int Next() {
+        field_ = next_++;
+        switch (field_->StoredKind()) {
+        case Field::Kind::Integer:
+            return SQLITE_INTEGER;
+        case Field::Kind::Real:
+            return SQLITE_FLOAT;
+        case Field::Kind::Text:
+            return SQLITE_TEXT;
+        case Field::Kind::Null:
+            break;
+        }
+        return SQLITE_NULL;
     }
-    qint64 Integer() const { return field_.StoredInteger(); }
-    double Real() const { return field_.ToReal(); }
-    std::string_view Text() const { return field_.Utf8(); }
+    qint64 Integer() const { return field_->StoredInteger(); }
+    double Real() const { return field_->ToReal(); }
+    std::string_view Text() const { return field_->Utf8(); }
 
 private:
-    const std::vector<Field>& fields_;
-    Field field_;
+    const Field* next_;
+    const Field* field_ = nullptr;
 };
 
 } // namespace
@@ -190,31 +192,37 @@ void RowArena::StartChunk(std::size_t bytes) {
     chunks_.push_back(std::move(chunk));
 }
 
-// `source` gives the fields in their order: Next goes to the next one and says what it is.
+// `source` gives the fields in their order.
 template <typename Source>
 void RowArena::AppendFrom(Source source) {
     const auto fields = static_cast<std::size_t>(fieldsPerRow_);
-    // Room for the tags and all numbers at once; only texts ask again.
+    // Room for the tags and all numbers at once; only texts ask again. What changes all the time is kept in locals.
     rowStart_ = next_;
     MakeRoom(fields * (1 + longestNumber));
-    unsigned char* next = next_ + fields;
-    for (std::size_t i = 0; i < fields; ++i) {
-        switch (source.Next(i)) {
-        case Field::Kind::Null:
-            rowStart_[i] = tagNull;
+    unsigned char* tag = rowStart_;
+    unsigned char* next = rowStart_ + fields;
+    for (std::size_t i = 0; i < fields; ++i, ++tag) {
+        switch (source.Next()) {
+        case SQLITE_NULL:
+            *tag = tagNull;
             break;
-        case Field::Kind::Integer:
-            next = PutInteger(rowStart_[i], next, source.Integer());
+        case SQLITE_INTEGER:
+            next = PutInteger(*tag, next, source.Integer());
             break;
-        case Field::Kind::Real:
-            rowStart_[i] = tagReal;
+        case SQLITE_FLOAT:
+            *tag = tagReal;
             next = Put<double>(next, source.Real());
             break;
-        case Field::Kind::Text: {
+        default: {
             const std::string_view text = source.Text();
-            next_ = next;
-            MakeRoom(lengthOfLongText + text.size() + (fields - i) * longestNumber);
-            next = PutText(rowStart_[i], next_, text);
+            const std::size_t needed = lengthOfLongText + text.size() + (fields - i) * longestNumber;
+            if (static_cast<std::size_t>(end_ - next) < needed) {
+                next_ = next;
+                StartChunk(needed);
+                tag = rowStart_ + i;
+                next = next_;
+            }
+            next = PutText(*tag, next, text);
         }
         }
     }
@@ -223,11 +231,16 @@ void RowArena::AppendFrom(Source source) {
 }
 
 void RowArena::Append(sqlite3_stmt* statement) {
-    AppendFrom(StatementFields(statement, [](std::size_t i) { return static_cast<int>(i); }));
+    if (ResultRow row(statement, fieldsPerRow_); row) {
+        AppendFrom(StatementFields([row]() mutable { return row.Next(); }));
+    } else {
+        AppendFrom(StatementFields([statement, i = 0]() mutable { return sqlite3_column_value(statement, i++); }));
+    }
 }
 
 void RowArena::Append(sqlite3_stmt* statement, const std::vector<int>& positions) {
-    AppendFrom(StatementFields(statement, [&positions](std::size_t i) { return positions[i]; }));
+    AppendFrom(StatementFields(
+        [statement, next = positions.begin()]() mutable { return sqlite3_column_value(statement, *next++); }));
 }
 
 void RowArena::Append(const std::vector<Field>& fields) {

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <ctime>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace velmora::engine::sqlite {
 
 namespace {
@@ -84,7 +86,7 @@ void Session::Begin() {
         throw EngineError(EngineErrorNumber::InvalidArgument,
                           QStringLiteral("A transaction is open already; transactions do not nest."));
     }
-    statements_.Run("BEGIN IMMEDIATE");
+    statements_.Run("BEGIN IMMEDIATE"_ba);
     inTransaction_ = true;
     queriesTouched_ = false;
 }
@@ -94,7 +96,7 @@ void Session::Commit() {
         throw EngineError(EngineErrorNumber::Failed,
                           QStringLiteral("The changes were taken back after a failure; nothing was kept."));
     }
-    statements_.Run("COMMIT");
+    statements_.Run("COMMIT"_ba);
     inTransaction_ = false;
 }
 
@@ -102,7 +104,7 @@ void Session::Rollback() noexcept {
     inTransaction_ = false;
     try {
         if (!connection_.InAutocommit()) {
-            statements_.Run("ROLLBACK");
+            statements_.Run("ROLLBACK"_ba);
         }
         if (queriesTouched_) {
             NoteChange(storedQueryTable);
@@ -127,6 +129,7 @@ void Session::GiveBack(std::unique_ptr<RecordsetStorage> storage) noexcept {
         storage->input.plan.reset();
         storage->input.parameters.clear();
         storage->rows.Reset(0);
+        storage->keys.Reset(0);
         idleStorage_.push_back(std::move(storage));
     }
 }

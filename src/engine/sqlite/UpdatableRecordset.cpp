@@ -43,23 +43,27 @@ void UpdatableRecordset::Fill() {
     lastModified_ = {};
     loaded_ = false;
     reread_ = {};
-    keys_.Reset(static_cast<int>(plan.keyPositions.size()));
-    keyReader_.SetTypes(plan.keyTypes);
-    record_.row.Reset(FieldCount(plan));
-    record_.reader.SetTypes(plan.types);
+    Keys().Reset(static_cast<int>(plan.keyPositions.size()));
+    storage_->keyReader.SetTypes(plan.keyTypes);
+    storage_->reader.SetTypes(plan.types);
     cursor_.Open(0, session_.NextOpening());
     Statement statement = plan.statement->Acquire(Text());
     storage_->binder.Bind(statement, plan.compiled.bindings, storage_->input);
     while (statement.Step(Text())) {
-        if (keys_.Size() == 0) {
+        if (Keys().Size() == 0) {
             // Most sets are opened for one record: its fields come with its key.
-            record_.row.Append(statement.Handle());
-            record_.reader.Show(record_.row.At(0));
+            ShowRow(statement.Handle());
             loaded_ = true;
         }
-        keys_.Append(statement.Handle(), plan.keyPositions);
+        Keys().Append(statement.Handle(), plan.keyPositions);
     }
-    cursor_.Open(keys_.Size(), session_.NextOpening());
+    cursor_.Open(Keys().Size(), session_.NextOpening());
+}
+
+void UpdatableRecordset::ShowRow(sqlite3_stmt* row) const {
+    storage_->rows.Reset(FieldCount(ThePlan()));
+    storage_->rows.Append(row);
+    storage_->reader.Show(storage_->rows.At(0));
 }
 
 void UpdatableRecordset::Arrive() {
@@ -86,7 +90,7 @@ Field UpdatableRecordset::Show(int index) const {
         }
     }
     Load();
-    return record_.reader.At(index);
+    return storage_->reader.At(index);
 }
 
 void UpdatableRecordset::Load() const {
@@ -94,13 +98,13 @@ void UpdatableRecordset::Load() const {
         return;
     }
     WithText([this] { cursor_.Position(); });
-    if (cursor_.IsOnErased() || !Read(CurrentKey(), record_)) {
+    if (cursor_.IsOnErased() || !Read()) {
         ThrowDeleted();
     }
     loaded_ = true;
 }
 
-bool UpdatableRecordset::Read(const std::vector<Field>& key, Record& into) const {
+bool UpdatableRecordset::Read() const {
     const Plan& plan = ThePlan();
     const auto& bindings = plan.compiled.rereadBindings;
     if (!reread_) {
@@ -109,15 +113,12 @@ bool UpdatableRecordset::Read(const std::vector<Field>& key, Record& into) const
     }
     reread_.Reset();
     int place = static_cast<int>(bindings.size());
-    for (const Field& part : key) {
+    for (const Field& part : CurrentKey()) {
         reread_.Bind(++place, part);
     }
     const bool found = reread_.Step(Text());
     if (found) {
-        into.row.Reset(FieldCount(plan));
-        into.row.Append(reread_.Handle());
-        into.reader.SetTypes(plan.types);
-        into.reader.Show(into.row.At(0));
+        ShowRow(reread_.Handle());
     }
     reread_.Reset();
     return found;
@@ -128,8 +129,8 @@ void UpdatableRecordset::ThrowDeleted() const {
 }
 
 std::vector<Field> UpdatableRecordset::CurrentKey() const {
-    keyReader_.Show(keys_.At(cursor_.Position()));
-    return FieldsOf(keyReader_, ThePlan().keyPositions.size());
+    storage_->keyReader.Show(Keys().At(cursor_.Position()));
+    return FieldsOf(storage_->keyReader, ThePlan().keyPositions.size());
 }
 
 std::vector<Field> UpdatableRecordset::KeyOf(const std::vector<Field>& keys, std::size_t base) const {
@@ -200,16 +201,15 @@ std::vector<std::vector<FieldChange>> UpdatableRecordset::Changes() const {
             continue;
         }
         const auto position = static_cast<std::size_t>(i);
-        const dialect::ResultColumn& column = plan.compiled.columns[position];
         const FieldType type = plan.types[position];
-        FieldChange change{column.baseColumn, type, {}, value->AsField(type)};
+        FieldChange change{i, {}, value->AsField(type)};
         if (edit_.Pending() == EditBuffer::Mode::Edit) {
-            change.before = record_.reader.At(i);
+            change.before = storage_->reader.At(i);
             if (SameContent(change.before, change.after, type)) {
                 continue;
             }
         }
-        changes[static_cast<std::size_t>(column.base)].push_back(std::move(change));
+        changes[static_cast<std::size_t>(plan.compiled.columns[position].base)].push_back(std::move(change));
     }
     return changes;
 }
@@ -223,26 +223,22 @@ void UpdatableRecordset::WriteEdit() {
     }
     const std::vector<Field> keys = CurrentKey();
     const std::vector<Field> keysAfter = KeyAfter(keys, changes);
-    Record written;
-    bool found = false;
     {
         WriteScope scope(session_, Text());
-        RecordWriter writer(session_, Text());
+        RecordWriter writer(session_, ThePlan(), Text());
         for (std::size_t base = 0; base < changes.size(); ++base) {
             if (!changes[base].empty()) {
-                writer.Update(Bases()[base], KeyOf(keys, base), changes[base]);
+                writer.Update(base, KeyOf(keys, base), changes[base]);
                 session_.NoteChange(Bases()[base].table);
             }
         }
-        found = Read(keysAfter, written);
         scope.Commit();
     }
-    loaded_ = found;
+    loaded_ = false;
     if (!std::equal(keys.begin(), keys.end(), keysAfter.begin(), IsSameKey)) {
-        keys_.Append(keysAfter);
-        keys_.MoveLastTo(cursor_.Position());
+        Keys().Append(keysAfter);
+        Keys().MoveLastTo(cursor_.Position());
     }
-    record_ = std::move(written);
     lastModified_ = cursor_.Mark();
     edit_.Drop();
 }
@@ -254,7 +250,7 @@ std::vector<Field> UpdatableRecordset::KeyAfter(std::vector<Field> keys,
     for (std::size_t base = 0; base < changes.size(); ++base) {
         for (const QString& column : Bases()[base].keyColumns) {
             for (const FieldChange& change : changes[base]) {
-                if (change.column == column) {
+                if (ThePlan().compiled.columns[static_cast<std::size_t>(change.field)].baseColumn == column) {
                     keys[place] = change.after;
                 }
             }
@@ -288,46 +284,48 @@ std::size_t UpdatableRecordset::BaseOfAddition(const std::vector<std::vector<Fie
 void UpdatableRecordset::WriteAddition() {
     const auto changes = Changes();
     const std::size_t base = BaseOfAddition(changes);
-    const qint64 known = keys_.Size();
+    const qint64 known = Keys().Size();
     try {
         WriteScope scope(session_, Text());
-        RecordWriter writer(session_, Text());
-        const std::vector<FieldType> untyped(KeySize(Bases()[base]), FieldType::Unknown);
-        Record newKey;
-        newKey.row.Reset(static_cast<int>(untyped.size()));
-        writer.Insert(Bases()[base], changes[base], [&newKey](sqlite3_stmt* key) { newKey.row.Append(key); });
-        newKey.reader.SetTypes(untyped);
-        newKey.reader.Show(newKey.row.At(0));
-        AppendNewRecords(base, FieldsOf(newKey.reader, untyped.size()));
+        RecordWriter writer(session_, ThePlan(), Text());
+        RowArena newKey;
+        newKey.Reset(static_cast<int>(KeySize(Bases()[base])));
+        writer.Insert(base, changes[base], [&newKey](sqlite3_stmt* key) { newKey.Append(key); });
+        AppendNewRecords(base, newKey);
         session_.NoteChange(Bases()[base].table);
         scope.Commit();
     } catch (...) {
-        keys_.Truncate(known);
+        Keys().Truncate(known);
         throw;
     }
     edit_.Drop();
     lastModified_ = {};
-    for (qint64 position = known; position < keys_.Size(); ++position) {
+    for (qint64 position = known; position < Keys().Size(); ++position) {
         cursor_.Append();
         lastModified_ = cursor_.MarkOf(position);
     }
 }
 
 // In a join the new record shows only together with the other tables' records, which the query itself has to find.
-void UpdatableRecordset::AppendNewRecords(std::size_t base, const std::vector<Field>& newKey) {
+void UpdatableRecordset::AppendNewRecords(std::size_t base, const RowArena& newRow) {
+    const std::vector<FieldType> untyped(KeySize(Bases()[base]), FieldType::Unknown);
+    RowReader reader;
+    reader.SetTypes(untyped);
+    reader.Show(newRow.At(0));
+    const std::vector<Field> newKey = FieldsOf(reader, untyped.size());
     if (Bases().size() == 1) {
-        keys_.Append(newKey);
+        Keys().Append(newKey);
         return;
     }
     const Plan& plan = ThePlan();
     Statement statement = plan.statement->Acquire(Text());
     storage_->binder.Bind(statement, plan.compiled.bindings, storage_->input);
     while (statement.Step(Text())) {
-        keys_.Append(statement.Handle(), plan.keyPositions);
-        keyReader_.Show(keys_.At(keys_.Size() - 1));
-        const std::vector<Field> here = KeyOf(FieldsOf(keyReader_, plan.keyPositions.size()), base);
+        Keys().Append(statement.Handle(), plan.keyPositions);
+        storage_->keyReader.Show(Keys().At(Keys().Size() - 1));
+        const std::vector<Field> here = KeyOf(FieldsOf(storage_->keyReader, plan.keyPositions.size()), base);
         if (!std::equal(newKey.begin(), newKey.end(), here.begin(), IsSameKey)) {
-            keys_.Truncate(keys_.Size() - 1);
+            Keys().Truncate(Keys().Size() - 1);
         }
     }
 }
@@ -344,7 +342,7 @@ void UpdatableRecordset::Delete() {
         ThrowDeleted();
     }
     WriteScope scope(session_, Text());
-    RecordWriter(session_, Text()).Delete(Bases().front(), CurrentKey());
+    RecordWriter(session_, ThePlan(), Text()).Delete(0, CurrentKey());
     session_.NoteChange(Bases().front().table);
     scope.Commit();
     loaded_ = false;

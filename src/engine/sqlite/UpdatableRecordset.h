@@ -7,7 +7,7 @@
 namespace velmora::engine::sqlite {
 
 // A set that can be edited. It keeps the keys of its records as they were at the opening, and reads a record itself
-// when its first field is asked for after a move, so that it shows what the database holds by then.
+// when its first field is asked for after a move or an update, so that it shows what the database holds by then.
 class UpdatableRecordset final : public CursorRecordset {
 public:
     // The plan must be updatable.
@@ -27,20 +27,15 @@ public:
 private:
     using Base = dialect::BaseTable;
 
-    // Exactly one record's fields, as last read.
-    struct Record {
-        RowArena row;
-        RowReader reader;
-    };
-
     void Fill() override;
     void Arrive() override;
 
     Field Show(int index) const;
     // Reads the current record unless that was done since the last move. Throws NoCurrentRecord, RecordDeleted.
     void Load() const;
-    // False when there is no such record any more.
-    bool Read(const std::vector<Field>& key, Record& into) const;
+    // Reads the record with the current key into the storage; false when there is none any more.
+    bool Read() const;
+    void ShowRow(sqlite3_stmt* row) const;
     [[noreturn]] void ThrowDeleted() const;
 
     const std::vector<Base>& Bases() const { return ThePlan().compiled.bases; }
@@ -54,11 +49,11 @@ private:
     std::vector<std::vector<FieldChange>> Changes() const;
     std::vector<Field> KeyAfter(std::vector<Field> keys, const std::vector<std::vector<FieldChange>>& changes) const;
     std::size_t BaseOfAddition(const std::vector<std::vector<FieldChange>>& changes) const;
-    void AppendNewRecords(std::size_t base, const std::vector<Field>& newKey);
+    void AppendNewRecords(std::size_t base, const RowArena& newRow);
 
-    RowArena keys_;
-    mutable RowReader keyReader_;
-    mutable Record record_;
+    RowArena& Keys() const { return storage_->keys; }
+
+    // The current record's fields are the one row of the storage.
     mutable bool loaded_ = false;
     mutable Statement reread_;
     mutable ValueBinder rereadBinder_;

@@ -1,5 +1,7 @@
 #include "engine/sqlite/WriteScope.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace velmora::engine::sqlite {
 
 WriteScope::WriteScope(Session& session, const QString& sql)
@@ -10,7 +12,7 @@ WriteScope::WriteScope(Session& session, const QString& sql)
         throw EngineError(EngineErrorNumber::Failed,
                           QStringLiteral("The transaction was taken back after a failure; start it again."), sql);
     }
-    session_.Statements().Run(nested_ ? "SAVEPOINT change" : "BEGIN IMMEDIATE", sql_);
+    session_.Statements().Run(nested_ ? "SAVEPOINT change"_ba : "BEGIN IMMEDIATE"_ba, sql_);
 }
 
 WriteScope::~WriteScope() {
@@ -19,10 +21,10 @@ WriteScope::~WriteScope() {
     }
     try {
         if (nested_) {
-            session_.Statements().Run("ROLLBACK TO change");
-            session_.Statements().Run("RELEASE change");
+            session_.Statements().Run("ROLLBACK TO change"_ba);
+            session_.Statements().Run("RELEASE change"_ba);
         } else {
-            session_.Statements().Run("ROLLBACK");
+            session_.Statements().Run("ROLLBACK"_ba);
         }
     } catch (const std::exception&) {
         // The error that led here is the one to report; the journal restores the file.
@@ -30,7 +32,7 @@ WriteScope::~WriteScope() {
 }
 
 void WriteScope::Commit() {
-    session_.Statements().Run(nested_ ? "RELEASE change" : "COMMIT", sql_);
+    session_.Statements().Run(nested_ ? "RELEASE change"_ba : "COMMIT"_ba, sql_);
     open_ = false;
 }
 
