@@ -40,13 +40,10 @@ public:
             FROM Reservation r JOIN Asset a ON a.AssetID = r.Asset
                 LEFT JOIN Person p ON p.LastName = r.LastName AND p.FirstName = r.FirstName
             WHERE r.Start >= ?1 AND r.Start < ?2 ORDER BY r.Start, a.Name, r.ID)");
-        person_ = store_.Prepare(
-            "SELECT LastName, FirstName, Phone, Extension, Storage, SecretaryLast, SecretaryFirst, Code1, Code2, Code3 "
-            "FROM Person WHERE LastName = ?1 AND FirstName = ?2");
-        guest_ = store_.Prepare("SELECT Asset FROM Reservation WHERE EventType = 'Guest Extension' AND Link = ?1");
-        asset_ = store_.Prepare("SELECT Name, Description, Jack, Port, StationType, SwitchInterface FROM Asset "
-                                "WHERE AssetID = ?1");
-        notes_ = store_.Prepare("SELECT NoteCategory, Name, Note FROM Note WHERE Reservation = ?1 ORDER BY ID");
+        person_ = store_.Prepare("SELECT * FROM Person WHERE LastName = ?1 AND FirstName = ?2");
+        guest_ = store_.Prepare("SELECT * FROM Reservation WHERE EventType = 'Guest Extension' AND Link = ?1");
+        asset_ = store_.Prepare("SELECT * FROM Asset WHERE AssetID = ?1");
+        notes_ = store_.Prepare("SELECT * FROM Note WHERE Reservation = ?1 ORDER BY ID");
         start_ = StorageText(StartOfDay(day)).toStdString();
         end_ = StorageText(StartOfDay(day + std::chrono::days(1))).toStdString();
     }
@@ -62,22 +59,24 @@ public:
         sqlite3_bind_text(rows_, 1, start_.data(), static_cast<int>(start_.size()), SQLITE_STATIC);
         sqlite3_bind_text(rows_, 2, end_.data(), static_cast<int>(end_.size()), SQLITE_STATIC);
         while (store_.Step(rows_)) {
-            size += Read(rows_);
+            for (int column = 0; column < sqlite3_column_count(rows_); ++column) {
+                size += ReadColumn(rows_, column);
+            }
             if (Text(1).starts_with("Unused") || sqlite3_column_int(rows_, location) == 0 || Text(3) == "UNUSED") {
                 continue;
             }
             ++printed_;
             BindText(person_, 1, Text(lastName));
             BindText(person_, 2, Text(firstName));
-            size += ReadAll(person_);
+            size += ReadAll(person_, personColumns_);
             sqlite3_bind_int64(guest_, 1, sqlite3_column_int64(rows_, id));
             if (store_.Step(guest_)) {
-                sqlite3_bind_int64(asset_, 1, sqlite3_column_int64(guest_, 0));
-                size += ReadAll(asset_);
+                sqlite3_bind_int64(asset_, 1, sqlite3_column_int64(guest_, guestAsset));
+                size += ReadAll(asset_, assetColumns_);
             }
             sqlite3_reset(guest_);
             sqlite3_bind_int64(notes_, 1, sqlite3_column_int64(rows_, id));
-            size += ReadAll(notes_);
+            size += ReadAll(notes_, noteColumns_);
         }
         sqlite3_reset(rows_);
         return size;
@@ -93,25 +92,29 @@ private:
     static void BindText(sqlite3_stmt* statement, int index, std::string_view text) {
         sqlite3_bind_text(statement, index, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
     }
-    static qint64 Read(sqlite3_stmt* statement) {
-        qint64 size = 0;
-        for (int column = 0; column < sqlite3_column_count(statement); ++column) {
-            if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
-                size += sqlite3_column_int64(statement, column) != 0 ? 1 : 0;
-            } else if (const auto* text = sqlite3_column_text(statement, column)) {
-                size += sqlite3_column_bytes(statement, column) + (*text == 0 ? 1 : 0);
-            }
+    static qint64 ReadColumn(sqlite3_stmt* statement, int column) {
+        if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
+            return sqlite3_column_int64(statement, column) != 0 ? 1 : 0;
         }
-        return size;
+        const auto* text = sqlite3_column_text(statement, column);
+        return text == nullptr ? 0 : sqlite3_column_bytes(statement, column) + (*text == 0 ? 1 : 0);
     }
-    qint64 ReadAll(sqlite3_stmt* statement) {
+    qint64 ReadAll(sqlite3_stmt* statement, const std::vector<int>& columns) {
         qint64 size = 0;
         while (store_.Step(statement)) {
-            size += Read(statement);
+            for (const int column : columns) {
+                size += ReadColumn(statement, column);
+            }
         }
         sqlite3_reset(statement);
         return size;
     }
+
+    // Where the columns that the report reads stand in "SELECT *".
+    const std::vector<int> personColumns_{0, 1, 6, 7, 8, 9, 10, 11, 12, 13};
+    const std::vector<int> assetColumns_{1, 2, 7, 8, 9, 10};
+    const std::vector<int> noteColumns_{2, 3, 4};
+    static constexpr int guestAsset = 1;
 
     bench::BareStore store_;
     sqlite3_stmt* rows_ = nullptr;

@@ -56,6 +56,10 @@ bool HasHalfDays(QStringView pattern) {
     });
 }
 
+void AppendText(DatePattern::Buffer& out, const QString& text) {
+    out.append(text.constData(), text.size());
+}
+
 // How many times the first letter stands in a row, at most `limit`.
 int Repeats(QStringView pattern, int limit) {
     int count = 1;
@@ -157,7 +161,7 @@ int DatePattern::NumberOf(Part part, const DateTimeFields& fields) {
     }
 }
 
-void DatePattern::AppendNumber(QString& out, int number, int width) const {
+void DatePattern::AppendNumber(Buffer& out, int number, int width) const {
     constexpr int most = 4;
     std::array<int, most> digits{};
     int count = 0;
@@ -168,31 +172,31 @@ void DatePattern::AppendNumber(QString& out, int number, int width) const {
     while (count-- > 0) {
         const int digit = digits.at(static_cast<size_t>(count));
         if (zero_.size() == 1) {
-            out += QChar(static_cast<char16_t>(zero_[0].unicode() + digit));
+            out.append(QChar(static_cast<char16_t>(zero_[0].unicode() + digit)));
         } else {
             const auto zero = static_cast<int>(zero_.toUcs4().value(0, u'0'));
             const auto letter = static_cast<char32_t>(zero + digit);
-            out += QString::fromUcs4(&letter, 1);
+            AppendText(out, QString::fromUcs4(&letter, 1));
         }
     }
 }
 
-void DatePattern::Append(QString& out, const DateTimeFields& fields) const {
+void DatePattern::Append(Buffer& out, const DateTimeFields& fields) const {
     for (const Item& item : items_) {
         switch (item.part) {
         case Part::Text:
-            out += item.texts[0];
+            AppendText(out, item.texts[0]);
             break;
         case Part::DayName:
             if (const auto day = MakeDate(fields.year, fields.month, fields.day)) {
-                out += item.texts[Weekday(*day) - 1];
+                AppendText(out, item.texts[Weekday(*day) - 1]);
             }
             break;
         case Part::MonthName:
-            out += item.texts.value(fields.month - 1);
+            AppendText(out, item.texts.value(fields.month - 1));
             break;
         case Part::HalfDay:
-            out += item.texts[fields.hour < 12 ? 0 : 1];
+            AppendText(out, item.texts[fields.hour < 12 ? 0 : 1]);
             break;
         default:
             AppendNumber(out, NumberOf(item.part, fields), item.width);

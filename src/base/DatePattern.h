@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QString>
 #include <QStringList>
+#include <QVarLengthArray>
 
 #include <vector>
 
@@ -15,8 +16,11 @@ namespace velmora {
 // every blank a plain blank. Understands the letters d, M, y (as a 4-digit year), h, H, m, s and a; others are text.
 class DatePattern {
 public:
+    // Holds a date text without asking for memory.
+    using Buffer = QVarLengthArray<QChar, 64>;
+
     DatePattern(QStringView pattern, const QLocale& locale);
-    void Append(QString& out, const DateTimeFields& fields) const;
+    void Append(Buffer& out, const DateTimeFields& fields) const;
 
 private:
     enum class Part { Text, Day, Month, Year, Hour, HourOfHalfDay, Minute, Second, DayName, MonthName, HalfDay };
@@ -32,7 +36,7 @@ private:
     void AddPart(Part part, int width, QStringList texts = {});
     // Handles the run of one letter at `pattern[0]`; returns how many characters it took.
     qsizetype AddLetters(QStringView pattern, const QLocale& locale, bool halfDays);
-    void AppendNumber(QString& out, int number, int width) const;
+    void AppendNumber(Buffer& out, int number, int width) const;
     static int NumberOf(Part part, const DateTimeFields& fields);
 
     std::vector<Item> items_;

@@ -11,8 +11,8 @@ namespace velmora {
 class Error : public std::exception {
 public:
     Error(int number, QString description, QString source, QString detail = {})
-        : number_(number), description_(std::move(description)), source_(std::move(source)),
-          detail_(std::move(detail)), bytes_(description_.toUtf8()) {}
+        : number_(number), description_(std::move(description)), source_(std::move(source)), detail_(std::move(detail)),
+          bytes_(description_.toUtf8()) {}
 
     int Number() const { return number_; }
     const QString& Description() const { return description_; }

@@ -78,33 +78,41 @@ std::optional<LocaleText> LocaleText::ByName(const QString& name) {
     return LocaleText(locale);
 }
 
+namespace {
+
+QString ToText(const DatePattern::Buffer& buffer) {
+    return QString(buffer.constData(), buffer.size());
+}
+
+QString Written(const DatePattern& pattern, const DateTimeFields& fields) {
+    DatePattern::Buffer buffer;
+    pattern.Append(buffer, fields);
+    return ToText(buffer);
+}
+
+} // namespace
+
 QString LocaleText::ShortDate(Date day) const {
-    QString text;
-    shortDate_.Append(text, Fields(StartOfDay(day)));
-    return text;
+    return Written(shortDate_, Fields(StartOfDay(day)));
 }
 
 QString LocaleText::LongDate(Date day) const {
-    QString text;
-    longDate_.Append(text, Fields(StartOfDay(day)));
-    return text;
+    return Written(longDate_, Fields(StartOfDay(day)));
 }
 
 QString LocaleText::GeneralDate(DateTime moment) const {
     const DateTimeFields fields = Fields(moment);
-    QString text;
-    shortDate_.Append(text, fields);
+    DatePattern::Buffer buffer;
+    shortDate_.Append(buffer, fields);
     if (fields.hour != 0 || fields.minute != 0 || fields.second != 0) {
-        text += u' ';
-        (fields.second == 0 ? time_ : timeWithSeconds_).Append(text, fields);
+        buffer.append(u' ');
+        (fields.second == 0 ? time_ : timeWithSeconds_).Append(buffer, fields);
     }
-    return text;
+    return ToText(buffer);
 }
 
 QString LocaleText::MediumTime(DateTime moment) const {
-    QString text;
-    time_.Append(text, Fields(moment));
-    return text;
+    return Written(time_, Fields(moment));
 }
 
 std::optional<Date> LocaleText::ParseDate(const QString& text) const {

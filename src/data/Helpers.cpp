@@ -38,6 +38,9 @@ QString AssetKey(const Value& value) {
 }
 
 QString SqlText(const QString& text) {
+    if (!text.contains(u'"')) {
+        return u'"' + text + u'"';
+    }
     QString quoted = text;
     quoted.replace(u'"', QStringLiteral("\"\""));
     return u'"' + quoted + u'"';

@@ -5,6 +5,7 @@
 #include "desk/DailyMode.h"
 #include "desk/DailyRow.h"
 #include "desk/DetailBlocks.h"
+#include "desk/DetailReader.h"
 #include "desk/FieldText.h"
 #include "desk/ReportFrame.h"
 
@@ -29,12 +30,13 @@ private:
     void ChooseReport();
     void OpenRows();
     void PrintRows();
-    void PrintRow(const DailyRow& row);
+    // `details` is what was read ahead for the row; null when nothing was.
+    void PrintRow(const DailyRow& row, ReservationDetails* details);
     void PrintLocationHeading(const DailyRow& row);
     void PrintReservationLine(const DailyRow& row);
     void PrintBriefBody(const DailyRow& row);
-    void PrintFullBody(const DailyRow& row);
-    void PrintPhoneLines(const DailyRow& row);
+    void PrintFullBody(const DailyRow& row, const ReservationDetails* details);
+    void PrintPhoneLines(const DailyRow& row, const ReservationDetails* details);
     void AppendPeriod(QByteArray& line, const DailyRow& row) const;
 
     // Runs one statement of the report as a step.
@@ -95,13 +97,18 @@ void DailyReport::OpenRows() {
 
 void DailyReport::PrintRows() {
     const DailyFilter filter(mode_.variant, options_, startupArgument_);
+    DetailReader reader(context_.database, filter,
+                        {.persons = !options_.chkBrief,
+                         .guestExtensions = !options_.chkBrief && options_.chkIncludePhone,
+                         .notes = options_.chkIncludeNotes});
     while (!rows_->EndOfFile()) {
         if (!frame_.BeforeRow(*rows_)) {
             return;
         }
+        ReservationDetails* details = reader.Next(*rows_);
         DailyRow row;
         if (Step([&] { row = DailyRow::Read(*rows_); }) && !filter.LeavesOut(row)) {
-            PrintRow(row);
+            PrintRow(row, details);
         }
         if (!Step([this] { rows_->MoveNext(); })) {
             return;
@@ -110,16 +117,19 @@ void DailyReport::PrintRows() {
     frame_.ShowSending();
 }
 
-void DailyReport::PrintRow(const DailyRow& row) {
+void DailyReport::PrintRow(const DailyRow& row, ReservationDetails* details) {
     Step([&] { PrintLocationHeading(row); });
     Step([&] { PrintReservationLine(row); });
     if (options_.chkBrief) {
         Step([&] { PrintBriefBody(row); });
     } else {
-        PrintFullBody(row);
+        PrintFullBody(row, details);
     }
     if (options_.chkIncludeNotes) {
-        Step([&] { PrintReservationNotes(context_, static_cast<qint32>(row.ID.ToInteger())); });
+        Step([&] {
+            details != nullptr ? PrintNotes(context_, *details->notes)
+                               : PrintReservationNotes(context_, static_cast<qint32>(row.ID.ToInteger()));
+        });
     }
     if (!options_.chkBrief) {
         // Sets this reservation off from the next.
@@ -185,7 +195,7 @@ void DailyReport::PrintBriefBody(const DailyRow& row) {
                                 captioned("Rm. Ext. ", row.DefaultExtension));
 }
 
-void DailyReport::PrintFullBody(const DailyRow& row) {
+void DailyReport::PrintFullBody(const DailyRow& row, const ReservationDetails* details) {
     print::PrintJob& job = context_.job;
     Step([&] {
         job.PrintTwoLabelValues(Translate(u"Organization"_s), FieldText(row.Organization), Translate(u"Space Type"_s),
@@ -195,13 +205,16 @@ void DailyReport::PrintFullBody(const DailyRow& row) {
         job.PrintTwoLabelValues(Translate(u"Permanent"_s), FieldText(row.Permanent), Translate(u"Attendees"_s),
                                 FieldText(row.Attendees));
     });
-    Step([&] { PrintPersonBlock(context_, row.LastName.ToText(), row.FirstName.ToText()); });
+    Step([&] {
+        details != nullptr ? PrintPerson(context_, *details->person)
+                           : PrintPersonBlock(context_, row.LastName.ToText(), row.FirstName.ToText());
+    });
     if (options_.chkIncludePhone) {
-        PrintPhoneLines(row);
+        PrintPhoneLines(row, details);
     }
 }
 
-void DailyReport::PrintPhoneLines(const DailyRow& row) {
+void DailyReport::PrintPhoneLines(const DailyRow& row, const ReservationDetails* details) {
     const auto printPair = [this](const char* label1, const engine::Field& field1, const char* label2,
                                   const engine::Field& field2) {
         const FieldText value1(field1);
@@ -217,7 +230,10 @@ void DailyReport::PrintPhoneLines(const DailyRow& row) {
             context_.job.PrintLabelValue("Switch Interface", interface);
         }
     });
-    Step([&] { PrintGuestExtension(context_, static_cast<qint32>(row.ID.ToInteger())); });
+    Step([&] {
+        details != nullptr ? PrintGuestLocation(context_, details->guestLocation.get())
+                           : PrintGuestExtension(context_, static_cast<qint32>(row.ID.ToInteger()));
+    });
 }
 
 } // namespace

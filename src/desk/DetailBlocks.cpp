@@ -1,7 +1,7 @@
 #include "desk/DetailBlocks.h"
 
 #include "base/Translate.h"
-#include "data/Helpers.h"
+#include "desk/DetailRecords.h"
 #include "desk/FieldText.h"
 
 #include <array>
@@ -23,9 +23,7 @@ QByteArray FullName(const FieldText& first, const FieldText& last) {
     return name;
 }
 
-std::unique_ptr<Recordset> OpenLocation(ReportContext& context, qint16 asset) {
-    return context.database.OpenRecordset(u"Select * from Asset where AssetID = "_s + QString::number(asset));
-}
+} // namespace
 
 void PrintLocation(ReportContext& context, const Recordset& location) {
     print::PrintJob& job = context.job;
@@ -50,17 +48,12 @@ void PrintLocation(ReportContext& context, const Recordset& location) {
     }
 }
 
-} // namespace
-
-void PrintPersonBlock(ReportContext& context, const QString& lastName, const QString& firstName) {
+void PrintPerson(ReportContext& context, const Recordset& person) {
     print::PrintJob& job = context.job;
-    const auto rows = context.database.OpenRecordset(u"Select * from Person where LastName = "_s + SqlText(lastName) +
-                                                     u" and FirstName = "_s + SqlText(firstName));
-    if (rows->EndOfFile()) {
+    if (person.EndOfFile()) {
         job.PrintParagraph(Translate(u"Unable to open person record"_s));
         return;
     }
-    const Recordset& person = *rows;
     const FieldText secretaryFirst(person["SecretaryFirst"]);
     const FieldText secretaryLast(person["SecretaryLast"]);
     const FieldText storage(person["Storage"]);
@@ -88,36 +81,41 @@ void PrintPersonBlock(ReportContext& context, const QString& lastName, const QSt
     }
 }
 
-void PrintGuestExtension(ReportContext& context, qint32 reservation) {
-    const auto extensions = context.database.OpenRecordset(u"Select * from Reservation where EventType = "_s +
-                                                           SqlText(u"Guest Extension"_s) + u" and Link = "_s +
-                                                           QString::number(reservation));
-    if (extensions->EndOfFile()) {
-        return;
+void PrintGuestLocation(ReportContext& context, const Recordset* location) {
+    if (location != nullptr) {
+        context.job.PrintSectionHeading(Translate(u"Guest Extension Reserved"_s));
+        PrintLocation(context, *location);
     }
-    const auto location = OpenLocation(context, static_cast<qint16>((*extensions)["Asset"].ToInteger()));
-    context.job.PrintSectionHeading(Translate(u"Guest Extension Reserved"_s));
-    PrintLocation(context, *location);
+}
+
+void PrintNotes(ReportContext& context, Recordset& notes) {
+    const int indent = static_cast<int>(std::lrint(context.program.services().printers.PageWidth() * 0.1));
+    QByteArray heading;
+    for (; !notes.EndOfFile(); notes.MoveNext()) {
+        heading.clear();
+        print::AppendUtf8(heading, FieldText(notes["NoteCategory"]));
+        heading += ": ";
+        print::AppendUtf8(heading, FieldText(notes["Name"]));
+        context.job.EnsureRoom(5);
+        context.job.PrintSectionHeading(heading, indent);
+        context.job.PrintParagraph(FieldText(notes["Note"]));
+    }
+}
+
+void PrintPersonBlock(ReportContext& context, const QString& lastName, const QString& firstName) {
+    PrintPerson(context, *OpenPerson(context.database, lastName, firstName));
+}
+
+void PrintGuestExtension(ReportContext& context, qint32 reservation) {
+    PrintGuestLocation(context, OpenGuestLocation(context.database, reservation).get());
 }
 
 void PrintLocationBlock(ReportContext& context, qint16 asset) {
-    PrintLocation(context, *OpenLocation(context, asset));
+    PrintLocation(context, *OpenLocation(context.database, asset));
 }
 
 void PrintReservationNotes(ReportContext& context, qint32 reservation) {
-    const auto notes =
-        context.database.OpenRecordset(u"Select * from [Note] where Reservation = "_s + QString::number(reservation));
-    const int indent = static_cast<int>(std::lrint(context.program.services().printers.PageWidth() * 0.1));
-    QByteArray heading;
-    for (; !notes->EndOfFile(); notes->MoveNext()) {
-        heading.clear();
-        print::AppendUtf8(heading, FieldText((*notes)["NoteCategory"]));
-        heading += ": ";
-        print::AppendUtf8(heading, FieldText((*notes)["Name"]));
-        context.job.EnsureRoom(5);
-        context.job.PrintSectionHeading(heading, indent);
-        context.job.PrintParagraph(FieldText((*notes)["Note"]));
-    }
+    PrintNotes(context, *OpenNotes(context.database, reservation));
 }
 
 } // namespace velmora

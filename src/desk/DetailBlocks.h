@@ -18,4 +18,11 @@ void PrintLocationBlock(ReportContext& context, qint16 asset);
 // A heading and a paragraph per note; nothing without notes.
 void PrintReservationNotes(ReportContext& context, qint32 reservation);
 
+// The same blocks from records that were read before (see DetailRecords.h).
+void PrintPerson(ReportContext& context, const engine::Recordset& person);
+// `location` is null without a guest extension.
+void PrintGuestLocation(ReportContext& context, const engine::Recordset* location);
+void PrintLocation(ReportContext& context, const engine::Recordset& location);
+void PrintNotes(ReportContext& context, engine::Recordset& notes);
+
 } // namespace velmora

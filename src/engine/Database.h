@@ -136,6 +136,9 @@ private:
     virtual void BeginTransaction() = 0;
     virtual void CommitTransaction() = 0;
     virtual void RollbackTransaction() noexcept = 0;
+    friend class ReadScope;
+    virtual void BeginReading() {}
+    virtual void EndReading() noexcept {}
 };
 
 // Several changes as one: kept by Commit, undone when the guard goes without it. Takes the write lock at once, so it
@@ -150,6 +153,20 @@ public:
 
 private:
     Database* database_;
+};
+
+// Several small reads for the price of one: the database's read lock is taken once and they all see the same state.
+// Until the scope ends other users' changes wait, so it must not live across a question to the user or pending events.
+// A change made inside ends it early. Nests.
+class ReadScope {
+public:
+    explicit ReadScope(Database& database) : database_(database) { database_.BeginReading(); }
+    ~ReadScope() { database_.EndReading(); }
+    ReadScope(const ReadScope&) = delete;
+    ReadScope& operator=(const ReadScope&) = delete;
+
+private:
+    Database& database_;
 };
 
 } // namespace velmora::engine

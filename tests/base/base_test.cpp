@@ -86,9 +86,10 @@ TEST(DatePatternTest, WritesWhatTheToolkitWritesInEveryLocale) {
             const QDateTime same(QDate(fields.year, fields.month, fields.day),
                                  QTime(fields.hour, fields.minute, fields.second), Qt::UTC);
             for (const QString& pattern : patterns) {
-                QString text;
-                DatePattern(pattern, locale).Append(text, fields);
-                EXPECT_EQ(text.toStdString(), plain(locale.toString(same, pattern)).toStdString())
+                DatePattern::Buffer buffer;
+                DatePattern(pattern, locale).Append(buffer, fields);
+                EXPECT_EQ(QString(buffer.constData(), buffer.size()).toStdString(),
+                          plain(locale.toString(same, pattern)).toStdString())
                     << locale.name().toStdString() << ' ' << pattern.toStdString();
             }
         }

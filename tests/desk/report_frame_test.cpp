@@ -120,7 +120,9 @@ TEST_F(RunTest, ARetriedFailureLeavesNoTrace) {
     const QByteArray whole = WholeReport();
     for (const char* beginning : {"QReport3", "Select * from Person", "Select * from [Note]", "Select * from Asset",
                                   "Select * from Reservation"}) {
-        faulty_->failures = {{QString::fromLatin1(beginning), 2}};
+        // Reading ahead fails once more, silently.
+        const int silent = QByteArray(beginning) == "QReport3" ? 0 : 1;
+        faulty_->failures = {{QString::fromLatin1(beginning), 2 + silent}};
         fakes_.errors.answers = {Answer::Retry, Answer::Retry};
         fakes_.errors.reports.clear();
         EXPECT_EQ(Run().toStdString(), whole.toStdString()) << beginning;
@@ -137,7 +139,7 @@ TEST_F(RunTest, AnIgnoredFailureLeavesOutWhatFailedAlone) {
     state_.chkBrief = false;
     const QByteArray whole = WholeReport();
     fakes_.errors.answers = {Answer::Ignore};
-    faulty_->failures[u"Select * from Person"_s] = 1;
+    faulty_->failures[u"Select * from Person"_s] = 2;
     QByteArray text = Run();
     EXPECT_EQ(Lines(text), Lines(whole));
     EXPECT_EQ(whole.count("\tReserved by\t") + whole.count("Unable to open"),

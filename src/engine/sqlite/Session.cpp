@@ -14,7 +14,8 @@ namespace velmora::engine::sqlite {
 
 namespace {
 
-constexpr std::size_t idleStorageKept = 4;
+// A report that reads ahead has some dozens of small sets open at a time.
+constexpr std::size_t idleStorageKept = 64;
 
 DateTime WallClock() {
     const std::time_t seconds = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
@@ -86,6 +87,7 @@ void Session::Begin() {
         throw EngineError(EngineErrorNumber::InvalidArgument,
                           QStringLiteral("A transaction is open already; transactions do not nest."));
     }
+    StopReading();
     statements_.Run("BEGIN IMMEDIATE"_ba);
     inTransaction_ = true;
     queriesTouched_ = false;
@@ -111,6 +113,32 @@ void Session::Rollback() noexcept {
         }
     } catch (const std::exception&) {
         // A rollback that fails leaves the journal in place, from which the next reader restores the file.
+    }
+}
+
+void Session::BeginReading() {
+    if (readingScopes_ == 0 && connection_.InAutocommit()) {
+        statements_.Run("BEGIN");
+        holdsReadLock_ = true;
+    }
+    ++readingScopes_;
+}
+
+void Session::EndReading() noexcept {
+    --readingScopes_;
+    if (readingScopes_ > 0) {
+        return;
+    }
+    try {
+        StopReading();
+    } catch (const std::exception&) {
+        // What was only read has nothing to lose; the next statement meets the failure again.
+    }
+}
+
+void Session::StopReading() {
+    if (std::exchange(holdsReadLock_, false) && !connection_.InAutocommit()) {
+        statements_.Run("COMMIT");
     }
 }
 

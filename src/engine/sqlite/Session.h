@@ -50,6 +50,12 @@ public:
     void Rollback() noexcept;
     bool InTransaction() const { return inTransaction_; }
 
+    // The read lock that a caller holds over several reads. Begin and End come in pairs.
+    void BeginReading();
+    void EndReading() noexcept;
+    // Gives the read lock up early, before a change.
+    void StopReading();
+
     std::unique_ptr<RecordsetStorage> TakeStorage();
     void GiveBack(std::unique_ptr<RecordsetStorage> storage) noexcept;
     // A number that no other opening of a recordset has.
@@ -65,6 +71,8 @@ private:
     std::vector<std::unique_ptr<RecordsetStorage>> idleStorage_;
     quint64 openings_ = 0;
     bool inTransaction_ = false;
+    int readingScopes_ = 0;
+    bool holdsReadLock_ = false;
     bool queriesTouched_ = false;
 };
 

@@ -23,6 +23,8 @@ private:
     void BeginTransaction() override { session_.Begin(); }
     void CommitTransaction() override { session_.Commit(); }
     void RollbackTransaction() noexcept override { session_.Rollback(); }
+    void BeginReading() override { session_.BeginReading(); }
+    void EndReading() noexcept override { session_.EndReading(); }
 
     QString path_;
     Presence presence_; // goes last: the file counts as open until its connection is closed

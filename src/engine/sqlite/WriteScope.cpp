@@ -12,6 +12,7 @@ WriteScope::WriteScope(Session& session, const QString& sql)
         throw EngineError(EngineErrorNumber::Failed,
                           QStringLiteral("The transaction was taken back after a failure; start it again."), sql);
     }
+    session_.StopReading();
     session_.Statements().Run(nested_ ? "SAVEPOINT change"_ba : "BEGIN IMMEDIATE"_ba, sql_);
 }
 
