@@ -211,7 +211,7 @@ TEST_F(ReportProgramTest, FailuresAreOneWithTheErrorReportAndLeaveNoFile) {
     const rlimit small{2000, RLIM_INFINITY};
     expectFailure(RunWords(Words(oldDaily), [small] { setrlimit(RLIMIT_FSIZE, &small); }), endJob);
     WriteFile(u"Velmora.MDB"_s, "no database at all");
-    expectFailure(Run(oldDaily), "Database is corrupt");
+    expectFailure(Run(oldDaily), "Repair it with: velmora-db repair");
 }
 
 TEST_F(ReportProgramTest, AFailingQueryIsReportedByItsPlace) {

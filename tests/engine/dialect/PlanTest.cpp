@@ -39,13 +39,13 @@ TEST_F(PlanTest, KeysAndNames) {
     ExpectPlan("Select * from [Asset/Area] where AssetID = 1 and AreaName = \"x\"", {"(AssetID=? AND AreaName=?)"});
     ExpectPlan("Select * from [Note] where Reservation = 1", {"USING INDEX NoteReservation (Reservation=?)", noSort});
     ExpectPlan("Delete from [Asset/Event] where AssetID = 1", {"(AssetID=?)"});
-    ExpectPlan("Select * from Reservation where Asset = 1", {"USING INDEX ReservationAsset (Asset=?)", noSort});
+    ExpectPlan("Select * from Reservation where Asset = 1", {"USING INDEX ReservationAsset (Asset=?)"});
     ExpectPlan("Select * from Reservation where EventType = \"Guest Extension\" and Link = 7",
                {"USING INDEX ReservationLink (EventType=? AND Link=?)", noSort});
     ExpectPlan(
         "Select * from Reservation Where LastName = \"a\" and FirstName = \"b\" and End > #03/01/2026# and Start < "
         "#03/31/2026#",
-        {"USING INDEX ReservationPerson (LastName=? AND FirstName=?)", noSort});
+        {"USING INDEX ReservationPerson (LastName=? AND FirstName=? AND End>?)"});
     ExpectPlan("Select * from Reservation where LastName In (\"a\", 'b')",
                {"USING INDEX ReservationPerson (LastName=?)"});
 }
