@@ -1,0 +1,50 @@
+// Opens a database of the largest demo tier and one of the typical tier: what opening costs must not grow with the
+// data.
+#include "data/CreateSite.h"
+#include "data/SiteSchema.h"
+
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+using namespace velmora;
+
+namespace {
+
+QString MakeSite(const QString& folder, demo::Tier tier) {
+    return CreateSite(folder, demo::Options{.tier = tier, .today = *MakeDate(2026, 3, 10)});
+}
+
+double OpeningMilliseconds(const QString& path) {
+    const auto start = std::chrono::steady_clock::now();
+    const auto database = OpenSite(path);
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    return numbers[numbers.size() / 2];
+}
+
+} // namespace
+
+int main() {
+    const QTemporaryDir folder;
+    const QString typical = MakeSite(folder.filePath(QStringLiteral("typical")), demo::Tier::Typical);
+    const QString stress = MakeSite(folder.filePath(QStringLiteral("stress")), demo::Tier::Stress);
+    std::vector<double> small;
+    std::vector<double> large;
+    for (int round = 0; round < 21; ++round) {
+        small.push_back(OpeningMilliseconds(typical));
+        large.push_back(OpeningMilliseconds(stress));
+    }
+    const double ratio = Median(large) / Median(small);
+    const bool good = ratio <= 1.5 && Median(large) < 100;
+    std::printf("%-52s %12s %12s %6s %6s\n", "", "typical", "stress", "ratio", "limit");
+    std::printf("%-52s %9.2f ms %9.2f ms %6.2f %6.2f %s\n", "Opening a database", Median(small), Median(large), ratio,
+                1.5, good ? "" : "ABOVE");
+    return good ? 0 : 1;
+}
