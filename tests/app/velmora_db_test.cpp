@@ -270,6 +270,9 @@ TEST_F(VelmoraDb, FailsWhenNobodyTakesItsOutput) {
     EXPECT_EQ(full.code, 1);
     EXPECT_TRUE(full.err.startsWith("velmora-db: Cannot write to standard output: ")) << full.err.constData();
     EXPECT_EQ(Call({u"--help"_s}, u"/dev/full"_s).code, 1);
+    // Whoever is told of a failure finds nothing changed.
+    EXPECT_EQ(Call({u"query"_s, site_, u"DELETE FROM StoredQuery"_s}, u"/dev/full"_s).code, 1);
+    EXPECT_EQ(Query(u"SELECT Count(*) AS N FROM StoredQuery"_s).out, "N\n12\n");
 
     // More than a pipe holds, into a reader that goes away.
     QProcess shell;
