@@ -1,23 +1,10 @@
 #include "base/LocaleText.h"
 
-#include <QDate>
 #include <QRegularExpression>
-#include <QTime>
-
-#include <algorithm>
 
 namespace velmora {
 
 namespace {
-
-QString WithPlainBlanks(QString text) {
-    for (QChar& c : text) {
-        if (c.isSpace()) {
-            c = u' ';
-        }
-    }
-    return text;
-}
 
 // Makes every run of y in a date pattern a 4-digit year; quoted text stays.
 QString WithLongYear(const QString& pattern) {
@@ -48,9 +35,15 @@ QString WithSeconds(QString pattern) {
     return pattern.insert(minutes + 1, QString(pattern[first - 1]) + QStringLiteral("ss"));
 }
 
-QDate ToQDate(Date day) {
-    const DateTimeFields fields = Fields(StartOfDay(day));
-    return QDate(fields.year, fields.month, fields.day);
+QString OrderOfParts(const QString& pattern) {
+    QString order;
+    for (const QChar c : pattern) {
+        const QChar part = c.toLower();
+        if ((part == u'd' || part == u'm' || part == u'y') && !order.contains(part)) {
+            order += part;
+        }
+    }
+    return order;
 }
 
 QLocale Resolved(const QLocale& locale) {
@@ -60,9 +53,11 @@ QLocale Resolved(const QLocale& locale) {
 } // namespace
 
 LocaleText::LocaleText(const QLocale& locale)
-    : locale_(Resolved(locale)), shortDate_(WithLongYear(locale_.dateFormat(QLocale::ShortFormat))),
-      longDate_(WithLongYear(locale_.dateFormat(QLocale::LongFormat))), time_(locale_.timeFormat(QLocale::ShortFormat)),
-      timeWithSeconds_(WithSeconds(time_)) {}
+    : locale_(Resolved(locale)), order_(OrderOfParts(locale_.dateFormat(QLocale::ShortFormat))),
+      shortDate_(WithLongYear(locale_.dateFormat(QLocale::ShortFormat)), locale_),
+      longDate_(WithLongYear(locale_.dateFormat(QLocale::LongFormat)), locale_),
+      time_(locale_.timeFormat(QLocale::ShortFormat), locale_),
+      timeWithSeconds_(WithSeconds(locale_.timeFormat(QLocale::ShortFormat)), locale_) {}
 
 std::optional<LocaleText> LocaleText::ByName(const QString& name) {
     const QString plain = name.section(u'.', 0, 0).section(u'@', 0, 0).replace(u'-', u'_');
@@ -84,30 +79,32 @@ std::optional<LocaleText> LocaleText::ByName(const QString& name) {
 }
 
 QString LocaleText::ShortDate(Date day) const {
-    return WithPlainBlanks(locale_.toString(ToQDate(day), shortDate_));
+    QString text;
+    shortDate_.Append(text, Fields(StartOfDay(day)));
+    return text;
 }
 
 QString LocaleText::LongDate(Date day) const {
-    return WithPlainBlanks(locale_.toString(ToQDate(day), longDate_));
-}
-
-QString LocaleText::TimeText(DateTime moment, const QString& pattern) const {
-    const DateTimeFields fields = Fields(moment);
-    return WithPlainBlanks(locale_.toString(QTime(fields.hour, fields.minute, fields.second), pattern));
+    QString text;
+    longDate_.Append(text, Fields(StartOfDay(day)));
+    return text;
 }
 
 QString LocaleText::GeneralDate(DateTime moment) const {
-    const Date day = DateOf(moment);
-    const QString date = ShortDate(day);
-    const auto sinceMidnight = moment - StartOfDay(day);
-    if (sinceMidnight.count() == 0) {
-        return date;
+    const DateTimeFields fields = Fields(moment);
+    QString text;
+    shortDate_.Append(text, fields);
+    if (fields.hour != 0 || fields.minute != 0 || fields.second != 0) {
+        text += u' ';
+        (fields.second == 0 ? time_ : timeWithSeconds_).Append(text, fields);
     }
-    return date + u' ' + TimeText(moment, sinceMidnight.count() % 60 == 0 ? time_ : timeWithSeconds_);
+    return text;
 }
 
 QString LocaleText::MediumTime(DateTime moment) const {
-    return TimeText(moment, time_);
+    QString text;
+    time_.Append(text, Fields(moment));
+    return text;
 }
 
 std::optional<Date> LocaleText::ParseDate(const QString& text) const {
@@ -121,15 +118,7 @@ std::optional<Date> LocaleText::ParseDate(const QString& text) const {
     if (!match.hasMatch()) {
         return std::nullopt;
     }
-    // The order in which the locale's own pattern names its parts.
-    QString order;
-    for (const QChar c : shortDate_) {
-        const QChar part = c.toLower();
-        if ((part == u'd' || part == u'm' || part == u'y') && !order.contains(part)) {
-            order += part;
-        }
-    }
-    if (order.size() != 3) {
+    if (order_.size() != 3) {
         return std::nullopt;
     }
     int year = 0;
@@ -138,7 +127,7 @@ std::optional<Date> LocaleText::ParseDate(const QString& text) const {
     for (int i = 0; i < 3; ++i) {
         const QString digits = match.captured(i + 1);
         const int number = digits.toInt();
-        if (order[i] == u'y') {
+        if (order_[i] == u'y') {
             if (digits.size() != 2 && digits.size() != 4) {
                 return std::nullopt;
             }
@@ -146,7 +135,7 @@ std::optional<Date> LocaleText::ParseDate(const QString& text) const {
         } else if (digits.size() > 2) {
             return std::nullopt;
         } else {
-            (order[i] == u'm' ? month : day) = number;
+            (order_[i] == u'm' ? month : day) = number;
         }
     }
     return MakeDate(year, month, day);

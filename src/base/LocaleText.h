@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/DatePattern.h"
 #include "base/DateTime.h"
 
 #include <QLocale>
@@ -34,13 +35,13 @@ public:
     const QLocale& Locale() const { return locale_; }
 
 private:
-    QString TimeText(DateTime moment, const QString& pattern) const;
-
     QLocale locale_;
-    QString shortDate_;
-    QString longDate_;
-    QString time_;
-    QString timeWithSeconds_;
+    // The letters d, m and y in the order in which the locale's short date has them.
+    QString order_;
+    DatePattern shortDate_;
+    DatePattern longDate_;
+    DatePattern time_;
+    DatePattern timeWithSeconds_;
 };
 
 } // namespace velmora

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/Program.h"
+#include "print/Delivery.h"
+
+namespace velmora::print {
+
+// Delivery at a desk: the mail window, or the file that the person names in the save dialog.
+class DialogDelivery : public Delivery {
+public:
+    explicit DialogDelivery(const Services& services) : services_(services) {}
+    void SendMail(const QByteArray& text) override;
+    // Writes nothing when the person cancels the dialog.
+    void SaveFile(const QByteArray& text, ReportFileKind kind) override;
+
+private:
+    void SaveReportFile(const QByteArray& text, const QString& filter);
+
+    const Services& services_;
+};
+
+// The path of a report file: folder and name joined, and the filter's last four characters (".txt") appended unless
+// the path ends with exactly those.
+QString ReportFilePath(const QString& folder, const QString& name, const QString& filter);
+
+} // namespace velmora::print

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "print/PagelessWriter.h"
+
+#include <initializer_list>
+
+namespace velmora::print {
+
+// HTML markup between the site's own two wrapper files. Consecutive rows share one table, which ends where anything
+// else begins; a table still open at the end of the report stays so.
+class HtmlWriter : public PagelessWriter {
+public:
+    using PagelessWriter::PagelessWriter;
+
+    void Begin() override;
+    void Finish() override;
+    void PrintRule(qint16 width, qint16 spaceAbove, qint16 spaceBelow) override;
+    void PrintReportTitle(Text title, Text subtitle, Text secondLine) override;
+    void PrintSectionHeading(Text text, int x) override;
+    void PrintParagraph(Text text) override;
+    void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
+    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
+    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
+    void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
+    void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
+
+private:
+    // Both look at the end of the text alone, letter case ignored, so that a wrapper file may open a table too.
+    void OpenHtmlTable();
+    void CloseHtmlTable();
+    bool EndsWith(QByteArrayView tag);
+
+    void Append(const char* markup) { ReportText().append(markup); }
+    void AppendElement(const char* open, Text text, const char* close);
+    void AppendRow(std::initializer_list<Text> cells);
+};
+
+} // namespace velmora::print

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "print/PrintAttributes.h"
+
+#include <QByteArray>
+
+namespace velmora::print {
+
+// Where a report goes. The numbers are those of the printer settings' destination.
+enum class Target : qint16 { Printer = 0, Preview = 1, Mail = 2, TextFile = 3, HtmlFile = 4 };
+
+// What decides where and how a report is written before it begins.
+struct TargetChoice {
+    Target OutputTarget = Target::Printer;
+    // Drawing goes to preview pages.
+    bool PreviewMode = false;
+    // EnsureRoom never breaks the page.
+    bool SuppressPageBreaks = false;
+};
+
+// The state of the open report, shared by the job and its writer. Positions are twips from the left edge.
+struct JobState : TargetChoice {
+    // What targets without pages have written so far, UTF-8.
+    QByteArray ReportText;
+    // Of label and value lines on pages: 0 none, 1 boxes, 2 lines; any other number counts as none.
+    qint16 LeaderStyle = 0;
+    qint16 TabStop1 = 0;
+    qint16 TabStop2 = 0;
+    qint16 TabStop3 = 0;
+    qint16 TabStop4 = 0;
+    // The next label and value line stands at tab stops 3 and 4 instead of 1 and 2.
+    bool RightPair = false;
+    AttributeTable attributes;
+};
+
+} // namespace velmora::print

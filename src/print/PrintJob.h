@@ -1,0 +1,96 @@
+#pragma once
+
+#include "base/Program.h"
+#include "print/Delivery.h"
+#include "print/JobState.h"
+#include "print/ReportWriter.h"
+
+#include <memory>
+#include <optional>
+
+namespace velmora::print {
+
+// Makes the writer of the targets that draw pages.
+class PageWriterFactory {
+public:
+    virtual ~PageWriterFactory() = default;
+    // Draws on preview pages when `state.PreviewMode` is set, else on the current printer. `state` outlives the writer.
+    virtual std::unique_ptr<ReportWriter> MakeWriter(JobState& state) = 0;
+};
+
+// What a print job works with. All of it outlives the job.
+struct PrintServices {
+    const Services& program;
+    Delivery& delivery;
+    AttributeSource attributes;
+    // Null in a program that draws no pages.
+    PageWriterFactory* pages = nullptr;
+};
+
+// The print job through which every report is written. There is one report open at a time; a report begun while
+// another is open takes its place. Without an open report every layout operation does nothing.
+class PrintJob {
+public:
+    explicit PrintJob(PrintServices services);
+
+    // The destination of the next report, by its number: 1 preview, 2 mail, 3 text file, 4 HTML file, anything else the
+    // printer. A report that is open keeps its own destination.
+    void SetOutputTarget(qint16 target);
+    void SetPreviewMode(bool on) { choice_.PreviewMode = on; }
+
+    // Opens a report on the chosen target. Without the argument, page breaks are suppressed for the preview alone.
+    // Throws Error when the target is one that this program does not have.
+    void BeginReport(std::optional<bool> suppressPageBreaks = std::nullopt);
+    // Finishes the open report and delivers it. Its failures are reported, not thrown.
+    void EndReport();
+    // Forgets the open report; nothing is delivered.
+    void AbandonReport();
+
+    // Tab stops at fifths of the width.
+    void ResetTabStops();
+    // Tab stops at fractions of the width.
+    void SetTabStops(double f1, double f2, double f3, double f4);
+    void LoadPrintAttributes() { state_.attributes.Load(services_.attributes); }
+    qint16 LookupPrintAttribute(const QString& caption) const { return state_.attributes.Lookup(caption); }
+
+    void NewPage() { writer_->NewPage(); }
+    void EnsureRoom(qint16 lines) { writer_->EnsureRoom(lines); }
+    void AddVerticalSpace(qint16 dots) { writer_->AddVerticalSpace(dots); }
+    void PrintRule(qint16 width, qint16 spaceAbove, qint16 spaceBelow) {
+        writer_->PrintRule(width, spaceAbove, spaceBelow);
+    }
+    void PrintReportTitle(Text title, Text subtitle, Text secondLine) {
+        writer_->PrintReportTitle(title, subtitle, secondLine);
+    }
+    void PrintSectionHeading(Text text, int x = 0) { writer_->PrintSectionHeading(text, x); }
+    void PrintParagraph(Text text) { writer_->PrintParagraph(text); }
+    void PrintLabelValue(Text label, Text value, std::optional<qint16> style = std::nullopt) {
+        writer_->PrintLabelValue(label, value, style);
+    }
+    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style = std::nullopt) {
+        writer_->PrintWideLabelValue(label, value, style);
+    }
+    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2,
+                             std::optional<qint16> style = std::nullopt) {
+        writer_->PrintTwoLabelValues(label1, value1, label2, value2, style);
+    }
+    void PrintTableRow(Text c1, Text c2 = {}, Text c3 = {}, Text c4 = {}) { writer_->PrintTableRow(c1, c2, c3, c4); }
+    void PrintTableRow5(Text c0, Text c1 = {}, Text c2 = {}, Text c3 = {}, Text c4 = {}) {
+        writer_->PrintTableRow5(c0, c1, c2, c3, c4);
+    }
+
+    // What the next report will use.
+    const TargetChoice& Choice() const { return choice_; }
+    // The report that is open, or the last one.
+    const JobState& State() const { return state_; }
+
+private:
+    std::unique_ptr<ReportWriter> MakeWriter();
+
+    PrintServices services_;
+    TargetChoice choice_;
+    JobState state_;
+    std::unique_ptr<ReportWriter> writer_;
+};
+
+} // namespace velmora::print

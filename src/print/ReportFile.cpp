@@ -1,0 +1,71 @@
+#include "print/ReportFile.h"
+
+#include "base/Error.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace velmora::print {
+
+namespace {
+
+[[noreturn]] void ThrowUnwritten(const QString& path, const QFileDevice& file) {
+    if (file.error() == QFileDevice::ResourceError) {
+        throw ProgramError(ErrorNumber::DiskFull,
+                           QStringLiteral("The report could not be saved as %1: the disk is full. Free some space, or "
+                                          "save the report in another folder.")
+                               .arg(path));
+    }
+    throw ProgramError(ErrorNumber::FileAccess,
+                       QStringLiteral("The report could not be saved as %1: %2").arg(path, file.errorString()));
+}
+
+// A device takes a part of what does not fit; only the attempt to write the rest tells why.
+bool WriteAll(QIODevice& device, QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const qint64 written = device.write(bytes.data(), bytes.size());
+        if (written <= 0) {
+            return false;
+        }
+        bytes = bytes.mid(written);
+    }
+    return true;
+}
+
+// A pipe or a device is written to; replacing it by a file would destroy it.
+void WriteInPlace(const QString& path, const QByteArray& text) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !WriteReport(file, text)) {
+        ThrowUnwritten(path, file);
+    }
+}
+
+} // namespace
+
+bool WriteReport(QIODevice& device, const QByteArray& text) {
+    return text.isEmpty() || (WriteAll(device, text) && WriteAll(device, "\r\n"));
+}
+
+void WriteReportFile(const QString& path, const QByteArray& text) {
+    const QFileInfo known(path);
+    if (!known.dir().exists()) {
+        throw ProgramError(
+            ErrorNumber::PathNotFound,
+            QStringLiteral("The report could not be saved as %1: there is no folder %2").arg(path, known.dir().path()));
+    }
+    if (known.exists() && !known.isFile() && !known.isDir()) {
+        WriteInPlace(path, text);
+        return;
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        ThrowUnwritten(path, file);
+    }
+    // Without a commit the file goes away again, so the reason is still the file's own.
+    if (!WriteReport(file, text) || !file.commit()) {
+        ThrowUnwritten(path, file);
+    }
+}
+
+} // namespace velmora::print

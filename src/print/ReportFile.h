@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+#include <QIODevice>
+#include <QString>
+
+namespace velmora::print {
+
+// Writes a report as its file holds it: the text and one line end, or nothing at all for an empty text. Returns false
+// when the device did not take all of it. The device is opened unbuffered.
+bool WriteReport(QIODevice& device, const QByteArray& text);
+
+// Makes or replaces the file at a native path. The file appears complete or not at all: after a failure, a full disk
+// included, what was there before is still there. Throws Error with the path and the reason.
+void WriteReportFile(const QString& path, const QByteArray& text);
+
+} // namespace velmora::print

@@ -1,0 +1,73 @@
+#include "print/TextWriter.h"
+
+namespace velmora::print {
+
+namespace {
+constexpr char lineEnd[] = "\r\n";
+constexpr int ruleLength = 50;
+} // namespace
+
+void TextWriter::AppendRule() {
+    ReportText().append(ruleLength, '-').append(lineEnd);
+}
+
+void TextWriter::AppendLine(Text text) {
+    AppendUtf8(ReportText(), text);
+    ReportText().append(lineEnd);
+}
+
+void TextWriter::AppendCells(std::initializer_list<Text> cells) {
+    for (const Text cell : cells) {
+        ReportText().append('\t');
+        AppendUtf8(ReportText(), cell);
+    }
+    ReportText().append(lineEnd);
+}
+
+void TextWriter::PrintRule(qint16, qint16, qint16) {
+    AppendRule();
+}
+
+void TextWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
+    AppendRule();
+    AppendRule();
+    AppendUtf8(ReportText(), title);
+    ReportText().append('\t');
+    AppendLine(subtitle);
+    AppendLine(secondLine);
+    AppendRule();
+    AppendRule();
+}
+
+void TextWriter::PrintSectionHeading(Text text, int) {
+    AppendRule();
+    AppendLine(text);
+}
+
+void TextWriter::PrintParagraph(Text text) {
+    if (!text.isEmpty()) {
+        AppendLine(text);
+    }
+}
+
+void TextWriter::PrintLabelValue(Text label, Text value, std::optional<qint16>) {
+    AppendCells({label, value});
+}
+
+void TextWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16>) {
+    AppendCells({label, value});
+}
+
+void TextWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16>) {
+    AppendCells({label1, value1, label2, value2});
+}
+
+void TextWriter::PrintTableRow(Text c1, Text c2, Text c3, Text c4) {
+    AppendCells({c1, c2, c3, c4});
+}
+
+void TextWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
+    AppendCells({c0, c1, c2, c3, c4});
+}
+
+} // namespace velmora::print

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "print/PagelessWriter.h"
+
+#include <initializer_list>
+
+namespace velmora::print {
+
+// Plain text for files and mail: columns are separated by TABs, lines end with carriage return and line feed, and
+// nothing is wrapped or aligned.
+class TextWriter : public PagelessWriter {
+public:
+    using PagelessWriter::PagelessWriter;
+
+    void Begin() override {}
+    void Finish() override {}
+    void PrintRule(qint16 width, qint16 spaceAbove, qint16 spaceBelow) override;
+    void PrintReportTitle(Text title, Text subtitle, Text secondLine) override;
+    void PrintSectionHeading(Text text, int x) override;
+    void PrintParagraph(Text text) override;
+    void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
+    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
+    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
+    void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
+    void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
+
+private:
+    void AppendRule();
+    void AppendLine(Text text);
+    // A TAB before every cell, the first one included.
+    void AppendCells(std::initializer_list<Text> cells);
+};
+
+} // namespace velmora::print

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "data/Configuration.h"
+#include "print/DialogDelivery.h"
+#include "print/PrintJob.h"
+#include "tests/support/Fakes.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace velmora::print {
+
+using namespace Qt::StringLiterals;
+
+// Keeps what was delivered.
+class FakeDelivery : public Delivery {
+public:
+    void SendMail(const QByteArray& text) override { Take("mail", text); }
+    void SaveFile(const QByteArray& text, ReportFileKind kind) override {
+        Take(kind == ReportFileKind::Html ? "html" : "text", text);
+    }
+
+    // Failures to come before a delivery succeeds.
+    int failures = 0;
+    std::vector<std::pair<std::string, QByteArray>> delivered;
+
+private:
+    void Take(const char* how, const QByteArray& text) {
+        if (failures > 0) {
+            --failures;
+            throw ProgramError(ErrorNumber::DiskFull, u"no room"_s);
+        }
+        delivered.emplace_back(how, text);
+    }
+};
+
+// A program in a data directory of its own, with a print job whose reports end in `delivery`.
+class PrintFixture : public ::testing::Test {
+protected:
+    PrintFixture() { Settings().DataDirectory = folder_.path(); }
+
+    QString Path(const QString& name) const { return folder_.filePath(name); }
+    void WriteFile(const QString& name, const QByteArray& bytes) const {
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    // The bytes of a file, or "(none)" when there is no such file.
+    QByteArray ReadFile(const QString& name) const {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
+    }
+    QStringList FileNames() const { return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+
+    QTemporaryDir folder_;
+    fakes::TestProgram fakes_;
+    FakeDelivery delivery_;
+    std::vector<PrintAttribute> attributes_;
+    PrintJob job_{{fakes_.program.services(), delivery_, [this] { return attributes_; }}};
+};
+
+} // namespace velmora::print
