@@ -39,10 +39,16 @@ struct Item {
 
 class Page {
 public:
-    Page(int width, int height) : width_(width), height_(height) {}
+    // The margins are what stays free above and below what is drawn.
+    Page(int width, int height, int topMargin = 0, int bottomMargin = 0)
+        : width_(width), height_(height), sheetHeight_(height), topMargin_(topMargin), bottomMargin_(bottomMargin) {}
 
     int Width() const { return width_; }
     int Height() const { return height_; }
+    int TopMargin() const { return topMargin_; }
+    int BottomMargin() const { return bottomMargin_; }
+    // Height of the paper that the page was made for; less than the page's height once it grew.
+    int SheetHeight() const { return sheetHeight_; }
     // Makes the page taller, never shorter.
     void GrowTo(int height) { height_ = std::max(height_, height); }
 
@@ -64,6 +70,9 @@ public:
 private:
     int width_;
     int height_;
+    int sheetHeight_;
+    int topMargin_;
+    int bottomMargin_;
     std::vector<Item> items_;
     QString texts_;
 };

@@ -22,6 +22,24 @@ PagePainter::PagePainter(const Document& document) {
 }
 
 void PagePainter::Draw(QPainter& painter, const Page& page) const {
+    DrawBand(painter, page, 0, page.Height());
+}
+
+void PagePainter::DrawSheet(QPainter& painter, const Document& document, const Sheet& sheet) const {
+    const Page& page = document.pages[sheet.page];
+    const bool whole = sheet.top == 0 && sheet.bottom == page.Height();
+    painter.save();
+    painter.translate(sheet.left, sheet.offset);
+    painter.scale(sheet.scale, sheet.scale);
+    painter.translate(0, -sheet.top);
+    if (!whole) {
+        painter.setClipRect(0, sheet.top, page.Width(), sheet.bottom - sheet.top);
+    }
+    DrawBand(painter, page, sheet.top, sheet.bottom);
+    painter.restore();
+}
+
+void PagePainter::DrawBand(QPainter& painter, const Page& page, int top, int bottom) const {
     painter.setPen(Qt::black);
     int font = -1;
     int penWidth = -1;
@@ -33,6 +51,9 @@ void PagePainter::Draw(QPainter& painter, const Page& page) const {
         }
     };
     for (const Item& item : page.Items()) {
+        if (item.y >= bottom || item.y + item.height < top || (item.height > 0 && item.y + item.height == top)) {
+            continue;
+        }
         switch (item.kind) {
         case Item::Kind::Text:
             if (font != item.font) {

@@ -1,14 +1,16 @@
 #pragma once
 
 #include "platform/pages/Page.h"
+#include "platform/pages/Sheets.h"
+
+#include <QByteArray>
 
 namespace velmora::pages {
 
-// Writes the document as a PDF file, every page at its own size. The file appears as a whole or not at all: a full disk
-// or an unwritable folder throws Error that names the file, and an earlier file of that name stays.
-void WritePdf(const Document& document, const QString& path);
-
-// The same into memory.
+// The document as a PDF file, every page at its own size, however long it grew.
 QByteArray PdfBytes(const Document& document);
+
+// The document on sheets, in their order.
+QByteArray PdfBytes(const Document& document, const std::vector<Sheet>& sheets);
 
 } // namespace velmora::pages
