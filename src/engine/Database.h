@@ -34,8 +34,8 @@ enum class Durability {
 
 struct OpenOptions {
     // Tables and indexes that a sound file has; one that lacks any of them, or cannot read its first entry, is damaged.
-    QStringList expectedTables;
-    QStringList expectedIndexes;
+    QStringList expectedTables{};
+    QStringList expectedIndexes{};
     Journal journal = Journal::Rollback;
     Durability durability = Durability::Full;
     // How long a statement waits for another user's lock before it fails with RecordLocked.

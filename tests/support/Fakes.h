@@ -179,7 +179,7 @@ public:
 // A program made of fakes. `errors` may be replaced by the real reporter in tests of the reporter itself.
 class TestProgram {
 public:
-    explicit TestProgram(ErrorReporter* errorReporter = nullptr)
+    explicit TestProgram(ErrorReporter* errorReporter = nullptr, const QString& startupArgument = {})
         : program(Services{dialogs,
                            clock,
                            eventLoop,
@@ -192,7 +192,7 @@ public:
                            userSettings,
                            log,
                            QStringLiteral("/opt/velmora/bin/velmora-desk"),
-                           {},
+                           startupArgument,
                            LocaleText(QLocale::c())},
                   QStringLiteral("Service Administration")),
           installer(program) {}

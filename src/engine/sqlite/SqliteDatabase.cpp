@@ -1,5 +1,6 @@
 #include "engine/sqlite/SqliteDatabase.h"
 
+#include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/SqliteQueryDef.h"
 
 #include <sqlite3.h>
@@ -29,10 +30,19 @@ QStringView BareName(QStringView text) {
     return hasBlank ? QStringView() : text;
 }
 
+Presence JoinChecked(const QString& path) {
+    CheckPath(path);
+    return Presence::Join(path);
+}
+
 } // namespace
 
 SqliteDatabase::SqliteDatabase(const QString& path, const OpenOptions& options)
-    : path_(path), session_(path, options) {}
+    : path_(path), presence_(JoinChecked(path)), session_(path, options) {
+    session_.Store().SetDamageHook([this] { LeaveDamageMark(path_); });
+    CheckOpened(session_.Store().Handle(), path_, options);
+    session_.Store().SetWriting(options);
+}
 
 std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(QStringView source, RecordsetKind kind) {
     return session_.OnCurrentSchema([&] {
