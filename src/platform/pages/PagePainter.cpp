@@ -6,10 +6,15 @@
 #include <QPainter>
 #include <QPen>
 
+#include <algorithm>
+#include <limits>
+
 namespace velmora::pages {
 
 namespace {
 constexpr QRgb boxGrey = qRgb(192, 192, 192);
+// How far ink may stand out of an item's extent: accents, wide pens.
+constexpr double reach = 200;
 }
 
 PagePainter::PagePainter(const Document& document) {
@@ -21,25 +26,26 @@ PagePainter::PagePainter(const Document& document) {
     }
 }
 
-void PagePainter::Draw(QPainter& painter, const Page& page) const {
-    DrawBand(painter, page, 0, page.Height());
-}
-
-void PagePainter::DrawSheet(QPainter& painter, const Document& document, const Sheet& sheet) const {
-    const Page& page = document.pages[sheet.page];
-    const bool whole = sheet.top == 0 && sheet.bottom == page.Height();
-    painter.save();
-    painter.translate(sheet.left, sheet.offset);
-    painter.scale(sheet.scale, sheet.scale);
-    painter.translate(0, -sheet.top);
-    if (!whole) {
-        painter.setClipRect(0, sheet.top, page.Width(), sheet.bottom - sheet.top);
+void PagePainter::Draw(QPainter& painter, const Page& page, std::optional<QRectF> visible) const {
+    double top = -std::numeric_limits<double>::infinity();
+    double bottom = std::numeric_limits<double>::infinity();
+    const Placement& placed = page.Placed();
+    if (visible) {
+        top = (visible->top() - placed.dy) / placed.scaleY;
+        bottom = (visible->bottom() - placed.dy) / placed.scaleY;
     }
-    DrawBand(painter, page, sheet.top, sheet.bottom);
+    if (placed == Placement()) {
+        DrawItems(painter, page, top, bottom);
+        return;
+    }
+    painter.save();
+    painter.translate(placed.dx, placed.dy);
+    painter.scale(placed.scaleX, placed.scaleY);
+    DrawItems(painter, page, top, bottom);
     painter.restore();
 }
 
-void PagePainter::DrawBand(QPainter& painter, const Page& page, int top, int bottom) const {
+void PagePainter::DrawItems(QPainter& painter, const Page& page, double top, double bottom) const {
     painter.setPen(Qt::black);
     int font = -1;
     int penWidth = -1;
@@ -51,7 +57,8 @@ void PagePainter::DrawBand(QPainter& painter, const Page& page, int top, int bot
         }
     };
     for (const Item& item : page.Items()) {
-        if (item.y >= bottom || item.y + item.height < top || (item.height > 0 && item.y + item.height == top)) {
+        if (std::max(item.y, item.y + item.height) + reach < top ||
+            std::min(item.y, item.y + item.height) - reach > bottom) {
             continue;
         }
         switch (item.kind) {

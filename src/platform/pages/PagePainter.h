@@ -1,10 +1,11 @@
 #pragma once
 
 #include "platform/pages/Page.h"
-#include "platform/pages/Sheets.h"
 
 #include <QFont>
+#include <QRectF>
 
+#include <optional>
 #include <vector>
 
 class QPainter;
@@ -16,14 +17,12 @@ class PagePainter {
 public:
     explicit PagePainter(const Document& document);
 
-    // Draws the page; the painter's coordinates must be twips of the page, its upper left corner at (0, 0).
-    void Draw(QPainter& painter, const Page& page) const;
-    // Draws on a sheet; the painter's coordinates must be twips of the sheet. The painter's own state stays as it was.
-    void DrawSheet(QPainter& painter, const Document& document, const Sheet& sheet) const;
+    // Draws the page; the painter's coordinates must be twips of the page, its upper left corner at (0, 0). Of a page
+    // that is shown in part, `visible` leaves out what lies wholly above or below it.
+    void Draw(QPainter& painter, const Page& page, std::optional<QRectF> visible = std::nullopt) const;
 
 private:
-    // Draws what stands at least partly between the two heights.
-    void DrawBand(QPainter& painter, const Page& page, int top, int bottom) const;
+    void DrawItems(QPainter& painter, const Page& page, double top, double bottom) const;
 
     struct DrawnFont {
         QFont font;

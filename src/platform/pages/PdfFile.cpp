@@ -7,6 +7,7 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QSaveFile>
 
 namespace velmora::pages {
 
@@ -14,18 +15,14 @@ namespace {
 
 constexpr int twipsPerInch = 1440;
 
-void SetPaper(QPdfWriter& writer, const Sheet& sheet) {
-    const QSizeF points(sheet.paperWidth / 20.0, sheet.paperHeight / 20.0);
+void SetPage(QPdfWriter& writer, const Page& page) {
+    const QSizeF points(page.Width() / 20.0, page.Height() / 20.0);
     writer.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
 }
 
 } // namespace
 
 QByteArray PdfBytes(const Document& document) {
-    return PdfBytes(document, PlanSheets(document, TallPages::Keep));
-}
-
-QByteArray PdfBytes(const Document& document, const std::vector<Sheet>& sheets) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
@@ -35,16 +32,25 @@ QByteArray PdfBytes(const Document& document, const std::vector<Sheet>& sheets) 
     writer.setCreator(QStringLiteral("Velmora"));
     const PagePainter pagePainter(document);
     QPainter painter;
-    for (size_t i = 0; i < sheets.size(); ++i) {
-        SetPaper(writer, sheets[i]);
+    for (size_t i = 0; i < document.pages.size(); ++i) {
+        SetPage(writer, document.pages[i]);
         const bool started = i == 0 ? painter.begin(&writer) : writer.newPage();
         if (!started) {
             throw ProgramError(ErrorNumber::Unavailable, QStringLiteral("The PDF document could not be made"));
         }
-        pagePainter.DrawSheet(painter, document, sheets[i]);
+        pagePainter.Draw(painter, document.pages[i]);
     }
     painter.end();
     return buffer.data();
+}
+
+void WritePdf(const Document& document, const QString& path) {
+    const QByteArray bytes = PdfBytes(document);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        throw ProgramError(ErrorNumber::FileAccess,
+                           QStringLiteral("The file %1 could not be written: %2").arg(path, file.errorString()));
+    }
 }
 
 } // namespace velmora::pages

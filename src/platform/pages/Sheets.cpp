@@ -1,98 +1,119 @@
 #include "platform/pages/Sheets.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace velmora::pages {
 
 namespace {
 
-// PDF knows no page beyond 200 inches.
-constexpr int tallestSheet = 288000;
+struct Extent {
+    int top = 0;
+    int bottom = 0;
+};
 
-bool Straddles(const Item& item, int y) {
-    return item.y < y && item.y + item.height > y;
+Extent Reach(const Item& item) {
+    return {std::min(item.y, item.y + item.height), std::max(item.y, item.y + item.height)};
 }
 
-// The lowest place above `limit` and below `from` that goes through no item that `counts`, or none.
-template <typename Counts>
-std::optional<int> Gap(const Page& page, int from, int limit, Counts counts) {
-    int y = limit;
-    bool moved = true;
-    while (moved) {
+// Where the sheet that begins at `start` ends, at most `room` below: above whatever would be cut through, unless that
+// reaches up over half of the sheet.
+int CutBelow(const Page& page, int start, int room) {
+    int cut = start + room;
+    for (bool moved = true; moved;) {
         moved = false;
         for (const Item& item : page.Items()) {
-            if (counts(item) && Straddles(item, y)) {
-                y = item.y;
+            const Extent extent = Reach(item);
+            if (extent.top < cut && extent.bottom > cut && extent.top > start + room / 2) {
+                cut = extent.top;
                 moved = true;
             }
         }
-        if (y <= from) {
-            return std::nullopt;
+    }
+    return cut;
+}
+
+// Adds the part of an item between `start` and `cut`, moved up by `up`. Boxes and upright lines are divided, anything
+// else goes whole to the sheet on which it begins.
+void AddPart(Page& sheet, const Page& page, const Item& item, int start, int cut, int up) {
+    const Extent extent = Reach(item);
+    const bool begins = extent.top >= start && extent.top < cut;
+    const bool divided = item.kind == Item::Kind::Box || (item.kind == Item::Kind::Line && item.width == 0);
+    if (!begins && !(divided && extent.top < start && extent.bottom > start)) {
+        return;
+    }
+    const int top = divided ? std::max(extent.top, start) : extent.top;
+    const int bottom = divided ? std::min(extent.bottom, cut) : extent.bottom;
+    const int pen = static_cast<int>(item.text);
+    switch (item.kind) {
+    case Item::Kind::Text:
+        sheet.AddText(item.font, item.x, top - up, item.width, item.height, page.Text(item));
+        break;
+    case Item::Kind::Box:
+        sheet.AddBox(item.x, top - up, item.width, bottom - top, item.fill, pen);
+        break;
+    case Item::Kind::Line:
+        if (divided) {
+            sheet.AddLine(item.x, top - up, item.x, bottom - up, pen);
+        } else {
+            sheet.AddLine(item.x, item.y - up, item.x + item.width, item.y + item.height - up, pen);
         }
+        break;
     }
-    return y;
 }
 
-int CutPlace(const Page& page, int from, int limit) {
-    // Boxes are kept whole where that leaves no sheet nearly empty, texts wherever they fit on a sheet at all.
-    const int half = from + (limit - from) / 2;
-    if (const auto place = Gap(page, half, limit, [](const Item&) { return true; })) {
-        return *place;
-    }
-    const auto isText = [](const Item& item) { return item.kind == Item::Kind::Text; };
-    return Gap(page, from, limit, isText).value_or(limit);
+// Keeps the corner of the printable area where it is.
+Placement Scaled(const PaperSize& paper, double scaleX, double scaleY) {
+    return {scaleX, scaleY, paper.left * (1 - scaleX), paper.top * (1 - scaleY)};
 }
 
-// Cuts the page into sheets of the given height.
-void AddCut(std::vector<Sheet>& sheets, size_t index, const Page& page, int sheetHeight) {
-    const int capacity = sheetHeight - page.TopMargin() - page.BottomMargin();
-    int top = page.TopMargin();
-    while (page.Height() - page.BottomMargin() - top > capacity) {
-        const int bottom = CutPlace(page, top, top + capacity);
-        sheets.push_back({index, page.Width(), sheetHeight, top, bottom, 1, 0, double(page.TopMargin())});
-        top = bottom;
+void Cut(Document& result, const Page& page, const PaperSize& paper, double scale) {
+    const int room = std::max(1, static_cast<int>(paper.PrintableHeight() / scale));
+    const int end = page.Height() - paper.bottom;
+    int start = paper.top;
+    do {
+        const int cut = start + room >= end ? std::max(end, page.Height()) : CutBelow(page, start, room);
+        Page sheet(paper.width, paper.height);
+        for (const Item& item : page.Items()) {
+            // What stands in the upper margin belongs to the first sheet.
+            AddPart(sheet, page, item, start == paper.top ? std::min(0, start) : start, cut, start - paper.top);
+        }
+        sheet.Shrink();
+        sheet.Place(paper.width, paper.height, Scaled(paper, scale, scale));
+        result.pages.push_back(std::move(sheet));
+        start = cut;
+    } while (start < end);
+}
+
+Document Laid(const Document& document, const PaperSize& paper, double longest) {
+    Document result{document.name, document.fonts, {}};
+    for (const Page& page : document.pages) {
+        if (page.Width() <= paper.width && page.Height() <= paper.height) {
+            result.pages.push_back(page);
+            continue;
+        }
+        const double wide = page.Width() - paper.left - paper.right;
+        const double scale = wide > paper.PrintableWidth() ? paper.PrintableWidth() / wide : 1;
+        const double length = (page.Height() - paper.top - paper.bottom) * scale;
+        if (length > paper.PrintableHeight() * longest) {
+            Cut(result, page, paper, scale);
+            continue;
+        }
+        Page sheet = page;
+        sheet.Place(paper.width, paper.height,
+                    Scaled(paper, scale, scale * std::min(1.0, paper.PrintableHeight() / length)));
+        result.pages.push_back(std::move(sheet));
     }
-    sheets.push_back({index, page.Width(), sheetHeight, top, page.Height(), 1, 0, double(page.TopMargin())});
+    return result;
 }
 
 } // namespace
 
-std::vector<Sheet> PlanSheets(const Document& document, TallPages tall) {
-    std::vector<Sheet> sheets;
-    for (size_t i = 0; i < document.pages.size(); ++i) {
-        const Page& page = document.pages[i];
-        const bool kept = tall == TallPages::Keep && page.Height() <= tallestSheet;
-        if (kept || page.Height() <= page.SheetHeight()) {
-            sheets.push_back({i, page.Width(), page.Height(), 0, page.Height()});
-        } else if (tall == TallPages::Shrink && page.Height() <= page.SheetHeight() * 5 / 4) {
-            const double scale = double(page.SheetHeight()) / page.Height();
-            sheets.push_back(
-                {i, page.Width(), page.SheetHeight(), 0, page.Height(), scale, page.Width() * (1 - scale) / 2, 0});
-        } else {
-            AddCut(sheets, i, page, tall == TallPages::Keep ? tallestSheet : page.SheetHeight());
-        }
-    }
-    return sheets;
+Document OnSheets(const Document& document, const PaperSize& paper) {
+    return Laid(document, paper, 1.25);
 }
 
-void FitOnPaper(std::vector<Sheet>& sheets, int paperWidth, int paperHeight) {
-    // Sizes of one paper differ by roundings.
-    constexpr int same = 30;
-    for (Sheet& sheet : sheets) {
-        const bool turned = sheet.paperWidth > sheet.paperHeight;
-        const int width = turned ? paperHeight : paperWidth;
-        const int height = turned ? paperWidth : paperHeight;
-        if (std::abs(width - sheet.paperWidth) <= same && std::abs(height - sheet.paperHeight) <= same) {
-            continue;
-        }
-        const double fit = std::min(double(width) / sheet.paperWidth, double(height) / sheet.paperHeight);
-        sheet.left = sheet.left * fit + (width - sheet.paperWidth * fit) / 2;
-        sheet.offset = sheet.offset * fit + (height - sheet.paperHeight * fit) / 2;
-        sheet.scale *= fit;
-        sheet.paperWidth = width;
-        sheet.paperHeight = height;
-    }
+Document CutIntoSheets(const Document& document, const PaperSize& paper) {
+    return Laid(document, paper, 1);
 }
 
 } // namespace velmora::pages

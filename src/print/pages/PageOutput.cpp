@@ -6,21 +6,51 @@
 
 namespace velmora::print {
 
+namespace {
+
+// PDF knows no page beyond 200 inches.
+constexpr int tallestPdfPage = 288000;
+
+} // namespace
+
 PageDestination PageDestination::Of(const Printers& printers) {
     const PrinterPage page = printers.CurrentPage();
-    return {printers.CurrentDevice(), printers.PrintsToFile(), std::min(page.paperWidth, page.paperHeight),
-            std::max(page.paperWidth, page.paperHeight)};
+    return {printers.CurrentDevice(), printers.PrintsToFile(),
+            pages::PaperSize{page.paperWidth, page.paperHeight, page.left, page.top,
+                             page.paperWidth - page.left - page.width, page.paperHeight - page.top - page.height}};
 }
 
-void PageOutput::Print(const pages::Document& document, const PageDestination& destination, pages::TallPages tall) {
+void PageOutput::PrintReport(const pages::Document& document, const PageDestination& destination) {
+    pages::PaperSize paper = destination.paper;
     if (destination.toFile) {
-        delivery_.SaveFile(PdfBytes(document), ReportFileKind::Pdf);
+        paper.height = tallestPdfPage;
+    }
+    const bool fits = std::all_of(document.pages.begin(), document.pages.end(),
+                                  [&](const pages::Page& page) { return page.Height() <= paper.height; });
+    if (fits) {
+        Send(document, destination);
+    } else {
+        Send(CutIntoSheets(document, paper), destination);
+    }
+}
+
+pages::PaperSize PageOutput::Paper() const {
+    return PageDestination::Of(printers_).paper;
+}
+
+void PageOutput::Print(const pages::Document& document) {
+    Send(document, PageDestination::Of(printers_));
+}
+
+void PageOutput::Send(const pages::Document& document, const PageDestination& destination) {
+    const QByteArray pdf = PdfBytes(document);
+    if (destination.toFile) {
+        delivery_.SaveFile(pdf, ReportFileKind::Pdf);
         return;
     }
-    std::vector<pages::Sheet> sheets = PlanSheets(document, tall);
-    FitOnPaper(sheets, destination.paperWidth, destination.paperHeight);
+    const pages::PaperSize& paper = destination.paper;
     printer_.Print(destination.deviceName,
-                   {document.name, PdfBytes(document, sheets), destination.paperWidth, destination.paperHeight});
+                   {document.name, pdf, std::min(paper.width, paper.height), std::max(paper.width, paper.height)});
 }
 
 } // namespace velmora::print

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "base/services/Printers.h"
-#include "platform/pages/Sheets.h"
+#include "platform/pages/Page.h"
 #include "platform/printers/DocumentPrinter.h"
 #include "print/Delivery.h"
+#include "print/pages/PagePrinter.h"
 
 namespace velmora::print {
 
@@ -11,24 +12,29 @@ namespace velmora::print {
 struct PageDestination {
     QString deviceName;
     bool toFile = false;
-    // The paper held upright, in twips.
-    int paperWidth = 0;
-    int paperHeight = 0;
+    pages::PaperSize paper;
 
     static PageDestination Of(const Printers& printers);
 };
 
 // Takes finished documents to a printer, or as a PDF file to where the program's other report files go.
-class PageOutput {
+class PageOutput : public PagePrinter {
 public:
-    // Both outlive the object.
-    PageOutput(printers::DocumentPrinter& printer, Delivery& delivery) : printer_(printer), delivery_(delivery) {}
+    // All of it outlives the object.
+    PageOutput(const Printers& printers, printers::DocumentPrinter& printer, Delivery& delivery)
+        : printers_(printers), printer_(printer), delivery_(delivery) {}
 
-    // On paper, pages that grew are handled as `tall` says; in a PDF file each stays one page. Throws Error, naming the
-    // printer or the file, unless all of it went there.
-    void Print(const pages::Document& document, const PageDestination& destination, pages::TallPages tall);
+    // A report as it was drawn for the destination. A page that grew is cut across sheets of paper at true size; in a
+    // PDF file it stays one page. Throws Error, naming the printer or the file, unless all of it went there.
+    void PrintReport(const pages::Document& document, const PageDestination& destination);
+
+    pages::PaperSize Paper() const override;
+    void Print(const pages::Document& document) override;
 
 private:
+    void Send(const pages::Document& document, const PageDestination& destination);
+
+    const Printers& printers_;
     printers::DocumentPrinter& printer_;
     Delivery& delivery_;
 };

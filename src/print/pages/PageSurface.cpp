@@ -109,15 +109,15 @@ void PageSurface::StartPage() {
     if (!document_.pages.empty()) {
         CurrentPage().Shrink();
     }
-    document_.pages.emplace_back(geometry_.paperWidth, geometry_.paperHeight, geometry_.top,
-                                 geometry_.paperHeight - geometry_.top - geometry_.height);
+    document_.pages.emplace_back(geometry_.paperWidth, geometry_.paperHeight);
     CurrentX = 0;
     CurrentY = 0;
     lowest_ = 0;
 }
 
 void PageSurface::Reach(int bottom) {
-    CurrentPage().GrowTo(geometry_.top + bottom + CurrentPage().BottomMargin());
+    const int bottomMargin = geometry_.paperHeight - geometry_.top - geometry_.height;
+    CurrentPage().GrowTo(geometry_.top + bottom + bottomMargin);
 }
 
 } // namespace velmora::print

@@ -23,7 +23,7 @@ std::unique_ptr<ReportWriter> PrinterPages::MakeWriter(JobState& state) {
     target.font = FontOf(printers_.CurrentFont());
     target.deliver = [&output = output_,
                       destination = PageDestination::Of(printers_)](const pages::Document& document) {
-        output.Print(document, destination, pages::TallPages::Cut);
+        output.PrintReport(document, destination);
     };
     return std::make_unique<PageWriter>(state, std::move(target), documentName_);
 }
