@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -40,6 +41,8 @@ struct OpenOptions {
     Durability durability = Durability::Full;
     // How long a statement waits for another user's lock before it fails with RecordLocked.
     int busyMilliseconds = 5000;
+    // What Date() and Now() in a text mean; without one the system's wall clock.
+    std::function<DateTime()> now{};
 };
 
 struct NamedValue {

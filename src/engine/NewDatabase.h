@@ -48,8 +48,8 @@ public:
     // Columns that are not named get their default, or are empty. Throws for names that the schema does not have.
     Loader Load(const QString& table, const QStringList& columns);
 
-    // Makes the indexes and puts the file in its place; no row can be added any more. Throws DuplicateKey when rows break
-    // a unique index, FileExists when another program has made the file meanwhile: that one stays as it is.
+    // Makes the indexes and puts the file in its place; no row can be added any more. Throws DuplicateKey when rows
+    // break a unique index, FileExists when another program has made the file meanwhile: that one stays as it is.
     void Finish();
 
 private:

@@ -35,9 +35,9 @@ TEST_F(OnDatabase, OpensTablesStoredQueriesAndTexts) {
     EXPECT_EQ(database_->OpenRecordset(u"reservation")->Fields().size(), 18u);
     EXPECT_EQ(database_->QueryNames().join(u','), u"InRange,Names,Tick,TickAll");
     struct Case {
-        const char16_t* text;
+        QStringView text;
         EngineErrorNumber error;
-        const char16_t* words;
+        QStringView words;
     };
     const Case cases[] = {
         {u"Select * from Nowhere", EngineErrorNumber::UnknownTable, u"Nowhere"},
@@ -46,8 +46,8 @@ TEST_F(OnDatabase, OpensTablesStoredQueriesAndTexts) {
         {u"Delete from Asset", EngineErrorNumber::InvalidArgument, u"execute it"},
     };
     for (const Case& each : cases) {
-        const QString text(each.text);
-        ExpectError(each.error, QString(each.words), [&] { database_->OpenRecordset(text); });
+        const QString text = each.text.toString();
+        ExpectError(each.error, each.words, [&] { database_->OpenRecordset(text); });
         try {
             database_->OpenRecordset(text);
         } catch (const EngineError& error) {
@@ -107,7 +107,7 @@ TEST_F(OnDatabase, ExecutesActions) {
 // One prepared statement serves texts of one shape; what shapes the statement itself must not be shared.
 TEST_F(OnDatabase, TextsOfOneShapeKeepTheirLiterals) {
     const auto names = [this](const QString& condition) {
-        return Shown(*database_, QString(u"Select Name from Reservation where " + condition + u" order by ID"));
+        return Shown(*database_, QString(u"Select Name from Reservation where "_s + condition + u" order by ID"_s));
     };
     for (int round = 0; round < 2; ++round) {
         EXPECT_EQ(names(u"ID = 1"_s), u"Early");

@@ -213,8 +213,8 @@ TEST_P(EitherKind, HandsOutValuesOfEverySize) {
             inserts += "INSERT INTO Probe VALUES (" + QByteArray::number(rowsMade++) + ',' +
                        (number == std::numeric_limits<qint64>::min() ? "-9223372036854775807 - 1"
                                                                      : QByteArray::number(number)) +
-                       ",printf('%.*c'," + QByteArray::number(length) + ",'x')," +
-                       QByteArray::number(number % 1000 + 0.25) + ");";
+                       ",replace(printf('%" + QByteArray::number(length) + "s',''),' ','x')," +
+                       QByteArray::number(static_cast<double>(number % 1000) + 0.25) + ");";
         }
     }
     site_.Run((inserts + "COMMIT").constData());
@@ -257,7 +257,8 @@ TEST_P(EitherKind, LooksUpAwkwardNames) {
     for (QString name : names) {
         const QString quoted = u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
         const auto rows = database->OpenRecordset(
-            QString(u"Select * from Person where LastName = " + quoted + u" and FirstName = " + quoted), GetParam());
+            QString(u"Select * from Person where LastName = "_s + quoted + u" and FirstName = "_s + quoted),
+            GetParam());
         ASSERT_FALSE(rows->EndOfFile()) << qPrintable(name);
         EXPECT_EQ((*rows)["LastName"].ToText(), name);
         rows->MoveLast();
@@ -268,7 +269,7 @@ TEST_P(EitherKind, LooksUpAwkwardNames) {
 TEST_P(EitherKind, SetsOnOneTextDoNotDisturbEachOther) {
     site_.Run(threeAssets);
     const auto database = site_.Open();
-    const auto text = [](int asset) { return u"Select * from Asset where AssetID >= "_s + QString::number(asset); };
+    const auto text = [](qint64 asset) { return u"Select * from Asset where AssetID >= "_s + QString::number(asset); };
     const auto outer = database->OpenRecordset(text(10), GetParam());
     QString met;
     for (; !outer->EndOfFile(); outer->MoveNext()) {

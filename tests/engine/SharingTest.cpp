@@ -62,7 +62,7 @@ TEST_F(Sharing, TwoCopiesChangeOneRecord) {
         QStringList first;
         QStringList second;
         int secondResult;
-        const char16_t* flags;
+        QStringView flags;
     };
     const QStringList tickStart = {u"edit"_s, u"SLockStart"_s, u"1"_s};
     const QStringList tickPhone = {u"edit"_s, u"TLockStart"_s, u"1"_s};
@@ -74,7 +74,7 @@ TEST_F(Sharing, TwoCopiesChangeOneRecord) {
         {tickStart, {u"delete"_s}, 0, u"gone"},
     };
     for (const Case& each : cases) {
-        SCOPED_TRACE(qPrintable(each.first.join(u' ') + u" then " + each.second.join(u' ')));
+        SCOPED_TRACE(qPrintable(each.first.join(u' ') + u" then "_s + each.second.join(u' ')));
         site_.Run("DELETE FROM Reservation; INSERT INTO Reservation (ID, SLockStart, TLockStart) VALUES (1, 0, 0)");
         Peer first(site_, each.first);
         Peer second(site_, each.second);
@@ -82,7 +82,7 @@ TEST_F(Sharing, TwoCopiesChangeOneRecord) {
         EXPECT_EQ(first.Result(), 0);
         second.GoOn();
         EXPECT_EQ(second.Result(), each.secondResult);
-        EXPECT_EQ(Flags(), QString(each.flags));
+        EXPECT_EQ(Flags(), each.flags);
     }
 }
 

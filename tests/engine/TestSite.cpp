@@ -16,6 +16,7 @@ public:
     explicit Store(const QString& path) {
         EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &handle_), SQLITE_OK);
         sqlite3_busy_timeout(handle_, 5000);
+        sqlite3_exec(handle_, "PRAGMA synchronous = OFF", nullptr, nullptr, nullptr);
     }
     ~Store() { EXPECT_EQ(sqlite3_close(handle_), SQLITE_OK); }
     Store(const Store&) = delete;

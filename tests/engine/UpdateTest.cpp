@@ -11,7 +11,7 @@ constexpr const char* oneReservation =
     "INSERT INTO Reservation (ID, Asset, Start, Name, Attendees, SLockStart, SLockEnd) VALUES"
     "(1, 7, '2026-03-07 09:00:00', 'Talk', 12, 0, 0)";
 
-constexpr std::u16string_view join =
+constexpr QStringView join =
     u"SELECT * FROM Asset INNER JOIN Reservation ON Asset.AssetID = Reservation.Asset order by ID";
 
 void Change(Recordset& rows, const char* field, const Value& value) {

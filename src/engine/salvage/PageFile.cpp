@@ -64,16 +64,14 @@ void PageFile::ReadHeader() {
     const quint32 stored = BigEndian16(header, 16);
     const quint32 pageSize = stored == 1 ? largestPage : stored;
     const quint32 reserved = header[20];
-    const quint32 encoding = BigEndian32(header, 56);
     const bool isPowerOfTwo = (pageSize & (pageSize - 1)) == 0;
-    if (pageSize < smallestPage || !isPowerOfTwo || pageSize - reserved < 480 || encoding < 1 || encoding > 3 ||
+    if (pageSize < smallestPage || !isPowerOfTwo || pageSize - reserved < 480 ||
         SoundShare(pageSize, pageSize - reserved) == 0) {
         return;
     }
     headerIsSound_ = true;
     pageSize_ = pageSize;
     usable_ = pageSize - reserved;
-    encoding_ = static_cast<unsigned char>(encoding);
     firstFreePage_ = BigEndian32(header, 32);
     userVersion_ = BigEndian32(header, 60);
     applicationId_ = BigEndian32(header, 68);

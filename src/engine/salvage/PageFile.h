@@ -21,14 +21,11 @@ public:
     quint32 PageSize() const { return pageSize_; }
     // The page size without what is reserved at each page's end.
     quint32 Usable() const { return usable_; }
-    // As sqlite3_bind_text64 takes it.
-    unsigned char TextEncoding() const { return encoding_; }
     // Numbers that the file's owner has set, 0 where the header is broken.
     quint32 UserVersion() const { return userVersion_; }
     quint32 ApplicationId() const { return applicationId_; }
     // The first page of the list of free pages; 0 where there is none or the header is broken.
     quint32 FirstFreePage() const { return firstFreePage_; }
-    bool HeaderIsSound() const { return headerIsSound_; }
 
     // False for a page that the file does not have, or that the disk fails to read.
     bool Read(quint32 number, std::vector<unsigned char>& page) const;
@@ -43,7 +40,6 @@ private:
     quint32 pageSize_ = 0;
     quint32 usable_ = 0;
     quint32 pageCount_ = 0;
-    unsigned char encoding_ = 1;
     quint32 userVersion_ = 0;
     quint32 applicationId_ = 0;
     quint32 firstFreePage_ = 0;

@@ -37,6 +37,8 @@ bool TryExecute(sqlite3* database, const QByteArray& sql) {
     return sqlite3_exec(database, sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
+constexpr const char* sequenceTable = "sqlite_sequence";
+
 bool IsTable(const SchemaEntry& entry) {
     return entry.type == "table" && !IsReserved(entry.name);
 }
@@ -44,7 +46,7 @@ bool IsTable(const SchemaEntry& entry) {
 } // namespace
 
 Salvager::Salvager(const QByteArray& damaged, const QByteArray& target, const QString& schemaSql)
-    : file_(damaged), reader_(file_), schema_(schemaSql), found_(ReadSchemaEntries(file_, reader_)), target_(target) {}
+    : file_(damaged), reader_(file_), schema_(schemaSql), found_(ReadSchemaEntries(reader_)), target_(target) {}
 
 RepairReport Salvager::Run() {
     target_.Run(schema_.beforeRows);
@@ -60,6 +62,7 @@ RepairReport Salvager::Run() {
     DemandOwnTables(true);
     for (TableSource& source : sources_) {
         TraceMissingRows(reader_, found_, source);
+        RaiseSequence(source);
     }
     MakeIndexesAndViews();
     CopyFileNumbers();
@@ -104,7 +107,7 @@ void Salvager::AddSource(const QByteArray& table, const SchemaEntry* entry, bool
     if (isInSchema) {
         AddColumnsOfSite(source.original->Handle(), *shape);
     }
-    source.copier = std::make_unique<TableCopier>(target_.Connection(), std::move(*shape), file_.TextEncoding());
+    source.copier = std::make_unique<TableCopier>(target_.Connection(), std::move(*shape), found_.textEncoding);
     source.root = entry == nullptr ? 0 : entry->root;
     source.isInSchema = isInSchema;
     sources_.push_back(std::move(source));
@@ -197,31 +200,52 @@ void Salvager::ClaimOtherTables() {
 
 // The last numbers that the store assigned: a deleted row's number is not given out again.
 void Salvager::CopySequences() {
-    const SchemaEntry* const entry = FindTable("sqlite_sequence");
-    if (entry == nullptr || !TargetHas("sqlite_sequence")) {
+    if (!TargetHas(sequenceTable)) {
         return;
     }
-    std::vector<StoredValue> values;
-    reader_.WalkTable(entry->root, [&](const BtreePage& leaf) {
-        for (const Cell& cell : leaf.cells) {
-            const std::optional<Bytes> record = reader_.Record(cell);
-            if (!record || !DecodeRecord(*record, values) || values.size() != 2 ||
-                values[0].kind != StoredValue::Kind::Text || values[1].kind != StoredValue::Kind::Integer) {
-                continue;
-            }
-            const QByteArray table = Utf8Text(values[0].bytes, file_.TextEncoding());
-            for (const char* sql :
-                 {"UPDATE sqlite_sequence SET seq = max(seq, ?2) WHERE name = ?1",
-                  "INSERT INTO sqlite_sequence SELECT name, ?2 FROM sqlite_schema WHERE name = ?1 AND "
-                  "type = 'table' AND name NOT IN (SELECT name FROM sqlite_sequence)"}) {
-                StoreStatement statement(target_.Connection(), sql);
-                statement.BindText(1, table);
-                statement.BindInteger(2, values[1].integer);
-                statement.Step();
-            }
+    const TreeReader::TakeLeaf take = [&](const BtreePage& leaf) { return TakeSequences(leaf); };
+    if (const SchemaEntry* const entry = FindTable(sequenceTable)) {
+        reader_.WalkTable(entry->root, take);
+    } else if (!found_.isComplete) {
+        for (const StrayLeaf& leaf : reader_.StrayLeaves()) {
+            reader_.TakeStray(leaf.page, take);
         }
-        return true;
-    });
+    }
+}
+
+// False, with nothing taken, unless every row is the name of a table and a number.
+bool Salvager::TakeSequences(const BtreePage& leaf) {
+    std::vector<StoredValue> values;
+    std::vector<std::pair<QByteArray, qint64>> sequences;
+    for (const Cell& cell : leaf.cells) {
+        const std::optional<Bytes> record = reader_.Record(cell);
+        if (!record || !DecodeRecord(*record, values) || values.size() != 2 ||
+            values[0].kind != StoredValue::Kind::Text || values[1].kind != StoredValue::Kind::Integer) {
+            return false;
+        }
+        sequences.emplace_back(Utf8Text(values[0].bytes, found_.textEncoding), values[1].integer);
+        if (!TargetHas(sequences.back().first)) {
+            return false;
+        }
+    }
+    for (const auto& [table, number] : sequences) {
+        StoreStatement insert(target_.Connection(), "INSERT INTO sqlite_sequence (name, seq) VALUES (?1, ?2)");
+        insert.BindText(1, table);
+        insert.BindInteger(2, number);
+        insert.Step();
+    }
+    return true;
+}
+
+// Neither is the number of a row that was lost.
+void Salvager::RaiseSequence(const TableSource& source) {
+    if (source.lost.empty() || !TargetHas(sequenceTable)) {
+        return;
+    }
+    StoreStatement raise(target_.Connection(), "UPDATE sqlite_sequence SET seq = max(seq, ?2) WHERE name = ?1");
+    raise.BindText(1, source.Shape().name);
+    raise.BindInteger(2, source.lost.rbegin()->first);
+    raise.Step();
 }
 
 void Salvager::MakeIndexesAndViews() {

@@ -29,6 +29,8 @@ private:
     void MakeUniqueIndexes();
     void DemandOwnTables(bool rowsAreCopied) const;
     void CopySequences();
+    bool TakeSequences(const BtreePage& leaf);
+    void RaiseSequence(const TableSource& source);
     void ClaimOtherTables();
     void MakeIndexesAndViews();
     void CopyFileNumbers();

@@ -6,8 +6,6 @@
 
 #include <sqlite3.h>
 
-#include <array>
-
 namespace velmora::engine::salvage {
 
 namespace {
@@ -16,11 +14,27 @@ using Kind = StoredValue::Kind;
 
 constexpr size_t fieldCount = 5;
 
-bool ReadEntry(const std::vector<StoredValue>& values, unsigned char encoding, SchemaEntry& entry) {
-    constexpr std::array<const char*, 4> types = {"table", "index", "view", "trigger"};
+// The encoding in which a text is one of the words for an entry's type; 0 for none.
+unsigned char EncodingOfType(Bytes type) {
+    constexpr unsigned char encodings[] = {SQLITE_UTF8, SQLITE_UTF16LE, SQLITE_UTF16BE};
+    for (const unsigned char encoding : encodings) {
+        const QByteArray word = Utf8Text(type, encoding);
+        if (word == "table" || word == "index" || word == "view" || word == "trigger") {
+            return encoding;
+        }
+    }
+    return 0;
+}
+
+// False for a record that is no entry.
+bool ReadEntry(const std::vector<StoredValue>& values, unsigned char& encoding, SchemaEntry& entry) {
     if (values.size() != fieldCount || values[0].kind != Kind::Text || values[1].kind != Kind::Text ||
         values[2].kind != Kind::Text || (values[3].kind != Kind::Integer && values[3].kind != Kind::Null) ||
         (values[4].kind != Kind::Text && values[4].kind != Kind::Null)) {
+        return false;
+    }
+    encoding = EncodingOfType(values[0].bytes);
+    if (encoding == 0) {
         return false;
     }
     entry.type = Utf8Text(values[0].bytes, encoding);
@@ -28,7 +42,7 @@ bool ReadEntry(const std::vector<StoredValue>& values, unsigned char encoding, S
     entry.table = Utf8Text(values[2].bytes, encoding);
     entry.root = static_cast<quint32>(values[3].integer);
     entry.sql = Utf8Text(values[4].bytes, encoding);
-    return std::find(types.begin(), types.end(), entry.type) != types.end() && !entry.name.isEmpty();
+    return !entry.name.isEmpty();
 }
 
 } // namespace
@@ -44,7 +58,7 @@ QByteArray Utf8Text(Bytes text, unsigned char encoding) {
     return decoded.toUtf8();
 }
 
-SchemaEntries ReadSchemaEntries(const PageFile& file, TreeReader& reader) {
+SchemaEntries ReadSchemaEntries(TreeReader& reader) {
     SchemaEntries result;
     std::vector<StoredValue> values;
     // A page whose every row is none of the schema's is another table's.
@@ -53,7 +67,9 @@ SchemaEntries ReadSchemaEntries(const PageFile& file, TreeReader& reader) {
         for (const Cell& cell : leaf.cells) {
             const std::optional<Bytes> record = reader.Record(cell);
             SchemaEntry entry;
-            if (record && DecodeRecord(*record, values) && ReadEntry(values, file.TextEncoding(), entry)) {
+            unsigned char encoding = 0;
+            if (record && DecodeRecord(*record, values) && ReadEntry(values, encoding, entry)) {
+                result.textEncoding = encoding;
                 result.entries.push_back(std::move(entry));
                 isSchema = true;
             } else if (isSchema) {

@@ -27,12 +27,15 @@ struct SchemaEntries {
     std::vector<SchemaEntry> entries;
     // False when a part of the schema could not be read.
     bool isComplete = true;
+    // How texts are stored in this file, as sqlite3_bind_text64 takes it: told from the entries themselves, because the
+    // header may be broken.
+    unsigned char textEncoding = 1;
 };
 
 // Entries on pages that cannot be reached any more are found, too.
-SchemaEntries ReadSchemaEntries(const PageFile& file, TreeReader& reader);
+SchemaEntries ReadSchemaEntries(TreeReader& reader);
 
-// A text in UTF-8, from the file's encoding.
+// A text in UTF-8, from an encoding of the file's.
 QByteArray Utf8Text(Bytes text, unsigned char encoding);
 
 } // namespace velmora::engine::salvage

@@ -50,7 +50,7 @@ QString HoleText(KeyRange hole) {
     const bool isOpenBelow = hole.first == everything.first;
     const bool isOpenAbove = hole.last == everything.last;
     if (isOpenBelow && isOpenAbove) {
-        return u"any number"_s;
+        return u"of any value"_s;
     }
     if (isOpenBelow) {
         return u"up to %1"_s.arg(hole.last);
@@ -70,8 +70,10 @@ QString HolesText(const TableSource& source) {
 }
 
 void AddLossRemarks(const TableSource& source, QStringList& remarks) {
-    if (source.root == 0) {
-        remarks.append(u"The file does not say any more where the table is; it was made anew."_s);
+    const bool isFound = source.root != 0;
+    if (!isFound) {
+        remarks.append(
+            u"The file does not say any more where the table is: rows of it may be lost. It was made anew."_s);
     }
     if (source.restored > 0) {
         remarks.append(u"%1 of the saved rows were taken from an index."_s.arg(source.restored));
@@ -79,7 +81,7 @@ void AddLossRemarks(const TableSource& source, QStringList& remarks) {
     if (!source.lost.empty()) {
         remarks.append(u"Lost: %1."_s.arg(LostText(source)));
     }
-    if (!source.lossIsExact) {
+    if (isFound && !source.lossIsExact) {
         remarks.append(u"More may be lost: rows with %1."_s.arg(HolesText(source)));
     }
     if (source.copier->UnreadableEntries() > 0 || source.mayMissEntries) {

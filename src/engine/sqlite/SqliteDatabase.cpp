@@ -3,10 +3,6 @@
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/SqliteQueryDef.h"
 
-#include <sqlite3.h>
-
-#include <algorithm>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine {
@@ -18,17 +14,6 @@ std::unique_ptr<Database> Database::Open(const QString& path, const OpenOptions&
 namespace sqlite {
 
 namespace {
-
-// The name that a text consists of, without its brackets; empty for a statement.
-QStringView BareName(QStringView text) {
-    text = text.trimmed();
-    if (text.startsWith(u'[') && text.endsWith(u']') && text.size() > 2) {
-        const QStringView inner = text.mid(1, text.size() - 2);
-        return inner.contains(u']') ? QStringView() : inner;
-    }
-    const bool hasBlank = std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isSpace(); });
-    return hasBlank ? QStringView() : text;
-}
 
 Presence JoinChecked(const QString& path) {
     CheckPath(path);
@@ -55,9 +40,7 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(QStringView source, Rec
 qint64 SqliteDatabase::Execute(QStringView sql) {
     return session_.OnCurrentSchema([&] {
         QueryInput input;
-        const QStringView name = BareName(sql);
-        const QString* stored = name.isEmpty() ? nullptr : session_.Catalog().FindQuery(name);
-        input.Assign(stored == nullptr ? sql : QStringView(*stored));
+        input.Assign(sql);
         return RunAction(session_, input, {});
     });
 }

@@ -49,23 +49,25 @@ QString Named(const char16_t* stem, int number) {
 }
 
 void AddReservations(NewDatabase& database, int count) {
-    Loader rows = database.Load(
-        u"Reservation"_s, {u"ID"_s,           u"Asset"_s,     u"Start"_s,     u"End"_s,        u"Name"_s,
-                           u"EventType"_s,    u"LastName"_s,  u"FirstName"_s, u"Organization"_s, u"Attendees"_s,
-                           u"Permanent"_s,    u"Link"_s,      u"SLockStart"_s, u"SLockEnd"_s,  u"TLockStart"_s,
-                           u"TLockEnd"_s,     u"TextStart"_s, u"TextEnd"_s});
+    Loader rows = database.Load(u"Reservation"_s, {u"ID"_s, u"Asset"_s, u"Start"_s, u"End"_s, u"Name"_s, u"EventType"_s,
+                                                   u"LastName"_s, u"FirstName"_s, u"Organization"_s, u"Attendees"_s,
+                                                   u"Permanent"_s, u"Link"_s, u"SLockStart"_s, u"SLockEnd"_s,
+                                                   u"TLockStart"_s, u"TLockEnd"_s, u"TextStart"_s, u"TextEnd"_s});
     for (int id = 1; id <= count; ++id) {
         const int person = id * 31 % 97;
         rows.Add({id, id % 40 + 1, MomentOf(id), MomentOf(id + 9), Named(u"Booking \u00e4", id), Named(u"Type", id % 7),
-                  Named(u"Last", person), Named(u"First", person), id % 3 == 0 ? Value() : Value(Named(u"Org", id % 11)),
-                  id % 50, id % 5 == 0, id / 2, false, false, true, false, u"3/7/2026 2:15 PM"_s, u"3/7/2026 3:15 PM"_s});
+                  Named(u"Last", person), Named(u"First", person),
+                  id % 3 == 0 ? Value() : Value(Named(u"Org", id % 11)), id % 50, id % 5 == 0, id / 2, false, false,
+                  true, false, u"3/7/2026 2:15 PM"_s, u"3/7/2026 3:15 PM"_s});
     }
 }
 
 void AddNotes(NewDatabase& database, int count) {
-    Loader notes = database.Load(u"Note"_s, {u"ID"_s, u"Reservation"_s, u"Name"_s, u"Note"_s, u"Cost"_s, u"Completed"_s});
+    Loader notes =
+        database.Load(u"Note"_s, {u"ID"_s, u"Reservation"_s, u"Name"_s, u"Note"_s, u"Cost"_s, u"Completed"_s});
     for (int id = 1; id <= count; ++id) {
-        const QString text = id % 25 == 0 ? u"Long note, needs pages of its own. "_s.repeated(400) : Named(u"Note ", id);
+        const QString text =
+            id % 25 == 0 ? u"Long note, needs pages of its own. "_s.repeated(400) : Named(u"Note ", id);
         notes.Add({id, id * 3, Named(u"Task", id % 9), text, id * 0.25, id % 2 == 0});
     }
 }
@@ -171,6 +173,7 @@ int OpeningResult(const QString& path, const OpenOptions& options) {
         sqlite::CheckPath(path);
         const sqlite::Presence presence = sqlite::Presence::Join(path);
         const Store store(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
+        sqlite3_busy_timeout(store.Handle(), 50);
         sqlite::CheckOpened(store.Handle(), path, options);
     });
 }
