@@ -3,11 +3,12 @@
 #include "app/report/CommandLine.h"
 #include "app/report/RunReport.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <unistd.h>
 
 namespace {
@@ -29,6 +30,23 @@ void WriteText(std::FILE* out, const QString& text) {
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), out);
 }
 
+QStringList ArgumentTexts(int argc, char** argv) {
+    QStringList texts;
+    for (int i = 1; i < argc; ++i) {
+        texts += QString::fromLocal8Bit(argv[i]);
+    }
+    return texts;
+}
+
+// Pages need fonts, which only a program with graphics has; it never needs a display for them.
+std::unique_ptr<QCoreApplication> MakeApplication(const velmora::report::Command& command, int& argc, char** argv) {
+    if (!command.ToPages()) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -36,9 +54,9 @@ int main(int argc, char** argv) {
     // A reader that goes away and a file that may not grow are failed writes, told like any other.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
-    const QCoreApplication application(argc, argv);
     try {
-        const auto command = velmora::report::ParseCommandLine(QCoreApplication::arguments().mid(1));
+        const auto command = velmora::report::ParseCommandLine(ArgumentTexts(argc, argv));
+        const auto application = MakeApplication(command, argc, argv);
         if (command.help) {
             WriteText(stdout, velmora::report::Usage());
             return 0;

@@ -10,13 +10,13 @@ QString PdfFileDevice() {
     return QStringLiteral("Print to PDF file");
 }
 
-SystemPrinters::SystemPrinters(PrintQueues& queues, const QLocale& locale)
-    : queues_(queues), localePaper_(LocalePaper(locale)) {
+SystemPrinters::SystemPrinters(std::unique_ptr<PrintQueues> queues, const QLocale& locale)
+    : queues_(std::move(queues)), localePaper_(LocalePaper(locale)) {
     font_.family = pages::DefaultFamily();
 }
 
 QStringList SystemPrinters::DeviceNames() const {
-    QStringList names = queues_.Names();
+    QStringList names = queues_->Names();
     names += PdfFileDevice();
     return names;
 }
@@ -25,12 +25,12 @@ SystemPrinters::Device SystemPrinters::Describe(const QString& deviceName) const
     if (deviceName == PdfFileDevice()) {
         return {deviceName, localePaper_};
     }
-    return {deviceName, queues_.Paper(deviceName).value_or(localePaper_)};
+    return {deviceName, queues_->Paper(deviceName).value_or(localePaper_)};
 }
 
 const SystemPrinters::Device& SystemPrinters::Current() const {
     if (!current_) {
-        const QString queue = queues_.DefaultName();
+        const QString queue = queues_->DefaultName();
         current_ = Describe(queue.isEmpty() ? PdfFileDevice() : queue);
     }
     return *current_;
@@ -55,7 +55,7 @@ void SystemPrinters::Print(const QString& deviceName, const QueueJob& job) {
         throw ProgramError(ErrorNumber::InvalidCall,
                            QStringLiteral("\"%1\" needs the name of a file to print into").arg(deviceName));
     }
-    queues_.Submit(deviceName, job);
+    queues_->Submit(deviceName, job);
 }
 
 } // namespace velmora::printers

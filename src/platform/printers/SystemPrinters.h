@@ -4,6 +4,8 @@
 
 #include <QLocale>
 
+#include <memory>
+
 namespace velmora::printers {
 
 // The name under which printing into a PDF file stands among the printers.
@@ -13,8 +15,8 @@ QString PdfFileDevice();
 // printer at first, or the PDF entry where none is the default.
 class SystemPrinters : public Printers, public DocumentPrinter {
 public:
-    // `queues` outlives the object. The locale tells the paper where a queue does not.
-    SystemPrinters(PrintQueues& queues, const QLocale& locale);
+    // The locale tells the paper where a queue does not.
+    SystemPrinters(std::unique_ptr<PrintQueues> queues, const QLocale& locale);
 
     QStringList DeviceNames() const override;
     QString CurrentDevice() const override { return Current().name; }
@@ -37,7 +39,7 @@ private:
     const Device& Current() const;
     Device Describe(const QString& deviceName) const;
 
-    PrintQueues& queues_;
+    std::unique_ptr<PrintQueues> queues_;
     PrinterPage localePaper_;
     // Asked for when it is first needed: the print system may be slow to answer.
     mutable std::optional<Device> current_;
