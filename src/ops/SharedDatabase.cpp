@@ -16,9 +16,8 @@ using engine::EngineErrorNumber;
 
 // Ends the process without the orderly exit: nothing was opened yet but the start-up window.
 [[noreturn]] void EndAtStart() {
-    const Services& services = CurrentProgram().services();
-    services.windows.UnloadStartup();
-    services.process.End(1);
+    CurrentProgram().services().windows.UnloadStartup();
+    CurrentProgram().services().process.End(1);
 }
 
 void Tell(const QString& text) {

@@ -49,7 +49,7 @@ public:
 // Ends the program by leaving every frame up to main().
 class ConsoleProcess : public Process {
 public:
-    [[noreturn]] void End(int exitCode) override { throw ProgramEnd{exitCode}; }
+    [[noreturn]] void EndNow(int exitCode) override { throw ProgramEnd{exitCode}; }
 };
 
 } // namespace velmora

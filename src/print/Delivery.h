@@ -4,7 +4,7 @@
 
 namespace velmora::print {
 
-enum class ReportFileKind { Text, Html, Pdf };
+enum class ReportFileKind { PlainText, Html, Pdf };
 
 // Where finished reports go that are not put on paper. The texts are UTF-8; a PDF file is its bytes. A failure is
 // thrown as an Error that says what to do; the report may then be handed over again.

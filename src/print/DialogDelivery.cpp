@@ -26,7 +26,7 @@ QString FilterOf(ReportFileKind kind) {
         return QStringLiteral("HTML File (*.htm)|*.htm");
     case ReportFileKind::Pdf:
         return QStringLiteral("PDF file (*.pdf)|*.pdf");
-    case ReportFileKind::Text:
+    case ReportFileKind::PlainText:
         break;
     }
     return QStringLiteral("Text file (*.txt)|*.txt");

@@ -154,7 +154,7 @@ public:
 
 class FakeProcess : public Process {
 public:
-    [[noreturn]] void End(int exitCode) override { throw ProgramEnd{exitCode}; }
+    [[noreturn]] void EndNow(int exitCode) override { throw ProgramEnd{exitCode}; }
 };
 
 class FakeUserSettings : public UserSettings {

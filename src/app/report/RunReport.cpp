@@ -5,6 +5,8 @@
 #include "app/report/ReportPrinters.h"
 #include "base/Program.h"
 #include "data/Configuration.h"
+#include "data/NativePath.h"
+#include "data/SiteSchema.h"
 #include "desk/DailyReport.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
@@ -46,7 +48,7 @@ class ConsoleProgram {
 public:
     ConsoleProgram(const Command& command, const QString& executablePath)
         : locale_(command.locale.value_or(LocaleText(QLocale::system()))), clock_(MakeClock(command)),
-          log_(LogFile::DefaultPath(), *clock_), printers_(command, locale_.Locale()),
+          log_(LogFile::DefaultPath(), systemClock_), printers_(command, locale_.Locale()),
           settings_(storedSettings_, command.leaderStyle),
           program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_,
                     log_, executablePath, command.startupArgument, locale_},
@@ -59,6 +61,8 @@ public:
 private:
     LocaleText locale_;
     std::unique_ptr<Clock> clock_;
+    // The log keeps the true time, whatever clock the report is given.
+    SystemClock systemClock_;
     LogFile log_;
     ConsoleDialogs dialogs_{stderr};
     ErrorReport errors_{dialogs_, log_};
@@ -74,6 +78,21 @@ private:
     ProgramInstaller installer_;
 };
 
+// Nobody is there to be asked whether a damaged file should be repaired: the reason and the way out are told.
+void OpenDatabase(Program& program) {
+    try {
+        program.Part<SharedDatabase>().database = OpenSite(NativePath(DatabasePath()));
+    } catch (const engine::EngineError& error) {
+        if (error.Kind() == engine::EngineErrorNumber::Damaged) {
+            program.services().dialogs.ShowMessage(
+                {u"The database is damaged. Repair it with: velmora-db repair "_s + NativePath(DataDirectory()),
+                 program.Title(), Buttons::Ok, Icon::Critical});
+        }
+        ReportError(error, {QString::number(error.Number()), {}, {}});
+        program.services().process.End(failed);
+    }
+}
+
 int PrintReport(const Command& command, ConsoleProgram& console) {
     Program& program = console.Get();
     ReportPrinters& printers = console.Printers();
@@ -86,7 +105,7 @@ int PrintReport(const Command& command, ConsoleProgram& console) {
     }
     printers.Choose(command);
     LoadTranslations();
-    OpenSharedDatabase();
+    OpenDatabase(program);
     engine::Database& database = OpenedDatabase();
     OutputDelivery delivery(command.output);
     print::PageOutput output(printers, printers, delivery);

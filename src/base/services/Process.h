@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+
 namespace velmora {
 
 // The running program itself.
@@ -7,7 +9,13 @@ class Process {
 public:
     virtual ~Process() = default;
     // Ends the program. Never returns to its caller.
-    [[noreturn]] virtual void End(int exitCode) = 0;
+    [[noreturn]] void End(int exitCode) {
+        EndNow(exitCode);
+        std::terminate();
+    }
+
+private:
+    virtual void EndNow(int exitCode) = 0;
 };
 
 } // namespace velmora

@@ -39,6 +39,7 @@ SqlText Emitter::EmitArgument(const Expression& expression, ArgumentKind kind) {
     case ArgumentKind::Any:
     case ArgumentKind::Date:
     case ArgumentKind::NumberOrDate:
+    case ArgumentKind::Interval:
         break;
     }
     return value;

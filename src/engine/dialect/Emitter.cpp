@@ -18,7 +18,9 @@ Emitter::Emitted Emitter::Emit(const Statement& statement, bool keys) {
 
 Emitter::Emitted Emitter::EmitReread(const Query& query) {
     Emitter emitter;
-    const SelectOptions options{Use::Result, true, true, false, nullptr};
+    SelectOptions options;
+    options.keys = true;
+    options.everyRow = true;
     QByteArray sql = emitter.EmitQuery(query, options).text;
     size_t number = emitter.bindings_.size();
     const char* joint = " WHERE ";
@@ -34,6 +36,11 @@ Emitter::Emitted Emitter::Finish(QByteArray sql) {
 }
 
 QByteArray Emitter::Bind(Binding binding) {
+    constexpr size_t maximumValues = 32000; // the store's own limit is not much higher
+    if (bindings_.size() == maximumValues) {
+        throw EngineError(EngineErrorNumber::Syntax,
+                          QStringLiteral("The text has more than %1 values.").arg(maximumValues));
+    }
     bindings_.push_back(std::move(binding));
     return '?' + QByteArray::number(static_cast<qulonglong>(bindings_.size()));
 }
@@ -49,7 +56,9 @@ QByteArray Emitter::EmitStatement(const Statement& statement, bool keys) {
     case Statement::Kind::Select:
         break;
     }
-    const SqlText text = EmitQuery(*statement.query, {Use::Result, keys, false, false, nullptr});
+    SelectOptions options;
+    options.keys = keys;
+    const SqlText text = EmitQuery(*statement.query, options);
     CheckDepth(text);
     return text.text;
 }
@@ -120,7 +129,9 @@ QByteArray Emitter::EmitInsert(const Statement& statement) {
     if (!statement.query) {
         return sql + "VALUES (" + values + ')';
     }
-    const SqlText rows = EmitQuery(*statement.query, {Use::Insert, false, false, false, &fields});
+    SelectOptions options{Use::Insert};
+    options.target = &fields;
+    const SqlText rows = EmitQuery(*statement.query, options);
     CheckDepth(rows);
     return sql + rows.text;
 }

@@ -3,6 +3,7 @@
 #include "engine/dialect/Ast.h"
 #include "engine/dialect/Compiler.h"
 #include "engine/dialect/FunctionTable.h"
+#include "engine/dialect/Order.h"
 #include "engine/dialect/SqlText.h"
 
 #include <QHash>
@@ -39,15 +40,10 @@ private:
         Use use = Use::Result;
         bool keys = false;     // key columns behind the visible ones (k0, k1, ... in a Source)
         bool everyRow = false; // without WHERE and order
+        bool order = false;    // Source: what its order goes by as further columns o0, o1, ...
         bool truth = false;    // Members: compared by their truth
         const std::vector<SourceColumn>* target = nullptr; // Insert: the fields that take the columns
     };
-    struct OrderTerm {
-        SqlText sql;
-        SqlType type = SqlType::Unknown;
-        bool descending = false;
-    };
-
     // Statements (Emitter.cpp)
     QByteArray EmitStatement(const Statement& statement, bool keys);
     QByteArray EmitUpdate(const Statement& statement);
@@ -63,17 +59,17 @@ private:
     SqlText EmitQuery(const Query& query, const SelectOptions& options);
     SqlText EmitSelect(const Query& query, const Select& select, const SelectOptions& options);
     SqlText EmitOutput(const Query& query, const Select& select, size_t index, const SelectOptions& options);
+    SqlText EmitRanges(const Expression& condition);
     SqlText EmitSources(const Select& select, const SelectOptions& options);
     SqlText EmitJoined(std::vector<const Source*> parts, const std::vector<const Expression*>& conditions,
                        const SelectOptions& options);
     static void FlattenJoins(const Source& source, std::vector<const Source*>& parts,
                              std::vector<const Expression*>& conditions);
     SqlText EmitPart(const Source& source, const SelectOptions& options);
-    SqlText EmitOrder(const Query& query);
-    static SqlText EmitTerms(const std::vector<OrderTerm>& terms);
-    OrderTerm EmitOrderItem(const Query& query, const OrderItem& item);
-    std::vector<OrderTerm> ImpliedOrder(const Query& query, const Select& select, const std::vector<OrderItem>& given);
-    static std::vector<OrderTerm> MemberOrder(const std::vector<SqlType>& types, const std::vector<OrderItem>& given);
+    static bool NeedsOrder(const SelectOptions& options);
+    SqlText EmitOrder(const Select& select, const std::vector<OrderKey>& order);
+    SqlText EmitOrderKey(const OrderKey& key);
+    void EmitOrderColumns(const std::vector<OrderKey>& order, SqlText& text);
     static std::vector<SqlText> KeyColumns(const std::vector<Origin>& origins);
 
     // Expressions (ExpressionEmitter.cpp)

@@ -52,7 +52,8 @@ SqlText Emitter::Emit(const Expression& expression) {
     case Kind::Literal:
         return EmitLiteral(expression);
     case Kind::Flag:
-        return {expression.value.ToBool() ? QByteArrayLiteral("1") : QByteArrayLiteral("0")};
+        // Not 1 and 0, which would number a column in ORDER BY and GROUP BY.
+        return {expression.value.ToBool() ? QByteArrayLiteral("TRUE") : QByteArrayLiteral("FALSE")};
     case Kind::Null:
         return {QByteArrayLiteral("NULL")};
     case Kind::Name:

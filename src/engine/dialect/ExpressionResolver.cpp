@@ -1,5 +1,8 @@
 #include "engine/dialect/Expressions.h"
 #include "engine/dialect/FunctionTable.h"
+#include "engine/dialect/Interval.h"
+#include "engine/dialect/LikePattern.h"
+#include "engine/dialect/Printer.h"
 #include "engine/dialect/Resolver.h"
 #include "engine/dialect/Types.h"
 
@@ -76,7 +79,15 @@ void Resolver::ResolveOperands(Expression& expression, const Scope& scope) {
         CheckComparable(*operands[0], *operands[1], expression.at);
         CheckComparable(*operands[0], *operands[2], expression.at);
         break;
-    default: // Like, IsNull: of anything
+    case Kind::Like:
+        if (operands[1]->kind == Kind::Literal && UnclosedList(operands[1]->value.ToText()) >= 0) {
+            FailAt(EngineErrorNumber::Syntax,
+                   QStringLiteral("The pattern %1 has a \"[\" without its \"]\" (the character itself is written [[])")
+                       .arg(Print(*operands[1])),
+                   operands[1]->at);
+        }
+        break;
+    default: // IsNull: of anything
         break;
     }
 }
@@ -258,6 +269,26 @@ void Resolver::ResolveName(Expression& expression, const Scope& scope) {
     expression.type = parameters_[static_cast<size_t>(expression.parameter)].type;
 }
 
+namespace {
+
+void CountFields(const Expression& expression, const std::vector<Source*>& leaves, int& own, int& others) {
+    if (expression.source) {
+        const bool found = std::find(leaves.begin(), leaves.end(), expression.source) != leaves.end();
+        ++(found ? own : others);
+    }
+    ForEachChild(expression, [&](const Expression& child) { CountFields(child, leaves, own, others); });
+}
+
+// Such an aggregate would belong to the select around, of which this one sees a single row.
+bool OnlyOuterFields(const Expression& expression, const std::vector<Source*>& leaves) {
+    int own = 0;
+    int others = 0;
+    CountFields(expression, leaves, own, others);
+    return own == 0 && others > 0;
+}
+
+} // namespace
+
 void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
     expression.function = FindFunction(expression.name);
     if (expression.function < 0) {
@@ -290,6 +321,11 @@ void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
     }
     for (size_t i = 0; i < expression.operands.size(); ++i) {
         CheckArgument(expression, i);
+        if (rule.IsAggregate() && OnlyOuterFields(*expression.operands[i], scope.leaves)) {
+            FailAt(EngineErrorNumber::Syntax,
+                   QStringLiteral("The aggregate function %1 has no field of its own select").arg(rule.name),
+                   expression.at);
+        }
     }
     expression.type = CallType(expression);
 }
@@ -316,6 +352,17 @@ void Resolver::CheckArgument(const Expression& call, size_t index) const {
     case ArgumentKind::Date:
         fits = type == SqlType::DateTime || type == SqlType::Unknown;
         wanted = QStringLiteral("a date (written between # marks)");
+        break;
+    case ArgumentKind::Interval:
+        fits = type == SqlType::Text || type == SqlType::Unknown;
+        wanted = QStringLiteral("the short name of an interval");
+        if (operand.kind == Expression::Kind::Literal && operand.value.IsText() &&
+            !IntervalOf(operand.value.ToText())) {
+            FailAt(EngineErrorNumber::Syntax,
+                   QStringLiteral("There is no interval \"%1\" (there are yyyy, q, m, ww, d, h, n and s)")
+                       .arg(operand.value.ToText()),
+                   operand.at);
+        }
         break;
     case ArgumentKind::NumberOrDate:
         fits = type == SqlType::DateTime || IsNumber(type) || type == SqlType::Unknown;

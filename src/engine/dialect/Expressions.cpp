@@ -56,7 +56,7 @@ bool SameExpression(const Expression& first, const Expression& second, bool& use
     if (!SameNode(first, second)) {
         return false;
     }
-    bool literals = first.kind == Expression::Kind::Literal;
+    bool literals = first.kind == Expression::Kind::Literal && (first.literal >= 0 || second.literal >= 0);
     for (size_t i = 0; i < first.operands.size(); ++i) {
         if (!SameExpression(*first.operands[i], *second.operands[i], literals)) {
             return false;

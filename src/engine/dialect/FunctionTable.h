@@ -9,7 +9,7 @@
 namespace velmora::engine::dialect {
 
 // What a function wants in a place, and so what its operand is turned into.
-enum class ArgumentKind { Any, Condition, Text, Number, Whole, Date, NumberOrDate };
+enum class ArgumentKind { Any, Condition, Text, Number, Whole, Date, NumberOrDate, Interval };
 
 enum class ResultRule { YesNo, Integer, Real, Text, DateTime, AsFirst, AsFirstNumber, WholeOfFirst, CommonOfAll };
 

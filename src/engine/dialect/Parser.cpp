@@ -125,7 +125,6 @@ SqlType Parser::ParseTypeName() {
     // Text(255): the length says nothing that matters for a value.
     if (Take(TokenKind::Open)) {
         Expect(TokenKind::Literal, u"a length");
-        literalsShapeText_ = true;
         Expect(TokenKind::Close, u"\")\"");
     }
     return *type;

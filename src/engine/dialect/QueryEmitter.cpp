@@ -18,6 +18,10 @@ QByteArray Numbered(char kind, size_t index) {
     return QByteArray(1, '"') + kind + QByteArray::number(static_cast<qulonglong>(index)) + '"';
 }
 
+SqlText FieldText(const Source& leaf, const QByteArray& column) {
+    return {Quoted(leaf.sqlAlias) + '.' + column, Binds::Whole, 3, false};
+}
+
 size_t KeyCount(const CatalogTable& table) {
     return std::max<size_t>(table.key.size(), 1);
 }
@@ -33,13 +37,18 @@ void Append(SqlText& text, const char* between, const SqlText& more, int besides
 
 } // namespace
 
+// The order of the rows matters to the caller, or to the query around this one.
+bool Emitter::NeedsOrder(const SelectOptions& options) {
+    return !options.everyRow && (options.use == Use::Result || options.use == Use::Value || options.use == Use::Insert);
+}
+
 SqlText Emitter::EmitQuery(const Query& query, const SelectOptions& options) {
     SqlText text;
     const bool united = query.selects.size() > 1;
     for (const Select& select : query.selects) {
         SqlText part = EmitSelect(query, select, options);
         if (united && select.top) {
-            Append(part, "", EmitTerms(ImpliedOrder(query, select, {})), 0);
+            Append(part, "", EmitOrder(select, OrderOfMember(query, select)), 0);
             part.text = "SELECT * FROM (" + part.text + " LIMIT " + QByteArray::number(*select.top) + ')';
             part.pending += besidesSource;
         }
@@ -50,10 +59,8 @@ SqlText Emitter::EmitQuery(const Query& query, const SelectOptions& options) {
         }
     }
     const std::optional<qint64> top = united ? std::nullopt : query.selects.front().top;
-    const bool ordered = options.use == Use::Result || options.use == Use::Value || options.use == Use::Insert;
-    if (!options.everyRow && (top || ordered)) {
-        const SqlText order = EmitOrder(query);
-        Append(text, "", order, 0);
+    if (top || NeedsOrder(options)) {
+        Append(text, "", EmitOrder(query.selects.front(), OrderOf(query)), 0);
     }
     if (top) {
         text.text += " LIMIT " + QByteArray::number(*top);
@@ -81,9 +88,23 @@ SqlText Emitter::EmitSelect(const Query& query, const Select& select, const Sele
             }
         }
     }
-    Append(text, " FROM ", EmitSources(select, options), besidesSource);
+    SelectOptions sources = options;
+    if (query.selects.size() == 1 || select.top) {
+        const bool ordered = options.order || select.top || NeedsOrder(options);
+        const std::vector<OrderKey> order = query.selects.size() == 1 ? OrderOf(query) : OrderOfMember(query, select);
+        if (options.order && !ComparesRows(query)) {
+            EmitOrderColumns(order, text);
+        }
+        sources.order = ordered && std::any_of(order.begin(), order.end(), [](const OrderKey& key) {
+                            return key.kind == OrderKey::Kind::Inherited;
+                        });
+    } else {
+        sources.order = false;
+    }
+    Append(text, " FROM ", EmitSources(select, sources), besidesSource);
     if (select.where && !options.everyRow) {
-        Append(text, " WHERE ", EmitCondition(*select.where), besidesWhere);
+        const bool byKey = select.leaves.size() == 1 && select.leaves.front()->table && !select.aggregated;
+        Append(text, " WHERE ", byKey ? EmitRanges(*select.where) : EmitCondition(*select.where), besidesWhere);
     }
     for (const ExpressionPtr& group : select.groupBy) {
         const SqlText value = group->type == SqlType::YesNo ? EmitCondition(*group) : Emit(*group);
@@ -96,12 +117,39 @@ SqlText Emitter::EmitSelect(const Query& query, const Select& select, const Sele
     return text;
 }
 
+// The condition of a select that comes in key order: a range of a field is marked as narrow, or else the store would
+// rather read the whole table along its key than sort the rows of the range.
+SqlText Emitter::EmitRanges(const Expression& condition) {
+    if (condition.kind == Expression::Kind::And) {
+        SqlText text = EmitRanges(*condition.operands.front());
+        for (size_t i = 1; i < condition.operands.size(); ++i) {
+            text = Infix(text, "AND", EmitRanges(*condition.operands[i]), Binds::And);
+        }
+        return text;
+    }
+    const SqlText text = EmitCondition(condition);
+    const bool range = condition.kind == Expression::Kind::Binary && condition.op >= Operator::Less &&
+                       std::any_of(condition.operands.begin(), condition.operands.end(),
+                                   [](const ExpressionPtr& operand) { return operand->source != nullptr; });
+    return range ? CallText("likelihood", std::initializer_list<SqlText>{text, {QByteArrayLiteral("0.02")}}) : text;
+}
+
+// What the query around this one is to be ordered by, as columns o0, o1, ...
+void Emitter::EmitOrderColumns(const std::vector<OrderKey>& order, SqlText& text) {
+    for (size_t i = 0; i < order.size(); ++i) {
+        if (order[i].kind != OrderKey::Kind::Output) {
+            Append(text, ", ", EmitOrderKey(order[i]), besidesOutput);
+            text.text += " AS " + Numbered('o', i);
+        }
+    }
+}
+
 SqlText Emitter::EmitOutput(const Query& query, const Select& select, size_t index, const SelectOptions& options) {
     const OutputColumn& output = select.outputs[index];
     const SqlType type = query.types[index];
     SqlText value = Convert(Emit(*output.expression), output.type, type);
     // Rows are compared with each other: a flag by its truth, a text without regard to case.
-    const bool compared = select.distinct || query.selects.size() > 1;
+    const bool compared = ComparesRows(query);
     if (options.truth || (type == SqlType::YesNo && (compared || options.use == Use::Members))) {
         value = Truth(value, type);
     }
@@ -169,7 +217,10 @@ SqlText Emitter::EmitPart(const Source& source, const SelectOptions& options) {
         return text;
     }
     if (source.kind != Source::Kind::Join) {
-        const SelectOptions inner{Use::Source, options.keys, options.everyRow, false, nullptr};
+        SelectOptions inner{Use::Source};
+        inner.keys = options.keys;
+        inner.everyRow = options.everyRow;
+        inner.order = options.order;
         const SqlText query = EmitQuery(*source.query, inner);
         return {'(' + query.text + ") AS " + Quoted(source.sqlAlias), Binds::Whole, query.pending + 2, false};
     }
@@ -191,123 +242,59 @@ SqlText Emitter::EmitPart(const Source& source, const SelectOptions& options) {
     return text;
 }
 
-SqlText Emitter::EmitOrder(const Query& query) {
-    const Select& select = query.selects.front();
+SqlText Emitter::EmitOrder(const Select& select, const std::vector<OrderKey>& order) {
     const Select* const outer = std::exchange(select_, &select);
-    std::vector<OrderTerm> terms;
-    for (const OrderItem& item : query.orderBy) {
-        terms.push_back(EmitOrderItem(query, item));
-    }
-    std::vector<OrderTerm> implied;
-    if (query.selects.size() == 1) {
-        implied = ImpliedOrder(query, select, query.orderBy);
-    } else if (std::none_of(query.selects.begin(), query.selects.end(),
-                            [](const Select& one) { return one.unionAll; })) {
-        implied = MemberOrder(query.types, query.orderBy);
-    }
-    std::move(implied.begin(), implied.end(), std::back_inserter(terms));
-    select_ = outer;
-    return EmitTerms(terms);
-}
-
-SqlText Emitter::EmitTerms(const std::vector<OrderTerm>& terms) {
     SqlText text{{}, Binds::Or, 0, false};
-    for (const OrderTerm& term : terms) {
-        SqlText sql = Collated(term.sql, term.type);
-        if (term.descending) {
-            sql.text += " DESC";
+    for (const OrderKey& key : order) {
+        SqlText term = Collated(EmitOrderKey(key), key.type);
+        if (key.descending) {
+            term.text += " DESC";
         }
-        Append(text, &term == &terms.front() ? " ORDER BY " : ", ", sql, besidesOrder);
+        Append(text, &key == &order.front() ? " ORDER BY " : ", ", term, besidesOrder);
     }
+    select_ = outer;
     return text;
 }
 
-Emitter::OrderTerm Emitter::EmitOrderItem(const Query& query, const OrderItem& item) {
-    const Select& select = query.selects.front();
-    if (item.output < 0) {
-        const SqlType type = item.expression->type;
-        const SqlText sql = type == SqlType::YesNo ? EmitCondition(*item.expression) : Emit(*item.expression);
-        return {sql, type, item.descending};
+SqlText Emitter::EmitOrderKey(const OrderKey& key) {
+    switch (key.kind) {
+    case OrderKey::Kind::Output:
+        return {QByteArray::number(key.index + 1)};
+    case OrderKey::Kind::Expression:
+        return key.type == SqlType::YesNo ? EmitCondition(*key.expression) : Emit(*key.expression);
+    case OrderKey::Kind::Field:
+        return FieldText(*key.leaf, Quoted(key.leaf->columns[static_cast<size_t>(key.index)].name));
+    case OrderKey::Kind::RowNumber:
+        return FieldText(*key.leaf, "rowid");
+    case OrderKey::Kind::Inherited:
+        break;
     }
-    const auto index = static_cast<size_t>(item.output);
-    const OutputColumn& output = select.outputs[index];
-    const bool compared = select.distinct || query.selects.size() > 1;
-    if (!compared && (output.expression->source || output.type == SqlType::YesNo)) {
-        const SqlText sql =
-            output.type == SqlType::YesNo ? EmitCondition(*output.expression) : Emit(*output.expression);
-        return {sql, output.type, item.descending};
-    }
-    return {{QByteArray::number(item.output + 1)}, query.types[index], item.descending};
-}
-
-// Rows without doubles come by their columns, from the left.
-std::vector<Emitter::OrderTerm> Emitter::MemberOrder(const std::vector<SqlType>& types,
-                                                     const std::vector<OrderItem>& given) {
-    std::vector<OrderTerm> terms;
-    for (size_t i = 0; i < types.size(); ++i) {
-        const bool named = std::any_of(given.begin(), given.end(),
-                                       [&](const OrderItem& item) { return item.output == static_cast<int>(i); });
-        if (!named) {
-            terms.push_back({{QByteArray::number(static_cast<qulonglong>(i + 1))}, types[i], false});
-        }
-    }
-    return terms;
-}
-
-// Where the text leaves the order open: the rows of one table come by its key, groups by what they are grouped by.
-std::vector<Emitter::OrderTerm> Emitter::ImpliedOrder(const Query& query, const Select& select,
-                                                      const std::vector<OrderItem>& given) {
-    if (select.distinct) {
-        return MemberOrder(query.types, given);
-    }
-    std::vector<OrderTerm> terms;
-    for (const ExpressionPtr& group : select.groupBy) {
-        const SqlText value = group->type == SqlType::YesNo ? EmitCondition(*group) : Emit(*group);
-        terms.push_back({value, group->type, false});
-    }
-    if (select.aggregated || select.leaves.size() != 1 || !select.leaves.front()->table) {
-        return terms;
-    }
-    const Source& leaf = *select.leaves.front();
-    const QByteArray prefix = Quoted(leaf.sqlAlias) + '.';
-    if (leaf.table->key.empty()) {
-        terms.push_back({{prefix + "rowid", Binds::Whole, 3, false}, SqlType::Integer, false});
-    }
-    for (const int key : leaf.table->key) {
-        const bool named = std::any_of(given.begin(), given.end(), [&](const OrderItem& item) {
-            const Expression& expression =
-                item.output >= 0 ? *select.outputs[static_cast<size_t>(item.output)].expression : *item.expression;
-            return expression.source == &leaf && expression.column == key;
-        });
-        if (!named) {
-            const CatalogColumn& column = leaf.table->columns[static_cast<size_t>(key)];
-            terms.push_back({{prefix + Quoted(column.name), Binds::Whole, 3, false}, column.type, false});
-        }
-    }
-    return terms;
+    const OrderKey inner = OrderOf(*key.leaf->query)[static_cast<size_t>(key.index)];
+    const bool column = inner.kind == OrderKey::Kind::Output;
+    return FieldText(*key.leaf, column ? Numbered('c', static_cast<size_t>(inner.index))
+                                       : Numbered('o', static_cast<size_t>(key.index)));
 }
 
 std::vector<SqlText> Emitter::KeyColumns(const std::vector<Origin>& origins) {
     std::vector<SqlText> columns;
     for (const Origin& origin : origins) {
-        const QByteArray prefix = Quoted(origin.source->sqlAlias) + '.';
+        const Source& leaf = *origin.source;
         if (origin.inner >= 0) {
-            const std::vector<Origin>& inner = origin.source->query->selects.front().origins;
+            const std::vector<Origin>& inner = leaf.query->selects.front().origins;
             size_t number = 0;
             for (int i = 0; i < origin.inner; ++i) {
                 number += KeyCount(*inner[static_cast<size_t>(i)].table);
             }
             for (size_t i = 0; i < KeyCount(*origin.table); ++i) {
-                columns.push_back({prefix + Numbered('k', number + i), Binds::Whole, 3, false});
+                columns.push_back(FieldText(leaf, Numbered('k', number + i)));
             }
             continue;
         }
         for (const int key : origin.table->key) {
-            const QString& name = origin.table->columns[static_cast<size_t>(key)].name;
-            columns.push_back({prefix + Quoted(name), Binds::Whole, 3, false});
+            columns.push_back(FieldText(leaf, Quoted(origin.table->columns[static_cast<size_t>(key)].name)));
         }
         if (origin.table->key.empty()) {
-            columns.push_back({prefix + "rowid", Binds::Whole, 3, false});
+            columns.push_back(FieldText(leaf, "rowid"));
         }
     }
     return columns;

@@ -253,7 +253,7 @@ int Resolver::OutputOf(const Expression& expression, const Select& select) {
                    QStringLiteral("ORDER BY names column %1, but there are %2").arg(number).arg(outputs.size()),
                    expression.at);
         }
-        literalsShapeText_ = true;
+        literalsShapeText_ = literalsShapeText_ || expression.literal >= 0;
         return static_cast<int>(number) - 1;
     }
     if (expression.kind != Expression::Kind::Name || !expression.qualifier.isEmpty()) {

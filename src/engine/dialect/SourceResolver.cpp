@@ -81,6 +81,12 @@ void Resolver::NameForStore(Source& source) {
         source.sqlAlias = plain + u'~' + QString::number(number);
     }
     storeNames_.insert(source.sqlAlias.toLower());
+    constexpr qsizetype maximumSources = 60; // the store joins 64
+    if (storeNames_.size() > maximumSources) {
+        FailAt(EngineErrorNumber::Syntax,
+               QStringLiteral("The text and its stored queries use more than %1 tables; one more").arg(maximumSources),
+               source.at);
+    }
 }
 
 } // namespace velmora::engine::dialect

@@ -1,3 +1,4 @@
+#include "engine/dialect/Interval.h"
 #include "engine/sqlite/FunctionSupport.h"
 #include "engine/sqlite/ValueFormat.h"
 
@@ -8,6 +9,8 @@
 namespace velmora::engine::sqlite {
 
 namespace {
+
+using dialect::Interval;
 
 constexpr qint64 secondsPerDay = 86400;
 
@@ -99,32 +102,12 @@ void Subtract(sqlite3_context* context, const Arguments& arguments) {
     }
 }
 
-enum class Interval { Year, Quarter, Month, Week, Day, Hour, Minute, Second };
-
-Interval IntervalOf(const QString& name) {
-    struct Entry {
-        QStringView name;
-        Interval interval;
-    };
-    constexpr std::array entries = std::to_array<Entry>({
-        {u"yyyy", Interval::Year},
-        {u"q", Interval::Quarter},
-        {u"m", Interval::Month},
-        {u"ww", Interval::Week},
-        {u"d", Interval::Day},
-        {u"y", Interval::Day},
-        {u"w", Interval::Day},
-        {u"h", Interval::Hour},
-        {u"n", Interval::Minute},
-        {u"s", Interval::Second},
-    });
-    const auto found = std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) {
-        return entry.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    if (found == entries.end()) {
+Interval RequiredInterval(const QString& name) {
+    const auto interval = dialect::IntervalOf(name);
+    if (!interval) {
         FailRange(QStringLiteral("There is no interval \"%1\"; there are yyyy, q, m, ww, d, h, n and s.").arg(name));
     }
-    return found->interval;
+    return *interval;
 }
 
 // A day that the month does not have becomes its last one.
@@ -144,7 +127,7 @@ DateTime PlusMonths(DateTime moment, qint64 months) {
 }
 
 void DateAdd(sqlite3_context* context, const Arguments& arguments) {
-    const Interval interval = IntervalOf(arguments.Text(0));
+    const Interval interval = RequiredInterval(arguments.Text(0));
     if (!arguments.IsNumber(1)) {
         FailKind(QStringLiteral("\"%1\" is no number of intervals.").arg(arguments.Text(1)));
     }
@@ -183,7 +166,7 @@ qint64 Sundays(DateTime moment) {
 
 // Boundaries crossed, not time elapsed.
 void DateDiff(sqlite3_context* context, const Arguments& arguments) {
-    const Interval interval = IntervalOf(arguments.Text(0));
+    const Interval interval = RequiredInterval(arguments.Text(0));
     const DateTime from = arguments.Moment(1);
     const DateTime to = arguments.Moment(2);
     const DateTimeFields first = Fields(from);
