@@ -44,6 +44,12 @@ std::unique_ptr<QCoreApplication> MakeApplication(const velmora::report::Command
         return std::make_unique<QCoreApplication>(argc, argv);
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The toolkit's remarks about the session are of no use to who reads the report's errors.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtCriticalMsg || type == QtFatalMsg) {
+            WriteText(stderr, text + u'\n');
+        }
+    });
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 

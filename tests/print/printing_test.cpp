@@ -161,6 +161,17 @@ TEST(PrintServer, QueuesPrintWhatTheyAreSentAndFailuresAreTold) {
     EXPECT_EQ(text.count(u'\f'), 3);
     EXPECT_TRUE(text.contains(QRegularExpression(u"Facilities 0 +Space Type +Conference"_s)));
 
+    // Through the print system's own filters, onto paper that the queue names: the sheet is turned, nothing is scaled.
+    const QString driver = u"/usr/share/ppd/cupsfilters/Generic-PDF_Printer-PDF.ppd"_s;
+    if (QFile::exists(driver)) {
+        ASSERT_TRUE(server.AddQueue(u"Filtered"_s, driver));
+        printers.SelectDevice(u"Filtered"_s);
+        EXPECT_EQ(printers.CurrentPage(), (PrinterPage{15840, 12240, 720, 360, 14400, 11520, 2.4}));
+        print();
+        EXPECT_EQ(server.PrintedText(u"Filtered"_s).count(u"Facilities "), 60);
+        ASSERT_TRUE(server.RemoveQueue(u"Filtered"_s));
+    }
+
     const auto failure = [&](const QString& device) {
         fakes.errors.reports.clear();
         fakes.errors.answers = {Answer::Ignore};

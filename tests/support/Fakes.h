@@ -180,20 +180,9 @@ public:
 class TestProgram {
 public:
     explicit TestProgram(ErrorReporter* errorReporter = nullptr, const QString& startupArgument = {})
-        : program(Services{dialogs,
-                           clock,
-                           eventLoop,
-                           printers,
-                           progress,
-                           mail,
-                           errorReporter != nullptr ? *errorReporter : errors,
-                           windows,
-                           process,
-                           userSettings,
-                           log,
-                           QStringLiteral("/opt/velmora/bin/velmora-desk"),
-                           startupArgument,
-                           LocaleText(QLocale::c())},
+        : program(Services{dialogs, clock, eventLoop, printers, progress, mail,
+                           errorReporter != nullptr ? *errorReporter : errors, windows, process, userSettings, log,
+                           QStringLiteral("/opt/velmora/bin/velmora-desk"), startupArgument, LocaleText(QLocale::c())},
                   QStringLiteral("Service Administration")),
           installer(program) {}
 

@@ -27,11 +27,13 @@ public:
                   "\nBrowsing Off\nDefaultAuthType None\nWebInterface No\n"
                   "<Location />\nOrder allow,deny\nAllow all\n</Location>\n"
                   "<Policy default>\n<Limit All>\nOrder allow,deny\nAllow all\n</Limit>\n</Policy>\n");
-        QByteArray files = "FileDevice Yes\n";
+        QByteArray files;
+        MakePrograms();
         for (const auto& [key, place] :
-             {std::pair{"ServerRoot", "etc"}, std::pair{"RequestRoot", "spool"}, std::pair{"TempDir", "spool/tmp"},
-              std::pair{"CacheDir", "cache"}, std::pair{"StateDir", "state"}, std::pair{"AccessLog", "log/access"},
-              std::pair{"ErrorLog", "log/error"}, std::pair{"PageLog", "log/page"}}) {
+             {std::pair{"ServerRoot", "etc"}, std::pair{"ServerBin", "bin"}, std::pair{"RequestRoot", "spool"},
+              std::pair{"TempDir", "spool/tmp"}, std::pair{"CacheDir", "cache"}, std::pair{"StateDir", "state"},
+              std::pair{"AccessLog", "log/access"}, std::pair{"ErrorLog", "log/error"},
+              std::pair{"PageLog", "log/page"}}) {
             files += QByteArray(key) + ' ' + Native(folder_.filePath(QString::fromLatin1(place))) + '\n';
         }
         Write(QStringLiteral("etc/cups-files.conf"), files);
@@ -57,7 +59,7 @@ public:
     // Adds a queue that takes documents as they are, or as the driver file makes them; false when it could not be.
     bool AddQueue(const QString& name, const QString& driver = {}) {
         QStringList words{QStringLiteral("-p"), name, QStringLiteral("-E"), QStringLiteral("-v"),
-                          QStringLiteral("file:") + Output(name)};
+                          QStringLiteral("keep:") + Output(name)};
         if (!driver.isEmpty()) {
             words += {QStringLiteral("-P"), driver};
         }
@@ -86,11 +88,6 @@ public:
         process.waitForFinished(30000);
         return process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
     }
-    // What the server wrote to its log.
-    QString Jobs() const {
-        QFile file(folder_.filePath(QStringLiteral("log/page")));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
 
 private:
     static QByteArray Native(const QString& path) { return QFile::encodeName(path); }
@@ -101,6 +98,21 @@ private:
         return found.isEmpty() ? QStandardPaths::findExecutable(name, {QStringLiteral("/usr/sbin")}) : found;
     }
 
+    // The system's own filters, and one back end, which keeps what it is given in the file that its device names.
+    void MakePrograms() const {
+        QDir(folder_.path()).mkpath(QStringLiteral("bin/backend"));
+        const QDir system(QStringLiteral("/usr/lib/cups"));
+        for (const QString& name : system.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            if (name != u"backend") {
+                QFile::link(system.filePath(name), folder_.filePath(QStringLiteral("bin/") + name));
+            }
+        }
+        const QString backend = QStringLiteral("bin/backend/keep");
+        Write(backend, "#!/bin/sh\n[ $# -gt 0 ] || exit 0\nfile=${DEVICE_URI#keep:}\n"
+                       "cat ${6:+\"$6\"} >\"$file.part\" && mv \"$file.part\" \"$file\"\n");
+        ::chmod(Native(folder_.filePath(backend)).constData(), 0755);
+        ::chmod(Native(folder_.filePath(QStringLiteral("out"))).constData(), 0777);
+    }
     void Write(const QString& name, const QByteArray& bytes) const {
         QFile file(folder_.filePath(name));
         file.open(QIODevice::WriteOnly);

@@ -89,17 +89,24 @@ void PageWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
         document_.name += QStringLiteral(": ") + first;
     }
     const pages::FontSpec before = surface_.Font();
+    pages::FontSpec large = before;
+    large.points = std::round(before.points) * 1.5;
+    large.bold = true;
+    large.italic = true;
+    surface_.SetFont(large);
+    const size_t lines = surface_.Wrap(first, surface_.Width()).size() + surface_.Wrap(second, surface_.Width()).size();
+    surface_.SetFont(before);
+    const QString third = OnPage(secondLine);
     if (surface_.CurrentY > surface_.Height() / 2) {
         NewPage();
+    } else if (lines > 2) {
+        // What takes more lines than a title does must not run off the page.
+        EnsureRoom(RoomFor(lines * 3 / 2 + surface_.Wrap(third, surface_.Width()).size(), 5));
     }
     PrintRule(5, 20, 20);
     PrintRule(5, 20, 20);
     AddVerticalSpace(50);
 
-    pages::FontSpec large = before;
-    large.points = std::round(before.points) * 1.5;
-    large.bold = true;
-    large.italic = true;
     surface_.SetFont(large);
     PrintWrapped(first, 0);
     // The subtitle begins at the next print zone of 14 columns, on the title's line where it fits.
@@ -117,7 +124,7 @@ void PageWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
     pages::FontSpec after = before;
     after.points = std::round(before.points);
     surface_.SetFont(after);
-    PrintWrapped(OnPage(secondLine), 0);
+    PrintWrapped(third, 0);
     surface_.EndLine();
     PrintRule(5, 20, 20);
     PrintRule(5, 20, 20);

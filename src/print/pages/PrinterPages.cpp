@@ -21,10 +21,8 @@ std::unique_ptr<ReportWriter> PrinterPages::MakeWriter(JobState& state) {
     PageTarget target;
     target.geometry = SurfaceOf(printers_.CurrentPage());
     target.font = FontOf(printers_.CurrentFont());
-    target.deliver = [&output = output_,
-                      destination = PageDestination::Of(printers_)](const pages::Document& document) {
-        output.PrintReport(document, destination);
-    };
+    target.deliver = [&output = output_, destination = PageDestination::Of(printers_)](
+                         const pages::Document& document) { output.PrintReport(document, destination); };
     return std::make_unique<PageWriter>(state, std::move(target), documentName_);
 }
 
