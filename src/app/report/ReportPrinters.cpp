@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 std::unique_ptr<printers::PrintQueues> MakeQueues(const Command& command) {
-    if (command.ToPrinter() || !command.state.PrinterControl1.PrinterName.isEmpty()) {
+    if (command.ToPages() && (command.ToPrinter() || !command.state.PrinterControl1.PrinterName.isEmpty())) {
         return std::make_unique<printers::CupsQueues>();
     }
     return std::make_unique<printers::NoQueues>();
@@ -23,6 +23,9 @@ ReportPrinters::ReportPrinters(const Command& command, const QLocale& locale)
     : SystemPrinters(MakeQueues(command), locale), toPdf_(command.toPdf) {}
 
 void ReportPrinters::Choose(const Command& command) {
+    if (!command.ToPages()) {
+        return;
+    }
     const QString& name = command.state.PrinterControl1.PrinterName;
     if (!name.isEmpty()) {
         SelectDevice(name);

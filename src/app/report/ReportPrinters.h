@@ -5,8 +5,8 @@
 
 namespace velmora::report {
 
-// The printers as a command line has them: the system's queues when it names one or prints on paper, else none, so that
-// no print server is asked. With --to pdf the pages of the chosen printer, or of none, go into a file.
+// The printers as a command line has them: for pages the system's queues when it names one or prints on paper, else
+// none, so that no print server is asked. With --to pdf the pages of the chosen printer, or of none, go into a file.
 class ReportPrinters : public printers::SystemPrinters {
 public:
     ReportPrinters(const Command& command, const QLocale& locale);
