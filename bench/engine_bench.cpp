@@ -28,18 +28,16 @@ namespace {
 constexpr int lookups = 20'000;
 constexpr int changes = 2'000;
 
-// Processor time of the process, user's and kernel's, in milliseconds: what other programs on the machine do does not
-// distort it.
-double ProcessorTime() {
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
+// Processor time of this process: what other programs do meanwhile is none of the engine's doing.
 double Milliseconds(const std::function<void()>& work) {
-    const double start = ProcessorTime();
+    const auto now = [] {
+        timespec time = {};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    };
+    const double start = now();
     work();
-    return ProcessorTime() - start;
+    return now() - start;
 }
 
 double Median(std::vector<double> numbers) {

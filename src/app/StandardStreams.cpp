@@ -15,6 +15,7 @@ void PrepareStandardStreams() {
         }
     }
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 void WriteStandardError(const QString& text) {

@@ -1,34 +1,17 @@
 // velmora-report: prints a report without a window.
 
+#include "app/StandardStreams.h"
 #include "app/report/CommandLine.h"
 #include "app/report/RunReport.h"
 
 #include <QGuiApplication>
 
-#include <csignal>
 #include <cstdio>
-#include <fcntl.h>
 #include <memory>
-#include <unistd.h>
 
 namespace {
 
 constexpr int badUsage = 2;
-
-// A standard stream that the caller closed is taken up, so that no file opened later becomes it. Writing to a standard
-// output made this way fails, as it should.
-void TakeUpClosedStreams() {
-    for (int stream = 0; stream <= 2; ++stream) {
-        if (::fcntl(stream, F_GETFD) == -1) {
-            ::open("/dev/null", stream == 2 ? O_WRONLY : O_RDONLY);
-        }
-    }
-}
-
-void WriteText(std::FILE* out, const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), out);
-}
 
 QStringList ArgumentTexts(int argc, char** argv) {
     QStringList texts;
@@ -47,7 +30,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(const velmora::report::Command
     // The toolkit's remarks about the session are of no use to who reads the report's errors.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtCriticalMsg || type == QtFatalMsg) {
-            WriteText(stderr, text + u'\n');
+            std::fputs((text + u'\n').toUtf8().constData(), stderr);
         }
     });
     return std::make_unique<QGuiApplication>(argc, argv);
@@ -56,20 +39,18 @@ std::unique_ptr<QCoreApplication> MakeApplication(const velmora::report::Command
 } // namespace
 
 int main(int argc, char** argv) {
-    TakeUpClosedStreams();
-    // A reader that goes away and a file that may not grow are failed writes, told like any other.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    velmora::PrepareStandardStreams();
     try {
         const auto command = velmora::report::ParseCommandLine(ArgumentTexts(argc, argv));
         const auto application = MakeApplication(command, argc, argv);
         if (command.help) {
-            WriteText(stdout, velmora::report::Usage());
+            std::fputs(velmora::report::Usage().toUtf8().constData(), stdout);
             return 0;
         }
         return velmora::report::RunReport(command, QCoreApplication::applicationFilePath());
     } catch (const velmora::report::BadUsage& usage) {
-        WriteText(stderr, QStringLiteral("velmora-report: %1\nTry velmora-report --help.\n").arg(usage.reason));
+        velmora::WriteStandardError(
+            QStringLiteral("velmora-report: %1\nTry velmora-report --help.\n").arg(usage.reason));
         return badUsage;
     }
 }

@@ -82,4 +82,13 @@ std::optional<DateTime> Value::ToDateTime() const {
     return std::nullopt;
 }
 
+void Value::AssignText(QStringView text) {
+    if (auto* held = std::get_if<QString>(&data_); held && held->isDetached()) {
+        held->resize(0);
+        held->append(text);
+    } else {
+        data_ = text.toString();
+    }
+}
+
 } // namespace velmora

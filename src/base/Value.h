@@ -40,6 +40,9 @@ public:
     // The date-time itself or a text in storage form; none for anything else.
     std::optional<DateTime> ToDateTime() const;
 
+    // Becomes that text; reuses the memory of a text that it holds already.
+    void AssignText(QStringView text);
+
     // Same type and same value. Text compares letter by letter, case included.
     friend bool operator==(const Value&, const Value&) = default;
 

@@ -20,6 +20,22 @@ QStringList CreatedNames(const QString& script, const QString& what) {
     return names;
 }
 
+// "Table.Column" for every column of the script, which gives each a line of its own.
+QStringList CreatedColumns(const QString& script) {
+    const QRegularExpression table(QStringLiteral("^CREATE TABLE (?:\"([^\"]+)\"|(\\w+)) \\("));
+    const QRegularExpression column(QStringLiteral("^    (?:\"([^\"]+)\"|(\\w+)) [A-Z]"));
+    QStringList names;
+    QString current;
+    for (const QString& line : script.split(u'\n')) {
+        if (const auto found = table.match(line); found.hasMatch()) {
+            current = found.captured(1) + found.captured(2);
+        } else if (const auto inside = column.match(line); inside.hasMatch() && inside.captured(2) != u"PRIMARY") {
+            names.append(current + u'.' + inside.captured(1) + inside.captured(2));
+        }
+    }
+    return names;
+}
+
 } // namespace
 
 QString SiteSchemaText() {
@@ -39,6 +55,7 @@ engine::OpenOptions SiteOptions() {
     const QString script = SiteSchemaText();
     engine::OpenOptions options;
     options.expectedTables = CreatedNames(script, QStringLiteral("TABLE"));
+    options.expectedColumns = CreatedColumns(script);
     options.expectedIndexes = CreatedNames(script, QStringLiteral("INDEX"));
     return options;
 }

@@ -34,8 +34,10 @@ enum class Durability {
 };
 
 struct OpenOptions {
-    // Tables and indexes that a sound file has; one that lacks any of them, or cannot read its first entry, is damaged.
+    // Tables, columns ("Table.Column") and indexes that a sound file has; one that lacks any of them, or cannot read a
+    // first entry, is damaged.
     QStringList expectedTables{};
+    QStringList expectedColumns{};
     QStringList expectedIndexes{};
     Journal journal = Journal::Rollback;
     Durability durability = Durability::Full;

@@ -4,6 +4,7 @@
 #include "engine/sqlite/FileHandle.h"
 #include "engine/sqlite/StoreError.h"
 
+#include <QByteArrayList>
 #include <QStringEncoder>
 
 #include <algorithm>
@@ -173,8 +174,8 @@ void NewDatabase::Finish() {
         }
     }
     sqlite::FileBuilder& file = state_->file;
-    file.Run(state_->schema.uniqueIndexes);
-    file.Run(state_->schema.otherIndexes);
+    file.MakeIndexes(state_->schema.uniqueIndexes);
+    file.MakeIndexes(state_->schema.otherIndexes);
     file.Commit();
     file.Close();
     const QByteArray target = sqlite::ResolvedPath(state_->path);

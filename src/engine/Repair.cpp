@@ -5,6 +5,7 @@
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Store.h"
+#include "engine/sqlite/StoreError.h"
 
 #include <QFile>
 
@@ -20,9 +21,35 @@ bool IsInUse(const QString& path) {
     if (::access(resolved.constData(), F_OK) != 0) {
         return false;
     }
+    const QByteArray folder = resolved.left(resolved.lastIndexOf('/') + 1);
+    if (::access(resolved.constData(), R_OK | W_OK) != 0 ||
+        ::access(folder.isEmpty() ? "." : folder.constData(), W_OK | X_OK) != 0) {
+        throw EngineError(
+            EngineErrorNumber::CannotOpen,
+            QStringLiteral("\"%1\" cannot be repaired: this user may not change the file or its folder.").arg(path));
+    }
     const std::optional<sqlite::Presence> presence = sqlite::Presence::TryExclusive(path);
     return !presence || salvage::HasStoreLocks(resolved);
 }
+
+namespace {
+
+// A full check takes long enough to be in the way of everyone who writes; copying the file takes a fraction of that,
+// and reads a share from the beginning to the end instead of here and there. The copy is a temporary database that goes
+// with its connection, however this program ends.
+void CheckCopyInFull(sqlite3* connection) {
+    const sqlite::Store copy({}, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    sqlite3_backup* const backup = sqlite3_backup_init(copy.Handle(), "main", connection, "main");
+    constexpr int allPages = -1;
+    const int stepped = sqlite3_backup_step(backup, allPages);
+    const int finished = sqlite3_backup_finish(backup);
+    if (stepped != SQLITE_DONE || finished != SQLITE_OK) {
+        sqlite::ThrowStoreError(copy.Handle(), stepped != SQLITE_DONE ? stepped : finished, {});
+    }
+    sqlite::CheckInFull(copy.Handle());
+}
+
+} // namespace
 
 CheckResult CheckDatabase(const QString& path, const OpenOptions& options) {
     try {
@@ -32,7 +59,14 @@ CheckResult CheckDatabase(const QString& path, const OpenOptions& options) {
         sqlite3_busy_timeout(store.Handle(), options.busyMilliseconds);
         store.Execute("PRAGMA query_only = ON");
         sqlite::CheckOpened(store.Handle(), path, options);
-        sqlite::CheckInFull(store.Handle());
+        try {
+            CheckCopyInFull(store.Handle());
+        } catch (const EngineError& error) {
+            if (error.Kind() != EngineErrorNumber::DiskFull) {
+                throw;
+            }
+            sqlite::CheckInFull(store.Handle());
+        }
     } catch (const EngineError& error) {
         if (error.Kind() != EngineErrorNumber::Damaged) {
             throw;

@@ -3,6 +3,7 @@
 #include "base/Program.h"
 #include "data/Configuration.h"
 #include "data/NativePath.h"
+#include "data/RepairSite.h"
 #include "data/SiteSchema.h"
 #include "engine/Repair.h"
 #include "ops/ErrorReport.h"
@@ -34,21 +35,19 @@ void OfferRepair(const QString& path) {
     if (answer != Answer::Yes) {
         EndAtStart();
     }
-    if (engine::IsInUse(path)) {
-        Tell(path + QStringLiteral("Appears to be open by other users, cannot repair"));
-        EndAtStart();
-    }
-    services.eventLoop.SetPointer(Pointer::Hourglass);
     try {
-        const engine::RepairReport report = engine::RepairDatabase(path, SiteSchemaText(), services.clock.Now());
+        if (engine::IsInUse(path)) {
+            Tell(path + QStringLiteral("Appears to be open by other users, cannot repair"));
+            EndAtStart();
+        }
+        const BusyPointer busy(services.eventLoop);
+        const engine::RepairReport report = RepairSite(path, services.clock.Now());
         services.log.Write(report.ToText());
     } catch (const Error& error) {
         services.log.Write(error.Description());
-        services.eventLoop.SetPointer(Pointer::Default);
         Tell(path + QStringLiteral(" could not be repaired."));
         services.process.End(1);
     }
-    services.eventLoop.SetPointer(Pointer::Default);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "app/db/ParameterText.h"
 #include "app/db/RowPrinter.h"
 #include "data/CreateSite.h"
+#include "data/RepairSite.h"
 #include "data/SiteSchema.h"
 #include "engine/Database.h"
 #include "engine/Repair.h"
@@ -68,7 +69,7 @@ ExitCode Repair(const CommandLine& line, const Clock& clock) {
         return ExitCode::Done;
     }
     try {
-        const engine::RepairReport report = engine::RepairDatabase(path, SiteSchemaText(), clock.Now());
+        const engine::RepairReport report = RepairSite(path, clock.Now());
         Tell(QStringLiteral("%1: repaired\n%2\n").arg(path, report.ToText().trimmed()));
         return ExitCode::Done;
     } catch (const EngineError& error) {
@@ -114,10 +115,14 @@ ExitCode Query(const CommandLine& line) {
     SetParameters(query, line.parameters);
     Output output;
     if (query.IsAction()) {
+        // A caller who is told of a failure must find nothing changed, also when only the answer could not be written.
+        engine::Transaction transaction(*database);
         output.Add(QStringLiteral("rows: %1\n").arg(query.Execute()));
-    } else {
-        PrintRows(*query.OpenRecordset(), output);
+        output.Flush();
+        transaction.Commit();
+        return ExitCode::Done;
     }
+    PrintRows(*query.OpenRecordset(), output);
     output.Flush();
     return ExitCode::Done;
 }

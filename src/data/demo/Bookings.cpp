@@ -220,12 +220,24 @@ private:
         booking.person = &DrawPerson();
         booking.organization =
             random_.Percent(event.rule->guestPercent) ? random_.Pick(guests_) : booking.person->organization;
-        booking.attendees = asset.seats > 2 ? random_.Between(2, asset.seats) : asset.seats;
+        booking.attendees = DrawAttendees(*event.rule, booking.name, asset.seats);
         const int id = writer_.Write(booking);
         if (limit > 1 && random_.Percent(event.rule->phonePercent)) {
             return 1 + BookGuestTelephone(booking, id, times.startQuarter);
         }
         return 1;
+    }
+
+    // Half of a room's meetings are small; an interview, and a talk of two, never fill a hall.
+    int DrawAttendees(const EventRule& rule, const QString& name, int seats) {
+        if (name.startsWith(QLatin1String("1:1"))) {
+            return std::min(2, seats);
+        }
+        int most = rule.span == Span::Interview ? std::min(5, seats) : seats;
+        if (rule.span == Span::Meeting && random_.Percent(50)) {
+            most = std::min(10, seats);
+        }
+        return most > 2 ? random_.Between(2, most) : most;
     }
 
     int BookGuestTelephone(Booking booking, int reservation, int startQuarter) {

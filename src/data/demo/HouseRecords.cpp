@@ -42,10 +42,10 @@ void WriteWorkOrders(const Options& options, const Scale& scale, const std::vect
                      Random random, RowSink& sink) {
     const WordFile words = WordFile::Load(QStringLiteral("work-orders.txt"));
     const QStringList& descriptions = words.Entries(QStringLiteral("work orders"));
-    // Two years up to some weeks ahead, for which inspections are ordered already.
+    // The last two years.
     std::vector<DateTime> requested;
     for (int n = 0; n < scale.workOrders; ++n) {
-        const Date day = WorkingDayFrom(options.today + days(random.Between(-730, 21)));
+        const Date day = WorkingDayFrom(options.today + days(random.Between(-730, -3)));
         requested.push_back(StartOfDay(day) + minutes(7 * 60 + random.Below(600)));
     }
     std::sort(requested.begin(), requested.end());

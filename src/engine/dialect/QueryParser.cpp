@@ -27,9 +27,7 @@ void Parser::ParseSelect(Query& query, bool unionAll) {
     select.at = Peek().at;
     select.unionAll = unionAll;
     Expect(TokenKind::Select, u"SELECT");
-    if (!Take(TokenKind::All)) {
-        select.distinct = Take(TokenKind::Distinct);
-    }
+    select.distinct = Take(TokenKind::Distinct);
     ParseTop(select);
     do {
         select.items.push_back(ParseSelectItem());

@@ -41,7 +41,6 @@ private:
 
     // Statements (Resolver.cpp)
     void Declare(const std::vector<ParameterDeclaration>& declarations);
-    void TakeInStoredQuery(Statement& statement);
     void ResolveUpdate(Statement& statement);
     void ResolveInsert(Statement& statement);
     void ResolveTarget(Source& target);

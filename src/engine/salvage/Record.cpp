@@ -7,7 +7,7 @@ namespace velmora::engine::salvage {
 
 namespace {
 
-using Kind = StoredValue::Kind;
+using Kind = RecordField::Kind;
 
 constexpr quint64 firstBlobType = 12;
 
@@ -28,12 +28,12 @@ qint64 SignedInteger(Bytes bytes) {
     return static_cast<qint64>(number);
 }
 
-StoredValue MakeValue(quint64 type, Bytes bytes) {
+RecordField MakeValue(quint64 type, Bytes bytes) {
     constexpr quint64 null = 0;
     constexpr quint64 real = 7;
     constexpr quint64 zero = 8;
     constexpr quint64 one = 9;
-    StoredValue value;
+    RecordField value;
     if (type >= firstBlobType) {
         value.kind = type % 2 == 0 ? Kind::Blob : Kind::Text;
         value.bytes = bytes;
@@ -49,7 +49,7 @@ StoredValue MakeValue(quint64 type, Bytes bytes) {
 
 } // namespace
 
-bool DecodeRecord(Bytes record, std::vector<StoredValue>& values) {
+bool DecodeRecord(Bytes record, std::vector<RecordField>& values) {
     values.clear();
     quint32 at = 0;
     quint64 headerSize = 0;

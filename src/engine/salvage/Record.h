@@ -7,7 +7,7 @@
 namespace velmora::engine::salvage {
 
 // One field of a record. The bytes of texts and blobs are those of the record.
-struct StoredValue {
+struct RecordField {
     enum class Kind : unsigned char { Null, Integer, Real, Text, Blob };
     Kind kind = Kind::Null;
     qint64 integer = 0;
@@ -16,6 +16,6 @@ struct StoredValue {
 };
 
 // Takes a record apart; false unless its header describes exactly the bytes behind it.
-bool DecodeRecord(Bytes record, std::vector<StoredValue>& values);
+bool DecodeRecord(Bytes record, std::vector<RecordField>& values);
 
 } // namespace velmora::engine::salvage

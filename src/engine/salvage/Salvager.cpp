@@ -1,7 +1,8 @@
 #include "engine/salvage/Salvager.h"
 
 #include "engine/sqlite/Soundness.h"
-#include "engine/sqlite/StoreError.h"
+
+#include <QByteArrayList>
 
 #include <algorithm>
 
@@ -215,12 +216,12 @@ void Salvager::CopySequences() {
 
 // False, with nothing taken, unless every row is the name of a table and a number.
 bool Salvager::TakeSequences(const BtreePage& leaf) {
-    std::vector<StoredValue> values;
+    std::vector<RecordField> values;
     std::vector<std::pair<QByteArray, qint64>> sequences;
     for (const Cell& cell : leaf.cells) {
         const std::optional<Bytes> record = reader_.Record(cell);
         if (!record || !DecodeRecord(*record, values) || values.size() != 2 ||
-            values[0].kind != StoredValue::Kind::Text || values[1].kind != StoredValue::Kind::Integer) {
+            values[0].kind != RecordField::Kind::Text || values[1].kind != RecordField::Kind::Integer) {
             return false;
         }
         sequences.emplace_back(Utf8Text(values[0].bytes, found_.textEncoding), values[1].integer);
@@ -249,7 +250,7 @@ void Salvager::RaiseSequence(const TableSource& source) {
 }
 
 void Salvager::MakeIndexesAndViews() {
-    target_.Run(schema_.otherIndexes);
+    target_.MakeIndexes(schema_.otherIndexes);
     for (const SchemaEntry& entry : found_.entries) {
         if (!entry.sql.isEmpty() && (entry.type == "index" || entry.type == "view")) {
             MakeAnew(entry);

@@ -10,7 +10,7 @@ namespace velmora::engine::salvage {
 
 namespace {
 
-using Kind = StoredValue::Kind;
+using Kind = RecordField::Kind;
 
 constexpr size_t fieldCount = 5;
 
@@ -27,7 +27,7 @@ unsigned char EncodingOfType(Bytes type) {
 }
 
 // False for a record that is no entry.
-bool ReadEntry(const std::vector<StoredValue>& values, unsigned char& encoding, SchemaEntry& entry) {
+bool ReadEntry(const std::vector<RecordField>& values, unsigned char& encoding, SchemaEntry& entry) {
     if (values.size() != fieldCount || values[0].kind != Kind::Text || values[1].kind != Kind::Text ||
         values[2].kind != Kind::Text || (values[3].kind != Kind::Integer && values[3].kind != Kind::Null) ||
         (values[4].kind != Kind::Text && values[4].kind != Kind::Null)) {
@@ -60,7 +60,7 @@ QByteArray Utf8Text(Bytes text, unsigned char encoding) {
 
 SchemaEntries ReadSchemaEntries(TreeReader& reader) {
     SchemaEntries result;
-    std::vector<StoredValue> values;
+    std::vector<RecordField> values;
     // A page whose every row is none of the schema's is another table's.
     const TreeReader::TakeLeaf take = [&](const BtreePage& leaf) {
         bool isSchema = leaf.cells.empty();

@@ -3,8 +3,9 @@
 #include "engine/salvage/SchemaEntries.h"
 #include "engine/sqlite/StoreError.h"
 
+#include <QByteArrayList>
+
 #include <algorithm>
-#include <cstring>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -12,7 +13,7 @@ namespace velmora::engine::salvage {
 
 namespace {
 
-using Kind = StoredValue::Kind;
+using Kind = RecordField::Kind;
 
 // The name of the row number in the store's SQL: one that no column has taken.
 QByteArray RowNumberName(const TableShape& shape) {
@@ -107,7 +108,7 @@ void TableCopier::TakeEntry(TreeReader& reader, const Cell& cell) {
     }
 }
 
-bool TableCopier::TakeRow(qint64 key, std::span<const StoredValue> values) {
+bool TableCopier::TakeRow(qint64 key, std::span<const RecordField> values) {
     sqlite::StoreStatement& insert = InsertFor(values.size());
     int number = 0;
     if (!rowNumberName_.isEmpty()) {
@@ -157,7 +158,7 @@ sqlite::StoreStatement& TableCopier::InsertFor(size_t fields) {
     return inserts_.try_emplace(fields, target_, "INSERT INTO " + sqlite::Quoted(shape_.name) + columns).first->second;
 }
 
-void TableCopier::Bind(sqlite3_stmt* insert, int number, const StoredValue& value) const {
+void TableCopier::Bind(sqlite3_stmt* insert, int number, const RecordField& value) const {
     const auto* const bytes = reinterpret_cast<const char*>(value.bytes.data());
     switch (value.kind) {
     case Kind::Null:
@@ -178,11 +179,11 @@ void TableCopier::Bind(sqlite3_stmt* insert, int number, const StoredValue& valu
     }
 }
 
-bool TableCopier::HasBrokenText(std::span<const StoredValue> values) const {
+bool TableCopier::HasBrokenText(std::span<const RecordField> values) const {
     if (encoding_ != SQLITE_UTF8) {
         return false;
     }
-    return std::any_of(values.begin(), values.end(), [](const StoredValue& value) {
+    return std::any_of(values.begin(), values.end(), [](const RecordField& value) {
         const QByteArrayView text(value.bytes.data(), static_cast<qsizetype>(value.bytes.size()));
         return value.kind == Kind::Text && (text.contains('\0') || !text.isValidUtf8());
     });
@@ -198,7 +199,7 @@ bool TableCopier::HasRow(qint64 key) {
     return found;
 }
 
-QString TableCopier::NameOf(qint64 key, std::span<const StoredValue> values) const {
+QString TableCopier::NameOf(qint64 key, std::span<const RecordField> values) const {
     QStringList parts;
     for (const int column : shape_.key) {
         const auto index = static_cast<size_t>(column);

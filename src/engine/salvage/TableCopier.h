@@ -4,6 +4,7 @@
 #include "engine/salvage/TreeReader.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <map>
 #include <set>
@@ -37,11 +38,11 @@ public:
     // The row in an entry of a table without row numbers.
     void TakeEntry(TreeReader& reader, const Cell& cell);
     // One row from another source, its fields in the order of the shape; false when the new table refuses it.
-    bool TakeRow(qint64 key, std::span<const StoredValue> values);
+    bool TakeRow(qint64 key, std::span<const RecordField> values);
 
     bool HasRow(qint64 key);
     // The row as a user would name it: by its key, else by its number.
-    QString NameOf(qint64 key, std::span<const StoredValue> values) const;
+    QString NameOf(qint64 key, std::span<const RecordField> values) const;
 
     qint64 Saved() const { return saved_; }
     // Numbers of rows whose fields could not be read.
@@ -56,8 +57,8 @@ public:
 private:
     bool Decode(TreeReader& reader, const Cell& cell);
     sqlite::StoreStatement& InsertFor(size_t fields);
-    void Bind(sqlite3_stmt* insert, int number, const StoredValue& value) const;
-    bool HasBrokenText(std::span<const StoredValue> values) const;
+    void Bind(sqlite3_stmt* insert, int number, const RecordField& value) const;
+    bool HasBrokenText(std::span<const RecordField> values) const;
 
     sqlite3* target_;
     TableShape shape_;
@@ -69,7 +70,7 @@ private:
     // By the number of fields: rows written before a column was added are shorter, and get its default.
     std::map<size_t, sqlite::StoreStatement> inserts_;
     std::optional<sqlite::StoreStatement> find_;
-    std::vector<StoredValue> values_;
+    std::vector<RecordField> values_;
 
     qint64 saved_ = 0;
     std::set<qint64> unreadable_;

@@ -6,7 +6,7 @@ namespace velmora::engine::salvage {
 
 namespace {
 
-using Kind = StoredValue::Kind;
+using Kind = RecordField::Kind;
 using sqlite::StoreStatement;
 
 // By the declared type, with the store's own rules.
@@ -56,7 +56,7 @@ int Position(const TableShape& table, const QByteArray& column) {
 
 } // namespace
 
-int TableShape::Mismatches(std::span<const StoredValue> values) const {
+int TableShape::Mismatches(std::span<const RecordField> values) const {
     int wrong = 0;
     for (size_t index = 0; index < values.size(); ++index) {
         const bool mustBeNull = static_cast<int>(index) == rowNumberColumn;
@@ -67,11 +67,11 @@ int TableShape::Mismatches(std::span<const StoredValue> values) const {
     return wrong;
 }
 
-bool TableShape::Fits(std::span<const StoredValue> values) const {
+bool TableShape::Fits(std::span<const RecordField> values) const {
     return values.size() == stored.size() && Mismatches(values) == 0;
 }
 
-bool TableShape::Allows(std::span<const StoredValue> values) const {
+bool TableShape::Allows(std::span<const RecordField> values) const {
     const auto rowNumber = static_cast<size_t>(rowNumberColumn);
     if (values.size() > stored.size() ||
         (rowNumberColumn >= 0 && rowNumber < values.size() && values[rowNumber].kind != Kind::Null)) {

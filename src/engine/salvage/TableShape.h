@@ -34,13 +34,13 @@ struct TableShape {
     bool hasRowNumbers = true;
 
     // True for a record that fits in every field.
-    bool Fits(std::span<const StoredValue> values) const;
+    bool Fits(std::span<const RecordField> values) const;
     // False for a record that is plainly another table's: too many fields, or most of the wrong kind.
-    bool Allows(std::span<const StoredValue> values) const;
+    bool Allows(std::span<const RecordField> values) const;
 
 private:
     // The number of fields of the wrong kind.
-    int Mismatches(std::span<const StoredValue> values) const;
+    int Mismatches(std::span<const RecordField> values) const;
 };
 
 // How the entries of an index lie in the file.

@@ -9,7 +9,7 @@ namespace velmora::engine::salvage {
 
 namespace {
 
-using Kind = StoredValue::Kind;
+using Kind = RecordField::Kind;
 
 bool MayBeMissing(const TableSource& source, qint64 key) {
     const std::set<qint64>& unreadable = source.copier->Unreadable();
@@ -18,9 +18,9 @@ bool MayBeMissing(const TableSource& source, qint64 key) {
 }
 
 // The fields of the row that the entry belongs to, in the table's order; empty for those that the entry does not have.
-std::vector<StoredValue> RowOf(const IndexShape& index, const TableShape& table,
-                               const std::vector<StoredValue>& entry) {
-    std::vector<StoredValue> row(table.stored.size());
+std::vector<RecordField> RowOf(const IndexShape& index, const TableShape& table,
+                               const std::vector<RecordField>& entry) {
+    std::vector<RecordField> row(table.stored.size());
     for (size_t field = 0; field < entry.size(); ++field) {
         if (index.columns[field] >= 0) {
             row[static_cast<size_t>(index.columns[field])] = entry[field];
@@ -34,7 +34,7 @@ bool TraceThrough(TreeReader& reader, quint32 root, const IndexShape& index, Tab
     const TableShape& table = source.Shape();
     const bool coversRow = index.Covers(table);
     bool isComplete = true;
-    std::vector<StoredValue> entry;
+    std::vector<RecordField> entry;
     const bool reachedAll = reader.WalkIndex(root, [&](const Cell& cell) {
         const std::optional<Bytes> record = reader.Record(cell);
         if (!record || !DecodeRecord(*record, entry) || entry.size() != index.columns.size() ||
@@ -46,7 +46,7 @@ bool TraceThrough(TreeReader& reader, quint32 root, const IndexShape& index, Tab
         if (!MayBeMissing(source, key) || source.copier->HasRow(key)) {
             return;
         }
-        const std::vector<StoredValue> row = RowOf(index, table, entry);
+        const std::vector<RecordField> row = RowOf(index, table, entry);
         if (coversRow && source.copier->TakeRow(key, row)) {
             ++source.restored;
         } else if (!coversRow) {

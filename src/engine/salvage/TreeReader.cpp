@@ -1,5 +1,7 @@
 #include "engine/salvage/TreeReader.h"
 
+#include <algorithm>
+
 namespace velmora::engine::salvage {
 
 namespace {

@@ -15,8 +15,8 @@ namespace velmora::engine::sqlite {
 // The open database file. Waits for other users' locks for the time that the options name.
 class Connection {
 public:
-    // Opens an existing file for reading and writing; never creates one. Does not read it yet, so that it can be checked
-    // first; until SetWriting changes are not to be made. Throws CannotOpen.
+    // Opens an existing file for reading and writing; never creates one. Does not read it yet, so that it can be
+    // checked first; until SetWriting changes are not to be made. Throws CannotOpen.
     Connection(const QString& path, const OpenOptions& options);
     ~Connection();
     Connection(const Connection&) = delete;

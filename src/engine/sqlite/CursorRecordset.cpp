@@ -44,10 +44,6 @@ void CursorRecordset::Requery() {
     Fill();
 }
 
-int CursorRecordset::IndexOf(std::string_view utf8Name) const {
-    return WithText([&] { return ThePlan().names.Find(utf8Name); });
-}
-
 void CursorRecordset::CheckIndex(int index) const {
     if (index < 0 || static_cast<std::size_t>(index) >= ThePlan().types.size()) {
         Fail(EngineErrorNumber::UnknownItem,

@@ -37,7 +37,6 @@ protected:
 
     const Plan& ThePlan() const { return *storage_->input.plan; }
     const QString& Text() const { return storage_->input.text; }
-    int IndexOf(std::string_view utf8Name) const;
     // Does `work`; an error that names no text gets this set's.
     template <typename Work>
     auto WithText(Work&& work) const {
@@ -49,6 +48,9 @@ protected:
             }
             Fail(error.Kind(), error.Description());
         }
+    }
+    int IndexOf(std::string_view utf8Name) const {
+        return WithText([&] { return ThePlan().names.Find(utf8Name); });
     }
     void CheckIndex(int index) const;
     // Throws an error that belongs to this set's text.

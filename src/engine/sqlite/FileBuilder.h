@@ -20,6 +20,8 @@ public:
 
     sqlite3* Connection() const { return store_.Handle(); }
     void Run(const std::vector<QByteArray>& statements) const;
+    // The same for indexes of tables that have their rows.
+    void MakeIndexes(const std::vector<QByteArray>& statements) const;
     // Commits; every change after this one is a transaction of its own.
     void Commit() { store_.Execute("COMMIT"); }
     // Closes the file and waits until it is on the disk.

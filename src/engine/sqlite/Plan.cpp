@@ -2,6 +2,9 @@
 
 #include "engine/sqlite/StoredValue.h"
 
+#include <bit>
+#include <cstring>
+
 namespace velmora::engine::sqlite {
 
 namespace {
@@ -53,6 +56,25 @@ Plan::Plan(const Connection& connection, dialect::CompiledStatement text)
     for (const int position : keyPositions) {
         keyTypes.push_back(KeyType(compiled, position));
     }
+}
+
+// Takes four letters at a time: the texts are long, and every opening of a recordset hashes one.
+std::size_t PlanCache::Hash::operator()(QStringView text) const {
+    constexpr quint64 factor = 0x9E3779B97F4A7C15u;
+    constexpr qsizetype step = sizeof(quint64) / sizeof(char16_t);
+    quint64 hash = static_cast<quint64>(text.size());
+    const auto mix = [&hash](quint64 bits) { hash = std::rotl((hash ^ bits) * factor, 29); };
+    const char16_t* at = text.utf16();
+    const char16_t* const end = at + text.size();
+    for (; end - at >= step; at += step) {
+        quint64 bits;
+        std::memcpy(&bits, at, sizeof bits);
+        mix(bits);
+    }
+    for (; at < end; ++at) {
+        mix(*at);
+    }
+    return static_cast<std::size_t>(hash);
 }
 
 PlanCache::PlanCache() : reading_{Plans(plansKept), Plans(plansKept)}, updating_{Plans(plansKept), Plans(plansKept)} {}

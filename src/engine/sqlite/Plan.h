@@ -41,7 +41,7 @@ public:
 private:
     struct Hash {
         using is_transparent = void;
-        std::size_t operator()(QStringView text) const { return qHash(text); }
+        std::size_t operator()(QStringView text) const;
     };
     using Plans = LruCache<QString, std::shared_ptr<const Plan>, Hash>;
     struct Purposes {

@@ -95,7 +95,8 @@ unsigned char* PutText(unsigned char& tag, unsigned char* to, std::string_view t
         tag = tagLongText;
         to = Put<quint32>(to, text.size());
     }
-    return std::copy(text.begin(), text.end(), to);
+    std::memcpy(to, text.data(), text.size());
+    return to + text.size();
 }
 
 // The fields of a statement's current row. A value is asked for once and then read without further checks.
@@ -122,7 +123,8 @@ public:
     double Real() const { return sqlite3_value_double(value_); }
     std::string_view Text() const {
         const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value_));
-        return {text, static_cast<std::size_t>(sqlite3_value_bytes(value_))};
+        const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value_));
+        return text == nullptr ? std::string_view("") : std::string_view(text, size);
     }
 
 private:
@@ -174,8 +176,7 @@ std::size_t RowArena::BytesHeld() const {
     return bytes;
 }
 
-// Moves the row begun to a chunk that has room for `bytes` more.
-void RowArena::MakeRoom(std::size_t bytes) {
+void RowArena::StartChunk(std::size_t bytes) {
     const auto begun = static_cast<std::size_t>(next_ - rowStart_);
     std::size_t size = chunks_.empty() ? firstChunk : std::min(chunks_.back().size * 2, largestChunk);
     size = std::max(size, begun + bytes);
@@ -194,34 +195,30 @@ template <typename Source>
 void RowArena::AppendFrom(Source source) {
     const auto fields = static_cast<std::size_t>(fieldsPerRow_);
     // Room for the tags and all numbers at once; only texts ask again.
-    const std::size_t numbers = fields * (1 + longestNumber);
     rowStart_ = next_;
-    if (static_cast<std::size_t>(end_ - next_) < numbers) {
-        MakeRoom(numbers);
-    }
-    next_ += fields;
+    MakeRoom(fields * (1 + longestNumber));
+    unsigned char* next = next_ + fields;
     for (std::size_t i = 0; i < fields; ++i) {
         switch (source.Next(i)) {
         case Field::Kind::Null:
             rowStart_[i] = tagNull;
             break;
         case Field::Kind::Integer:
-            next_ = PutInteger(rowStart_[i], next_, source.Integer());
+            next = PutInteger(rowStart_[i], next, source.Integer());
             break;
         case Field::Kind::Real:
             rowStart_[i] = tagReal;
-            next_ = Put<double>(next_, source.Real());
+            next = Put<double>(next, source.Real());
             break;
         case Field::Kind::Text: {
             const std::string_view text = source.Text();
-            const std::size_t needed = lengthOfLongText + text.size() + (fields - i) * longestNumber;
-            if (static_cast<std::size_t>(end_ - next_) < needed) {
-                MakeRoom(needed);
-            }
-            next_ = PutText(rowStart_[i], next_, text);
+            next_ = next;
+            MakeRoom(lengthOfLongText + text.size() + (fields - i) * longestNumber);
+            next = PutText(rowStart_[i], next_, text);
         }
         }
     }
+    next_ = next;
     rows_.push_back(rowStart_);
 }
 

@@ -41,7 +41,14 @@ private:
 
     template <typename Source>
     void AppendFrom(Source source);
-    void MakeRoom(std::size_t bytes);
+    // Sees to it that the row begun can grow by so much.
+    void MakeRoom(std::size_t bytes) {
+        if (static_cast<std::size_t>(end_ - next_) < bytes) {
+            StartChunk(bytes);
+        }
+    }
+    // Moves the row begun to a new chunk.
+    void StartChunk(std::size_t bytes);
 
     int fieldsPerRow_ = 0;
     std::vector<Row> rows_;

@@ -36,6 +36,30 @@ private:
     sqlite3* connection_;
 };
 
+// Every index leads to the rows of its table in an order of its own: with a small cache each page is read many times.
+class LargeCache {
+public:
+    explicit LargeCache(sqlite3* connection) : connection_(connection) {
+        StoreStatement size(connection, "PRAGMA main.cache_size");
+        size.Step();
+        before_ = size.Integer(0);
+        constexpr qint64 kibibytes = -262144;
+        SetSize(kibibytes);
+    }
+    ~LargeCache() { SetSize(before_); }
+    LargeCache(const LargeCache&) = delete;
+    LargeCache& operator=(const LargeCache&) = delete;
+
+private:
+    void SetSize(qint64 size) const {
+        const QByteArray pragma = "PRAGMA main.cache_size = " + QByteArray::number(size);
+        sqlite3_exec(connection_, pragma.constData(), nullptr, nullptr, nullptr);
+    }
+
+    sqlite3* connection_;
+    qint64 before_ = 0;
+};
+
 quint32 BigEndian32(const unsigned char* bytes) {
     return quint32{bytes[0]} << 24 | quint32{bytes[1]} << 16 | quint32{bytes[2]} << 8 | bytes[3];
 }
@@ -112,6 +136,23 @@ void CheckNames(const Names& present, const QString& path, const OpenOptions& op
     }
 }
 
+void CheckColumns(sqlite3* connection, const QString& path, const OpenOptions& options) {
+    QSet<QString> present;
+    StoreStatement columns(connection, "SELECT name FROM pragma_table_info(?1)");
+    for (const QString& table : options.expectedTables) {
+        columns.BindText(1, table.toUtf8());
+        while (columns.Step()) {
+            present.insert(QString(table + u'.' + QString::fromUtf8(columns.Text(0))).toLower());
+        }
+        columns.Reset();
+    }
+    for (const QString& column : options.expectedColumns) {
+        if (!present.contains(column.toLower())) {
+            ThrowDamaged(path, u"the column \"%1\" is missing"_s.arg(column));
+        }
+    }
+}
+
 void ReadEnds(sqlite3* connection, const QByteArray& select, const QByteArray& key) {
     for (const char* direction : {" ASC LIMIT 1", " DESC LIMIT 1"}) {
         StoreStatement(connection, select + " ORDER BY " + key + direction).Step();
@@ -140,6 +181,7 @@ void CheckAll(sqlite3* connection, const QString& path, const OpenOptions& optio
     const Names present = ReadNames(connection);
     CheckHeader(connection, path);
     CheckNames(present, path, options);
+    CheckColumns(connection, path, options);
     for (const QString& name : options.expectedTables) {
         const QByteArray table = name.toUtf8();
         if (HasRowNumbers(connection, table)) {
@@ -199,6 +241,7 @@ void CheckOpened(sqlite3* connection, const QString& path, const OpenOptions& op
 }
 
 void CheckInFull(sqlite3* connection) {
+    const LargeCache cache(connection);
     QStringList faults;
     StoreStatement check(connection, "PRAGMA main.integrity_check(5)");
     while (check.Step()) {

@@ -96,7 +96,7 @@ void ThrowStoreError(sqlite3* connection, int code, const QString& sql) {
             throw EngineError(translation.number, sentence.replace(u"%1"_s, words), sql);
         }
     }
-    throw EngineError(EngineErrorNumber::Failed, u"The database engine failed: %1"_s.arg(words), sql);
+    throw EngineError(EngineErrorNumber::Failed, u"The statement failed: %1"_s.arg(words), sql);
 }
 
 } // namespace velmora::engine::sqlite

@@ -29,9 +29,9 @@ struct CorpusCase {
     QStringList errorParts;
 };
 
-inline constexpr std::array corpusFiles = {"select.txt",      "joins.txt",   "conditions.txt",
-                                           "expressions.txt", "groups.txt",  "action.txt",
-                                           "queries.txt",     "callers.txt", "errors.txt"};
+inline constexpr std::array corpusFiles = {"select.txt",  "joins.txt",  "conditions.txt", "expressions.txt",
+                                           "groups.txt",  "action.txt", "queries.txt",    "reports.txt",
+                                           "callers.txt", "errors.txt"};
 
 std::vector<CorpusCase> ReadCorpus(const QString& file);
 // What a run gave, in the form of CorpusCase::expected.

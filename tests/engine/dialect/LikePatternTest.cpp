@@ -1,5 +1,6 @@
 #include "engine/dialect/LikePattern.h"
 #include "engine/EngineError.h"
+#include "engine/dialect/Utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -91,6 +92,14 @@ TEST(LikePatternTest, RangeForTheIndex) {
         const auto range = RangeOfLike(QString::fromUtf8(one.pattern));
         const QString shown = range ? range->from + QStringLiteral("..") + range->below : QString();
         EXPECT_EQ(shown.toStdString(), one.range) << one.pattern;
+    }
+}
+
+// The range leaves out k and s because these are all the letters beyond ASCII that fold into it.
+TEST(LikePatternTest, OnlyTwoLettersFoldIntoAscii) {
+    for (char32_t letter = 0x80; letter <= 0x10FFFF; ++letter) {
+        const bool known = letter == 0x212A || letter == 0x017F;
+        ASSERT_EQ(Folded(letter) < 0x80, known) << static_cast<unsigned>(letter);
     }
 }
 

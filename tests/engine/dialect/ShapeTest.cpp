@@ -67,8 +67,10 @@ TEST(ShapeTest, ReusesItsStorage) {
     TextShape shape;
     ScanShape(u"Select * from Asset where Name = \"a long name\" and AssetID = 7", shape);
     const QString key = shape.key;
+    const Value name = shape.literals[0];
     ScanShape(u"x = 'y'", shape);
-    EXPECT_EQ(shape.literals.size(), 1u);
+    EXPECT_EQ(Literals(shape), u"\"y\"");
+    EXPECT_EQ(name.ToText(), u"a long name");
     EXPECT_EQ(key, ShapeOf(QStringLiteral("Select * from Asset where Name = \"b\" and AssetID = 8")).key);
 }
 

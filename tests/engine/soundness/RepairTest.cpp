@@ -1,17 +1,19 @@
 #include "engine/Repair.h"
+#include "engine/sqlite/Store.h"
 #include "tests/engine/soundness/Damages.h"
+
+#include <QFile>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine::test {
 
 namespace {
-
-constexpr int damaged = static_cast<int>(EngineErrorNumber::Damaged);
 
 DateTime Afternoon() {
     return *MakeDateTime({2026, 3, 7, 14, 15, 9});
@@ -44,19 +46,17 @@ protected:
     static void SetUpTestSuite() {
         const SampleFolder folder;
         MakeSample(folder.Path(), 1500);
-        sample_ = new QByteArray(Contents(folder.Path()));
+        sample_ = Contents(folder.Path());
     }
-    static void TearDownTestSuite() { delete sample_; }
-    static QByteArray* sample_;
+    static inline QByteArray sample_;
 };
-QByteArray* RepairOf::sample_ = nullptr;
 
 } // namespace
 
 TEST_P(RepairOf, SavesWhatCanBeRead) {
     const Damage& damage = GetParam();
     const SampleFolder folder;
-    SetContents(folder.Path(), *sample_);
+    SetContents(folder.Path(), sample_);
     for (const char* sql : damage.before) {
         Execute(folder.Path(), sql);
     }
@@ -78,6 +78,55 @@ TEST_P(RepairOf, SavesWhatCanBeRead) {
     ExpectTrueReport(report, before, ReadRows(folder.Path()), damage.losers);
     EXPECT_EQ(folder.Names(), QStringList({u"Velmora.MDB"_s, u"Velmora.MDB.damaged-20260307-141509"_s}));
     EXPECT_EQ(Contents(report.keptAs), broken);
+}
+
+TEST(Repair, SaysWhichRowsAreLost) {
+    const SampleFolder folder;
+    MakeSample(folder.Path(), 300);
+    const std::vector<int> leaves = PagesOf(folder.Path(), "Reservation", "leaf");
+    const std::set<QByteArray> before = ReadRows(folder.Path()).at("Reservation");
+    OverwritePage(folder.Path(), leaves[3]);
+    const RepairReport report = Repair(folder.Path());
+    std::set<QByteArray> lost;
+    const std::set<QByteArray> after = ReadRows(folder.Path()).at("Reservation");
+    std::set_difference(before.begin(), before.end(), after.begin(), after.end(), std::inserter(lost, lost.end()));
+    std::set<int> numbers;
+    for (const QByteArray& row : lost) {
+        numbers.insert(row.left(row.indexOf('|')).toInt());
+    }
+    ASSERT_GT(numbers.size(), 10u);
+    const QString expected = u"Reservation: %1 rows saved, %2 lost. Lost: ID %3 to %4.\n"_s.arg(after.size())
+                                 .arg(numbers.size())
+                                 .arg(*numbers.begin())
+                                 .arg(*numbers.rbegin());
+    EXPECT_TRUE(report.ToText().contains(expected)) << report.ToText().toStdString();
+    EXPECT_FALSE(report.LostNothing());
+}
+
+TEST(Repair, KeepsWhatASiteAdded) {
+    const SampleFolder folder;
+    MakeSample(folder.Path(), 300);
+    Execute(
+        folder.Path(),
+        "CREATE TABLE Parking (Place TEXT PRIMARY KEY, Level INTEGER DEFAULT 3) WITHOUT ROWID;"
+        "INSERT INTO Parking (Place) VALUES ('b'), ('a'); CREATE TABLE Log (Entry TEXT); INSERT INTO Log VALUES ('x');"
+        "CREATE UNIQUE INDEX LogEntry ON Log (Entry); ALTER TABLE Person ADD COLUMN Badge TEXT DEFAULT 'none';"
+        "UPDATE Person SET Badge = 'b17' WHERE LastName = 'Last17'; CREATE VIEW Rooms AS SELECT Name FROM Asset;"
+        "CREATE TRIGGER Keep AFTER DELETE ON Log BEGIN SELECT 1; END; DELETE FROM WorkOrder WHERE ID > 30;"
+        "PRAGMA user_version = 12");
+    const Rows before = ReadRows(folder.Path());
+    OverwritePage(folder.Path(), PagesOf(folder.Path(), "ReservationStart", "leaf")[2]);
+    EXPECT_TRUE(Repair(folder.Path()).LostNothing());
+    EXPECT_EQ(ReadRows(folder.Path()), before) << "also the last number of a work order";
+    const sqlite::Store store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    EXPECT_NO_THROW(sqlite::StoreStatement(store.Handle(), "SELECT Badge COLLATE NOCASE FROM Person").Step());
+    sqlite::StoreStatement kept(store.Handle(),
+                                "SELECT count(*) FROM sqlite_schema WHERE name IN ('LogEntry', 'Rooms', 'Keep')");
+    ASSERT_TRUE(kept.Step());
+    EXPECT_EQ(kept.Integer(0), 3);
+    sqlite::StoreStatement version(store.Handle(), "PRAGMA user_version");
+    ASSERT_TRUE(version.Step());
+    EXPECT_EQ(version.Integer(0), 12);
 }
 
 INSTANTIATE_TEST_SUITE_P(Repair, RepairOf, testing::ValuesIn(Damages()),

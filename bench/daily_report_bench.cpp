@@ -1,0 +1,262 @@
+// Measures the daily list of starts, with notes and telephones, as text into memory, against the store's plain C
+// interface running the same queries and reading the same columns, side by side in one run; fails when the ratio is
+// above its limit. Without an argument the large demo site is made for it; an argument names a site's folder that is
+// there already, made for the day in the second argument.
+#include "bench/BareStore.h"
+#include "data/CreateSite.h"
+#include "data/SiteSchema.h"
+#include "desk/DailyReport.h"
+#include "platform/ConsoleServices.h"
+#include "platform/NativeUserSettings.h"
+#include "platform/SystemClock.h"
+#include "print/ReadPrintAttributes.h"
+
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace velmora;
+
+namespace {
+
+constexpr double limit = 2.0;
+constexpr int rounds = 15;
+
+// The report's queries as a program would prepare them by hand.
+class BareReport {
+public:
+    BareReport(const QString& path, Date day) : store_(path) {
+        rows_ = store_.Prepare(R"(
+            SELECT a.AssetID, a.Name, a.Location, r.EventType, r.Name, r.Start, r."End", r.Organization, r.Permanent,
+                r.Attendees, r.LastName, r.FirstName, p.Storage, p.Extension, a.DefaultExtension, a.Jack, a.Port,
+                a.StationType, a.SwitchInterface, r.ID, r.SLockStart, r.SLockEnd, r.TLockStart, r.TLockEnd
+            FROM Reservation r JOIN Asset a ON a.AssetID = r.Asset
+                LEFT JOIN Person p ON p.LastName = r.LastName AND p.FirstName = r.FirstName
+            WHERE r.Start >= ?1 AND r.Start < ?2 ORDER BY r.Start, a.Name, r.ID)");
+        person_ = store_.Prepare(
+            "SELECT LastName, FirstName, Phone, Extension, Storage, SecretaryLast, SecretaryFirst, Code1, Code2, Code3 "
+            "FROM Person WHERE LastName = ?1 AND FirstName = ?2");
+        guest_ = store_.Prepare("SELECT Asset FROM Reservation WHERE EventType = 'Guest Extension' AND Link = ?1");
+        asset_ = store_.Prepare("SELECT Name, Description, Jack, Port, StationType, SwitchInterface FROM Asset "
+                                "WHERE AssetID = ?1");
+        notes_ = store_.Prepare("SELECT NoteCategory, Name, Note FROM Note WHERE Reservation = ?1 ORDER BY ID");
+        start_ = StorageText(StartOfDay(day)).toStdString();
+        end_ = StorageText(StartOfDay(day + std::chrono::days(1))).toStdString();
+    }
+
+    // Returns how much was read, in bytes.
+    qint64 Run() {
+        constexpr int location = 2;
+        constexpr int lastName = 10;
+        constexpr int firstName = 11;
+        constexpr int id = 19;
+        qint64 size = 0;
+        printed_ = 0;
+        sqlite3_bind_text(rows_, 1, start_.data(), static_cast<int>(start_.size()), SQLITE_STATIC);
+        sqlite3_bind_text(rows_, 2, end_.data(), static_cast<int>(end_.size()), SQLITE_STATIC);
+        while (store_.Step(rows_)) {
+            size += Read(rows_);
+            if (Text(1).starts_with("Unused") || sqlite3_column_int(rows_, location) == 0 || Text(3) == "UNUSED") {
+                continue;
+            }
+            ++printed_;
+            BindText(person_, 1, Text(lastName));
+            BindText(person_, 2, Text(firstName));
+            size += ReadAll(person_);
+            sqlite3_bind_int64(guest_, 1, sqlite3_column_int64(rows_, id));
+            if (store_.Step(guest_)) {
+                sqlite3_bind_int64(asset_, 1, sqlite3_column_int64(guest_, 0));
+                size += ReadAll(asset_);
+            }
+            sqlite3_reset(guest_);
+            sqlite3_bind_int64(notes_, 1, sqlite3_column_int64(rows_, id));
+            size += ReadAll(notes_);
+        }
+        sqlite3_reset(rows_);
+        return size;
+    }
+    int Printed() const { return printed_; }
+
+private:
+    std::string_view Text(int column) {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(rows_, column));
+        return text == nullptr ? std::string_view()
+                               : std::string_view(text, static_cast<size_t>(sqlite3_column_bytes(rows_, column)));
+    }
+    static void BindText(sqlite3_stmt* statement, int index, std::string_view text) {
+        sqlite3_bind_text(statement, index, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+    }
+    static qint64 Read(sqlite3_stmt* statement) {
+        qint64 size = 0;
+        for (int column = 0; column < sqlite3_column_count(statement); ++column) {
+            if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
+                size += sqlite3_column_int64(statement, column) != 0 ? 1 : 0;
+            } else if (const auto* text = sqlite3_column_text(statement, column)) {
+                size += sqlite3_column_bytes(statement, column) + (*text == 0 ? 1 : 0);
+            }
+        }
+        return size;
+    }
+    qint64 ReadAll(sqlite3_stmt* statement) {
+        qint64 size = 0;
+        while (store_.Step(statement)) {
+            size += Read(statement);
+        }
+        sqlite3_reset(statement);
+        return size;
+    }
+
+    bench::BareStore store_;
+    sqlite3_stmt* rows_ = nullptr;
+    sqlite3_stmt* person_ = nullptr;
+    sqlite3_stmt* guest_ = nullptr;
+    sqlite3_stmt* asset_ = nullptr;
+    sqlite3_stmt* notes_ = nullptr;
+    std::string start_;
+    std::string end_;
+    int printed_ = 0;
+};
+
+class NoView : public ReportView {
+public:
+    void SetCloseCaption(const QString&) override {}
+    void ShowProgress(const QString&, int) override {}
+    void HideProgress() override {}
+};
+
+class MemoryDelivery : public print::Delivery {
+public:
+    void SendMail(const QByteArray& text) override { size = text.size(); }
+    void SaveFile(const QByteArray& text, print::ReportFileKind) override {
+        size = text.size();
+        reservations = text.count(": From ");
+    }
+    qsizetype size = 0;
+    qsizetype reservations = 0;
+};
+
+// A failure ends the measurement.
+class NoErrors : public ErrorReporter {
+public:
+    Answer Report(const Error& error, const FailurePlace&) override { throw error; }
+};
+
+class NoLog : public Log {
+public:
+    void Write(const QString&) noexcept override {}
+};
+
+// The report as velmora-report runs it, into memory.
+class DeskReport {
+public:
+    DeskReport(const QString& path, Date day) : clock_(StartOfDay(day)), database_(OpenSite(path)) {
+        state_.ReportDayMode = 2;
+        state_.chkIncludeNotes = true;
+        state_.chkIncludePhone = true;
+    }
+    void Run() {
+        job_.SetOutputTarget(3);
+        ReportContext context{program_, state_, view_, *database_, job_};
+        PrintDailyReport(context);
+    }
+    const MemoryDelivery& Delivered() const { return delivery_; }
+
+private:
+    FixedClock clock_;
+    ConsoleDialogs dialogs_{stderr};
+    ConsoleEventLoop eventLoop_;
+    ConsolePrinters printers_{QLocale(u"en_US"_s)};
+    ConsoleProgress progress_;
+    ConsoleMail mail_;
+    ConsoleWindows windows_;
+    ConsoleProcess process_;
+    NativeUserSettings settings_;
+    NoErrors errors_;
+    NoLog log_;
+    Program program_{Services{dialogs_,
+                              clock_,
+                              eventLoop_,
+                              printers_,
+                              progress_,
+                              mail_,
+                              errors_,
+                              windows_,
+                              process_,
+                              settings_,
+                              log_,
+                              {},
+                              {},
+                              LocaleText(QLocale(u"en_US"_s))},
+                     u"Service Administration"_s};
+    ProgramInstaller installer_{program_};
+    std::unique_ptr<engine::Database> database_;
+    DeskState state_;
+    NoView view_;
+    MemoryDelivery delivery_;
+    print::PrintJob job_{{program_.services(), delivery_, [this] { return print::ReadPrintAttributes(*database_); }}};
+};
+
+double Milliseconds(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    return numbers[numbers.size() / 2];
+}
+
+int Measure(const QString& folder, Date day) {
+    const QString path = SiteDatabasePath(folder);
+    BareReport bare(path, day);
+    DeskReport report(path, day);
+    qint64 read = bare.Run();
+    report.Run();
+    if (read == 0 || report.Delivered().reservations != bare.Printed()) {
+        std::fprintf(stderr, "The two sides do not list the same reservations: %d and %lld\n", bare.Printed(),
+                     static_cast<long long>(report.Delivered().reservations));
+        return 1;
+    }
+    std::vector<double> bareTimes;
+    std::vector<double> reportTimes;
+    std::vector<double> ratios;
+    for (int round = 0; round < rounds; ++round) {
+        bareTimes.push_back(Milliseconds([&] { read += bare.Run(); }));
+        reportTimes.push_back(Milliseconds([&] { report.Run(); }));
+        ratios.push_back(reportTimes.back() / bareTimes.back());
+    }
+    const double ratio = Median(ratios);
+    std::printf("%-52s %12s %12s %6s %6s\n", "", "bare store", "report", "ratio", "limit");
+    const std::string what = std::to_string(bare.Printed()) + " starts with notes and telephones, " +
+                             std::to_string(report.Delivered().size / 1024) + " KiB";
+    std::printf("%-52s %9.2f ms %9.2f ms %6.2f %6.2f %s\n", what.c_str(), Median(bareTimes), Median(reportTimes), ratio,
+                limit, ratio <= limit ? "" : "ABOVE");
+    return ratio <= limit ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // A Wednesday.
+    Date day = *MakeDate(2026, 3, 4);
+    try {
+        if (argc == 3) {
+            const auto given = ParseStorageText(QString::fromUtf8(argv[2]));
+            return Measure(QString::fromUtf8(argv[1]), given ? DateOf(*given) : day);
+        }
+        const QTemporaryDir folder;
+        CreateSite(folder.path(), demo::Options{demo::Tier::Large, day});
+        return Measure(folder.path(), day);
+    } catch (const Error& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+}
