@@ -35,7 +35,7 @@ std::unique_ptr<ReportWriter> PrintJob::MakeWriter() {
         return std::make_unique<TextWriter>(state_, width, [&](const QByteArray& text) { delivery.SendMail(text); });
     case Target::TextFile:
         return std::make_unique<TextWriter>(
-            state_, width, [&](const QByteArray& text) { delivery.SaveFile(text, ReportFileKind::Text); });
+            state_, width, [&](const QByteArray& text) { delivery.SaveFile(text, ReportFileKind::PlainText); });
     case Target::HtmlFile:
         return std::make_unique<HtmlWriter>(
             state_, width, [&](const QByteArray& text) { delivery.SaveFile(text, ReportFileKind::Html); });

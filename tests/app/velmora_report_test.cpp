@@ -158,7 +158,10 @@ TEST_F(ReportProgramTest, BadUsageIsTwoWithTheReason) {
              Case{"--now 2026-03-05x daily --list starts --day next", "2026-03-05x"},
              Case{"--locale xx_YY daily --list starts --day next", "xx_YY"},
              Case{"--to fax daily --list starts --day next", "fax"},
-             Case{"--to pdf daily --list starts --day next", "This version"},
+             Case{"--to mail daily --list starts --day next", "This version"},
+             Case{"--to pdf daily --list starts --day next", "--output"},
+             Case{"--to printer --output list.pdf daily --list starts --day next", "--to pdf"},
+             Case{"--printer= daily --list starts --day next", "--printer"},
              Case{"--mail-to a@b daily --list starts --day next", "This version"},
              Case{"--orientation upright daily --list starts --day next", "portrait or landscape"},
              Case{"--data= daily --list starts --day next", "--data"},
@@ -210,8 +213,42 @@ TEST_F(ReportProgramTest, FailuresAreOneWithTheErrorReportAndLeaveNoFile) {
     expectFailure(Run("--output /dev/full daily --list starts --day next"), endJob);
     const rlimit small{2000, RLIM_INFINITY};
     expectFailure(RunWords(Words(oldDaily), [small] { setrlimit(RLIMIT_FSIZE, &small); }), endJob);
+    const char* pdf = "--to pdf --output old.txt daily --list starts --day next";
+    expectFailure(RunWords(Words(pdf), [small] { setrlimit(RLIMIT_FSIZE, &small); }), endJob);
+    // No print server answers there.
+    qputenv("CUPS_SERVER", QFile::encodeName(Path(u"nowhere"_s)));
+    expectFailure(Run("--to printer daily --list starts --day next"), "No printer is installed");
+    expectFailure(Run("--to printer --printer Lobby daily --list starts --day next"), "\"Lobby\"");
+    expectFailure(Run("--to pdf --printer Lobby --output old.txt daily --list starts --day next"), "\"Lobby\"");
     WriteFile(u"Velmora.MDB"_s, "no database at all");
     expectFailure(Run(oldDaily), "Repair it with: velmora-db repair");
+}
+
+TEST_F(ReportProgramTest, PrintsThePagesAsPdf) {
+    const auto textOf = [this](const QByteArray& pdf) {
+        WriteFile(u"read.pdf"_s, pdf);
+        QProcess process;
+        process.start(u"pdftotext"_s, {u"-layout"_s, Path(u"read.pdf"_s), u"-"_s});
+        EXPECT_TRUE(process.waitForFinished(30000));
+        return process.readAllStandardOutput();
+    };
+    const Outcome printed = Run("--to pdf --output - --leader boxes daily --list starts --day next");
+    EXPECT_EQ(printed.exitCode, 0) << printed.error.toStdString();
+    EXPECT_EQ(printed.error, "");
+    EXPECT_TRUE(printed.out.startsWith("%PDF-"));
+    EXPECT_TRUE(printed.out.endsWith("%%EOF\n")) << "no line end of a text file behind it";
+    EXPECT_TRUE(printed.out.contains("/MediaBox [0 0 612.000000 792.000000]")) << "Letter, as the locale has it";
+    const QByteArray text = textOf(printed.out);
+    EXPECT_TRUE(text.contains("Reservation Starts")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Organization"));
+
+    const Outcome saved =
+        Run("--to pdf --locale de_DE --orientation landscape --output list.pdf daily --list starts --day next");
+    EXPECT_EQ(saved.exitCode, 0) << saved.error.toStdString();
+    EXPECT_EQ(saved.out, "");
+    const QByteArray file = FileBytes(Path(u"list.pdf"_s));
+    EXPECT_TRUE(file.contains("/MediaBox [0 0 842.000000 595.000000]")) << "A4 lying on its side";
+    EXPECT_TRUE(textOf(file).contains("Reservation Starts"));
 }
 
 TEST_F(ReportProgramTest, AFailingQueryIsReportedByItsPlace) {

@@ -41,7 +41,7 @@ TEST_F(RunTest, ShowsWhatItDoesFromStartToEnd) {
     EXPECT_EQ(fakes_.eventLoop.eventRounds, static_cast<int>(view_.progress.size()) - 3) << "once before every row";
     EXPECT_EQ(fakes_.printers.current, u"Lobby"_s);
     EXPECT_EQ(state_.SelectedPrinterName, u"Lobby"_s);
-    EXPECT_EQ(fakes_.printers.font, u"Liberation Sans"_s);
+    EXPECT_EQ(fakes_.printers.font.family, u"Liberation Sans"_s);
     EXPECT_EQ(fakes_.printers.orientation, Orientation::Landscape);
     EXPECT_EQ(job_.LookupPrintAttribute(u"Jack"_s), print::Bold);
     EXPECT_FALSE(job_.State().SuppressPageBreaks);

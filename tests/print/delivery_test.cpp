@@ -44,10 +44,10 @@ TEST_F(DialogDeliveryTest, TheChosenNameGetsTheFiltersExtension) {
         QString expected;
     };
     ASSERT_TRUE(QDir(folder_.path()).mkdir(u"other"_s));
-    for (const Case& c : {Case{ReportFileKind::Text, u"list"_s, u"list.txt"_s},
-                          Case{ReportFileKind::Text, u"list.txt"_s, u"list.txt"_s},
-                          Case{ReportFileKind::Text, u"list.TXT"_s, u"list.TXT.txt"_s},
-                          Case{ReportFileKind::Text, u"March 7.2026"_s, u"March 7.2026.txt"_s},
+    for (const Case& c : {Case{ReportFileKind::PlainText, u"list"_s, u"list.txt"_s},
+                          Case{ReportFileKind::PlainText, u"list.txt"_s, u"list.txt"_s},
+                          Case{ReportFileKind::PlainText, u"list.TXT"_s, u"list.TXT.txt"_s},
+                          Case{ReportFileKind::PlainText, u"March 7.2026"_s, u"March 7.2026.txt"_s},
                           Case{ReportFileKind::Html, u"list"_s, u"list.htm"_s},
                           Case{ReportFileKind::Html, u"list.htm"_s, u"list.htm"_s},
                           Case{ReportFileKind::Html, u"list.html"_s, u"list.html.htm"_s},
@@ -74,15 +74,15 @@ TEST_F(DialogDeliveryTest, TheChosenNameGetsTheFiltersExtension) {
 
 TEST_F(DialogDeliveryTest, ACancelledDialogWritesNothing) {
     fakes_.dialogs.saveAnswers = {std::nullopt, SaveFileAnswer{folder_.path(), QString()}};
-    desk_.SaveFile("text", ReportFileKind::Text);
-    desk_.SaveFile("text", ReportFileKind::Text);
+    desk_.SaveFile("text", ReportFileKind::PlainText);
+    desk_.SaveFile("text", ReportFileKind::PlainText);
     EXPECT_TRUE(FileNames().isEmpty());
     EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
 }
 
 TEST_F(DialogDeliveryTest, AnEmptyReportIsAnEmptyFileAndMailIsText) {
     fakes_.dialogs.saveAnswers = {SaveFileAnswer{folder_.path(), u"empty.txt"_s}};
-    desk_.SaveFile("", ReportFileKind::Text);
+    desk_.SaveFile("", ReportFileKind::PlainText);
     EXPECT_EQ(ReadFile(u"empty.txt"_s), "");
     desk_.SendMail("Gr\xC3\xBC\xC3\x9F"
                    "e\r\n");
@@ -94,7 +94,7 @@ protected:
     // The description of the failure to write `text`, which must happen.
     QString Failure(const QString& path, const QByteArray& text, ErrorNumber number) {
         try {
-            WriteReportFile(path, text);
+            WriteReportFile(path, text, ReportFileKind::PlainText);
         } catch (const Error& error) {
             EXPECT_EQ(error.Number(), static_cast<int>(number)) << error.what();
             return error.Description();
@@ -117,7 +117,7 @@ TEST_F(ReportFileTest, AFullDiskLeavesWhatWasThereAndNothingElse) {
     }
     EXPECT_EQ(FileNames(), QStringList{u"old.txt"_s});
     EXPECT_EQ(ReadFile(u"old.txt"_s), "yesterday");
-    WriteReportFile(Path(u"old.txt"_s), longText);
+    WriteReportFile(Path(u"old.txt"_s), longText, ReportFileKind::PlainText);
     EXPECT_EQ(ReadFile(u"old.txt"_s), longText + "\r\n");
 }
 

@@ -29,17 +29,25 @@ QString NotEmpty(const QString& option, const QString& value) {
     return value;
 }
 
-// The destination of the printer settings for a value of --to.
-qint16 Destination(const QString& value) {
+void SetDestination(Command& command, const QString& value) {
     constexpr qint16 later = -1;
-    const auto destination =
-        OneOf<qint16>(u"--to"_s, value,
-                      {{u"text"_s, 3}, {u"html"_s, 4}, {u"mail"_s, later}, {u"pdf"_s, later}, {u"printer"_s, later}});
+    const auto destination = OneOf<qint16>(
+        u"--to"_s, value, {{u"text"_s, 3}, {u"html"_s, 4}, {u"mail"_s, later}, {u"pdf"_s, 0}, {u"printer"_s, 0}});
     if (destination == later) {
-        throw BadUsage{
-            u"This version of velmora-report does not have --to %1: use --to text or --to html"_s.arg(value)};
+        throw BadUsage{u"This version of velmora-report does not have --to %1"_s.arg(value)};
     }
-    return destination;
+    command.state.PrinterControl1.Destination = destination;
+    command.toPdf = value == u"pdf";
+}
+
+// Options that are sound each by itself may not go together.
+void CheckOutput(const Command& command, bool hasOutput) {
+    if (command.toPdf && !hasOutput) {
+        throw BadUsage{u"--to pdf needs --output FILE, or --output - for standard output"_s};
+    }
+    if (command.ToPrinter() && hasOutput) {
+        throw BadUsage{u"--output names a file, but --to printer makes none: use --to pdf for a file"_s};
+    }
 }
 
 DateTime Moment(const QString& value) {
@@ -58,13 +66,17 @@ LocaleText Locale(const QString& value) {
     return *locale;
 }
 
-OptionTable GlobalOptions(Command& command) {
+OptionTable GlobalOptions(Command& command, bool& hasOutput) {
     OptionTable table;
     table.AddFlag(u"--help"_s, command.help);
     table.AddValue(u"--data"_s, [&](const QString& v) { command.dataDirectory = NotEmpty(u"--data"_s, v); });
-    table.AddValue(u"--to"_s, [&](const QString& v) { command.state.PrinterControl1.Destination = Destination(v); });
-    table.AddValue(u"--output"_s, [&](const QString& v) { command.output = NotEmpty(u"--output"_s, v); });
-    table.AddValue(u"--printer"_s, [&](const QString& v) { command.state.PrinterControl1.PrinterName = v; });
+    table.AddValue(u"--to"_s, [&](const QString& v) { SetDestination(command, v); });
+    table.AddValue(u"--output"_s, [&](const QString& v) {
+        command.output = NotEmpty(u"--output"_s, v);
+        hasOutput = true;
+    });
+    table.AddValue(u"--printer"_s,
+                   [&](const QString& v) { command.state.PrinterControl1.PrinterName = NotEmpty(u"--printer"_s, v); });
     table.AddValue(u"--mail-to"_s, [](const QString&) {
         throw BadUsage{u"This version of velmora-report does not send mail: --mail-to cannot be used"_s};
     });
@@ -120,7 +132,8 @@ void ParseDaily(Words& words, const OptionTable& global, Command& command) {
 Command ParseCommandLine(const QStringList& words) {
     Command command;
     command.state.PrinterControl1.Destination = 3;
-    const OptionTable global = GlobalOptions(command);
+    bool hasOutput = false;
+    const OptionTable global = GlobalOptions(command, hasOutput);
     Words rest(words);
     while (!rest.AtEnd() && global.TakeOption(rest)) {
     }
@@ -133,6 +146,9 @@ Command ParseCommandLine(const QStringList& words) {
     const QString report = rest.Take();
     if (report == u"daily") {
         ParseDaily(rest, global, command);
+        if (!command.help) {
+            CheckOutput(command, hasOutput);
+        }
         return command;
     }
     const QStringList later{u"occupant"_s, u"directory"_s, u"exception"_s, u"usage"_s, u"layout"_s};
@@ -148,10 +164,11 @@ QString Usage() {
            [--exclude-completed-moves] [--exclude-completed-phones] [--exclude-conference-rooms]
            [--include-notes] [--include-phone] [--one-page]
 DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
-OPTIONS: --data DIR  --to text|html  --output FILE|-  --printer NAME  --orientation portrait|landscape
+OPTIONS: --data DIR  --to text|html|pdf|printer  --output FILE|-  --printer NAME  --orientation portrait|landscape
          --leader none|boxes|lines  --startup-argument TEXT  --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
 
-Prints the list of reservations that start, end, or both on the day, as text or HTML, on standard output or into FILE.
+Prints the list of reservations that start, end, or both on the day, as text or HTML, on standard output or into FILE;
+as a PDF file of the printer's pages into FILE; or on the printer, the default one unless another is named.
 Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.
 )"_s;
 }

@@ -23,6 +23,8 @@ struct Command {
     QString dataDirectory;
     // A path, or "-" for standard output.
     QString output = QStringLiteral("-");
+    // The pages of the printer go into a file.
+    bool toPdf = false;
     // In place of the user's own setting: 0 none, 1 boxes, 2 lines.
     std::optional<qint16> leaderStyle;
     QString startupArgument;
@@ -34,6 +36,9 @@ struct Command {
     std::optional<Orientation> orientation;
     // The report's options, as the main window's controls would have them.
     DeskState state;
+
+    bool ToPages() const { return state.PrinterControl1.Destination == 0; }
+    bool ToPrinter() const { return ToPages() && !toPdf; }
 };
 
 // Reads the words behind the program's name. Throws BadUsage.

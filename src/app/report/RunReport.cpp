@@ -2,6 +2,7 @@
 
 #include "app/report/CommandLineSettings.h"
 #include "app/report/OutputDelivery.h"
+#include "app/report/ReportPrinters.h"
 #include "base/Program.h"
 #include "data/Configuration.h"
 #include "data/NativePath.h"
@@ -16,6 +17,7 @@
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"
 #include "print/ReadPrintAttributes.h"
+#include "print/pages/PrinterPages.h"
 
 namespace velmora::report {
 
@@ -46,7 +48,7 @@ class ConsoleProgram {
 public:
     ConsoleProgram(const Command& command, const QString& executablePath)
         : locale_(command.locale.value_or(LocaleText(QLocale::system()))), clock_(MakeClock(command)),
-          log_(LogFile::DefaultPath(), systemClock_), printers_(locale_.Locale()),
+          log_(LogFile::DefaultPath(), systemClock_), printers_(command, locale_.Locale()),
           settings_(storedSettings_, command.leaderStyle),
           program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_,
                     log_, executablePath, command.startupArgument, locale_},
@@ -54,6 +56,7 @@ public:
           installer_(program_) {}
 
     Program& Get() { return program_; }
+    ReportPrinters& Printers() { return printers_; }
 
 private:
     LocaleText locale_;
@@ -64,7 +67,7 @@ private:
     ConsoleDialogs dialogs_{stderr};
     ErrorReport errors_{dialogs_, log_};
     ConsoleEventLoop eventLoop_;
-    ConsolePrinters printers_;
+    ReportPrinters printers_;
     ConsoleProgress progress_;
     ConsoleMail mail_;
     ConsoleWindows windows_;
@@ -90,7 +93,9 @@ void OpenDatabase(Program& program) {
     }
 }
 
-int PrintReport(const Command& command, Program& program) {
+int PrintReport(const Command& command, ConsoleProgram& console) {
+    Program& program = console.Get();
+    ReportPrinters& printers = console.Printers();
     if (!command.dataDirectory.isEmpty()) {
         Settings().DataDirectory = command.dataDirectory;
     }
@@ -98,18 +103,21 @@ int PrintReport(const Command& command, Program& program) {
         program.services().dialogs.ShowMessage({*notice, {}, Buttons::Ok, Icon::None});
         return stopped;
     }
+    printers.Choose(command);
     LoadTranslations();
     OpenDatabase(program);
     engine::Database& database = OpenedDatabase();
     OutputDelivery delivery(command.output);
-    print::PrintJob job({program.services(), delivery, [&] { return print::ReadPrintAttributes(database); }});
+    print::PageOutput output(printers, printers, delivery);
+    print::PrinterPages pages(printers, output, program.Title());
+    print::PrintJob job({program.services(), delivery, [&] { return print::ReadPrintAttributes(database); }, &pages});
     DeskState state = command.state;
-    state.optOrientation = command.orientation.value_or(program.services().printers.CurrentOrientation());
+    state.optOrientation = command.orientation.value_or(Orientation::Portrait);
     job.SetOutputTarget(state.PrinterControl1.Destination);
     NoView view;
     ReportContext context{program, state, view, database, job};
     PrintDailyReport(context);
-    return delivery.HasDelivered() ? 0 : failed;
+    return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed;
 }
 
 } // namespace
@@ -117,7 +125,7 @@ int PrintReport(const Command& command, Program& program) {
 int RunReport(const Command& command, const QString& executablePath) {
     ConsoleProgram console(command, executablePath);
     try {
-        return PrintReport(command, console.Get());
+        return PrintReport(command, console);
     } catch (const ProgramEnd& end) {
         return end.exitCode;
     } catch (const std::exception&) {

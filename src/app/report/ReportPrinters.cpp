@@ -1,0 +1,49 @@
+#include "app/report/ReportPrinters.h"
+
+#include "base/Error.h"
+#include "platform/printers/CupsQueues.h"
+#include "platform/printers/NoQueues.h"
+
+namespace velmora::report {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::unique_ptr<printers::PrintQueues> MakeQueues(const Command& command) {
+    if (command.ToPages() && (command.ToPrinter() || !command.state.PrinterControl1.PrinterName.isEmpty())) {
+        return std::make_unique<printers::CupsQueues>();
+    }
+    return std::make_unique<printers::NoQueues>();
+}
+
+} // namespace
+
+ReportPrinters::ReportPrinters(const Command& command, const QLocale& locale)
+    : SystemPrinters(MakeQueues(command), locale), toPdf_(command.toPdf) {}
+
+void ReportPrinters::Choose(const Command& command) {
+    if (!command.ToPages()) {
+        return;
+    }
+    const QString& name = command.state.PrinterControl1.PrinterName;
+    if (!name.isEmpty()) {
+        SelectDevice(name);
+    }
+    if (command.ToPrinter() && PrintsToFile()) {
+        QStringList queues = DeviceNames();
+        queues.removeAll(printers::PdfFileDevice());
+        throw ProgramError(
+            ErrorNumber::Unavailable,
+            queues.isEmpty()
+                ? u"No printer is installed. Use --to pdf --output FILE to print into a file."_s
+                : u"No printer is the default one. Name one of these with --printer: %1"_s.arg(queues.join(u", "_s)));
+    }
+}
+
+void ReportPrinters::Print(const QString& deviceName, const printers::QueueJob& job) {
+    SystemPrinters::Print(deviceName, job);
+    printed_ = true;
+}
+
+} // namespace velmora::report
