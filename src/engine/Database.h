@@ -23,8 +23,13 @@ enum class IdleOption {
 };
 
 enum class Journal {
-    Rollback, // the default: safe for a file on a share
+    Rollback,   // the default: safe for a file on a share
     WriteAhead, // for a file that only one machine uses
+};
+
+enum class Durability {
+    Full, // the default: a change that was told to be done survives a power failure
+    Fast, // leaves the writing to the system: for making a file that can be made again
 };
 
 struct OpenOptions {
@@ -32,6 +37,7 @@ struct OpenOptions {
     QStringList expectedTables;
     QStringList expectedIndexes;
     Journal journal = Journal::Rollback;
+    Durability durability = Durability::Full;
     // How long a statement waits for another user's lock before it fails with RecordLocked.
     int busyMilliseconds = 5000;
 };
@@ -68,11 +74,22 @@ public:
     // Rows affected.
     qint64 Execute();
 
+    // What a backend implements; QueryDef hands every call on to it.
+    class Implementation;
+    explicit QueryDef(std::unique_ptr<Implementation> implementation);
+
 private:
-    friend class Database;
-    struct State;
-    explicit QueryDef(std::unique_ptr<State> state);
-    std::unique_ptr<State> state_;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+class QueryDef::Implementation {
+public:
+    virtual ~Implementation() = default;
+    virtual void SetParameter(QStringView name, const Value& value) = 0;
+    virtual std::vector<ParameterDescription> Parameters() const = 0;
+    virtual bool IsAction() const = 0;
+    virtual std::unique_ptr<Recordset> OpenRecordset(RecordsetKind kind) = 0;
+    virtual qint64 Execute() = 0;
 };
 
 // An open database file, shared with other users. One thread. Recordsets and queries must not outlive it.

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -39,7 +40,7 @@ public:
     bool IsNull() const { return kind_ == Kind::Null; }
     // True for any number but 0; false when empty.
     bool ToBool() const;
-    // 0 when empty or not a number. Real numbers are rounded half to even.
+    // 0 when empty or not a number. Real numbers are rounded half to even, a yes of a yes/no field is -1.
     qint64 ToInteger() const;
     double ToReal() const;
     // "" when empty; numbers and flags as Value::ToText gives them.
@@ -51,6 +52,8 @@ public:
     // The stored bytes of a text; empty for any other kind.
     std::string_view Utf8() const { return kind_ == Kind::Text ? std::string_view(text_, size()) : std::string_view(); }
     Kind StoredKind() const { return kind_; }
+    // The stored whole number; 0 for any other kind.
+    qint64 StoredInteger() const { return kind_ == Kind::Integer ? integer_ : 0; }
 
 private:
     size_t size() const { return static_cast<size_t>(size_); }
@@ -65,13 +68,20 @@ private:
     qsizetype size_ = 0;
 };
 
-// A place in one recordset. Good until its Requery or its end.
+// A place in one recordset. Good until its Requery or its end; after that, and in another recordset, GoTo throws
+// InvalidArgument.
 class Bookmark {
 public:
+    Bookmark() = default;
+    // For recordsets: `opening` tells their openings apart.
+    Bookmark(quint64 opening, qint64 position) : opening_(opening), position_(position) {}
+
+    quint64 Opening() const { return opening_; }
+    qint64 Position() const { return position_; }
     friend bool operator==(Bookmark, Bookmark) = default;
 
 private:
-    friend class RowCursor;
+    quint64 opening_ = 0;
     qint64 position_ = -1;
 };
 

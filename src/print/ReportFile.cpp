@@ -28,7 +28,7 @@ bool WriteAll(QIODevice& device, QByteArrayView bytes) {
         if (written <= 0) {
             return false;
         }
-        bytes = bytes.mid(written);
+        bytes = bytes.sliced(written);
     }
     return true;
 }

@@ -1,0 +1,159 @@
+#include "app/report/CommandLine.h"
+
+#include "app/report/DayOptions.h"
+#include "app/report/OptionTable.h"
+
+namespace velmora::report {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The value of an option that names one of a few things. Throws BadUsage listing them.
+template <typename T>
+T OneOf(const QString& option, const QString& value, const std::vector<std::pair<QString, T>>& choices) {
+    QStringList names;
+    for (const auto& [name, meaning] : choices) {
+        if (name == value) {
+            return meaning;
+        }
+        names += name;
+    }
+    throw BadUsage{u"%1 is %2, not \"%3\""_s.arg(option, names.join(u" or "_s), value)};
+}
+
+QString NotEmpty(const QString& option, const QString& value) {
+    if (value.isEmpty()) {
+        throw BadUsage{u"%1 needs a value that is not empty"_s.arg(option)};
+    }
+    return value;
+}
+
+// The destination of the printer settings for a value of --to.
+qint16 Destination(const QString& value) {
+    constexpr qint16 later = -1;
+    const auto destination =
+        OneOf<qint16>(u"--to"_s, value,
+                      {{u"text"_s, 3}, {u"html"_s, 4}, {u"mail"_s, later}, {u"pdf"_s, later}, {u"printer"_s, later}});
+    if (destination == later) {
+        throw BadUsage{
+            u"This version of velmora-report does not have --to %1: use --to text or --to html"_s.arg(value)};
+    }
+    return destination;
+}
+
+DateTime Moment(const QString& value) {
+    const auto moment = ParseStorageText(value);
+    if (!moment) {
+        throw BadUsage{u"--now takes a date and time as \"YYYY-MM-DD HH:MM:SS\", not \"%1\""_s.arg(value)};
+    }
+    return *moment;
+}
+
+LocaleText Locale(const QString& value) {
+    auto locale = LocaleText::ByName(value);
+    if (!locale) {
+        throw BadUsage{u"There is no locale \"%1\"; names look like en_US or de_DE"_s.arg(value)};
+    }
+    return *locale;
+}
+
+OptionTable GlobalOptions(Command& command) {
+    OptionTable table;
+    table.AddFlag(u"--help"_s, command.help);
+    table.AddValue(u"--data"_s, [&](const QString& v) { command.dataDirectory = NotEmpty(u"--data"_s, v); });
+    table.AddValue(u"--to"_s, [&](const QString& v) { command.state.PrinterControl1.Destination = Destination(v); });
+    table.AddValue(u"--output"_s, [&](const QString& v) { command.output = NotEmpty(u"--output"_s, v); });
+    table.AddValue(u"--printer"_s, [&](const QString& v) { command.state.PrinterControl1.PrinterName = v; });
+    table.AddValue(u"--mail-to"_s, [](const QString&) {
+        throw BadUsage{u"This version of velmora-report does not send mail: --mail-to cannot be used"_s};
+    });
+    table.AddValue(u"--orientation"_s, [&](const QString& v) {
+        command.orientation = OneOf<Orientation>(
+            u"--orientation"_s, v, {{u"portrait"_s, Orientation::Portrait}, {u"landscape"_s, Orientation::Landscape}});
+    });
+    table.AddValue(u"--leader"_s, [&](const QString& v) {
+        command.leaderStyle = OneOf<qint16>(u"--leader"_s, v, {{u"none"_s, 0}, {u"boxes"_s, 1}, {u"lines"_s, 2}});
+    });
+    table.AddValue(u"--startup-argument"_s, [&](const QString& v) { command.startupArgument = v; });
+    table.AddValue(u"--now"_s, [&](const QString& v) { command.now = Moment(v); });
+    table.AddValue(u"--locale"_s, [&](const QString& v) { command.locale = Locale(v); });
+    return table;
+}
+
+// Takes the words behind the report's name.
+void ParseDaily(Words& words, const OptionTable& global, Command& command) {
+    DeskState& state = command.state;
+    std::optional<DailyVariant> variant;
+    DayOptions day;
+    OptionTable table;
+    table.AddValue(u"--list"_s, [&](const QString& v) {
+        variant = OneOf<DailyVariant>(u"--list"_s, v,
+                                      {{u"starts"_s, DailyVariant::Starts},
+                                       {u"ends"_s, DailyVariant::Ends},
+                                       {u"combined"_s, DailyVariant::Combined}});
+    });
+    day.AddTo(table);
+    table.AddFlag(u"--brief"_s, state.chkBrief);
+    table.AddFlag(u"--exclude-completed-moves"_s, state.chkCompletedMoves);
+    table.AddFlag(u"--exclude-completed-phones"_s, state.chkCompletedPhones);
+    table.AddFlag(u"--exclude-conference-rooms"_s, state.chkConferenceDaily);
+    table.AddFlag(u"--include-notes"_s, state.chkIncludeNotes);
+    table.AddFlag(u"--include-phone"_s, state.chkIncludePhone);
+    table.AddFlag(u"--one-page"_s, state.chkOnePage);
+    while (!words.AtEnd()) {
+        if (!table.TakeOption(words) && !global.TakeOption(words)) {
+            throw BadUsage{u"\"%1\" is no option of the daily report"_s.arg(words.Peek())};
+        }
+    }
+    if (command.help) {
+        return;
+    }
+    if (!variant) {
+        throw BadUsage{u"--list starts, --list ends or --list combined is missing"_s};
+    }
+    state.ReportDayMode = DailyMode{*variant, day.Resolve(state)}.Code();
+}
+
+} // namespace
+
+Command ParseCommandLine(const QStringList& words) {
+    Command command;
+    command.state.PrinterControl1.Destination = 3;
+    const OptionTable global = GlobalOptions(command);
+    Words rest(words);
+    while (!rest.AtEnd() && global.TakeOption(rest)) {
+    }
+    if (rest.AtEnd()) {
+        if (!command.help) {
+            throw BadUsage{u"The report is missing"_s};
+        }
+        return command;
+    }
+    const QString report = rest.Take();
+    if (report == u"daily") {
+        ParseDaily(rest, global, command);
+        return command;
+    }
+    const QStringList later{u"occupant"_s, u"directory"_s, u"exception"_s, u"usage"_s, u"layout"_s};
+    if (later.contains(report)) {
+        throw BadUsage{u"This version of velmora-report does not have the report \"%1\", only daily"_s.arg(report)};
+    }
+    throw BadUsage{report.startsWith(u'-') ? u"\"%1\" is no option before the report's name"_s.arg(report)
+                                           : u"There is no report \"%1\""_s.arg(report)};
+}
+
+QString Usage() {
+    return uR"(usage: velmora-report [OPTIONS] daily --list starts|ends|combined DAY [--brief]
+           [--exclude-completed-moves] [--exclude-completed-phones] [--exclude-conference-rooms]
+           [--include-notes] [--include-phone] [--one-page]
+DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
+OPTIONS: --data DIR  --to text|html  --output FILE|-  --printer NAME  --orientation portrait|landscape
+         --leader none|boxes|lines  --startup-argument TEXT  --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
+
+Prints the list of reservations that start, end, or both on the day, as text or HTML, on standard output or into FILE.
+Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.
+)"_s;
+}
+
+} // namespace velmora::report

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "base/LocaleText.h"
+#include "desk/DeskState.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace velmora::report {
+
+// A command line that velmora-report does not understand, with the reason for the person who typed it.
+struct BadUsage {
+    QString reason;
+};
+
+// What a command line asks for.
+struct Command {
+    // Print the usage and do nothing else.
+    bool help = false;
+    // Empty: as configured.
+    QString dataDirectory;
+    // A path, or "-" for standard output.
+    QString output = QStringLiteral("-");
+    // In place of the user's own setting: 0 none, 1 boxes, 2 lines.
+    std::optional<qint16> leaderStyle;
+    QString startupArgument;
+    // In place of the computer's clock.
+    std::optional<DateTime> now;
+    // In place of the system's.
+    std::optional<LocaleText> locale;
+    // In place of the printer's own.
+    std::optional<Orientation> orientation;
+    // The report's options, as the main window's controls would have them.
+    DeskState state;
+};
+
+// Reads the words behind the program's name. Throws BadUsage.
+Command ParseCommandLine(const QStringList& words);
+
+// How the program is called, for people.
+QString Usage();
+
+} // namespace velmora::report

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "app/report/OptionTable.h"
+#include "desk/DailyMode.h"
+
+namespace velmora::report {
+
+// The options that name a report's days: --day next|current, or --day other --date YYYY-MM-DD [--days N].
+class DayOptions {
+public:
+    void AddTo(OptionTable& table);
+    // Stores the other day and its number of days. Throws BadUsage when the options do not fit together.
+    DayChoice Resolve(DeskState& state) const;
+
+private:
+    QString day_;
+    std::optional<Date> date_;
+    std::optional<int> days_;
+};
+
+// A day as YYYY-MM-DD. Throws BadUsage naming the option.
+Date DayValue(const QString& option, const QString& value);
+
+} // namespace velmora::report

@@ -1,0 +1,41 @@
+#include "app/report/OutputDelivery.h"
+
+#include "base/Error.h"
+#include "print/ReportFile.h"
+
+#include <QFile>
+
+#include <unistd.h>
+
+namespace velmora::report {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void WriteToStandardOutput(const QByteArray& text) {
+    QFile out;
+    const bool written =
+        out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered) && print::WriteReport(out, text);
+    if (!written) {
+        throw ProgramError(out.error() == QFileDevice::ResourceError ? ErrorNumber::DiskFull : ErrorNumber::FileAccess,
+                           u"The report could not be written to standard output: %1"_s.arg(out.errorString()));
+    }
+}
+
+} // namespace
+
+void OutputDelivery::SendMail(const QByteArray&) {
+    throw ProgramError(ErrorNumber::Unavailable, u"This program does not send mail"_s);
+}
+
+void OutputDelivery::SaveFile(const QByteArray& text, print::ReportFileKind) {
+    if (output_ == u"-") {
+        WriteToStandardOutput(text);
+    } else {
+        print::WriteReportFile(output_, text);
+    }
+    delivered_ = true;
+}
+
+} // namespace velmora::report

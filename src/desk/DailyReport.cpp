@@ -1,0 +1,233 @@
+#include "desk/DailyReport.h"
+
+#include "base/Translate.h"
+#include "desk/DailyFilter.h"
+#include "desk/DailyMode.h"
+#include "desk/DailyRow.h"
+#include "desk/DetailBlocks.h"
+#include "desk/FieldText.h"
+#include "desk/ReportFrame.h"
+
+#include <cmath>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class DailyReport {
+public:
+    DailyReport(ReportContext& context, Steps& steps, ReportFrame& frame)
+        : context_(context), steps_(steps), frame_(frame), options_(context.state),
+          locale_(context.program.services().localeText), startupArgument_(context.program.services().startupArgument) {
+    }
+
+    void Run();
+
+private:
+    void ChooseReport();
+    void OpenRows();
+    void PrintRows();
+    void PrintRow(const DailyRow& row);
+    void PrintLocationHeading(const DailyRow& row);
+    void PrintReservationLine(const DailyRow& row);
+    void PrintBriefBody(const DailyRow& row);
+    void PrintFullBody(const DailyRow& row);
+    void PrintPhoneLines(const DailyRow& row);
+    void AppendPeriod(QByteArray& line, const DailyRow& row) const;
+
+    // Runs one statement of the report as a step.
+    template <typename Function>
+    bool Step(Function&& statement) {
+        return steps_.Step(QString(), std::forward<Function>(statement));
+    }
+
+    ReportContext& context_;
+    Steps& steps_;
+    ReportFrame& frame_;
+    // The options as they were at the start: the page's controls may change while the report lets events through.
+    const DeskState options_;
+    const LocaleText& locale_;
+    const QString& startupArgument_;
+
+    DailyMode mode_;
+    QString title_;
+    QString printedAt_;
+    std::optional<ReportDays> days_;
+    std::unique_ptr<engine::Recordset> rows_;
+    // Name of the asset of the last printed row; empty before the first.
+    std::string lastAssetName_;
+    QByteArray line_;
+};
+
+void DailyReport::Run() {
+    Step([this] { ChooseReport(); });
+    frame_.PreparePrinter();
+    if (!options_.chkOnePage) {
+        Step([this] { context_.job.PrintReportTitle(title_, startupArgument_, printedAt_); });
+    }
+    context_.state.IncludePhoneInfo = options_.chkIncludePhone;
+    if (Step([this] { OpenRows(); })) {
+        PrintRows();
+    }
+    rows_.reset();
+    frame_.End();
+}
+
+void DailyReport::ChooseReport() {
+    const DateTime now = context_.program.services().clock.Now();
+    printedAt_ = Translate(u"Printed at:"_s) + u' ' + locale_.GeneralDate(now);
+    mode_ = DailyMode::Decode(options_.ReportDayMode);
+    title_ = Translate(mode_.Title());
+    days_ = DailyReportDays(mode_.day, DateOf(now), options_, locale_);
+    printedAt_ += days_->phrase;
+}
+
+void DailyReport::OpenRows() {
+    engine::QueryDef query = context_.database.OpenQueryDef(mode_.QueryName());
+    if (days_) {
+        query.SetParameter(u"RStart", StartOfDay(days_->start));
+        query.SetParameter(u"REnd", StartOfDay(days_->end));
+    }
+    rows_ = query.OpenRecordset(engine::RecordsetKind::Snapshot);
+}
+
+void DailyReport::PrintRows() {
+    const DailyFilter filter(mode_.variant, options_, startupArgument_);
+    while (!rows_->EndOfFile()) {
+        if (!frame_.BeforeRow(*rows_)) {
+            return;
+        }
+        DailyRow row;
+        if (Step([&] { row = DailyRow::Read(*rows_); }) && !filter.LeavesOut(row)) {
+            PrintRow(row);
+        }
+        if (!Step([this] { rows_->MoveNext(); })) {
+            return;
+        }
+    }
+    frame_.ShowSending();
+}
+
+void DailyReport::PrintRow(const DailyRow& row) {
+    Step([&] { PrintLocationHeading(row); });
+    Step([&] { PrintReservationLine(row); });
+    if (options_.chkBrief) {
+        Step([&] { PrintBriefBody(row); });
+    } else {
+        PrintFullBody(row);
+    }
+    if (options_.chkIncludeNotes) {
+        Step([&] { PrintReservationNotes(context_, static_cast<qint32>(row.ID.ToInteger())); });
+    }
+    if (!options_.chkBrief) {
+        // Sets this reservation off from the next.
+        Step([this] { context_.job.PrintSectionHeading({}); });
+    }
+    lastAssetName_ = row.AssetName.Utf8();
+}
+
+void DailyReport::PrintLocationHeading(const DailyRow& row) {
+    const FieldText name(row.AssetName);
+    if (mode_.variant == DailyVariant::Combined && row.AssetName.Utf8() == lastAssetName_) {
+        return;
+    }
+    if (options_.chkOnePage) {
+        context_.job.PrintReportTitle(title_, name, printedAt_);
+    } else if (mode_.variant == DailyVariant::Combined) {
+        context_.job.PrintSectionHeading(name);
+    }
+}
+
+void DailyReport::AppendPeriod(QByteArray& line, const DailyRow& row) const {
+    line += ": From ";
+    if (const auto start = row.Start.ToDateTime()) {
+        print::AppendUtf8(line, locale_.GeneralDate(*start));
+    }
+    const auto end = row.End.ToDateTime();
+    if (end && Fields(*end).hour != 0) {
+        line += " To ";
+        print::AppendUtf8(line, locale_.GeneralDate(*end));
+        return;
+    }
+    // An end in the hour after midnight closes the day before.
+    line += " Through ";
+    if (end) {
+        print::AppendUtf8(line, locale_.GeneralDate(*end - std::chrono::days(1)));
+    }
+}
+
+void DailyReport::PrintReservationLine(const DailyRow& row) {
+    line_.clear();
+    print::AppendUtf8(line_, FieldText(row.ReservationName));
+    AppendPeriod(line_, row);
+    int indent = 0;
+    if (!options_.chkOnePage) {
+        if (mode_.variant == DailyVariant::Combined) {
+            indent = static_cast<int>(std::lrint(context_.program.services().printers.PageWidth() * 0.05));
+        } else {
+            line_ += " In ";
+            print::AppendUtf8(line_, FieldText(row.AssetName));
+        }
+    }
+    context_.job.PrintSectionHeading(line_, indent);
+}
+
+void DailyReport::PrintBriefBody(const DailyRow& row) {
+    const auto captioned = [](const char* caption, const engine::Field& field) {
+        QByteArray cell(caption);
+        print::AppendUtf8(cell, FieldText(field));
+        return cell;
+    };
+    context_.job.PrintTableRow5(FieldText(row.Organization), FieldText(row.EventType),
+                                captioned("Storage: ", row.Storage), captioned("Ext. ", row.Extension),
+                                captioned("Rm. Ext. ", row.DefaultExtension));
+}
+
+void DailyReport::PrintFullBody(const DailyRow& row) {
+    print::PrintJob& job = context_.job;
+    Step([&] {
+        job.PrintTwoLabelValues(Translate(u"Organization"_s), FieldText(row.Organization), Translate(u"Space Type"_s),
+                                FieldText(row.EventType));
+    });
+    Step([&] {
+        job.PrintTwoLabelValues(Translate(u"Permanent"_s), FieldText(row.Permanent), Translate(u"Attendees"_s),
+                                FieldText(row.Attendees));
+    });
+    Step([&] { PrintPersonBlock(context_, row.LastName.ToText(), row.FirstName.ToText()); });
+    if (options_.chkIncludePhone) {
+        PrintPhoneLines(row);
+    }
+}
+
+void DailyReport::PrintPhoneLines(const DailyRow& row) {
+    const auto printPair = [this](const char* label1, const engine::Field& field1, const char* label2,
+                                  const engine::Field& field2) {
+        const FieldText value1(field1);
+        const FieldText value2(field2);
+        if (!value1.IsEmpty() || !value2.IsEmpty()) {
+            context_.job.PrintTwoLabelValues(label1, value1, label2, value2);
+        }
+    };
+    Step([&] { printPair("Jack", row.Jack, "Port", row.Port); });
+    Step([&] { printPair("Default Extension", row.DefaultExtension, "Station Type", row.StationType); });
+    Step([&] {
+        if (const FieldText interface(row.SwitchInterface); !interface.IsEmpty()) {
+            context_.job.PrintLabelValue("Switch Interface", interface);
+        }
+    });
+    Step([&] { PrintGuestExtension(context_, static_cast<qint32>(row.ID.ToInteger())); });
+}
+
+} // namespace
+
+void PrintDailyReport(ReportContext& context) {
+    Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Daily Report"_s, QString());
+    ReportFrame frame(context, steps);
+    if (frame.Start()) {
+        DailyReport(context, steps, frame).Run();
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "base/DateTime.h"
+#include "base/services/Printers.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace velmora {
+
+// The printer settings of the main window.
+struct PrinterControl {
+    // The output target by its number: 1 preview, 2 mail, 3 text file, 4 HTML file, anything else the printer.
+    qint16 Destination = 0;
+    // A report begins at once, with page breaks suppressed, and chooses neither printer nor font nor orientation.
+    bool Continuous = false;
+    bool ShowPreview = false;
+    // Family name of the font for reports.
+    QString PrinterFont;
+    // Device name of the printer to use.
+    QString PrinterName;
+};
+
+// What the controls of the main window say, by the controls' names. Handlers store the controls here before they call
+// a routine and load them from here afterwards; routines know this struct and no window.
+struct DeskState {
+    // The daily report's kind and day: 0 starts, 1 ends, 8 combined; 2 more for the current day, 4 more for another
+    // day.
+    qint16 ReportDayMode = 0;
+    // The user asked the running report to stop.
+    bool CancelRequested = false;
+    bool ReportRunning = false;
+    // The detail blocks print telephone information.
+    bool IncludePhoneInfo = false;
+    // Quick status list: 0 persons, 1 locations.
+    qint16 StatusType = 0;
+    // Task view: 0 move in, 1 move out, 2 phone connect, 3 phone disconnect.
+    qint16 ViewType = 0;
+    QString SelectedPrinterName;
+
+    bool chkBrief = false;
+    bool chkCompletedMoves = false;
+    bool chkCompletedPhones = false;
+    bool chkConferenceDaily = false;
+    bool chkIncludeNotes = false;
+    bool chkIncludePhone = false;
+    bool chkOnePage = false;
+
+    // The first day of the other-day choice; none while the box holds no date.
+    std::optional<Date> dtcOtherDate;
+    // Number of days of the other-day choice.
+    int Label12 = 1;
+
+    Orientation optOrientation = Orientation::Portrait;
+    PrinterControl PrinterControl1;
+};
+
+} // namespace velmora

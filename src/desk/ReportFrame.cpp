@@ -1,0 +1,89 @@
+#include "desk/ReportFrame.h"
+
+#include "base/Translate.h"
+
+#include <cmath>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+ReportFrame::~ReportFrame() {
+    if (!running_) {
+        return;
+    }
+    try {
+        context_.job.AbandonReport();
+        ReturnToIdle();
+    } catch (...) { // NOLINT(bugprone-empty-catch)
+        // The program is being left already; the window shows nothing any more.
+    }
+}
+
+bool ReportFrame::Start() {
+    const Services& services = context_.program.services();
+    if (context_.state.ReportRunning) {
+        services.dialogs.ShowMessage({Translate(u"Already Printing, wait or cancel exisitng report"_s),
+                                      context_.program.Title(), Buttons::Ok, Icon::None});
+        return false;
+    }
+    running_ = true;
+    context_.state.ReportRunning = true;
+    context_.view.SetCloseCaption(Translate(u"Cancel Report"_s));
+    services.eventLoop.SetPointer(Pointer::Hourglass);
+    ShowReportProgress(context_.view, Translate(u"Preparing Report"_s), 0);
+    return true;
+}
+
+void ReportFrame::SetOrientation() {
+    steps_.Step({}, [this] { context_.program.services().printers.SetOrientation(context_.state.optOrientation); });
+}
+
+void ReportFrame::PreparePrinter() {
+    const PrinterControl& control = context_.state.PrinterControl1;
+    if (control.Continuous) {
+        steps_.Step({}, [this] { context_.job.BeginReport(true); });
+        return;
+    }
+    Printers& printers = context_.program.services().printers;
+    context_.state.SelectedPrinterName = control.PrinterName;
+    steps_.Step({}, [&] {
+        for (const QString& name : printers.DeviceNames()) {
+            if (name == control.PrinterName) {
+                printers.SelectDevice(name);
+            }
+        }
+    });
+    steps_.Step({}, [&] { printers.SetFontName(control.PrinterFont); });
+    SetOrientation();
+    context_.job.SetPreviewMode(control.ShowPreview);
+    steps_.Step({}, [this] { context_.job.BeginReport(); });
+}
+
+bool ReportFrame::BeforeRow(const engine::Recordset& rows) {
+    ShowReportProgress(context_.view, Translate(u"Preparing Report"_s),
+                       static_cast<qint16>(std::lrint(rows.PercentPosition())));
+    context_.program.services().eventLoop.ProcessPendingEvents();
+    return !context_.state.CancelRequested;
+}
+
+void ReportFrame::ShowSending() {
+    ShowReportProgress(context_.view, Translate(u"Sending Report"_s), 0);
+}
+
+void ReportFrame::End() {
+    context_.job.EndReport();
+    ReturnToIdle();
+}
+
+void ReportFrame::ReturnToIdle() {
+    running_ = false;
+    context_.state.ReportRunning = false;
+    // A request that came too late must not stop the next report.
+    context_.state.CancelRequested = false;
+    context_.view.SetCloseCaption(Translate(u"Close"_s));
+    ShowReportProgress(context_.view, {}, 0);
+    context_.program.services().eventLoop.SetPointer(Pointer::Default);
+}
+
+} // namespace velmora

@@ -1,0 +1,116 @@
+#include "engine/sqlite/Session.h"
+
+#include <sqlite3.h>
+
+namespace velmora::engine::sqlite {
+
+namespace {
+
+constexpr std::size_t idleStorageKept = 4;
+
+} // namespace
+
+Session::Session(const QString& path, const OpenOptions& options)
+    : connection_(path, options), statements_(connection_), catalog_(connection_) {}
+
+const Plan& Session::PlanFor(QueryInput& input, dialect::Purpose purpose) {
+    input.plan = plans_.Find(connection_, catalog_, input.text, input.shape, purpose);
+    return *input.plan;
+}
+
+bool Session::MayBeOutdated(EngineErrorNumber number) {
+    switch (number) {
+    case EngineErrorNumber::Failed:
+    case EngineErrorNumber::UnknownTable:
+    case EngineErrorNumber::UnknownItem:
+    case EngineErrorNumber::MissingParameter:
+    case EngineErrorNumber::AmbiguousField:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void Session::FreeLocks() {
+    if (inTransaction_) {
+        return;
+    }
+    sqlite3* store = connection_.Handle();
+    for (sqlite3_stmt* each = sqlite3_next_stmt(store, nullptr); each != nullptr;
+         each = sqlite3_next_stmt(store, each)) {
+        if (sqlite3_stmt_busy(each) != 0) {
+            sqlite3_reset(each);
+        }
+    }
+}
+
+bool Session::Refresh() {
+    const bool changed = catalog_.Refresh();
+    if (changed) {
+        plans_.Clear();
+        statements_.Clear();
+    }
+    return changed;
+}
+
+void Session::NoteChange(QStringView table) {
+    if (table.compare(storedQueryTable, Qt::CaseInsensitive) == 0) {
+        catalog_.ForgetQueries();
+        plans_.Clear();
+        queriesTouched_ = true;
+    }
+}
+
+void Session::Begin() {
+    if (inTransaction_) {
+        throw EngineError(EngineErrorNumber::InvalidArgument,
+                          QStringLiteral("A transaction is open already; transactions do not nest."));
+    }
+    statements_.Run("BEGIN IMMEDIATE");
+    inTransaction_ = true;
+    queriesTouched_ = false;
+}
+
+void Session::Commit() {
+    if (connection_.InAutocommit()) {
+        throw EngineError(EngineErrorNumber::Failed,
+                          QStringLiteral("The changes were taken back after a failure; nothing was kept."));
+    }
+    statements_.Run("COMMIT");
+    inTransaction_ = false;
+}
+
+void Session::Rollback() noexcept {
+    inTransaction_ = false;
+    try {
+        if (!connection_.InAutocommit()) {
+            statements_.Run("ROLLBACK");
+        }
+        if (queriesTouched_) {
+            NoteChange(storedQueryTable);
+        }
+    } catch (const std::exception&) {
+        // A rollback that fails leaves the journal in place, from which the next reader restores the file.
+    }
+}
+
+std::unique_ptr<RecordsetStorage> Session::TakeStorage() {
+    if (idleStorage_.empty()) {
+        idleStorage_.reserve(idleStorageKept);
+        return std::make_unique<RecordsetStorage>();
+    }
+    auto storage = std::move(idleStorage_.back());
+    idleStorage_.pop_back();
+    return storage;
+}
+
+void Session::GiveBack(std::unique_ptr<RecordsetStorage> storage) noexcept {
+    if (storage != nullptr && idleStorage_.size() < idleStorageKept) {
+        storage->input.plan.reset();
+        storage->input.parameters.clear();
+        storage->rows.Reset(0);
+        idleStorage_.push_back(std::move(storage));
+    }
+}
+
+} // namespace velmora::engine::sqlite
