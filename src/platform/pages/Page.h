@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <algorithm>
 #include <vector>
 
 // Pages as display lists. All lengths are twips (1/1440 inch) from the page's upper left corner. A list is measured and
@@ -37,6 +38,15 @@ struct Item {
     quint32 length = 0;
 };
 
+// Where a recorded list stands on its page: the recorded point (x, y) is shown at (x * scaleX + dx, y * scaleY + dy).
+struct Placement {
+    double scaleX = 1;
+    double scaleY = 1;
+    double dx = 0;
+    double dy = 0;
+    friend bool operator==(const Placement&, const Placement&) = default;
+};
+
 class Page {
 public:
     Page(int width, int height) : width_(width), height_(height) {}
@@ -45,6 +55,14 @@ public:
     int Height() const { return height_; }
     // Makes the page taller, never shorter.
     void GrowTo(int height) { height_ = std::max(height_, height); }
+
+    const Placement& Placed() const { return placement_; }
+    // Puts the list, as it was recorded, on a page of another size.
+    void Place(int width, int height, const Placement& placement) {
+        width_ = width;
+        height_ = height;
+        placement_ = placement;
+    }
 
     // `width` and `height` are the text's measured extent.
     void AddText(quint16 font, int x, int y, int width, int height, QStringView text);
@@ -64,6 +82,7 @@ public:
 private:
     int width_;
     int height_;
+    Placement placement_;
     std::vector<Item> items_;
     QString texts_;
 };

@@ -6,10 +6,15 @@
 #include <QPainter>
 #include <QPen>
 
+#include <algorithm>
+#include <limits>
+
 namespace velmora::pages {
 
 namespace {
 constexpr QRgb boxGrey = qRgb(192, 192, 192);
+// How far ink may stand out of an item's extent: accents, wide pens.
+constexpr double reach = 200;
 }
 
 PagePainter::PagePainter(const Document& document) {
@@ -21,7 +26,26 @@ PagePainter::PagePainter(const Document& document) {
     }
 }
 
-void PagePainter::Draw(QPainter& painter, const Page& page) const {
+void PagePainter::Draw(QPainter& painter, const Page& page, std::optional<QRectF> visible) const {
+    double top = -std::numeric_limits<double>::infinity();
+    double bottom = std::numeric_limits<double>::infinity();
+    const Placement& placed = page.Placed();
+    if (visible) {
+        top = (visible->top() - placed.dy) / placed.scaleY;
+        bottom = (visible->bottom() - placed.dy) / placed.scaleY;
+    }
+    if (placed == Placement()) {
+        DrawItems(painter, page, top, bottom);
+        return;
+    }
+    painter.save();
+    painter.translate(placed.dx, placed.dy);
+    painter.scale(placed.scaleX, placed.scaleY);
+    DrawItems(painter, page, top, bottom);
+    painter.restore();
+}
+
+void PagePainter::DrawItems(QPainter& painter, const Page& page, double top, double bottom) const {
     painter.setPen(Qt::black);
     int font = -1;
     int penWidth = -1;
@@ -33,6 +57,10 @@ void PagePainter::Draw(QPainter& painter, const Page& page) const {
         }
     };
     for (const Item& item : page.Items()) {
+        if (std::max(item.y, item.y + item.height) + reach < top ||
+            std::min(item.y, item.y + item.height) - reach > bottom) {
+            continue;
+        }
         switch (item.kind) {
         case Item::Kind::Text:
             if (font != item.font) {

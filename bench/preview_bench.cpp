@@ -1,0 +1,120 @@
+// The preview window with the most pages it takes: the first page on the screen, the repaint of a page, and the memory
+// that the kept pages take above the empty program.
+#include "base/windows/Look.h"
+#include "print/windows/PageView.h"
+#include "print/windows/WindowPreviews.h"
+#include "print/windows/frmPrintPreview.h"
+#include "tests/print_windows/PreviewReports.h"
+#include "tests/support/Fakes.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QWindow>
+
+#include <algorithm>
+#include <cstdio>
+
+using namespace velmora;
+using namespace velmora::print;
+
+namespace {
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+double MillisecondsOf(const auto& work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+// The memory that belongs to this program alone.
+double PrivateMegabytes() {
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+    double kilobytes = 0;
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            if (line.startsWith("Private_Dirty:")) {
+                kilobytes += line.simplified().split(' ').value(1).toDouble();
+            }
+        }
+    }
+    return kilobytes / 1024;
+}
+
+frmPrintPreview* OpenWindow() {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* window = qobject_cast<frmPrintPreview*>(widget); window != nullptr && window->isVisible()) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QApplication application(argc, argv);
+    ApplyLook(application, Shade::Light);
+    fakes::TestProgram fakes;
+    FakePagePrinter printer;
+    WindowPreviews previews(fakes.program.services(), printer);
+    const PreviewPages previewPages(fakes.program.services(), previews);
+    const auto report = [&] {
+        auto state = std::make_unique<JobState>();
+        state->TabStop1 = state->TabStop2 = 2304;
+        auto writer = previewPages.MakeWriter(*state, LetterPaper(), {QStringLiteral("Liberation Sans"), 10}, {});
+        for (int page = 0; page < 255; ++page) {
+            if (page > 0) {
+                writer->NewPage();
+            }
+            for (int entry = 0; entry < 7; ++entry) {
+                PrintEntry(static_cast<PageWriter&>(*writer), page * 7 + entry);
+            }
+        }
+        return std::make_pair(std::move(state), std::move(writer));
+    };
+
+    const double empty = PrivateMegabytes();
+    std::vector<double> first;
+    double kept = 0;
+    double repaint = 0;
+    double slowest = 0;
+    for (int run = 0; run < 5; ++run) {
+        auto [state, writer] = report();
+        first.push_back(MillisecondsOf([&] {
+            writer->Deliver();
+            while (!OpenWindow()->isActiveWindow() && !OpenWindow()->windowHandle()->isExposed()) {
+                QApplication::processEvents();
+            }
+            OpenWindow()->findChild<PageView*>()->viewport()->repaint();
+        }));
+        writer.reset();
+        frmPrintPreview& window = *OpenWindow();
+        if (run == 0) {
+            kept = PrivateMegabytes();
+            PageView& view = *window.findChild<PageView*>();
+            view.SetFit(PageView::Fit::Page);
+            std::vector<double> repaints;
+            for (int page = 0; page < 60; ++page) {
+                view.ShowPage(page);
+                repaints.push_back(MillisecondsOf([&] { view.viewport()->repaint(); }));
+            }
+            repaint = Median(repaints);
+            slowest = *std::max_element(repaints.begin(), repaints.end());
+        }
+        window.close();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    std::printf("first page on the screen  %.1f ms (limit 50)\n", Median(first));
+    std::printf("repaint of a whole page   %.2f ms, slowest %.2f (limit 5)\n", repaint, slowest);
+    std::printf("255 kept pages, window    %.1f MB above the empty program (limit 30)\n", kept - empty);
+    return 0;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/pages/Sheets.h"
+
+namespace velmora::print {
+
+// Prints pages that are finished, on the printer that is the current one at the time of the call.
+class PagePrinter {
+public:
+    virtual ~PagePrinter() = default;
+    // The current paper, in the current orientation.
+    virtual pages::PaperSize Paper() const = 0;
+    // Prints the pages in their order as one printer document. They fit the paper. Throws Error unless the printer has
+    // taken the whole document.
+    virtual void Print(const pages::Document& document) = 0;
+};
+
+} // namespace velmora::print
