@@ -75,8 +75,8 @@ int main(int argc, char** argv) {
             if (page > 0) {
                 writer->NewPage();
             }
-            for (int entry = 0; entry < 7; ++entry) {
-                PrintEntry(static_cast<PageWriter&>(*writer), page * 7 + entry);
+            for (int entry = 0; entry < 5; ++entry) {
+                PrintEntry(static_cast<PageWriter&>(*writer), page * 5 + entry);
             }
         }
         return std::make_pair(std::move(state), std::move(writer));

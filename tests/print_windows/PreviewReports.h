@@ -51,15 +51,8 @@ inline pages::Document DrawReport(const std::function<void(PageWriter& writer)>&
     return document;
 }
 
-// One entry of a daily list as the desk prints it.
-inline void PrintEntry(PageWriter& writer, int number) {
-    writer.PrintSectionHeading(QStringLiteral("%1:%2 AM  Room B%3")
-                                   .arg(8 + number % 4)
-                                   .arg(number * 15 % 60, 2, 10, QLatin1Char('0'))
-                                   .arg(100 + number)
-                                   .toUtf8()
-                                   .constData(),
-                               0);
+// What a daily list says of one reservation.
+inline void PrintBlock(PageWriter& writer, int number) {
     writer.PrintTwoLabelValues("Name", QStringLiteral("Person %1, Alma").arg(number), "Organization",
                                number % 2 == 0 ? "Facilities East" : "Records and Archive", {});
     writer.PrintTwoLabelValues("Space Type", "Office", "Jack", QStringLiteral("J-%1").arg(4000 + number), Bold);
@@ -71,8 +64,29 @@ inline void PrintEntry(PageWriter& writer, int number) {
                           "until noon, and tell the front desk when the keys are back.");
 }
 
+// The same under its heading.
+inline void PrintEntry(PageWriter& writer, int number) {
+    const QString heading = QStringLiteral("%1:%2 AM  Room B%3")
+                                .arg(8 + number % 4)
+                                .arg(number * 15 % 60, 2, 10, QLatin1Char('0'))
+                                .arg(100 + number);
+    writer.PrintSectionHeading(heading, 0);
+    PrintBlock(writer, number);
+}
+
+// One page that grows with its blocks: without rules nothing breaks it.
+inline pages::Document GrownPage(int blocks, qint16 leaderStyle = 0) {
+    return DrawReport(
+        [&](PageWriter& writer) {
+            for (int i = 0; i < blocks; ++i) {
+                PrintBlock(writer, i);
+            }
+        },
+        leaderStyle);
+}
+
 // A daily list of that many pages with `entries` on each.
-inline pages::Document DailyList(int pageCount, int entries = 7, qint16 leaderStyle = 0) {
+inline pages::Document DailyList(int pageCount, int entries = 5, qint16 leaderStyle = 0) {
     return DrawReport(
         [&](PageWriter& writer) {
             for (int page = 0; page < pageCount; ++page) {

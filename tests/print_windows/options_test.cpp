@@ -1,12 +1,14 @@
 // The print options, the editor of the print styles, and what every window is translated by.
 #include "tests/support/Fakes.h"
 
+#include "base/Translate.h"
 #include "base/windows/TranslateForm.h"
 #include "base/windows/WindowDialogs.h"
 #include "print/windows/SampleView.h"
 #include "print/windows/frmPrintOptions.h"
 #include "print/windows/frmPrintStyles.h"
 
+#include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -142,6 +144,8 @@ protected:
         ASSERT_NE(editor, nullptr);
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, Qt::Key_Return);
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     frmPrintStyles window_{fakes_.program.services(), styles_};
 };

@@ -14,9 +14,9 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
@@ -48,6 +48,10 @@ protected:
     }
     void Click(const char* key) { QTest::mouseClick(&Get<QToolButton>(key), Qt::LeftButton); }
     void Run(const char* command) { Get<QAction>(command).trigger(); }
+    void Resize(int width, int height) {
+        window_->resize(width, height);
+        QApplication::processEvents();
+    }
     QString Status() { return Get<QLabel>("Picture1").text(); }
     QWidget& Surface() { return Get<QWidget>("picPage"); }
     PageView& View() { return *window_->findChild<PageView*>(); }
@@ -143,7 +147,7 @@ TEST_F(PreviewTest, PrintsOnePageOrAllAsOneDocument) {
 }
 
 TEST_F(PreviewTest, AGrownPageIsPrintedOverSeveralSheets) {
-    Show(DailyList(1, 40));
+    Show(GrownPage(40));
     Click("PrintPage");
     ASSERT_EQ(printer_.printed.size(), 1U);
     EXPECT_GT(printer_.printed[0].pages.size(), 3U);
@@ -155,14 +159,14 @@ TEST_F(PreviewTest, ScrollBarsAreThereWhereThePageIsLarger) {
     EXPECT_FALSE(Get<QScrollBar>("HScroll1").isVisible());
     EXPECT_TRUE(Get<QScrollBar>("VScroll1").isVisible());
     Get<QScrollBar>("VScroll1").setValue(200);
-    window_->resize(500, 500);
+    Resize(500, 500);
     EXPECT_TRUE(Get<QScrollBar>("HScroll1").isVisible());
     EXPECT_EQ(Get<QScrollBar>("VScroll1").value(), 0) << "a new size begins at the corner";
     Get<QScrollBar>("VScroll1").setValue(Get<QScrollBar>("VScroll1").maximum());
     Get<QScrollBar>("HScroll1").setValue(Get<QScrollBar>("HScroll1").maximum());
     EXPECT_LE(View().PaperRect().bottom(), Surface().height()) << "the page's end can be reached";
     EXPECT_LE(View().PaperRect().right(), Surface().width());
-    window_->resize(1400, 1200);
+    Resize(1400, 1200);
     EXPECT_FALSE(Get<QScrollBar>("HScroll1").isVisible());
     EXPECT_FALSE(Get<QScrollBar>("VScroll1").isVisible());
     EXPECT_EQ(Get<QScrollBar>("VScroll1").maximum(), 0);
@@ -207,12 +211,13 @@ TEST_F(PreviewTest, ZoomsAndFits) {
     EXPECT_EQ(Get<QLabel>("lblZoom").text(), u"125 %");
     Key(Qt::Key_Minus, Qt::ControlModifier);
     Key(Qt::Key_1, Qt::ControlModifier);
+    QApplication::processEvents();
     EXPECT_LE(View().PaperRect().height(), Surface().height());
     EXPECT_FALSE(Get<QScrollBar>("VScroll1").isVisible());
     Key(Qt::Key_2, Qt::ControlModifier);
     EXPECT_LE(View().PaperRect().width(), Surface().width());
     EXPECT_GT(View().PaperRect().width(), Surface().width() - 60);
-    window_->resize(700, 600);
+    Resize(700, 600);
     EXPECT_LE(View().PaperRect().width(), Surface().width()) << "the fit follows the window";
     for (int i = 0; i < 30; ++i) {
         Run("ZoomIn");
@@ -222,7 +227,10 @@ TEST_F(PreviewTest, ZoomsAndFits) {
 
 TEST_F(PreviewTest, FindsMarksAndWraps) {
     Show(DailyList(3, 4));
+    Get<QScrollBar>("VScroll1").setValue(150);
     Run("Find");
+    QApplication::processEvents();
+    EXPECT_EQ(Get<QScrollBar>("VScroll1").value(), 150) << "the page stays where it is";
     auto& field = Get<QLineEdit>("txtFind");
     QTest::keyClicks(&field, u"person 6"_s);
     EXPECT_EQ(Status(), u"Page 2 of 3");
@@ -306,9 +314,10 @@ TEST_F(PreviewTest, WindowsBelongToTheUserAndOutliveTheirReport) {
     }
     ASSERT_EQ(windows.size(), 2);
     for (QWidget* window : windows) {
-        QSignalSpy gone(window, &QObject::destroyed);
+        const QPointer<QWidget> shown(window);
         window->close();
-        EXPECT_TRUE(gone.wait());
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(shown.isNull());
     }
 }
 

@@ -85,14 +85,14 @@ int main(int argc, char** argv) {
     }
     WindowPreviews previews(services, printer);
     if (what == u"grown") {
-        previews.Open({DailyList(2, 12, leader), {}});
+        previews.Open({GrownPage(40, leader), {}});
     } else if (what == u"short") {
         previews.Open({DailyList(1, 3, leader), {}});
     } else if (what == u"long") {
-        previews.Open({DailyList(255, 7, leader),
+        previews.Open({DailyList(255, 5, leader),
                        QStringLiteral("Print Preview Not supported for Reports longer than 256 Pages")});
     } else {
-        previews.Open({DailyList(5, 7, leader), {}});
+        previews.Open({DailyList(5, 5, leader), {}});
     }
     return application.exec();
 }

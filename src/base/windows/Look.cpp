@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QFont>
-#include <QStyleFactory>
+#include <QProxyStyle>
 
 namespace velmora {
 
@@ -26,6 +26,17 @@ constexpr Shades light = {0xfff4f5f7, 0xffffffff, 0xfff7f8fa, 0xfffbfbfc, 0xff1d
                           0xffc9ced4, 0xffdde1e5, 0xff1f6fb2, 0xffffffff, 0xff9aa3ac};
 constexpr Shades dark = {0xff26292d, 0xff1c1f22, 0xff212428, 0xff32363b, 0xffe6e8ea, 0xffa3abb3,
                          0xff4a5057, 0xff17191c, 0xff4c9be0, 0xff0c1116, 0xff6d757d};
+
+class LookStyle : public QProxyStyle {
+public:
+    LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    // Answers are words: the toolkit's own pictures beside them are not in our hand.
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
 
 bool IsDark(const QPalette& palette) {
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
@@ -69,7 +80,7 @@ QColor QuietColour(const QPalette& palette) {
 }
 
 void ApplyLook(QApplication& application, Shade shade) {
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    application.setStyle(new LookStyle);
     application.setPalette(LookPalette(shade));
     QFont font(QStringLiteral("Liberation Sans"));
     font.setPointSizeF(10);

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -98,6 +99,11 @@ Answer WindowDialogs::ShowMessage(const Message& message) {
             }
         }
     }
+    // The box sizes itself by its text alone; this keeps a longer title whole.
+    constexpr int frameButtons = 120;
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    grid->addItem(new QSpacerItem(box.fontMetrics().horizontalAdvance(message.title) + frameButtons, 0),
+                  grid->rowCount(), 0, 1, grid->columnCount());
     return BoxAnswer(box.exec());
 }
 

@@ -207,6 +207,9 @@ void PageView::DrawMarks(QPainter& painter) const {
 void PageView::resizeEvent(QResizeEvent*) {
     ApplyFit();
     SetUpScrollBars();
+}
+
+void PageView::ScrollToCorner() {
     horizontalScrollBar()->setValue(0);
     verticalScrollBar()->setValue(0);
 }

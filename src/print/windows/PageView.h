@@ -23,6 +23,7 @@ public:
     void ShowPage(int index);
     int Index() const { return index_; }
     void ShowBottom();
+    void ScrollToCorner();
 
     // 1 is true size.
     double Zoom() const { return zoom_; }

@@ -105,6 +105,11 @@ bool frmPrintPreview::event(QEvent* event) {
     return QWidget::event(event);
 }
 
+void frmPrintPreview::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    picPage->ScrollToCorner();
+}
+
 void frmPrintPreview::ShowPage() {
     const QString place = Translate(QStringLiteral("Page ")) + QString::number(currentPage_) +
                           Translate(QStringLiteral(" of ")) + QString::number(PageCount());
