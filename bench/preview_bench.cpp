@@ -69,7 +69,11 @@ int main(int argc, char** argv) {
     const PreviewPages previewPages(fakes.program.services(), previews);
     const auto report = [&] {
         auto state = std::make_unique<JobState>();
-        state->TabStop1 = state->TabStop2 = 2304;
+        constexpr qint16 fifth = 2304;
+        state->TabStop1 = fifth;
+        state->TabStop2 = 2 * fifth;
+        state->TabStop3 = 3 * fifth;
+        state->TabStop4 = 4 * fifth;
         auto writer = previewPages.MakeWriter(*state, LetterPaper(), {QStringLiteral("Liberation Sans"), 10}, {});
         for (int page = 0; page < 255; ++page) {
             if (page > 0) {

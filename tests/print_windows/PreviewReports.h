@@ -57,8 +57,9 @@ inline void PrintBlock(PageWriter& writer, int number) {
                                number % 2 == 0 ? "Facilities East" : "Records and Archive", {});
     writer.PrintTwoLabelValues("Space Type", "Office", "Jack", QStringLiteral("J-%1").arg(4000 + number), Bold);
     writer.PrintLabelValue("Phone", QStringLiteral("555-0%1").arg(100 + number), GreyBox);
-    writer.PrintWideLabelValue("Setup", "Two tables along the window wall, twelve chairs, and the projector from the "
-                                        "store room; the table by the door stays.",
+    writer.PrintWideLabelValue("Setup",
+                               "Two tables along the window wall, twelve chairs, and the projector from the "
+                               "store room; the table by the door stays.",
                                {});
     writer.PrintParagraph("The group brings its own screen. Please leave the connecting door to the next room unlocked "
                           "until noon, and tell the front desk when the keys are back.");

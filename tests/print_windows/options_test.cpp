@@ -162,10 +162,10 @@ TEST_F(StylesTest, AddsChangesAndDeletesInOrder) {
     EXPECT_TRUE(Get<QLabel>(window_, "lblNotice").text().endsWith(u": Phone"));
     Click(window_, "cmdOK");
     EXPECT_FALSE(window_.isVisible());
-    EXPECT_EQ(styles_.rows, (StyleRows{{u"Phone"_s, GreyBox},
-                                       {u"Jack"_s, Bold | 16},
-                                       {u"Space Type"_s, Italic | Underlined},
-                                       {u"Phone"_s, 0}}));
+    EXPECT_EQ(
+        styles_.rows,
+        (StyleRows{
+            {u"Phone"_s, GreyBox}, {u"Jack"_s, Bold | 16}, {u"Space Type"_s, Italic | Underlined}, {u"Phone"_s, 0}}));
 }
 
 TEST_F(StylesTest, ARowNeedsACaptionAndChangesAreNotDroppedUnasked) {

@@ -100,9 +100,10 @@ TEST(Sheets, GrownPagesAreStretchedOrCutAndLoseNothing) {
         bool trueSize;
         qint16 leaders;
     };
-    for (const Case& c : {Case{"fits", 5, letter, 1, true, 0}, Case{"a little longer", 9, letter, 1, false, 1},
-                          Case{"almost a half longer", 13, letter, 2, true, 1}, Case{"long", 60, letter, 7, true, 1},
-                          Case{"other paper", 7, narrow, 1, false, 2}, Case{"long, other paper", 60, narrow, 6, false, 0}}) {
+    for (const Case& c :
+         {Case{"fits", 5, letter, 1, true, 0}, Case{"a little longer", 9, letter, 1, false, 1},
+          Case{"almost a half longer", 13, letter, 2, true, 1}, Case{"long", 60, letter, 7, true, 1},
+          Case{"other paper", 7, narrow, 1, false, 2}, Case{"long, other paper", 60, narrow, 6, false, 0}}) {
         const pages::Document report = GrownPage(c.entries, c.leaders);
         ASSERT_EQ(report.pages.size(), 1U);
         const pages::Document sheets = pages::OnSheets(report, c.paper);
@@ -171,17 +172,33 @@ TEST(MergeStyles, PutsBothUsersChangesTogether) {
         QStringList conflicts;
     };
     for (const Case& c : {
-             Case{"only mine", {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}}, base, {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}}, {}},
-             Case{"different rows", {{u"A"_s, 3}, {u"B"_s, 2}}, {{u"N"_s, 1}, {u"A"_s, 1}, {u"B"_s, 6}, {u"A"_s, 4}},
-                  {{u"N"_s, 1}, {u"A"_s, 3}, {u"B"_s, 6}}, {}},
-             Case{"both added", {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"M"_s, 1}},
+             Case{"only mine",
+                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
+                  base,
+                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
+                  {}},
+             Case{"different rows",
+                  {{u"A"_s, 3}, {u"B"_s, 2}},
+                  {{u"N"_s, 1}, {u"A"_s, 1}, {u"B"_s, 6}, {u"A"_s, 4}},
+                  {{u"N"_s, 1}, {u"A"_s, 3}, {u"B"_s, 6}},
+                  {}},
+             Case{"both added",
+                  {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"M"_s, 1}},
                   {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"T"_s, 2}},
-                  {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"T"_s, 2}, {u"M"_s, 1}}, {}},
-             Case{"same change", {{u"A"_s, 1}, {u"B"_s, 8}}, {{u"A"_s, 1}, {u"B"_s, 8}}, {{u"A"_s, 1}, {u"B"_s, 8}}, {}},
-             Case{"same row", {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}}, {{u"A"_s, 1}, {u"B"_s, 0}, {u"A"_s, 4}},
-                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}}, {u"B"_s}},
-             Case{"changed and deleted", {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}}, {{u"A"_s, 1}, {u"A"_s, 4}},
-                  {{u"A"_s, 1}, {u"A"_s, 4}, {u"B"_s, 8}}, {u"B"_s}},
+                  {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"T"_s, 2}, {u"M"_s, 1}},
+                  {}},
+             Case{
+                 "same change", {{u"A"_s, 1}, {u"B"_s, 8}}, {{u"A"_s, 1}, {u"B"_s, 8}}, {{u"A"_s, 1}, {u"B"_s, 8}}, {}},
+             Case{"same row",
+                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
+                  {{u"A"_s, 1}, {u"B"_s, 0}, {u"A"_s, 4}},
+                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
+                  {u"B"_s}},
+             Case{"changed and deleted",
+                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
+                  {{u"A"_s, 1}, {u"A"_s, 4}},
+                  {{u"A"_s, 1}, {u"A"_s, 4}, {u"B"_s, 8}},
+                  {u"B"_s}},
          }) {
         const MergedStyles merged = MergeStyles(base, c.mine, c.theirs);
         EXPECT_EQ(merged.rows, c.rows) << c.name;

@@ -72,9 +72,9 @@ int main(int argc, char** argv) {
     WindowEventLoop eventLoop;
     BoxReporter reporter(dialogs);
     const Services& known = fakes.program.services();
-    const Services services{dialogs,      known.clock,   eventLoop,       known.printers,     known.progress,
-                            known.mail,   reporter,      known.windows,   known.process,      known.userSettings,
-                            known.log,    {},            {},              known.localeText};
+    const Services services{dialogs,  known.clock,     eventLoop,     known.printers,     known.progress, known.mail,
+                            reporter, known.windows,   known.process, known.userSettings, known.log,      {},
+                            {},       known.localeText};
     TellingPrinter printer;
     MemoryStyles styles;
     if (what == u"options") {

@@ -69,8 +69,8 @@ public:
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(rect.center().x() + 0.5 - grid * scale / 2, rect.center().y() + 0.5 - grid * scale / 2);
         painter->scale(scale, scale);
-        painter->setPen(QPen(QGuiApplication::palette().color(group, role), weight, Qt::SolidLine, Qt::RoundCap,
-                             Qt::RoundJoin));
+        painter->setPen(
+            QPen(QGuiApplication::palette().color(group, role), weight, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter->drawPath(path_);
         painter->restore();
     }

@@ -70,9 +70,10 @@ Answer BoxAnswer(int button) {
 }
 
 bool MayReplace(const QString& path) {
-    return QMessageBox::question(QApplication::activeWindow(), Translate(QStringLiteral("Save File As")),
-                                 Translate(QStringLiteral("%1 already exists. Replace it?"))
-                                     .arg(QDir::toNativeSeparators(path))) == QMessageBox::Yes;
+    return QMessageBox::question(
+               QApplication::activeWindow(), Translate(QStringLiteral("Save File As")),
+               Translate(QStringLiteral("%1 already exists. Replace it?")).arg(QDir::toNativeSeparators(path))) ==
+           QMessageBox::Yes;
 }
 
 } // namespace
@@ -109,8 +110,8 @@ Answer WindowDialogs::ShowMessage(const Message& message) {
 
 std::optional<QString> WindowDialogs::AskText(const QString& prompt, const QString& title, const QString& initial) {
     bool entered = false;
-    const QString text = QInputDialog::getText(QApplication::activeWindow(), title, prompt, QLineEdit::Normal, initial,
-                                               &entered);
+    const QString text =
+        QInputDialog::getText(QApplication::activeWindow(), title, prompt, QLineEdit::Normal, initial, &entered);
     return entered ? std::optional(text) : std::nullopt;
 }
 

@@ -45,7 +45,8 @@ FindBar::FindBar(const pages::Document& document, QWidget* parent)
     auto* next =
         AddButton(*row, QStringLiteral("cmdFindNext"), Glyph::Down, Translate(QStringLiteral("Next Hit (F3)")));
     row->addWidget(lblCount_, 3);
-    auto* close = AddButton(*row, QStringLiteral("cmdFindClose"), Glyph::Close, Translate(QStringLiteral("Close (Esc)")));
+    auto* close =
+        AddButton(*row, QStringLiteral("cmdFindClose"), Glyph::Close, Translate(QStringLiteral("Close (Esc)")));
     connect(txtFind_, &QLineEdit::textChanged, this, &FindBar::Look);
     connect(previous, &QToolButton::clicked, this, &FindBar::FindPrevious);
     connect(next, &QToolButton::clicked, this, &FindBar::FindNext);

@@ -95,8 +95,8 @@ QVariant StyleModel::headerData(int section, Qt::Orientation orientation, int ro
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return QAbstractTableModel::headerData(section, orientation, role);
     }
-    const std::array<QString, ColumnCount> names = {QStringLiteral("Caption"),    QStringLiteral("Bold"),
-                                                    QStringLiteral("Italic"),     QStringLiteral("Underlined"),
+    const std::array<QString, ColumnCount> names = {QStringLiteral("Caption"),  QStringLiteral("Bold"),
+                                                    QStringLiteral("Italic"),   QStringLiteral("Underlined"),
                                                     QStringLiteral("Grey Box"), QStringLiteral("Sample")};
     return Translate(names[static_cast<size_t>(section)]);
 }

@@ -17,9 +17,9 @@
 namespace velmora::print {
 
 frmPrintOptions::frmPrintOptions(const Services& services, StyleStore& styles, QWidget* parent)
-    : QDialog(parent), services_(services), styles_(styles),
-      optLeader{new QRadioButton(QStringLiteral("&None")), new QRadioButton(QStringLiteral("&Boxes")),
-                new QRadioButton(QStringLiteral("&Lines"))},
+    : QDialog(parent), services_(services),
+      styles_(styles), optLeader{new QRadioButton(QStringLiteral("&None")), new QRadioButton(QStringLiteral("&Boxes")),
+                                 new QRadioButton(QStringLiteral("&Lines"))},
       Command1(new QPushButton(QStringLiteral("&Set Print Styles"))), cmdOK(new QPushButton(QStringLiteral("OK"))),
       cmdCancel(new QPushButton(QStringLiteral("Cancel"))) {
     setObjectName(QStringLiteral("frmPrintOptions"));
@@ -71,6 +71,7 @@ QWidget* frmPrintOptions::MakeStylesFrame() {
     auto* frame = new QGroupBox(QStringLiteral("Print Styles Based on Caption"));
     auto* row = new QHBoxLayout(frame);
     row->setContentsMargins(spacing::large, spacing::normal, spacing::large, spacing::large);
+    Command1->setMinimumWidth(Command1->sizeHint().width() + spacing::large);
     row->addWidget(Command1);
     row->addStretch();
     return frame;

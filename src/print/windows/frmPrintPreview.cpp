@@ -48,6 +48,9 @@ frmPrintPreview::frmPrintPreview(const Services& services, PagePrinter& printer,
     Picture1->setObjectName(QStringLiteral("Picture1"));
     lblNotice_->setObjectName(QStringLiteral("lblNotice"));
     lblZoom_->setObjectName(QStringLiteral("lblZoom"));
+    // Every button stays in sight, whatever the notice says.
+    Toolbar1->setMinimumWidth(Toolbar1->sizeHint().width());
+    lblNotice_->setWordWrap(true);
 
     auto* band = new QHBoxLayout;
     band->setContentsMargins(spacing::normal, spacing::small, spacing::large, spacing::small);

@@ -13,6 +13,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -64,7 +65,12 @@ frmPrintStyles::frmPrintStyles(const Services& services, StyleStore& store, QWid
     cmdOK->setDefault(true);
     cmdAdd->setAutoDefault(false);
     cmdDelete->setAutoDefault(false);
+    LayOut(*explanation);
+    Connect();
+    Form_Load();
+}
 
+void frmPrintStyles::LayOut(QLabel& explanation) {
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(spacing::normal);
     buttons->addWidget(cmdAdd);
@@ -75,11 +81,16 @@ frmPrintStyles::frmPrintStyles(const Services& services, StyleStore& store, QWid
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(spacing::large, spacing::large, spacing::large, spacing::large);
     column->setSpacing(spacing::normal);
-    column->addWidget(explanation);
+    column->addWidget(&explanation);
     column->addWidget(grdStyles_, 1);
     column->addWidget(lblNotice_);
     column->addLayout(buttons);
+}
 
+void frmPrintStyles::Connect() {
+    auto* deleteKey = new QShortcut(QKeySequence(QKeySequence::Delete), grdStyles_);
+    deleteKey->setContext(Qt::WidgetShortcut);
+    connect(deleteKey, &QShortcut::activated, this, &frmPrintStyles::cmdDelete_Click);
     connect(cmdAdd, &QPushButton::clicked, this, &frmPrintStyles::cmdAdd_Click);
     connect(cmdDelete, &QPushButton::clicked, this, &frmPrintStyles::cmdDelete_Click);
     connect(cmdOK, &QPushButton::clicked, this, &frmPrintStyles::cmdOK_Click);
@@ -88,7 +99,6 @@ frmPrintStyles::frmPrintStyles(const Services& services, StyleStore& store, QWid
     connect(model_, &QAbstractItemModel::rowsRemoved, this, &frmPrintStyles::Rows_Changed);
     connect(model_, &QAbstractItemModel::rowsInserted, this, &frmPrintStyles::Rows_Changed);
     connect(model_, &QAbstractItemModel::modelReset, this, &frmPrintStyles::Rows_Changed);
-    Form_Load();
 }
 
 void frmPrintStyles::Form_Load() {
@@ -102,6 +112,8 @@ void frmPrintStyles::Form_Load() {
     grdStyles_->verticalHeader()->setDefaultSectionSize(grdStyles_->fontMetrics().height() + spacing::large);
     QHeaderView& header = *grdStyles_->horizontalHeader();
     header.setHighlightSections(false);
+    header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header.setMinimumSectionSize(grdStyles_->fontMetrics().horizontalAdvance(QStringLiteral("Underlined")));
     header.setSectionResizeMode(QHeaderView::ResizeToContents);
     header.setSectionResizeMode(StyleModel::Caption, QHeaderView::Stretch);
     header.setSectionResizeMode(StyleModel::SampleColumn, QHeaderView::Fixed);
@@ -145,8 +157,8 @@ void frmPrintStyles::cmdDelete_Click() {
 
 bool frmPrintStyles::RowsAreComplete() {
     const int row = model_->RowWithoutCaption();
-    const bool wasThere = std::any_of(base_.begin(), base_.end(),
-                                      [](const PrintAttribute& known) { return known.caption.isEmpty(); });
+    const bool wasThere =
+        std::any_of(base_.begin(), base_.end(), [](const PrintAttribute& known) { return known.caption.isEmpty(); });
     if (row < 0 || wasThere) {
         return true;
     }

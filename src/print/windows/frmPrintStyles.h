@@ -25,6 +25,8 @@ public:
     void reject() override;
 
 private:
+    void LayOut(QLabel& explanation);
+    void Connect();
     void Form_Load();
     void cmdAdd_Click();
     void cmdDelete_Click();
