@@ -20,6 +20,10 @@ using namespace velmora::print;
 
 namespace {
 
+class NoPrinter : public PageWriterFactory {
+    std::unique_ptr<ReportWriter> MakeWriter(JobState&) override { return nullptr; }
+};
+
 double Median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
@@ -66,7 +70,9 @@ int main(int argc, char** argv) {
     fakes::TestProgram fakes;
     FakePagePrinter printer;
     WindowPreviews previews(fakes.program.services(), printer);
-    const PreviewPages previewPages(fakes.program.services(), previews);
+    NoPrinter noPrinter;
+    PreviewPages previewPages(fakes.program.services(), previews, noPrinter, {});
+    fakes.printers.page = {12240, 15840, 360, 360, 11520, 15120, 2.4};
     const auto report = [&] {
         auto state = std::make_unique<JobState>();
         constexpr qint16 fifth = 2304;
@@ -74,7 +80,8 @@ int main(int argc, char** argv) {
         state->TabStop2 = 2 * fifth;
         state->TabStop3 = 3 * fifth;
         state->TabStop4 = 4 * fifth;
-        auto writer = previewPages.MakeWriter(*state, LetterPaper(), {QStringLiteral("Liberation Sans"), 10}, {});
+        state->PreviewMode = true;
+        auto writer = previewPages.MakeWriter(*state);
         for (int page = 0; page < 255; ++page) {
             if (page > 0) {
                 writer->NewPage();

@@ -40,11 +40,14 @@ CREATE TABLE Reservation (
     TextStart TEXT COLLATE NOCASE,
     TextEnd TEXT COLLATE NOCASE
 );
-CREATE INDEX ReservationStart ON Reservation (Start);
-CREATE INDEX ReservationEnd ON Reservation ("End");
-CREATE INDEX ReservationAsset ON Reservation (Asset);
-CREATE INDEX ReservationPerson ON Reservation (LastName, FirstName);
+CREATE INDEX ReservationAsset ON Reservation (Asset, "End", Start);
+CREATE INDEX ReservationPerson ON Reservation (LastName, FirstName, "End", Start);
 CREATE INDEX ReservationLink ON Reservation (EventType, Link);
+-- A text that asks for what overlaps a day (End > ... And Start < ...) must walk from the day into the future, not from
+-- the beginning of the history. Both indexes suit it, and between equals (as wide, as far as it can tell) the store
+-- takes the one that was made last.
+CREATE INDEX ReservationStart ON Reservation (Start, "End");
+CREATE INDEX ReservationEnd ON Reservation ("End", Start);
 
 CREATE TABLE Person (
     LastName TEXT COLLATE NOCASE NOT NULL,

@@ -33,8 +33,9 @@ void WriteText(std::FILE* out, const QString& text) {
 
 int main(int argc, char** argv) {
     TakeUpClosedStreams();
-    // A reader that goes away is a failed write, told like any other.
+    // A reader that goes away and a file that may not grow are failed writes, told like any other.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     const QCoreApplication application(argc, argv);
     try {
         const auto command = velmora::report::ParseCommandLine(QCoreApplication::arguments().mid(1));

@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -34,12 +35,14 @@ enum class Durability {
 
 struct OpenOptions {
     // Tables and indexes that a sound file has; one that lacks any of them, or cannot read its first entry, is damaged.
-    QStringList expectedTables;
-    QStringList expectedIndexes;
+    QStringList expectedTables{};
+    QStringList expectedIndexes{};
     Journal journal = Journal::Rollback;
     Durability durability = Durability::Full;
     // How long a statement waits for another user's lock before it fails with RecordLocked.
     int busyMilliseconds = 5000;
+    // What Date() and Now() in a text mean; without one the system's wall clock.
+    std::function<DateTime()> now{};
 };
 
 struct NamedValue {

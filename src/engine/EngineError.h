@@ -14,6 +14,7 @@ enum class EngineErrorNumber {
     DuplicateKey = 3022,     // a second row with the same key
     FileNotFound = 3024,     // no database file at that path
     ReadOnly = 3027,         // the recordset cannot be changed
+    FileExists = 3204,       // a new database would take the place of one that is there
     CannotOpen = 3051,       // the file is there, but may not be opened
     Damaged = 3049,          // the file is not a sound database
     MissingParameter = 3061, // a parameter, or a name that is no field, has no value

@@ -25,22 +25,6 @@ Answer ConsoleDialogs::ShowMessage(const Message& message) {
     return Answer::Cancel;
 }
 
-void ConsolePrinters::SelectDevice(const QString& deviceName) {
-    throw ProgramError(ErrorNumber::Unavailable, QStringLiteral("There is no printer \"%1\"").arg(deviceName));
-}
-
-int ConsolePrinters::PageWidth() const {
-    constexpr int letterWidth = 12240;
-    constexpr int letterHeight = 15840;
-    constexpr int a4Width = 11906;
-    constexpr int a4Height = 16838;
-    const bool portrait = orientation_ == Orientation::Portrait;
-    if (locale_.measurementSystem() == QLocale::ImperialUSSystem) {
-        return portrait ? letterWidth : letterHeight;
-    }
-    return portrait ? a4Width : a4Height;
-}
-
 void ConsoleMail::SendText(const QString&) {
     throw ProgramError(ErrorNumber::Unavailable, QStringLiteral("This program has no mail service"));
 }

@@ -34,23 +34,6 @@ public:
     void Show(const QString&, std::optional<double>) override {}
 };
 
-// No printer is installed. Pages are measured for A4 or Letter as the locale has it.
-class ConsolePrinters : public Printers {
-public:
-    explicit ConsolePrinters(const QLocale& locale) : locale_(locale) {}
-    QStringList DeviceNames() const override { return {}; }
-    QString CurrentDevice() const override { return {}; }
-    void SelectDevice(const QString& deviceName) override;
-    void SetFontName(const QString&) override {}
-    Orientation CurrentOrientation() const override { return orientation_; }
-    void SetOrientation(Orientation orientation) override { orientation_ = orientation; }
-    int PageWidth() const override;
-
-private:
-    QLocale locale_;
-    Orientation orientation_ = Orientation::Portrait;
-};
-
 // Hands nothing over: this program has no mail service.
 class ConsoleMail : public MailWindow {
 public:

@@ -10,12 +10,24 @@ void DialogDelivery::SendMail(const QByteArray& text) {
     services_.mail.SendText(QString::fromUtf8(text));
 }
 
-void DialogDelivery::SaveFile(const QByteArray& text, ReportFileKind kind) {
-    SaveReportFile(text, kind == ReportFileKind::Html ? QStringLiteral("HTML File (*.htm)|*.htm")
-                                                      : QStringLiteral("Text file (*.txt)|*.txt"));
+namespace {
+
+QString FilterOf(ReportFileKind kind) {
+    switch (kind) {
+    case ReportFileKind::Html:
+        return QStringLiteral("HTML File (*.htm)|*.htm");
+    case ReportFileKind::Pdf:
+        return QStringLiteral("PDF file (*.pdf)|*.pdf");
+    case ReportFileKind::Text:
+        break;
+    }
+    return QStringLiteral("Text file (*.txt)|*.txt");
 }
 
-void DialogDelivery::SaveReportFile(const QByteArray& text, const QString& filter) {
+} // namespace
+
+void DialogDelivery::SaveFile(const QByteArray& bytes, ReportFileKind kind) {
+    const QString filter = FilterOf(kind);
     services_.eventLoop.SetPointer(Pointer::Default);
     const auto answer =
         services_.dialogs.AskSaveFile({Translate(QStringLiteral("Save File As")), filter, NativePath(DataDirectory())});
@@ -24,7 +36,7 @@ void DialogDelivery::SaveReportFile(const QByteArray& text, const QString& filte
         return;
     }
     const BusyPointer busy(services_.eventLoop);
-    WriteReportFile(NativePath(ReportFilePath(answer->folder, answer->name, filter)), text);
+    WriteReportFile(NativePath(ReportFilePath(answer->folder, answer->name, filter)), bytes, kind);
 }
 
 } // namespace velmora::print

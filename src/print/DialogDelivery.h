@@ -12,11 +12,9 @@ public:
     explicit DialogDelivery(const Services& services) : services_(services) {}
     void SendMail(const QByteArray& text) override;
     // Writes nothing when the person cancels the dialog.
-    void SaveFile(const QByteArray& text, ReportFileKind kind) override;
+    void SaveFile(const QByteArray& bytes, ReportFileKind kind) override;
 
 private:
-    void SaveReportFile(const QByteArray& text, const QString& filter);
-
     const Services& services_;
 };
 

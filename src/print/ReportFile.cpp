@@ -35,9 +35,9 @@ bool WriteAll(QIODevice& device, QByteArrayView bytes) {
 }
 
 // A pipe or a device is written to; replacing it by a file would destroy it.
-void WriteInPlace(const QString& path, const QByteArray& text) {
+void WriteInPlace(const QString& path, const QByteArray& bytes, ReportFileKind kind) {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !WriteReport(file, text)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !WriteReport(file, bytes, kind)) {
         ThrowUnwritten(path, file);
     }
 }
@@ -50,11 +50,12 @@ QString ReportFilePath(const QString& folder, const QString& name, const QString
     return path.right(4) == extension ? path : path + extension;
 }
 
-bool WriteReport(QIODevice& device, const QByteArray& text) {
-    return text.isEmpty() || (WriteAll(device, text) && WriteAll(device, "\r\n"));
+bool WriteReport(QIODevice& device, const QByteArray& bytes, ReportFileKind kind) {
+    const bool endsLine = kind != ReportFileKind::Pdf && !bytes.isEmpty();
+    return WriteAll(device, bytes) && (!endsLine || WriteAll(device, "\r\n"));
 }
 
-void WriteReportFile(const QString& path, const QByteArray& text) {
+void WriteReportFile(const QString& path, const QByteArray& bytes, ReportFileKind kind) {
     const QFileInfo known(path);
     if (!known.dir().exists()) {
         throw ProgramError(
@@ -62,7 +63,7 @@ void WriteReportFile(const QString& path, const QByteArray& text) {
             QStringLiteral("The report could not be saved as %1: there is no folder %2").arg(path, known.dir().path()));
     }
     if (known.exists() && !known.isFile() && !known.isDir()) {
-        WriteInPlace(path, text);
+        WriteInPlace(path, bytes, kind);
         return;
     }
     QSaveFile file(path);
@@ -70,7 +71,7 @@ void WriteReportFile(const QString& path, const QByteArray& text) {
         ThrowUnwritten(path, file);
     }
     // Without a commit the file goes away again, so the reason is still the file's own.
-    if (!WriteReport(file, text) || !file.commit()) {
+    if (!WriteReport(file, bytes, kind) || !file.commit()) {
         ThrowUnwritten(path, file);
     }
 }

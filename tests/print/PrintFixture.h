@@ -18,7 +18,7 @@ class FakeDelivery : public Delivery {
 public:
     void SendMail(const QByteArray& text) override { Take("mail", text); }
     void SaveFile(const QByteArray& text, ReportFileKind kind) override {
-        Take(kind == ReportFileKind::Html ? "html" : "text", text);
+        Take(kind == ReportFileKind::Html ? "html" : kind == ReportFileKind::Pdf ? "pdf" : "text", text);
     }
 
     // Failures to come before a delivery succeeds.

@@ -94,7 +94,7 @@ protected:
     // The description of the failure to write `text`, which must happen.
     QString Failure(const QString& path, const QByteArray& text, ErrorNumber number) {
         try {
-            WriteReportFile(path, text);
+            WriteReportFile(path, text, ReportFileKind::Text);
         } catch (const Error& error) {
             EXPECT_EQ(error.Number(), static_cast<int>(number)) << error.what();
             return error.Description();
@@ -117,7 +117,7 @@ TEST_F(ReportFileTest, AFullDiskLeavesWhatWasThereAndNothingElse) {
     }
     EXPECT_EQ(FileNames(), QStringList{u"old.txt"_s});
     EXPECT_EQ(ReadFile(u"old.txt"_s), "yesterday");
-    WriteReportFile(Path(u"old.txt"_s), longText);
+    WriteReportFile(Path(u"old.txt"_s), longText, ReportFileKind::Text);
     EXPECT_EQ(ReadFile(u"old.txt"_s), longText + "\r\n");
 }
 

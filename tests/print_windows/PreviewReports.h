@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Error.h"
+#include "print/PrintJob.h"
 #include "print/pages/PagePrinter.h"
 #include "print/pages/PageWriter.h"
 

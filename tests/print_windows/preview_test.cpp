@@ -277,7 +277,7 @@ TEST_F(PreviewTest, GoesToAPageCopiesAndSaves) {
     QFile file(folder.filePath(u"list.pdf"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().startsWith("%PDF"));
-    EXPECT_EQ(fakes_.dialogs.saveRequests[0].filter, u"PDF File (*.pdf)|*.pdf");
+    EXPECT_EQ(fakes_.dialogs.saveRequests[0].filter, u"PDF file (*.pdf)|*.pdf");
     Run("SavePdf");
     fakes_.errors.answers = {Answer::Ignore};
     Run("SavePdf");

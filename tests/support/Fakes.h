@@ -83,20 +83,33 @@ public:
     std::chrono::milliseconds waited{0};
 };
 
+// Letter paper, all of it printable, at 600 dots per inch.
 class FakePrinters : public Printers {
 public:
     QStringList DeviceNames() const override { return names; }
     QString CurrentDevice() const override { return current; }
     void SelectDevice(const QString& deviceName) override { current = deviceName; }
-    void SetFontName(const QString& family) override { font = family; }
+    bool PrintsToFile() const override { return printsToFile; }
+    PrinterFont CurrentFont() const override { return font; }
+    void SetFontName(const QString& family) override { font.family = family; }
     Orientation CurrentOrientation() const override { return orientation; }
     void SetOrientation(Orientation value) override { orientation = value; }
-    int PageWidth() const override { return orientation == Orientation::Portrait ? 12240 : 15840; }
+    PrinterPage CurrentPage() const override {
+        PrinterPage turned = page;
+        if (orientation == Orientation::Landscape) {
+            std::swap(turned.paperWidth, turned.paperHeight);
+            std::swap(turned.left, turned.top);
+            std::swap(turned.width, turned.height);
+        }
+        return turned;
+    }
 
     QStringList names;
     QString current;
-    QString font;
+    bool printsToFile = false;
+    PrinterFont font;
     Orientation orientation = Orientation::Portrait;
+    PrinterPage page{12240, 15840, 0, 0, 12240, 15840, 2.4};
 };
 
 class FakeProgressWindow : public ProgressWindow {
@@ -166,7 +179,7 @@ public:
 // A program made of fakes. `errors` may be replaced by the real reporter in tests of the reporter itself.
 class TestProgram {
 public:
-    explicit TestProgram(ErrorReporter* errorReporter = nullptr)
+    explicit TestProgram(ErrorReporter* errorReporter = nullptr, const QString& startupArgument = {})
         : program(Services{dialogs,
                            clock,
                            eventLoop,
@@ -179,7 +192,7 @@ public:
                            userSettings,
                            log,
                            QStringLiteral("/opt/velmora/bin/velmora-desk"),
-                           {},
+                           startupArgument,
                            LocaleText(QLocale::c())},
                   QStringLiteral("Service Administration")),
           installer(program) {}

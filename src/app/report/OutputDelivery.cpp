@@ -13,10 +13,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void WriteToStandardOutput(const QByteArray& text) {
+void WriteToStandardOutput(const QByteArray& bytes, print::ReportFileKind kind) {
     QFile out;
     const bool written =
-        out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered) && print::WriteReport(out, text);
+        out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered) && print::WriteReport(out, bytes, kind);
     if (!written) {
         throw ProgramError(out.error() == QFileDevice::ResourceError ? ErrorNumber::DiskFull : ErrorNumber::FileAccess,
                            u"The report could not be written to standard output: %1"_s.arg(out.errorString()));
@@ -29,11 +29,11 @@ void OutputDelivery::SendMail(const QByteArray&) {
     throw ProgramError(ErrorNumber::Unavailable, u"This program does not send mail"_s);
 }
 
-void OutputDelivery::SaveFile(const QByteArray& text, print::ReportFileKind) {
+void OutputDelivery::SaveFile(const QByteArray& bytes, print::ReportFileKind kind) {
     if (output_ == u"-") {
-        WriteToStandardOutput(text);
+        WriteToStandardOutput(bytes, kind);
     } else {
-        print::WriteReportFile(output_, text);
+        print::WriteReportFile(output_, bytes, kind);
     }
     delivered_ = true;
 }

@@ -12,7 +12,7 @@ public:
     // A path, or "-" for standard output.
     explicit OutputDelivery(QString output) : output_(std::move(output)) {}
     void SendMail(const QByteArray& text) override;
-    void SaveFile(const QByteArray& text, print::ReportFileKind kind) override;
+    void SaveFile(const QByteArray& bytes, print::ReportFileKind kind) override;
 
     bool HasDelivered() const { return delivered_; }
 

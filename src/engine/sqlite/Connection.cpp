@@ -2,6 +2,8 @@
 
 #include "engine/sqlite/StoreError.h"
 
+#include <QFile>
+
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -14,10 +16,10 @@ using namespace std::chrono_literals;
 Connection::Connection(const QString& path, const OpenOptions& options) : patience_(options.busyMilliseconds) {
     // One thread uses a connection, so it needs no mutex; without CREATE a missing file is an error.
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, nullptr);
+    const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &handle_, flags, nullptr);
     try {
         Check(code);
-        Configure(options);
+        Configure();
     } catch (...) {
         sqlite3_close_v2(handle_);
         throw;
@@ -28,7 +30,7 @@ Connection::~Connection() {
     sqlite3_close_v2(handle_);
 }
 
-void Connection::Configure(const OpenOptions& options) {
+void Connection::Configure() {
     sqlite3_busy_handler(handle_, &Connection::WaitForLock, this);
     // A misspelt column in double quotes must not become a text; a file from elsewhere must not run code.
     struct Switch {
@@ -42,6 +44,9 @@ void Connection::Configure(const OpenOptions& options) {
     }
     // Memory mapping would turn a failing share into a crash of the program instead of an error.
     Run("PRAGMA temp_store = MEMORY; PRAGMA mmap_size = 0; PRAGMA cell_size_check = ON");
+}
+
+void Connection::SetWriting(const OpenOptions& options) {
     Run(options.durability == Durability::Full ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
     // Leaving write-ahead mode needs the file for oneself: while others have it open, it stays as it is.
     const char* journal =

@@ -15,11 +15,15 @@ namespace velmora::engine::sqlite {
 // The open database file. Waits for other users' locks for the time that the options name.
 class Connection {
 public:
-    // Opens an existing file for reading and writing; never creates one. Throws CannotOpen, Damaged, RecordLocked.
+    // Opens an existing file for reading and writing; never creates one. Does not read it yet, so that it can be checked
+    // first; until SetWriting changes are not to be made. Throws CannotOpen.
     Connection(const QString& path, const OpenOptions& options);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
+
+    // Sets how changes are written. Throws Damaged, DiskError.
+    void SetWriting(const OpenOptions& options);
 
     sqlite3* Handle() const { return handle_; }
 
@@ -44,7 +48,7 @@ public:
 
 private:
     static int WaitForLock(void* self, int attempts);
-    void Configure(const OpenOptions& options);
+    void Configure();
 
     sqlite3* handle_ = nullptr;
     std::function<void()> onDamage_;

@@ -1,6 +1,12 @@
 #include "engine/sqlite/Session.h"
 
+#include "engine/sqlite/Functions.h"
+
 #include <sqlite3.h>
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
 
 namespace velmora::engine::sqlite {
 
@@ -8,10 +14,22 @@ namespace {
 
 constexpr std::size_t idleStorageKept = 4;
 
+DateTime WallClock() {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    std::tm local = {};
+    localtime_r(&seconds, &local);
+    // A leap second, which the wall clock cannot show, counts as the second before.
+    const auto moment = MakeDateTime({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                                      local.tm_min, std::min(local.tm_sec, 59)});
+    return moment.value_or(DateTime());
+}
+
 } // namespace
 
 Session::Session(const QString& path, const OpenOptions& options)
-    : connection_(path, options), statements_(connection_), catalog_(connection_) {}
+    : connection_(path, options), statements_(connection_), catalog_(connection_) {
+    RegisterFunctions(connection_.Handle(), options.now ? options.now : WallClock);
+}
 
 const Plan& Session::PlanFor(QueryInput& input, dialect::Purpose purpose) {
     input.plan = plans_.Find(connection_, catalog_, input.text, input.shape, purpose);

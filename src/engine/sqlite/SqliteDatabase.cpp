@@ -1,10 +1,7 @@
 #include "engine/sqlite/SqliteDatabase.h"
 
+#include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/SqliteQueryDef.h"
-
-#include <sqlite3.h>
-
-#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,21 +15,19 @@ namespace sqlite {
 
 namespace {
 
-// The name that a text consists of, without its brackets; empty for a statement.
-QStringView BareName(QStringView text) {
-    text = text.trimmed();
-    if (text.startsWith(u'[') && text.endsWith(u']') && text.size() > 2) {
-        const QStringView inner = text.mid(1, text.size() - 2);
-        return inner.contains(u']') ? QStringView() : inner;
-    }
-    const bool hasBlank = std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isSpace(); });
-    return hasBlank ? QStringView() : text;
+Presence JoinChecked(const QString& path) {
+    CheckPath(path);
+    return Presence::Join(path);
 }
 
 } // namespace
 
 SqliteDatabase::SqliteDatabase(const QString& path, const OpenOptions& options)
-    : path_(path), session_(path, options) {}
+    : path_(path), presence_(JoinChecked(path)), session_(path, options) {
+    session_.Store().SetDamageHook([this] { LeaveDamageMark(path_); });
+    CheckOpened(session_.Store().Handle(), path_, options);
+    session_.Store().SetWriting(options);
+}
 
 std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(QStringView source, RecordsetKind kind) {
     return session_.OnCurrentSchema([&] {
@@ -45,9 +40,7 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(QStringView source, Rec
 qint64 SqliteDatabase::Execute(QStringView sql) {
     return session_.OnCurrentSchema([&] {
         QueryInput input;
-        const QStringView name = BareName(sql);
-        const QString* stored = name.isEmpty() ? nullptr : session_.Catalog().FindQuery(name);
-        input.Assign(stored == nullptr ? sql : QStringView(*stored));
+        input.Assign(sql);
         return RunAction(session_, input, {});
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/Database.h"
+#include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Session.h"
 
 namespace velmora::engine::sqlite {
@@ -24,6 +25,7 @@ private:
     void RollbackTransaction() noexcept override { session_.Rollback(); }
 
     QString path_;
+    Presence presence_; // goes last: the file counts as open until its connection is closed
     Session session_;
 };
 

@@ -1,9 +1,29 @@
 #include "platform/pages/PageFont.h"
 
+#include "base/Error.h"
+
+#include <QFontDatabase>
+
 #include <algorithm>
 #include <cmath>
 
 namespace velmora::pages {
+
+QString DefaultFamily() {
+    return QStringLiteral("Liberation Sans");
+}
+
+QString InstalledFamily(const QString& family) {
+    for (const QString& candidate : {family, DefaultFamily()}) {
+        if (QFontDatabase::hasFamily(candidate)) {
+            return candidate;
+        }
+    }
+    throw ProgramError(ErrorNumber::Unavailable,
+                       QStringLiteral("Pages cannot be drawn: the font \"%1\" is not installed. Install the package "
+                                      "fonts-liberation.")
+                           .arg(DefaultFamily()));
+}
 
 QFont PageFont::MakeFont(const FontSpec& spec) {
     QFont font(spec.family);

@@ -9,6 +9,13 @@
 
 namespace velmora::pages {
 
+// The family of reports, which comes with the program: the same metrics on every machine.
+QString DefaultFamily();
+
+// `family` where it is installed, else the default one. Throws Error when that is not installed either: pages in any
+// other font would not look alike from machine to machine.
+QString InstalledFamily(const QString& family);
+
 // A font measured in twips on a scale that does not depend on the device: the same on screen, printer and PDF, since
 // every device draws it at this pixel size through a painter scaled to twips. Needs a QGuiApplication.
 class PageFont {

@@ -2,13 +2,15 @@
 
 #include "platform/pages/Page.h"
 
+#include <QByteArray>
+
 namespace velmora::pages {
 
-// Writes the document as a PDF file, every page at its own size. The file appears as a whole or not at all: a full disk
-// or an unwritable folder throws Error that names the file, and an earlier file of that name stays.
-void WritePdf(const Document& document, const QString& path);
-
-// The same into memory.
+// The document as a PDF file, every page at its own size.
 QByteArray PdfBytes(const Document& document);
+
+// The same as a file, which appears as a whole or not at all: a full disk or an unwritable folder throws Error that
+// names the file, and an earlier file of that name stays.
+void WritePdf(const Document& document, const QString& path);
 
 } // namespace velmora::pages

@@ -72,7 +72,8 @@ void PageSurface::Print(QStringView text) {
     const int width = TextWidth(text);
     CurrentPage().AddText(static_cast<quint16>(font_), geometry_.left + CurrentX, geometry_.top + CurrentY, width,
                           LineHeight(), text);
-    Reach(CurrentY + LineHeight());
+    lowest_ = std::max(lowest_, CurrentY + LineHeight());
+    Reach(lowest_);
     CurrentX += width;
 }
 
@@ -96,7 +97,8 @@ void PageSurface::DrawLineTo(int x, int y) {
 void PageSurface::DrawBox(int dx, int dy, int width, int height) {
     CurrentPage().AddBox(geometry_.left + CurrentX + dx, geometry_.top + CurrentY + dy, width, height, FillStyle,
                          PenTwips());
-    Reach(CurrentY + dy + height);
+    lowest_ = std::max(lowest_, CurrentY + dy + height);
+    Reach(lowest_);
 }
 
 void PageSurface::AddDots(int dots) {
@@ -110,6 +112,7 @@ void PageSurface::StartPage() {
     document_.pages.emplace_back(geometry_.paperWidth, geometry_.paperHeight);
     CurrentX = 0;
     CurrentY = 0;
+    lowest_ = 0;
 }
 
 void PageSurface::Reach(int bottom) {

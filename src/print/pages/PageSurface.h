@@ -48,6 +48,9 @@ public:
     // word that is wider than the line. The views are into `text`.
     std::vector<QStringView> Wrap(QStringView text, int width) const;
 
+    // How far down texts and boxes reach on the page, at least to its top.
+    int Lowest() const { return lowest_; }
+
     // Draws a piece of one line; the print position moves to its end.
     void Print(QStringView text);
     // Ends the line: the print position goes to the left edge, one line down.
@@ -72,6 +75,7 @@ private:
     // Parallel to the document's fonts.
     std::vector<std::unique_ptr<pages::PageFont>> fonts_;
     size_t font_ = 0;
+    int lowest_ = 0;
 };
 
 } // namespace velmora::print

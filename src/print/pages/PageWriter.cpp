@@ -12,6 +12,25 @@ constexpr int columnGap = 80;
 // How far boxes reach around their text.
 constexpr int boxMargin = 20;
 
+// Leader styles.
+constexpr qint16 boxes = 1;
+constexpr qint16 leaderLines = 2;
+
+// The room that an element asks for when its text takes `lines` lines, where `least` is what it asks for with one.
+qint16 RoomFor(size_t lines, qint16 least) {
+    return static_cast<qint16>(std::min<size_t>(lines - 1 + static_cast<size_t>(least), 1000));
+}
+
+// A text as pages show it: what would move the print position or draw an empty frame is a blank. Line ends stay.
+QString OnPage(Text text) {
+    QString shown = text.toString();
+    const auto isControl = [](QChar c) { return c < u' ' && c != u'\n' && c != u'\r'; };
+    if (std::any_of(shown.cbegin(), shown.cend(), isControl)) {
+        std::replace_if(shown.begin(), shown.end(), isControl, QChar(u' '));
+    }
+    return shown;
+}
+
 } // namespace
 
 PageWriter::PageWriter(JobState& state, PageTarget target, const QString& documentName)
@@ -24,19 +43,17 @@ void PageWriter::NewPage() {
         target_.refusePage();
         return;
     }
-    surface_.CurrentY = surface_.Height() - (surface_.LineHeight() + 20);
+    // Where breaks are suppressed a page may be full to its foot and beyond; its number then stands below all of it.
+    surface_.CurrentY = std::max(surface_.Height() - (surface_.LineHeight() + 20), surface_.Lowest());
     surface_.CurrentX = surface_.Width() / 2;
     surface_.Print(QString::number(closing));
     surface_.StartPage();
 }
 
-bool PageWriter::HasRoom(int lines) const {
-    return (surface_.LineHeight() + 20) * lines <= surface_.Height() - surface_.CurrentY;
-}
-
 void PageWriter::EnsureRoom(qint16 lines) {
     constexpr int topOfPage = 100;
-    if (!state_.SuppressPageBreaks && !HasRoom(lines) && surface_.CurrentY > topOfPage) {
+    const int needed = (surface_.LineHeight() + 20) * lines;
+    if (!state_.SuppressPageBreaks && needed > surface_.Height() - surface_.CurrentY && surface_.CurrentY > topOfPage) {
         NewPage();
     }
 }
@@ -65,6 +82,12 @@ void PageWriter::Restyle(bool bold, bool italic, bool underline) {
 }
 
 void PageWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
+    const QString first = OnPage(title);
+    const QString second = OnPage(subtitle);
+    if (!titled_) {
+        titled_ = true;
+        document_.name += QStringLiteral(": ") + first;
+    }
     const pages::FontSpec before = surface_.Font();
     if (surface_.CurrentY > surface_.Height() / 2) {
         NewPage();
@@ -78,32 +101,30 @@ void PageWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
     large.bold = true;
     large.italic = true;
     surface_.SetFont(large);
-    PrintWrapped(title.toString(), 0, surface_.Width());
+    PrintWrapped(first, 0);
     // The subtitle begins at the next print zone of 14 columns, on the title's line where it fits.
-    const QString second = subtitle.toString();
-    const int zone = 14 * surface_.TextWidth(u"0");
+    const int zone = std::max(14 * surface_.TextWidth(u"0"), 1);
     surface_.CurrentX = (surface_.CurrentX / zone + 1) * zone;
     large.italic = before.italic;
     surface_.SetFont(large);
-    if (surface_.CurrentX + surface_.TextWidth(second) > surface_.Width()) {
+    if (!second.isEmpty() && surface_.CurrentX + surface_.TextWidth(second) > surface_.Width()) {
         surface_.EndLine();
     }
-    PrintWrapped(second, surface_.CurrentX, surface_.Width());
+    PrintWrapped(second, surface_.CurrentX);
     surface_.EndLine();
 
     AddVerticalSpace(20);
     pages::FontSpec after = before;
     after.points = std::round(before.points);
     surface_.SetFont(after);
-    PrintWrapped(secondLine.toString(), 0, surface_.Width());
+    PrintWrapped(OnPage(secondLine), 0);
     surface_.EndLine();
     PrintRule(5, 20, 20);
     PrintRule(5, 20, 20);
     AddVerticalSpace(20);
 }
 
-void PageWriter::PrintWrapped(QStringView text, int x, int right) {
-    const std::vector<QStringView> lines = surface_.Wrap(text, right - x);
+void PageWriter::PrintLines(const Lines& lines, int x) {
     for (size_t i = 0; i < lines.size(); ++i) {
         if (i > 0) {
             surface_.EndLine();
@@ -113,13 +134,24 @@ void PageWriter::PrintWrapped(QStringView text, int x, int right) {
     }
 }
 
+void PageWriter::PrintWrapped(QStringView text, int x) {
+    PrintLines(surface_.Wrap(text, surface_.Width() - x), x);
+}
+
 void PageWriter::PrintSectionHeading(Text text, int x) {
+    const QString heading = OnPage(text);
     const pages::FontSpec before = surface_.Font();
-    EnsureRoom(4);
+    pages::FontSpec strong = before;
+    strong.bold = true;
+    strong.italic = true;
+    surface_.SetFont(strong);
+    const Lines lines = surface_.Wrap(heading, surface_.Width() - x);
+    surface_.SetFont(before);
+    EnsureRoom(RoomFor(lines.size(), 4));
     surface_.CurrentX = x;
     PrintRule(5, 60, 15);
-    Restyle(true, true, before.underline);
-    PrintWrapped(text.toString(), x, surface_.Width());
+    surface_.SetFont(strong);
+    PrintLines(lines, x);
     surface_.EndLine();
     AddVerticalSpace(40);
     surface_.SetFont(before);
@@ -129,7 +161,7 @@ void PageWriter::PrintParagraph(Text text) {
     if (text.isEmpty()) {
         return;
     }
-    const QString whole = text.toString();
+    const QString whole = OnPage(text);
     for (const QStringView line : surface_.Wrap(whole, surface_.Width() - state_.TabStop1)) {
         EnsureRoom(2);
         surface_.CurrentX = state_.TabStop1;
@@ -138,142 +170,191 @@ void PageWriter::PrintParagraph(Text text) {
     }
 }
 
-PageWriter::Pair PageWriter::LeftPair(int right) const {
-    return {state_.TabStop1, state_.TabStop2, right, static_cast<int>(surface_.Width() * 0.2) - boxMargin, 15};
+PageWriter::Pair PageWriter::MakePair(Text label, Text value, std::optional<qint16> style) const {
+    Pair pair;
+    pair.labelText = OnPage(label);
+    pair.valueText = OnPage(value);
+    pair.style = style ? *style : state_.attributes.Lookup(label.toString());
+    pair.right = surface_.Width();
+    pair.labelBox = static_cast<int>(surface_.Width() * 0.2) - boxMargin;
+    pair.spaceBelow = 15;
+    return pair;
 }
 
-PageWriter::Pair PageWriter::RightPair() const {
-    return {state_.TabStop3, state_.TabStop4, surface_.Width(), static_cast<int>(surface_.Width() * 0.2) - boxMargin,
-            15};
+PageWriter::Pair PageWriter::LeftPair(Text label, Text value, std::optional<qint16> style) const {
+    Pair pair = MakePair(label, value, style);
+    pair.label = state_.TabStop1;
+    pair.value = state_.TabStop2;
+    return pair;
 }
 
-qint16 PageWriter::StyleOf(const QString& label, std::optional<qint16> style) const {
-    return style ? *style : state_.attributes.Lookup(label);
+PageWriter::Pair PageWriter::RightPair(Text label, Text value, std::optional<qint16> style) const {
+    Pair pair = MakePair(label, value, style);
+    pair.label = state_.TabStop3;
+    pair.value = state_.TabStop4;
+    return pair;
 }
 
-void PageWriter::PrintLabelCell(const QString& label, const Pair& pair) {
+void PageWriter::WrapPair(Pair& pair) {
+    const pages::FontSpec before = surface_.Font();
+    Restyle(true, before.italic, before.underline);
+    // Tab stops may stand in any order; a label without room before its value is left as it is.
+    const int room = pair.value - pair.label - columnGap;
+    pair.labelLines = surface_.Wrap(pair.labelText, room > 0 ? room : surface_.Width());
+    Restyle(before.bold || (pair.style & Bold) != 0, before.italic || (pair.style & Italic) != 0,
+            before.underline || (pair.style & Underlined) != 0);
+    pair.valueFont = surface_.Font();
+    pair.valueLines = surface_.Wrap(pair.valueText, pair.right - pair.value - boxMargin);
+    surface_.SetFont(before);
+}
+
+void PageWriter::PrintLabelCell(const Pair& pair) {
     surface_.CurrentX = pair.label;
-    if (state_.LeaderStyle == 1) {
-        surface_.DrawWidth = 1;
-        surface_.DrawBox(-boxMargin, -boxMargin, pair.labelBox, surface_.LineHeight() + 25);
+    const int lines = static_cast<int>(pair.labelLines.size());
+    if (state_.LeaderStyle == boxes) {
+        surface_.DrawBox(-boxMargin, -boxMargin, pair.labelBox, surface_.LineHeight() * lines + 25);
     }
     pages::FontSpec font = surface_.Font();
     font.bold = true;
     surface_.SetFont(font);
-    surface_.Print(label);
-    if (state_.LeaderStyle == 2) {
+    PrintLines(pair.labelLines, pair.label);
+    if (state_.LeaderStyle == leaderLines) {
         const int top = surface_.CurrentY;
-        surface_.DrawWidth = 1;
         surface_.CurrentY += surface_.LineHeight();
         surface_.DrawLineTo(pair.value, surface_.CurrentY);
         surface_.CurrentY = top;
     }
 }
 
-void PageWriter::PrintValueCell(const QString& value, qint16 style, const Pair& pair) {
+void PageWriter::PrintValueCell(const Pair& pair) {
     surface_.CurrentX = pair.value;
-    surface_.FillStyle = (style & GreyBox) != 0 ? pages::Fill::Grey : pages::Fill::None;
-    const std::vector<QStringView> lines = surface_.Wrap(value, pair.right - pair.value);
-    if ((style & GreyBox) != 0 || state_.LeaderStyle == 1) {
+    const bool grey = (pair.style & GreyBox) != 0;
+    // The label's box of the next pair is filled alike.
+    surface_.FillStyle = grey ? pages::Fill::Grey : pages::Fill::None;
+    surface_.SetFont(pair.valueFont);
+    if (grey || state_.LeaderStyle == boxes) {
         int widest = 0;
-        for (const QStringView line : lines) {
+        for (const QStringView line : pair.valueLines) {
             widest = std::max(widest, surface_.TextWidth(line));
         }
-        surface_.DrawWidth = 1;
         surface_.DrawBox(-boxMargin, -boxMargin, widest + 2 * boxMargin,
-                         surface_.LineHeight() * static_cast<int>(lines.size()) + 25);
+                         surface_.LineHeight() * static_cast<int>(pair.valueLines.size()) + 25);
     }
-    for (const QStringView line : lines) {
-        surface_.CurrentX = pair.value;
-        surface_.Print(line);
-        surface_.EndLine();
-    }
+    PrintLines(pair.valueLines, pair.value);
 }
 
-void PageWriter::PrintPair(const QString& label, const QString& value, qint16 style, const Pair& pair) {
+void PageWriter::PrintPair(const Pair& pair) {
     const pages::FontSpec before = surface_.Font();
-    PrintLabelCell(label, pair);
-    Restyle(before.bold || (style & Bold) != 0, before.italic || (style & Italic) != 0,
-            before.underline || (style & Underlined) != 0);
-    PrintValueCell(value, style, pair);
+    const int top = surface_.CurrentY;
+    PrintLabelCell(pair);
+    const int labelBottom = surface_.CurrentY;
+    surface_.CurrentY = top;
+    PrintValueCell(pair);
+    surface_.CurrentY = std::max(surface_.CurrentY, labelBottom);
     surface_.SetFont(before);
+    surface_.EndLine();
     AddVerticalSpace(pair.spaceBelow);
 }
 
+void PageWriter::EnsureRoomFor(std::initializer_list<const Pair*> pairs) {
+    size_t lines = 1;
+    for (const Pair* pair : pairs) {
+        lines = std::max({lines, pair->labelLines.size(), pair->valueLines.size()});
+    }
+    EnsureRoom(RoomFor(lines, 5));
+}
+
 void PageWriter::PrintLabelValue(Text label, Text value, std::optional<qint16> style) {
-    EnsureRoom(5);
-    const QString caption = label.toString();
-    PrintPair(caption, value.toString(), StyleOf(caption, style),
-              state_.RightPair ? RightPair() : LeftPair(surface_.Width()));
+    Pair pair = state_.RightPair ? RightPair(label, value, style) : LeftPair(label, value, style);
+    WrapPair(pair);
+    EnsureRoomFor({&pair});
+    PrintPair(pair);
 }
 
 void PageWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) {
-    EnsureRoom(5);
-    const QString caption = label.toString();
-    const Pair pair{state_.TabStop1, state_.TabStop3, surface_.Width(),
-                    static_cast<int>(surface_.Width() * 0.4) - boxMargin, 20};
-    PrintPair(caption, value.toString(), StyleOf(caption, style), pair);
+    Pair pair = LeftPair(label, value, style);
+    pair.value = state_.TabStop3;
+    pair.labelBox = static_cast<int>(surface_.Width() * 0.4) - boxMargin;
+    pair.spaceBelow = 20;
+    WrapPair(pair);
+    EnsureRoomFor({&pair});
+    PrintPair(pair);
 }
 
 void PageWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) {
+    Pair left = LeftPair(label1, value1, {});
+    left.right = state_.TabStop3 - columnGap;
+    Pair right = RightPair(label2, value2, style);
+    WrapPair(left);
+    WrapPair(right);
     // Breaks before the first pair or not at all, so that both stand on one line.
-    EnsureRoom(5);
+    EnsureRoomFor({&left, &right});
     const int top = surface_.CurrentY;
-    const QString caption1 = label1.toString();
-    const QString caption2 = label2.toString();
-    PrintPair(caption1, value1.toString(), StyleOf(caption1, {}), LeftPair(state_.TabStop3 - columnGap));
+    PrintPair(left);
     const int bottom = surface_.CurrentY;
     surface_.CurrentY = top;
-    PrintPair(caption2, value2.toString(), StyleOf(caption2, style), RightPair());
+    PrintPair(right);
     surface_.CurrentY = std::max(surface_.CurrentY, bottom);
+    state_.RightPair = false;
 }
 
-void PageWriter::PrintCells(const std::vector<Cell>& cells) {
-    const int top = surface_.CurrentY;
-    int bottom = top + surface_.LineHeight();
-    for (size_t i = 0; i < cells.size(); ++i) {
-        const Cell& cell = cells[i];
-        if (cell.text.isEmpty()) {
-            continue;
-        }
-        const auto next = std::find_if(cells.begin() + static_cast<std::ptrdiff_t>(i) + 1, cells.end(),
-                                       [](const Cell& other) { return !other.text.isEmpty(); });
+void PageWriter::PlaceCells(std::vector<Cell>& cells) const {
+    std::erase_if(cells, [](const Cell& cell) { return cell.text.isEmpty(); });
+    int previousEnd = 0;
+    for (Cell& cell : cells) {
         const int width = surface_.TextWidth(cell.text);
-        const int left = cell.endsAtRight ? std::max(cell.x, surface_.Width() - width) : cell.x;
-        int right = surface_.Width();
-        if (next != cells.end()) {
-            const int nextLeft =
-                next->endsAtRight ? std::max(next->x, surface_.Width() - surface_.TextWidth(next->text)) : next->x;
-            right = std::max(nextLeft - columnGap, left + 1);
+        cell.left = cell.x;
+        if (cell.endsAtRight) {
+            // A text that would run into the one before it shares the rest of the line with it.
+            const int half = (cell.x + surface_.Width()) / 2;
+            const int free = previousEnd > cell.x - columnGap ? std::min(previousEnd + columnGap, half) : cell.x;
+            cell.left = std::max(free, surface_.Width() - width);
         }
+        previousEnd = cell.left + width;
+    }
+    for (size_t i = 0; i < cells.size(); ++i) {
+        const int right = i + 1 < cells.size() ? cells[i + 1].left - columnGap : surface_.Width();
+        // Tab stops may stand in any order; a cell without room before the next one is left as it is.
+        cells[i].lines = surface_.Wrap(cells[i].text, right > cells[i].left ? right - cells[i].left : surface_.Width());
+    }
+}
+
+void PageWriter::PrintCells(std::vector<Cell> cells, qint16 least) {
+    PlaceCells(cells);
+    size_t lines = 1;
+    for (const Cell& cell : cells) {
+        lines = std::max(lines, cell.lines.size());
+    }
+    EnsureRoom(RoomFor(lines, least));
+    const int top = surface_.CurrentY;
+    for (const Cell& cell : cells) {
         surface_.CurrentY = top;
-        PrintWrapped(cell.text, left, right);
-        bottom = std::max(bottom, surface_.CurrentY + surface_.LineHeight());
+        PrintLines(cell.lines, cell.left);
     }
     surface_.CurrentX = 0;
-    surface_.CurrentY = bottom;
+    surface_.CurrentY = top + surface_.LineHeight() * static_cast<int>(lines);
 }
 
 void PageWriter::PrintTableRow(Text c1, Text c2, Text c3, Text c4) {
-    EnsureRoom(3);
-    PrintCells({{state_.TabStop1, c1.toString()},
-                {state_.TabStop2, c2.toString()},
-                {state_.TabStop3, c3.toString()},
-                {state_.TabStop3, c4.toString(), true}});
+    PrintCells({{state_.TabStop1, OnPage(c1)},
+                {state_.TabStop2, OnPage(c2)},
+                {state_.TabStop3, OnPage(c3)},
+                {state_.TabStop3, OnPage(c4), true}},
+               3);
 }
 
 void PageWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
-    EnsureRoom(4);
     pages::FontSpec font = surface_.Font();
     font.bold = false;
     surface_.SetFont(font);
-    const QString last = c4.toString();
+    const QString last = OnPage(c4);
     const bool tooWide = surface_.TextWidth(last) > surface_.Width() - state_.TabStop4;
-    PrintCells({{0, c0.toString()},
-                {state_.TabStop1, c1.toString()},
-                {state_.TabStop2, c2.toString()},
-                {state_.TabStop3, c3.toString()},
-                {tooWide ? state_.TabStop3 : state_.TabStop4, last, tooWide}});
+    PrintCells({{0, OnPage(c0)},
+                {state_.TabStop1, OnPage(c1)},
+                {state_.TabStop2, OnPage(c2)},
+                {state_.TabStop3, OnPage(c3)},
+                {tooWide ? state_.TabStop3 : state_.TabStop4, last, tooWide}},
+               4);
 }
 
 } // namespace velmora::print

@@ -22,9 +22,11 @@ struct PageTarget {
     std::function<void()> refusePage;
 };
 
-// Draws a report on pages, for printers, PDF files and the preview.
+// Draws a report on pages, for printers, PDF files and the preview. A text that is wider than its column is wrapped
+// inside the column, so that nothing overlaps; what takes more lines for that is given the room.
 class PageWriter : public ReportWriter {
 public:
+    // The document is called by the first report title behind `documentName`.
     PageWriter(JobState& state, PageTarget target, const QString& documentName);
 
     int DeviceWidth() const override { return surface_.Width(); }
@@ -46,35 +48,59 @@ public:
     void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
 
 private:
+    using Lines = std::vector<QStringView>;
+    // A label and its value, and where they stand. Lengths are twips.
     struct Pair {
-        int label = 0; // left edges
+        int label = 0;
         int value = 0;
-        int right = 0;    // where the value's column ends
-        int labelBox = 0; // width of the label's box
+        // Where the value's column ends.
+        int right = 0;
+        // Width of the label's box.
+        int labelBox = 0;
         qint16 spaceBelow = 0;
+        qint16 style = 0;
+        QString labelText;
+        QString valueText;
+        // As WrapPair leaves them, the lines being views of the texts.
+        pages::FontSpec valueFont;
+        Lines labelLines;
+        Lines valueLines;
     };
     struct Cell {
         int x = 0;
         QString text;
+        // The text ends at the surface's right edge; `x` is then as far left as it may begin.
         bool endsAtRight = false;
+        // As PlaceCells leaves them.
+        int left = 0;
+        Lines lines = {};
     };
 
-    Pair LeftPair(int right) const;
-    Pair RightPair() const;
-    qint16 StyleOf(const QString& label, std::optional<qint16> style) const;
-    void PrintPair(const QString& label, const QString& value, qint16 style, const Pair& pair);
-    void PrintLabelCell(const QString& label, const Pair& pair);
-    void PrintValueCell(const QString& value, qint16 style, const Pair& pair);
-    // Draws the cells of one row, each wrapped before the next one; the print position ends below the longest.
-    void PrintCells(const std::vector<Cell>& cells);
-    void PrintWrapped(QStringView text, int x, int right);
+    Pair MakePair(Text label, Text value, std::optional<qint16> style) const;
+    Pair LeftPair(Text label, Text value, std::optional<qint16> style) const;
+    Pair RightPair(Text label, Text value, std::optional<qint16> style) const;
+    void WrapPair(Pair& pair);
+    void EnsureRoomFor(std::initializer_list<const Pair*> pairs);
+    void PrintPair(const Pair& pair);
+    // The print position ends on the last line of the cell.
+    void PrintLabelCell(const Pair& pair);
+    void PrintValueCell(const Pair& pair);
+    // Draws the cells of one row; the print position ends below the longest. `least` is the room that a row of one line
+    // asks for.
+    void PrintCells(std::vector<Cell> cells, qint16 least);
+    // Forgets empty cells and wraps each of the others before the next one.
+    void PlaceCells(std::vector<Cell>& cells) const;
+    // Draws lines below each other; the last is not ended.
+    void PrintLines(const Lines& lines, int x);
+    void PrintWrapped(QStringView text, int x);
     void Restyle(bool bold, bool italic, bool underline);
-    bool HasRoom(int lines) const;
 
     JobState& state_;
     PageTarget target_;
     pages::Document document_;
     PageSurface surface_;
+    // The document is called by its first title.
+    bool titled_ = false;
 };
 
 } // namespace velmora::print

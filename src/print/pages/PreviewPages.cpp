@@ -1,6 +1,8 @@
 #include "print/pages/PreviewPages.h"
 
 #include "base/Translate.h"
+#include "print/pages/PageWriter.h"
+#include "print/pages/PrinterPages.h"
 
 namespace velmora::print {
 
@@ -33,15 +35,21 @@ private:
 
 } // namespace
 
-std::unique_ptr<ReportWriter> PreviewPages::MakeWriter(JobState& state, const PageGeometry& paper,
-                                                       const pages::FontSpec& font, const QString& documentName) const {
+std::unique_ptr<ReportWriter> PreviewPages::MakeWriter(JobState& state) {
+    if (!state.PreviewMode) {
+        return printer_.MakeWriter(state);
+    }
     const auto refusals = std::make_shared<Refusals>(services_);
-    PageTarget target{paper, font, pageLimit, ruleDivisor, {}, {}};
+    PageTarget target;
+    target.geometry = SurfaceOf(services_.printers.CurrentPage());
+    target.font = FontOf(services_.printers.CurrentFont());
+    target.pageLimit = pageLimit;
+    target.ruleDivisor = ruleDivisor;
     target.refusePage = [refusals] { refusals->Refuse(); };
     target.deliver = [refusals, &windows = windows_](const pages::Document& document) {
         windows.Open({document, refusals->Notice()});
     };
-    return std::make_unique<PageWriter>(state, std::move(target), documentName);
+    return std::make_unique<PageWriter>(state, std::move(target), documentName_);
 }
 
 } // namespace velmora::print

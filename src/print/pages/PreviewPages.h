@@ -1,7 +1,8 @@
 #pragma once
 
 #include "base/Program.h"
-#include "print/pages/PageWriter.h"
+#include "platform/pages/Page.h"
+#include "print/PrintJob.h"
 
 namespace velmora::print {
 
@@ -19,20 +20,23 @@ public:
     virtual void Open(PreviewReport report) = 0;
 };
 
-// The preview's part of the page writers: at most 255 pages of the current printer's size. Both objects outlive the
-// writers.
-class PreviewPages {
+// Makes the writers of previews, and leaves reports for the printer to another factory. A preview has at most 255 pages,
+// of the current printer's paper and font. All of it outlives the object and the writers.
+class PreviewPages : public PageWriterFactory {
 public:
-    PreviewPages(const Services& services, PreviewWindows& windows) : services_(services), windows_(windows) {}
+    // Documents are called by the report's title behind `documentName`.
+    PreviewPages(const Services& services, PreviewWindows& windows, PageWriterFactory& printer, QString documentName)
+        : services_(services), windows_(windows), printer_(printer), documentName_(std::move(documentName)) {}
 
-    // The first attempt to go beyond the page limit is told in a message box, each further one in the status line
-    // alone: a report may make one with every row. The pages stay, and what follows is drawn on the last of them.
-    std::unique_ptr<ReportWriter> MakeWriter(JobState& state, const PageGeometry& paper, const pages::FontSpec& font,
-                                             const QString& documentName) const;
+    // The preview's first attempt to go beyond the page limit is told in a message box, each further one in the status
+    // line alone: a report may make one with every row. The pages stay, and what follows is drawn on the last of them.
+    std::unique_ptr<ReportWriter> MakeWriter(JobState& state) override;
 
 private:
     const Services& services_;
     PreviewWindows& windows_;
+    PageWriterFactory& printer_;
+    QString documentName_;
 };
 
 } // namespace velmora::print

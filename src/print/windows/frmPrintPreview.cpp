@@ -201,7 +201,7 @@ void frmPrintPreview::CopyText() {
 
 void frmPrintPreview::SavePdf() {
     const OpenQuestion question(openQuestions_);
-    const QString filter = Translate(QStringLiteral("PDF File")) + QStringLiteral(" (*.pdf)|*.pdf");
+    const QString filter = QStringLiteral("PDF file (*.pdf)|*.pdf");
     const auto answer =
         services_.dialogs.AskSaveFile({Translate(QStringLiteral("Save File As")), filter, NativePath(DataDirectory())});
     if (answer && !answer->name.isEmpty()) {

@@ -1,0 +1,261 @@
+// Measures the record engine against the store's plain C interface, side by side in one run, and fails when a ratio is
+// above its limit.
+#include "bench/BareStore.h"
+#include "bench/BenchSite.h"
+#include "engine/Database.h"
+
+#include <QTemporaryDir>
+
+#include <malloc.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+using velmora::bench::BareStore;
+using velmora::engine::Database;
+using velmora::engine::Field;
+using velmora::engine::Recordset;
+using velmora::engine::RecordsetKind;
+
+namespace {
+
+constexpr int lookups = 20'000;
+constexpr int changes = 2'000;
+
+double Milliseconds(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    return numbers[numbers.size() / 2];
+}
+
+struct Measurement {
+    const char* what;
+    double limit;
+    std::function<void()> bare;
+    std::function<void()> engine;
+};
+
+// Runs both sides in turn, so that what else the machine does meets both alike. True when the ratio is within its
+// limit.
+bool Measure(const Measurement& measurement, int rounds) {
+    std::vector<double> bare;
+    std::vector<double> engine;
+    std::vector<double> ratios;
+    measurement.bare();
+    measurement.engine();
+    for (int round = 0; round < rounds; ++round) {
+        bare.push_back(Milliseconds(measurement.bare));
+        engine.push_back(Milliseconds(measurement.engine));
+        ratios.push_back(engine.back() / bare.back());
+    }
+    const double ratio = Median(ratios);
+    std::printf("%-52s %9.2f ms %9.2f ms %6.2f %6.2f %s\n", measurement.what, Median(bare), Median(engine), ratio,
+                measurement.limit, ratio <= measurement.limit ? "" : "ABOVE");
+    return ratio <= measurement.limit;
+}
+
+// What both sides add up, so that no reading is left out.
+struct Sum {
+    qint64 total = 0;
+    ~Sum() {
+        if (total == 0) {
+            std::fprintf(stderr, "Nothing was read\n");
+            std::exit(1);
+        }
+    }
+    void Add(const Field& field) {
+        total += field.StoredKind() == Field::Kind::Text ? static_cast<qint64>(field.Utf8().size()) : field.ToInteger();
+    }
+    void AddText(sqlite3_stmt* row, int column) {
+        const auto* text = sqlite3_column_text(row, column);
+        total += sqlite3_column_bytes(row, column) + (text != nullptr && *text == 0);
+    }
+    void AddNumber(sqlite3_stmt* row, int column) { total += sqlite3_column_int64(row, column); }
+};
+
+constexpr const char* joinText = "SELECT * FROM Asset INNER JOIN Reservation ON Asset.AssetID = Reservation.Asset";
+
+void ReadJoinBare(BareStore& store, sqlite3_stmt* join) {
+    Sum sum;
+    while (store.Step(join)) {
+        for (const int text : {1, 7, 8, 14, 15, 16, 17, 18, 19}) {
+            sum.AddText(join, text);
+        }
+        for (const int number : {0, 12, 24}) {
+            sum.AddNumber(join, number);
+        }
+    }
+    sqlite3_reset(join);
+}
+
+void ReadJoin(Database& database) {
+    Sum sum;
+    const auto rows = database.OpenRecordset(QString::fromLatin1(joinText));
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        const Recordset& row = *rows;
+        sum.Add(row["AssetID"]);
+        sum.Add(row["Asset.Name"]);
+        sum.Add(row["Jack"]);
+        sum.Add(row["Port"]);
+        sum.Add(row["ID"]);
+        sum.Add(row["Start"]);
+        sum.Add(row["End"]);
+        sum.Add(row["Reservation.Name"]);
+        sum.Add(row["EventType"]);
+        sum.Add(row["LastName"]);
+        sum.Add(row["FirstName"]);
+        sum.Add(row["SLockStart"]);
+    }
+}
+
+struct Name {
+    QString last;
+    QString first;
+    QByteArray lastBytes;
+    QByteArray firstBytes;
+};
+
+// The persons in the order in which they are looked up, made beforehand.
+std::vector<Name> NamesToLookUp() {
+    std::vector<Name> names;
+    for (int i = 0; i < lookups; ++i) {
+        const int person = i * 31 % velmora::bench::benchPersons;
+        const QString last = velmora::bench::LastNameOf(person);
+        const QString first = velmora::bench::FirstNameOf(person);
+        names.push_back({last, first, last.toUtf8(), first.toUtf8()});
+    }
+    return names;
+}
+
+void LookUpBare(BareStore& store, sqlite3_stmt* lookup, const std::vector<Name>& names) {
+    const auto bind = [lookup](int place, const QByteArray& bytes) {
+        sqlite3_bind_text(lookup, place, bytes.constData(), static_cast<int>(bytes.size()), SQLITE_STATIC);
+    };
+    Sum sum;
+    for (const Name& name : names) {
+        bind(1, name.lastBytes);
+        bind(2, name.firstBytes);
+        while (store.Step(lookup)) {
+            for (const int column : {0, 1, 6, 7, 8}) {
+                sum.AddText(lookup, column);
+            }
+        }
+        sqlite3_reset(lookup);
+    }
+}
+
+void LookUp(Database& database, const std::vector<Name>& names) {
+    Sum sum;
+    for (const Name& name : names) {
+        const auto found = database.OpenRecordset(u"Select * from Person where LastName = \""_s + name.last +
+                                                  u"\" and FirstName = \""_s + name.first + u'"');
+        if (!found->EndOfFile()) {
+            const Recordset& person = *found;
+            sum.Add(person["LastName"]);
+            sum.Add(person["FirstName"]);
+            sum.Add(person["Phone"]);
+            sum.Add(person["Extension"]);
+            sum.Add(person["Storage"]);
+        }
+    }
+}
+
+int ReservationOf(int change) {
+    return change * 37 % velmora::bench::benchReservations + 1;
+}
+
+struct BareUpdate {
+    sqlite3_stmt* read;
+    sqlite3_stmt* begin;
+    sqlite3_stmt* update;
+    sqlite3_stmt* commit;
+};
+
+void RunOnce(BareStore& store, sqlite3_stmt* statement) {
+    store.Step(statement);
+    sqlite3_reset(statement);
+}
+
+// Reads the record, turns one flag round and writes it in a transaction of its own.
+void ChangeBare(BareStore& store, const BareUpdate& statements) {
+    for (int i = 0; i < changes; ++i) {
+        sqlite3_bind_int(statements.read, 1, ReservationOf(i));
+        store.Step(statements.read);
+        const int flag = sqlite3_column_int(statements.read, 12);
+        sqlite3_reset(statements.read);
+        RunOnce(store, statements.begin);
+        sqlite3_bind_int(statements.update, 1, 1 - flag);
+        sqlite3_bind_int(statements.update, 2, ReservationOf(i));
+        RunOnce(store, statements.update);
+        RunOnce(store, statements.commit);
+    }
+}
+
+void Change(Database& database) {
+    for (int i = 0; i < changes; ++i) {
+        const auto record = database.OpenRecordset(
+            u"Select * from Reservation where ID = "_s + QString::number(ReservationOf(i)), RecordsetKind::Updatable);
+        record->Edit();
+        record->Set("SLockStart", !(*record)["SLockStart"].ToBool());
+        record->Update();
+    }
+}
+
+bool MeasureMemory(Database& database) {
+    constexpr double limit = 30.0;
+    const auto heap = [] {
+        const struct mallinfo2 info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    const auto before = heap();
+    const auto rows = database.OpenRecordset(QString::fromLatin1(joinText));
+    rows->MoveLast();
+    const double megabytes = static_cast<double>(heap() - before) / (1024.0 * 1024.0);
+    std::printf("%-52s %35.2f MB %5.0f MB %s\n", "Memory of that join as a snapshot", megabytes, limit,
+                megabytes <= limit ? "" : "ABOVE");
+    return megabytes <= limit && rows->RecordCount() >= velmora::bench::benchReservations;
+}
+
+} // namespace
+
+int main() {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"bench.mdb"_s);
+    velmora::bench::MakeBenchSite(path);
+
+    BareStore store(path);
+    velmora::engine::OpenOptions options;
+    options.durability = velmora::engine::Durability::Fast;
+    const auto database = Database::Open(path, options);
+
+    sqlite3_stmt* join = store.Prepare(joinText);
+    sqlite3_stmt* lookup = store.Prepare("SELECT * FROM Person WHERE LastName = ?1 AND FirstName = ?2");
+    const BareUpdate update{store.Prepare("SELECT * FROM Reservation WHERE ID = ?1"), store.Prepare("BEGIN IMMEDIATE"),
+                            store.Prepare("UPDATE Reservation SET SLockStart = ?1 WHERE ID = ?2"),
+                            store.Prepare("COMMIT")};
+
+    const std::vector<Name> names = NamesToLookUp();
+    std::printf("%-52s %12s %12s %6s %6s\n", "", "bare", "engine", "ratio", "limit");
+    bool good = Measure({"Join of 50,000 rows, 12 fields by name", 1.6, [&] { ReadJoinBare(store, join); },
+                         [&] { ReadJoin(*database); }},
+                        9);
+    good &= MeasureMemory(*database);
+    good &= Measure({"20,000 look-ups, text built per call", 1.1, [&] { LookUpBare(store, lookup, names); },
+                     [&] { LookUp(*database, names); }},
+                    9);
+    good &= Measure({"2,000 records opened and one field updated", 1.1, [&] { ChangeBare(store, update); },
+                     [&] { Change(*database); }},
+                    9);
+    return good ? 0 : 1;
+}

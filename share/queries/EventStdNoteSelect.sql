@@ -1,0 +1,2 @@
+SELECT [Event/StandardNote].EventType, StandardNotes.*
+FROM [Event/StandardNote] INNER JOIN StandardNotes ON StandardNotes.Name = [Event/StandardNote].StandardNote

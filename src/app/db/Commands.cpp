@@ -1,0 +1,154 @@
+#include "app/db/Commands.h"
+
+#include "app/StandardStreams.h"
+#include "app/db/Output.h"
+#include "app/db/ParameterText.h"
+#include "app/db/RowPrinter.h"
+#include "data/CreateSite.h"
+#include "data/SiteSchema.h"
+#include "engine/Database.h"
+#include "engine/Repair.h"
+
+#include <algorithm>
+
+namespace velmora::db {
+
+namespace {
+
+using engine::EngineError;
+using engine::EngineErrorNumber;
+
+void Tell(const QString& text) {
+    Output output;
+    output.Add(text);
+    output.Flush();
+}
+
+ExitCode Refuse(ExitCode code, const QString& reason) {
+    WriteStandardError(QStringLiteral("velmora-db: %1\n").arg(reason));
+    return code;
+}
+
+ExitCode CodeOf(EngineErrorNumber number) {
+    switch (number) {
+    case EngineErrorNumber::FileNotFound:
+        return ExitCode::NoDatabase;
+    case EngineErrorNumber::Damaged:
+        return ExitCode::Damaged;
+    default:
+        return ExitCode::Failed;
+    }
+}
+
+ExitCode Create(const CommandLine& line, const Clock& clock) {
+    std::optional<demo::Options> demo;
+    if (line.tier) {
+        demo = demo::Options{.tier = *line.tier, .today = line.today.value_or(clock.Today())};
+        demo->seed = line.seed.value_or(demo->seed);
+    }
+    Tell(QStringLiteral("%1: created\n").arg(CreateSite(line.folder, demo)));
+    return ExitCode::Done;
+}
+
+ExitCode Check(const CommandLine& line) {
+    const QString path = SiteDatabasePath(line.folder);
+    const engine::CheckResult result = engine::CheckDatabase(path, SiteOptions());
+    Tell(result.isSound ? QStringLiteral("%1: sound\n").arg(path)
+                        : QStringLiteral("%1: damaged\n%2\n").arg(path, result.fault));
+    return result.isSound ? ExitCode::Done : ExitCode::Damaged;
+}
+
+ExitCode Repair(const CommandLine& line, const Clock& clock) {
+    const QString path = SiteDatabasePath(line.folder);
+    if (engine::IsInUse(path)) {
+        return Refuse(ExitCode::InUse, QStringLiteral("%1 is in use by another program.").arg(path));
+    }
+    if (engine::CheckDatabase(path, SiteOptions()).isSound) {
+        Tell(QStringLiteral("%1: sound, nothing to repair\n").arg(path));
+        return ExitCode::Done;
+    }
+    try {
+        const engine::RepairReport report = engine::RepairDatabase(path, SiteSchemaText(), clock.Now());
+        Tell(QStringLiteral("%1: repaired\n%2\n").arg(path, report.ToText().trimmed()));
+        return ExitCode::Done;
+    } catch (const EngineError& error) {
+        switch (error.Kind()) {
+        case EngineErrorNumber::RecordLocked:
+            return Refuse(ExitCode::InUse, error.Description());
+        case EngineErrorNumber::FileNotFound:
+            throw;
+        default:
+            return Refuse(ExitCode::NotRepaired, error.Description());
+        }
+    }
+}
+
+void SetParameters(engine::QueryDef& query, const std::vector<ParameterText>& texts) {
+    const auto known = query.Parameters();
+    for (const ParameterText& text : texts) {
+        const auto found = std::find_if(known.begin(), known.end(), [&](const auto& parameter) {
+            return parameter.name.compare(text.name, Qt::CaseInsensitive) == 0;
+        });
+        const engine::FieldType type =
+            found != known.end() && found->declared ? found->type : engine::FieldType::Unknown;
+        const std::optional<Value> value = ReadDeclared(text.value, type);
+        if (!value) {
+            throw ProgramError(ErrorNumber::TypeMismatch,
+                               QStringLiteral("The parameter \"%1\" takes %2; \"%3\" is none.")
+                                   .arg(found->name, TypeInWords(type), text.value));
+        }
+        query.SetParameter(text.name, *value);
+    }
+}
+
+engine::QueryDef FindQuery(engine::Database& database, const QString& text) {
+    const QString name = text.trimmed();
+    const QStringList names = database.QueryNames();
+    const bool isStored = names.contains(name, Qt::CaseInsensitive);
+    return isStored ? database.OpenQueryDef(name) : database.CreateQueryDef(text);
+}
+
+ExitCode Query(const CommandLine& line) {
+    const std::unique_ptr<engine::Database> database = OpenSite(SiteDatabasePath(line.folder));
+    engine::QueryDef query = FindQuery(*database, line.query);
+    SetParameters(query, line.parameters);
+    Output output;
+    if (query.IsAction()) {
+        output.Add(QStringLiteral("rows: %1\n").arg(query.Execute()));
+    } else {
+        PrintRows(*query.OpenRecordset(), output);
+    }
+    output.Flush();
+    return ExitCode::Done;
+}
+
+ExitCode RunCommand(const CommandLine& line, const Clock& clock) {
+    switch (line.kind) {
+    case CommandKind::Create:
+        return Create(line, clock);
+    case CommandKind::Check:
+        return Check(line);
+    case CommandKind::Repair:
+        return Repair(line, clock);
+    case CommandKind::Query:
+        return Query(line);
+    case CommandKind::Help:
+        break;
+    }
+    Tell(Usage());
+    return ExitCode::Done;
+}
+
+} // namespace
+
+ExitCode Run(const CommandLine& line, const Clock& clock) {
+    try {
+        return RunCommand(line, clock);
+    } catch (const EngineError& error) {
+        return Refuse(CodeOf(error.Kind()), error.Description());
+    } catch (const std::exception&) {
+        return Refuse(ExitCode::Failed, CurrentError().Description());
+    }
+}
+
+} // namespace velmora::db

@@ -1,0 +1,96 @@
+#include "app/db/ParameterText.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+
+namespace velmora::db {
+
+namespace {
+
+using engine::FieldType;
+
+std::optional<Value> ReadDateTime(const QString& text) {
+    constexpr qsizetype dayLength = 10;
+    constexpr qsizetype fullLength = 19;
+    const bool isForm = text.size() == dayLength || (text.size() == fullLength && text[dayLength] == u' ');
+    const std::optional<DateTime> moment = isForm ? ParseStorageText(text) : std::nullopt;
+    return moment ? std::optional<Value>(*moment) : std::nullopt;
+}
+
+std::optional<Value> ReadYesNo(const QString& text) {
+    if (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) {
+        return Value(true);
+    }
+    if (text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) {
+        return Value(false);
+    }
+    return std::nullopt;
+}
+
+// Only what looks like a number: no blanks, no "inf", no digits of other scripts.
+bool LooksLikeNumber(const QString& text, bool whole) {
+    const QRegularExpression form(whole ? QStringLiteral("\\A[+-]?[0-9]+\\z")
+                                        : QStringLiteral("\\A[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?\\z"));
+    return form.match(text).hasMatch();
+}
+
+std::optional<Value> ReadInteger(const QString& text) {
+    bool fits = false;
+    const qint64 number = text.toLongLong(&fits);
+    return fits && LooksLikeNumber(text, true) ? std::optional<Value>(number) : std::nullopt;
+}
+
+std::optional<Value> ReadReal(const QString& text) {
+    bool fits = false;
+    const double number = text.toDouble(&fits);
+    return fits && std::isfinite(number) && LooksLikeNumber(text, false) ? std::optional<Value>(number) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<Value> ReadDeclared(const QString& text, FieldType type) {
+    switch (type) {
+    case FieldType::YesNo:
+        return ReadYesNo(text);
+    case FieldType::Integer:
+        return ReadInteger(text);
+    case FieldType::Real:
+        return ReadReal(text);
+    case FieldType::DateTime:
+        return ReadDateTime(text);
+    case FieldType::Text:
+        return Value(text);
+    case FieldType::Unknown:
+        break;
+    }
+    return ReadUndeclared(text);
+}
+
+Value ReadUndeclared(const QString& text) {
+    for (const auto read : {ReadInteger, ReadReal, ReadDateTime, ReadYesNo}) {
+        if (const std::optional<Value> value = read(text)) {
+            return *value;
+        }
+    }
+    return text;
+}
+
+QString TypeInWords(FieldType type) {
+    switch (type) {
+    case FieldType::YesNo:
+        return QStringLiteral("true or false");
+    case FieldType::Integer:
+        return QStringLiteral("a whole number");
+    case FieldType::Real:
+        return QStringLiteral("a number");
+    case FieldType::DateTime:
+        return QStringLiteral("a date-time as YYYY-MM-DD or YYYY-MM-DD HH:MM:SS");
+    case FieldType::Text:
+    case FieldType::Unknown:
+        break;
+    }
+    return QStringLiteral("a text");
+}
+
+} // namespace velmora::db

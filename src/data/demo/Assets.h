@@ -1,0 +1,57 @@
+#pragma once
+
+#include "base/Value.h"
+#include "data/demo/Random.h"
+#include "data/demo/RowSink.h"
+#include "data/demo/Scale.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <vector>
+
+namespace velmora::demo {
+
+enum class AssetKind {
+    ConferenceRoom,
+    TrainingRoom,
+    Lab,
+    MeetingRoom,
+    Desk,
+    Office,
+    VisitorOffice,
+    OtherRoom,
+    Equipment,
+    Extension,
+    GuestExtension,
+    Unused,
+    Gone, // deleted since: reservations name its number, but it has no row
+};
+
+struct Asset {
+    int id = 0;
+    AssetKind kind = AssetKind::Gone;
+    QString name;
+    QString description;
+    int building = 0; // 1, 2, ...; 0 for what has no fixed place
+    int floor = 0;
+    int room = 0; // its number on the floor
+    int seats = 0;
+};
+
+// All assets of a site in the order of their numbers, those that are gone included.
+std::vector<Asset> MakeAssets(const Scale& scale, Random random);
+
+// The three areas a place belongs to: its building, its floor and its evacuation zone. All empty without a building.
+std::array<QString, 3> AreasOf(const Asset& asset);
+
+// The space types that a kind of asset may be used for, the usual one first.
+QStringList EventTypesOf(AssetKind kind);
+
+bool IsPlace(AssetKind kind);
+
+// The rows of [Asset] and the link tables that say what an asset may be used for.
+void WriteAssets(const std::vector<Asset>& assets, Random random, RowSink& sink);
+
+} // namespace velmora::demo

@@ -1,0 +1,276 @@
+#include "data/demo/Bookings.h"
+
+#include "data/demo/Calendar.h"
+#include "data/demo/EventNames.h"
+#include "data/demo/EventTimes.h"
+#include "data/demo/RoomDiary.h"
+#include "data/demo/WordFile.h"
+
+#include <array>
+
+namespace velmora::demo {
+
+namespace {
+
+struct EventRule {
+    AssetKind kind;
+    const char* eventType;
+    int share; // of the kind's events
+    Span span;
+    int guestPercent; // how often it is for a guest's organization
+    int phonePercent; // how often a guest telephone is booked with it
+};
+
+constexpr EventRule Rules[] = {
+    {AssetKind::ConferenceRoom, "Meeting", 60, Span::Meeting, 8, 3},
+    {AssetKind::ConferenceRoom, "Conference", 6, Span::BigEvent, 30, 10},
+    {AssetKind::ConferenceRoom, "Workshop", 14, Span::HalfDay, 10, 2},
+    {AssetKind::ConferenceRoom, "Visitor", 11, Span::Visit, 85, 15},
+    {AssetKind::ConferenceRoom, "Interview", 9, Span::Interview, 2, 5},
+    {AssetKind::TrainingRoom, "Training", 74, Span::Course, 6, 5},
+    {AssetKind::TrainingRoom, "Workshop", 16, Span::HalfDay, 5, 2},
+    {AssetKind::TrainingRoom, "Meeting", 10, Span::Meeting, 5, 0},
+    {AssetKind::Lab, "Lab work", 100, Span::Laboratory, 8, 2},
+    {AssetKind::MeetingRoom, "Meeting", 66, Span::Meeting, 6, 2},
+    {AssetKind::MeetingRoom, "Interview", 20, Span::Interview, 3, 6},
+    {AssetKind::MeetingRoom, "Visitor", 9, Span::Visit, 80, 12},
+    {AssetKind::MeetingRoom, "Desk", 5, Span::DeskDays, 40, 25},
+    {AssetKind::Desk, "Desk", 100, Span::DeskDays, 35, 20},
+    {AssetKind::VisitorOffice, "Office", 100, Span::Weeks, 70, 40},
+    {AssetKind::OtherRoom, "Meeting", 70, Span::Meeting, 2, 0},
+    {AssetKind::OtherRoom, "Visitor", 30, Span::Visit, 60, 0},
+    {AssetKind::Equipment, "Equipment", 100, Span::Loan, 4, 0},
+    {AssetKind::Gone, "Meeting", 100, Span::Meeting, 5, 0},
+    {AssetKind::Unused, "Meeting", 100, Span::Meeting, 0, 0},
+};
+
+// Events of a kind's rooms in a hundred days when everything is as full as it gets.
+struct Demand {
+    AssetKind kind;
+    int perHundredDays;
+};
+
+constexpr Demand Demands[] = {
+    {AssetKind::ConferenceRoom, 230}, {AssetKind::TrainingRoom, 45}, {AssetKind::Lab, 22},
+    {AssetKind::MeetingRoom, 165},    {AssetKind::Desk, 35},         {AssetKind::VisitorOffice, 2},
+    {AssetKind::OtherRoom, 8},        {AssetKind::Equipment, 15},    {AssetKind::Gone, 3},
+    {AssetKind::Unused, 5},
+};
+
+constexpr size_t KindCount = static_cast<size_t>(AssetKind::Gone) + 1;
+
+class DayByDay {
+public:
+    DayByDay(const Options& options, const Scale& scale, const std::vector<Asset>& assets, const Staff& staff,
+             const std::vector<Occupancy>& occupancies, Random random, ReservationWriter& writer)
+        : options_(options), scale_(scale), assets_(assets), staff_(staff), occupancies_(occupancies), random_(random),
+          writer_(writer), diary_(static_cast<int>(assets.size())) {
+        guests_ = WordFile::Load(QStringLiteral("organizations.txt")).Entries(QStringLiteral("guests"));
+        std::vector<bool> occupied(assets.size(), false);
+        for (const Occupancy& occupancy : occupancies) {
+            occupied[static_cast<size_t>(occupancy.asset)] = true;
+        }
+        for (size_t n = 0; n < assets.size(); ++n) {
+            if (!occupied[n]) {
+                rooms_[static_cast<size_t>(assets[n].kind)].push_back(static_cast<int>(n));
+            }
+        }
+        for (const EventRule& rule : Rules) {
+            const QString type = QString::fromLatin1(rule.eventType);
+            kinds_[static_cast<size_t>(rule.kind)].push_back({&rule, type, names_.TypeNumber(type)});
+        }
+        for (const Demand& demand : Demands) {
+            demand_ += DemandOf(demand);
+        }
+    }
+
+    void Run() {
+        std::vector<DateTime> fixed;
+        for (const Occupancy& occupancy : occupancies_) {
+            fixed.push_back(occupancy.start);
+        }
+        const std::vector<DayPlan> plan = PlanDays(options_, scale_, fixed);
+        WriteOccupanciesBefore(plan.front().day);
+        int missing = 0; // what did not fit into a full house is made up for on the next day
+        for (const DayPlan& day : plan) {
+            missing += day.starts - WriteOccupanciesBefore(day.day + std::chrono::days(1));
+            missing = FillDay(day.day, missing);
+        }
+    }
+
+private:
+    struct EventKind {
+        const EventRule* rule = nullptr;
+        QString type;
+        int names = 0;
+    };
+
+    int DemandOf(const Demand& demand) const {
+        return static_cast<int>(rooms_[static_cast<size_t>(demand.kind)].size()) * demand.perHundredDays;
+    }
+
+    int WriteOccupanciesBefore(Date day) {
+        int written = 0;
+        while (next_ < occupancies_.size() && occupancies_[next_].start < StartOfDay(day)) {
+            WriteOccupancy(occupancies_[next_++]);
+            ++written;
+        }
+        return written;
+    }
+
+    void WriteOccupancy(const Occupancy& occupancy) {
+        Booking booking;
+        booking.assetId = AssetAt(occupancy.asset).id;
+        booking.start = occupancy.start;
+        booking.end = occupancy.end;
+        booking.person = occupancy.person;
+        booking.permanent = occupancy.kind != OccupancyKind::Vacant;
+        switch (occupancy.kind) {
+        case OccupancyKind::Office:
+            booking.name = QStringLiteral("Office ") + occupancy.person->lastName;
+            booking.eventType = QStringLiteral("Office");
+            booking.attendees = 1;
+            break;
+        case OccupancyKind::Telephone:
+            booking.name = QStringLiteral("Line ") + occupancy.person->lastName;
+            booking.eventType = QStringLiteral("Telephone");
+            break;
+        case OccupancyKind::Vacant:
+            booking.eventType = QStringLiteral("UNUSED");
+            booking.name = names_.Next(names_.TypeNumber(booking.eventType), DateOf(booking.start), random_);
+            break;
+        }
+        if (occupancy.person != nullptr) {
+            booking.organization = occupancy.person->organization;
+        }
+        writer_.Write(booking);
+    }
+
+    // Books `count` reservations that start on the day; returns how many did not fit.
+    int FillDay(Date day, int count) {
+        int attempts = 40 * count + 200;
+        while (count > 0 && attempts-- > 0) {
+            const int luck = random_.Below(1000);
+            count -= luck < 10 ? Close(day) : BookEvent(day, count);
+        }
+        return count;
+    }
+
+    // A room that cannot be used for some days, or a desk that is kept free.
+    int Close(Date day) {
+        static constexpr AssetKind closable[] = {AssetKind::ConferenceRoom, AssetKind::MeetingRoom,
+                                                 AssetKind::TrainingRoom, AssetKind::Lab, AssetKind::Desk};
+        const AssetKind kind = closable[random_.Below(static_cast<int>(std::size(closable)))];
+        const std::vector<int>& rooms = rooms_[static_cast<size_t>(kind)];
+        const int room = random_.Pick(rooms);
+        const EventTimes times = DrawTimes(Span::Closure, day, random_);
+        if (!diary_.Take(room, day, times.startQuarter, times.end)) {
+            return 0;
+        }
+        Booking booking;
+        booking.assetId = AssetAt(room).id;
+        booking.start = StartOfDay(day);
+        booking.end = times.end;
+        booking.eventType = kind == AssetKind::Desk ? QStringLiteral("UNUSED") : QStringLiteral("UNAVAILABLE");
+        booking.name = names_.Next(names_.TypeNumber(booking.eventType), DateOf(booking.start), random_);
+        booking.organization = QStringLiteral("Facilities");
+        writer_.Write(booking);
+        return 1;
+    }
+
+    AssetKind DrawKind() {
+        int left = random_.Below(demand_);
+        for (const Demand& demand : Demands) {
+            left -= DemandOf(demand);
+            if (left < 0) {
+                return demand.kind;
+            }
+        }
+        return AssetKind::ConferenceRoom;
+    }
+
+    const EventKind& DrawEvent(AssetKind kind) {
+        const std::vector<EventKind>& events = kinds_[static_cast<size_t>(kind)];
+        int left = random_.Below(100);
+        for (const EventKind& event : events) {
+            left -= event.rule->share;
+            if (left < 0) {
+                return event;
+            }
+        }
+        return events.front();
+    }
+
+    // An event, and sometimes the guest telephone for it. Returns the reservations written, at most `limit`.
+    int BookEvent(Date day, int limit) {
+        const AssetKind kind = DrawKind();
+        const EventKind& event = DrawEvent(kind);
+        const EventTimes times = DrawTimes(event.rule->span, day, random_);
+        const int room = random_.Pick(rooms_[static_cast<size_t>(kind)]);
+        if (!diary_.Take(room, day, times.startQuarter, times.end)) {
+            return 0;
+        }
+        const Asset& asset = AssetAt(room);
+        Booking booking;
+        booking.assetId = asset.id;
+        booking.start = StartOfDay(day) + std::chrono::minutes(15 * times.startQuarter);
+        booking.end = times.end;
+        booking.eventType = event.type;
+        booking.name = names_.Next(event.names, day, random_);
+        booking.person = &DrawPerson();
+        booking.organization =
+            random_.Percent(event.rule->guestPercent) ? random_.Pick(guests_) : booking.person->organization;
+        booking.attendees = asset.seats > 2 ? random_.Between(2, asset.seats) : asset.seats;
+        const int id = writer_.Write(booking);
+        if (limit > 1 && random_.Percent(event.rule->phonePercent)) {
+            return 1 + BookGuestTelephone(booking, id, times.startQuarter);
+        }
+        return 1;
+    }
+
+    int BookGuestTelephone(Booking booking, int reservation, int startQuarter) {
+        const int line = random_.Pick(rooms_[static_cast<size_t>(AssetKind::GuestExtension)]);
+        if (!diary_.Take(line, DateOf(booking.start), startQuarter, booking.end)) {
+            return 0;
+        }
+        booking.assetId = AssetAt(line).id;
+        booking.eventType = QStringLiteral("Guest Extension");
+        booking.attendees = 0;
+        booking.link = reservation;
+        writer_.Write(booking);
+        return 1;
+    }
+
+    // Assistants, who stand first in the list, book for others too.
+    const Person& DrawPerson() {
+        const int persons = static_cast<int>(staff_.persons.size());
+        const int index = random_.Percent(20) ? random_.Below(persons / 15) : random_.Below(persons);
+        return staff_.persons[static_cast<size_t>(index)];
+    }
+
+    const Asset& AssetAt(int index) const { return assets_[static_cast<size_t>(index)]; }
+
+    const Options& options_;
+    const Scale& scale_;
+    const std::vector<Asset>& assets_;
+    const Staff& staff_;
+    const std::vector<Occupancy>& occupancies_;
+    Random random_;
+    ReservationWriter& writer_;
+    RoomDiary diary_;
+    EventNames names_;
+    QStringList guests_;
+    std::array<std::vector<int>, KindCount> rooms_;
+    std::array<std::vector<EventKind>, KindCount> kinds_;
+    int demand_ = 0;
+    size_t next_ = 0; // the first occupancy that is not written yet
+};
+
+} // namespace
+
+void WriteReservations(const Options& options, const Scale& scale, const std::vector<Asset>& assets, const Staff& staff,
+                       const std::vector<Occupancy>& occupancies, Random random, ReservationWriter& writer) {
+    DayByDay(options, scale, assets, staff, occupancies, random, writer).Run();
+}
+
+} // namespace velmora::demo

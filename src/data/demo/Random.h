@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace velmora::demo {
+
+// A small generator of random numbers (PCG, 32 bits out of 64) whose results are the same with every library, so that a
+// seed makes the same demo site everywhere. Each subject draws from a stream of its own: a change of one leaves the
+// others as they were.
+class Random {
+public:
+    Random(std::uint64_t seed, std::uint64_t stream) : increment_((stream << 1U) | 1U) {
+        Next();
+        state_ += seed;
+        Next();
+    }
+
+    std::uint32_t Next() {
+        const std::uint64_t old = state_;
+        state_ = old * 6364136223846793005ULL + increment_;
+        const auto shifted = static_cast<std::uint32_t>(((old >> 18U) ^ old) >> 27U);
+        const auto rotation = static_cast<std::uint32_t>(old >> 59U);
+        return (shifted >> rotation) | (shifted << ((32U - rotation) & 31U));
+    }
+
+    // 0 to count - 1; `count` at least 1.
+    int Below(int count) {
+        return static_cast<int>((std::uint64_t{Next()} * static_cast<std::uint64_t>(count)) >> 32U);
+    }
+    // Both ends included.
+    int Between(int low, int high) { return low + Below(high - low + 1); }
+    bool Percent(int chance) { return Below(100) < chance; }
+    bool PerTenThousand(int chance) { return Below(10000) < chance; }
+
+    template <typename List>
+    const auto& Pick(const List& list) {
+        return list[static_cast<decltype(list.size())>(Below(static_cast<int>(list.size())))];
+    }
+
+    template <typename T>
+    void Shuffle(std::vector<T>& list) {
+        for (size_t last = list.size(); last > 1; --last) {
+            std::swap(list[last - 1], list[static_cast<size_t>(Below(static_cast<int>(last)))]);
+        }
+    }
+
+private:
+    std::uint64_t state_ = 0;
+    std::uint64_t increment_;
+};
+
+} // namespace velmora::demo

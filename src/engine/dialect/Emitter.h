@@ -1,0 +1,121 @@
+#pragma once
+
+#include "engine/dialect/Ast.h"
+#include "engine/dialect/Compiler.h"
+#include "engine/dialect/FunctionTable.h"
+#include "engine/dialect/SqlText.h"
+
+#include <QHash>
+
+#include <vector>
+
+namespace velmora::engine::dialect {
+
+// Writes a resolved statement as SQL of the embedded store. Every literal and parameter becomes a "?n" with a binding.
+class Emitter {
+public:
+    struct Emitted {
+        QByteArray sql;
+        std::vector<Binding> bindings;
+        bool literalsShapeText = false;
+    };
+
+    // `keys`: the select returns the key columns of its origins behind the visible ones.
+    static Emitted Emit(const Statement& statement, bool keys);
+    // The same columns of one row, found by the keys of the select's origins: see CompiledStatement::rereadSql.
+    static Emitted EmitReread(const Query& query);
+
+private:
+    // What a select is for, and so what its text must hold besides its columns.
+    enum class Use {
+        Result,  // rows for the caller
+        Source,  // a sub-select in FROM: its columns are named c0, c1, ...
+        Value,   // one value
+        Members, // behind IN
+        Exists,
+        Insert, // rows for a table
+    };
+    struct SelectOptions {
+        Use use = Use::Result;
+        bool keys = false;     // key columns behind the visible ones (k0, k1, ... in a Source)
+        bool everyRow = false; // without WHERE and order
+        bool truth = false;    // Members: compared by their truth
+        const std::vector<SourceColumn>* target = nullptr; // Insert: the fields that take the columns
+    };
+    struct OrderTerm {
+        SqlText sql;
+        SqlType type = SqlType::Unknown;
+        bool descending = false;
+    };
+
+    // Statements (Emitter.cpp)
+    QByteArray EmitStatement(const Statement& statement, bool keys);
+    QByteArray EmitUpdate(const Statement& statement);
+    QByteArray EmitInsert(const Statement& statement);
+    QByteArray EmitDelete(const Statement& statement);
+    QByteArray EmitActionWhere(const Statement& statement);
+    // Throws for a text that the store's parser could not take.
+    static void CheckDepth(const SqlText& text);
+    QByteArray Bind(Binding binding);
+    Emitted Finish(QByteArray sql);
+
+    // Queries (QueryEmitter.cpp)
+    SqlText EmitQuery(const Query& query, const SelectOptions& options);
+    SqlText EmitSelect(const Query& query, const Select& select, const SelectOptions& options);
+    SqlText EmitOutput(const Query& query, const Select& select, size_t index, const SelectOptions& options);
+    SqlText EmitSources(const Select& select, const SelectOptions& options);
+    SqlText EmitJoined(std::vector<const Source*> parts, const std::vector<const Expression*>& conditions,
+                       const SelectOptions& options);
+    static void FlattenJoins(const Source& source, std::vector<const Source*>& parts,
+                             std::vector<const Expression*>& conditions);
+    SqlText EmitPart(const Source& source, const SelectOptions& options);
+    SqlText EmitOrder(const Query& query);
+    static SqlText EmitTerms(const std::vector<OrderTerm>& terms);
+    OrderTerm EmitOrderItem(const Query& query, const OrderItem& item);
+    std::vector<OrderTerm> ImpliedOrder(const Query& query, const Select& select, const std::vector<OrderItem>& given);
+    static std::vector<OrderTerm> MemberOrder(const std::vector<SqlType>& types, const std::vector<OrderItem>& given);
+    static std::vector<SqlText> KeyColumns(const std::vector<Origin>& origins);
+
+    // Expressions (ExpressionEmitter.cpp)
+    SqlText Emit(const Expression& expression);
+    SqlText EmitCondition(const Expression& expression);
+    SqlText EmitLiteral(const Expression& expression);
+    SqlText EmitName(const Expression& expression);
+    SqlText EmitJunction(const Expression& expression, size_t from, size_t to);
+    SqlText EmitComparison(const Expression& expression);
+    SqlText EmitFlagComparison(const Expression& expression);
+    SqlText EmitArithmetic(const Expression& expression);
+    SqlText EmitConcatenation(const Expression& expression);
+    SqlText EmitBetween(const Expression& expression);
+    SqlText EmitIn(const Expression& expression);
+    SqlText EmitLike(const Expression& expression);
+    SqlText EmitNullTest(const Expression& expression);
+
+    // Function calls (CallEmitter.cpp)
+    SqlText EmitCall(const Expression& expression);
+    SqlText EmitChoice(const Expression& expression);
+    SqlText EmitDefault(const Expression& expression);
+    SqlText EmitAggregate(const Expression& expression);
+    SqlText EmitArgument(const Expression& expression, ArgumentKind kind);
+    // The operand's value, turned into another kind.
+    SqlText Operand(const Expression& expression, SqlType type) {
+        return Convert(Emit(expression), expression.type, type);
+    }
+
+    // Values of one kind as another (Conversions.cpp)
+    static SqlText Truth(const SqlText& value, SqlType type);
+    static SqlText AsNumber(const SqlText& value, SqlType type);
+    static SqlText AsText(const SqlText& value, SqlType type);
+    static SqlText Convert(const SqlText& value, SqlType from, SqlType to);
+    static SqlText ForField(const SqlText& value, SqlType from, SqlType field);
+    static SqlText Collated(const SqlText& value, SqlType type);
+
+    std::vector<Binding> bindings_;
+    QHash<int, int> literalNumbers_;   // literal to "?n"
+    QHash<int, int> parameterNumbers_; // parameter to "?n"
+    // The select that aggregate functions belong to at the moment.
+    const Select* select_ = nullptr;
+    bool literalsShapeText_ = false;
+};
+
+} // namespace velmora::engine::dialect

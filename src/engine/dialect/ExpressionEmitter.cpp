@@ -1,0 +1,335 @@
+#include "engine/dialect/Emitter.h"
+#include "engine/dialect/LikePattern.h"
+#include "engine/dialect/Types.h"
+
+#include <array>
+
+namespace velmora::engine::dialect {
+
+namespace {
+
+struct OperatorText {
+    Operator op;
+    const char* text;
+    Binds binds;
+};
+
+constexpr std::array operators = std::to_array<OperatorText>({
+    {Operator::Add, "+", Binds::Sum},
+    {Operator::Subtract, "-", Binds::Sum},
+    {Operator::Multiply, "*", Binds::Product},
+    {Operator::Divide, "/", Binds::Product},
+    {Operator::Modulo, "%", Binds::Product},
+    {Operator::Concatenate, "||", Binds::Join},
+    {Operator::Equal, "=", Binds::Equality},
+    {Operator::NotEqual, "<>", Binds::Equality},
+    {Operator::Less, "<", Binds::Order},
+    {Operator::LessEqual, "<=", Binds::Order},
+    {Operator::Greater, ">", Binds::Order},
+    {Operator::GreaterEqual, ">=", Binds::Order},
+});
+
+SqlText Combine(Operator op, const SqlText& left, const SqlText& right) {
+    const OperatorText& entry = operators[static_cast<size_t>(op)];
+    return Infix(left, entry.text, right, entry.binds);
+}
+
+SqlText Negated(const SqlText& condition) {
+    const SqlText inner = condition.Within(Binds::Not);
+    return {"NOT " + inner.text, Binds::Not, inner.pending + 1, false};
+}
+
+template <typename... Arguments>
+SqlText CallWith(const char* function, const Arguments&... arguments) {
+    return CallText(function, std::initializer_list<SqlText>{arguments...});
+}
+
+} // namespace
+
+SqlText Emitter::Emit(const Expression& expression) {
+    using Kind = Expression::Kind;
+    switch (expression.kind) {
+    case Kind::Literal:
+        return EmitLiteral(expression);
+    case Kind::Flag:
+        return {expression.value.ToBool() ? QByteArrayLiteral("1") : QByteArrayLiteral("0")};
+    case Kind::Null:
+        return {QByteArrayLiteral("NULL")};
+    case Kind::Name:
+        return EmitName(expression);
+    case Kind::Negate: {
+        const Expression& operand = *expression.operands[0];
+        const SqlText number = AsNumber(Emit(operand), operand.type).Within(Binds::Whole);
+        return {'-' + number.text, Binds::Sign, number.pending + 1, false};
+    }
+    case Kind::Binary:
+        return IsComparison(expression.op) ? EmitComparison(expression) : EmitArithmetic(expression);
+    case Kind::Not:
+        return Negated(EmitCondition(*expression.operands[0]));
+    case Kind::And:
+    case Kind::Or:
+        return EmitJunction(expression, 0, expression.operands.size());
+    case Kind::Between:
+        return EmitBetween(expression);
+    case Kind::In:
+        return EmitIn(expression);
+    case Kind::Like:
+        return EmitLike(expression);
+    case Kind::IsNull:
+        return EmitNullTest(expression);
+    case Kind::Exists:
+    case Kind::Subquery: {
+        const bool exists = expression.kind == Kind::Exists;
+        const SqlText query = EmitQuery(*expression.query, {exists ? Use::Exists : Use::Value});
+        return {(exists ? "EXISTS (" : "(") + query.text + ')', Binds::Whole, query.pending + 2, !exists};
+    }
+    case Kind::Call:
+        return EmitCall(expression);
+    }
+    return {};
+}
+
+SqlText Emitter::EmitCondition(const Expression& expression) {
+    return Truth(Emit(expression), expression.type);
+}
+
+SqlText Emitter::EmitLiteral(const Expression& expression) {
+    Binding binding;
+    binding.type = expression.type;
+    if (expression.literal < 0) {
+        binding.source = Binding::Source::Constant;
+        binding.constant = expression.value;
+        return {Bind(std::move(binding))};
+    }
+    int& number = literalNumbers_[expression.literal];
+    if (number == 0) {
+        binding.source = Binding::Source::Literal;
+        binding.index = expression.literal;
+        Bind(std::move(binding));
+        number = static_cast<int>(bindings_.size());
+    }
+    return {'?' + QByteArray::number(number)};
+}
+
+SqlText Emitter::EmitName(const Expression& expression) {
+    if (expression.source) {
+        const Source& source = *expression.source;
+        const QByteArray column = source.table ? Quoted(source.columns[static_cast<size_t>(expression.column)].name)
+                                               : "\"c" + QByteArray::number(expression.column) + '"';
+        return {Quoted(source.sqlAlias) + '.' + column, Binds::Whole, 3, true};
+    }
+    int& number = parameterNumbers_[expression.parameter];
+    if (number == 0) {
+        Binding binding;
+        binding.source = Binding::Source::Parameter;
+        binding.index = expression.parameter;
+        binding.type = expression.type;
+        Bind(std::move(binding));
+        number = static_cast<int>(bindings_.size());
+    }
+    return {'?' + QByteArray::number(number)};
+}
+
+// And, Or. A long row of operands becomes a balanced tree, which the store's limit on depth does not meet.
+SqlText Emitter::EmitJunction(const Expression& expression, size_t from, size_t to) {
+    const bool all = expression.kind == Expression::Kind::And;
+    const Binds binds = all ? Binds::And : Binds::Or;
+    const QByteArray word = all ? "AND" : "OR";
+    constexpr size_t flat = 16;
+    if (to - from > flat) {
+        const size_t middle = from + (to - from) / 2;
+        const SqlText left = EmitJunction(expression, from, middle);
+        return Infix(left, word, EmitJunction(expression, middle, to), binds);
+    }
+    SqlText text = EmitCondition(*expression.operands[from]);
+    for (size_t i = from + 1; i < to; ++i) {
+        text = Infix(text, word, EmitCondition(*expression.operands[i]), binds);
+    }
+    return text;
+}
+
+SqlText Emitter::EmitComparison(const Expression& expression) {
+    const Expression& left = *expression.operands[0];
+    const Expression& right = *expression.operands[1];
+    if (left.type == SqlType::YesNo || right.type == SqlType::YesNo) {
+        return EmitFlagComparison(expression);
+    }
+    const SqlText first = Emit(left);
+    SqlText second = Emit(right);
+    const auto isText = [](SqlType type) { return type == SqlType::Text || type == SqlType::Unknown; };
+    if (isText(left.type) && isText(right.type)) {
+        second = Collated(second, SqlType::Text);
+    }
+    return Combine(expression.op, first, second);
+}
+
+// Yes/no values compare by their truth, never by the number they are stored as.
+SqlText Emitter::EmitFlagComparison(const Expression& expression) {
+    const Expression& left = *expression.operands[0];
+    const Expression& right = *expression.operands[1];
+    const bool equality = expression.op == Operator::Equal || expression.op == Operator::NotEqual;
+    const bool leftFlag = left.kind == Expression::Kind::Flag;
+    if (!equality || (!leftFlag && right.kind != Expression::Kind::Flag)) {
+        const SqlText first = EmitCondition(left);
+        return Combine(expression.op, first.Within(Binds::Whole), EmitCondition(right).Within(Binds::Whole));
+    }
+    const Expression& flag = leftFlag ? left : right;
+    const Expression& tested = leftFlag ? right : left;
+    const SqlText value = Emit(tested);
+    if (flag.value.ToBool() == (expression.op == Operator::Equal)) {
+        return Truth(value, tested.type);
+    }
+    if (tested.type == SqlType::YesNo && !value.stored) {
+        return Negated(value);
+    }
+    return Infix(value, "=", {QByteArrayLiteral("0")}, Binds::Equality);
+}
+
+SqlText Emitter::EmitArithmetic(const Expression& expression) {
+    const Expression& left = *expression.operands[0];
+    const Expression& right = *expression.operands[1];
+    if (expression.op == Operator::Concatenate) {
+        return EmitConcatenation(expression);
+    }
+    const SqlText first = Emit(left);
+    const SqlText second = Emit(right);
+    const auto either = [&](SqlType type) { return left.type == type || right.type == type; };
+    const bool sum = expression.op == Operator::Add;
+    if (sum && left.type == SqlType::Text && right.type == SqlType::Text) {
+        return Combine(Operator::Concatenate, first, second);
+    }
+    if (sum || expression.op == Operator::Subtract) {
+        if (!sum && left.type == SqlType::DateTime && right.type == SqlType::DateTime) {
+            return CallWith("dialect_days_between", first, second);
+        }
+        if (either(SqlType::Unknown) || either(SqlType::Text)) {
+            // What the operands hold decides when the statement runs.
+            const auto operand = [](const SqlText& value, SqlType type) {
+                return type == SqlType::YesNo ? AsNumber(value, type) : value;
+            };
+            return CallWith(sum ? "dialect_add" : "dialect_subtract", operand(first, left.type),
+                            operand(second, right.type));
+        }
+        if (either(SqlType::DateTime)) {
+            const bool dateFirst = left.type == SqlType::DateTime;
+            SqlText days = dateFirst ? AsNumber(second, right.type) : AsNumber(first, left.type);
+            if (!sum) {
+                days = days.Within(Binds::Whole);
+                days = {'-' + days.text, Binds::Sign, days.pending + 1, false};
+            }
+            return CallWith("dialect_add_days", dateFirst ? first : second, days);
+        }
+    }
+    SqlText leftNumber = AsNumber(first, left.type);
+    SqlText rightNumber = AsNumber(second, right.type);
+    if (expression.op == Operator::Divide) {
+        leftNumber = {"CAST(" + leftNumber.text + " AS REAL)", Binds::Whole, leftNumber.pending + 2, false};
+    } else if (expression.op == Operator::Modulo) {
+        leftNumber = left.type == SqlType::Integer ? leftNumber : CallWith("dialect_whole", leftNumber);
+        rightNumber = right.type == SqlType::Integer ? rightNumber : CallWith("dialect_whole", rightNumber);
+    }
+    return Combine(expression.op, leftNumber, rightNumber);
+}
+
+// "&": an empty value joins as "".
+SqlText Emitter::EmitConcatenation(const Expression& expression) {
+    const auto part = [&](const Expression& operand) {
+        const SqlText text = AsText(Emit(operand), operand.type);
+        const bool neverEmpty = operand.kind == Expression::Kind::Literal ||
+                                (operand.kind == Expression::Kind::Binary && operand.op == Operator::Concatenate);
+        return neverEmpty ? text : CallWith("coalesce", text, SqlText{QByteArrayLiteral("''")});
+    };
+    const SqlText first = part(*expression.operands[0]);
+    return Combine(Operator::Concatenate, first, part(*expression.operands[1]));
+}
+
+SqlText Emitter::EmitBetween(const Expression& expression) {
+    std::array<SqlText, 3> parts;
+    bool flags = false;
+    bool texts = true;
+    for (const ExpressionPtr& operand : expression.operands) {
+        flags = flags || operand->type == SqlType::YesNo;
+        texts = texts && (operand->type == SqlType::Text || operand->type == SqlType::Unknown);
+    }
+    for (size_t i = 0; i < parts.size(); ++i) {
+        const Expression& operand = *expression.operands[i];
+        parts[i] = flags ? EmitCondition(operand) : Emit(operand);
+        if (texts && i > 0) {
+            parts[i] = Collated(parts[i], SqlType::Text);
+        }
+        parts[i] = parts[i].Within(Binds::Sum);
+    }
+    const QByteArray word = expression.negated ? " NOT BETWEEN " : " BETWEEN ";
+    constexpr int besides = 4;
+    const int pending = std::max({parts[0].pending, parts[1].pending + besides, parts[2].pending + besides});
+    return {parts[0].text + word + parts[1].text + " AND " + parts[2].text, Binds::Equality, pending, false};
+}
+
+SqlText Emitter::EmitIn(const Expression& expression) {
+    const auto isText = [](SqlType type) { return type == SqlType::Text || type == SqlType::Unknown; };
+    const SqlType members = expression.query ? expression.query->types.front() : SqlType::Unknown;
+    bool flags = members == SqlType::YesNo;
+    bool texts = isText(members);
+    for (const ExpressionPtr& operand : expression.operands) {
+        flags = flags || operand->type == SqlType::YesNo;
+        texts = texts && isText(operand->type);
+    }
+    const Expression& tested = *expression.operands.front();
+    SqlText value = flags ? EmitCondition(tested) : Emit(tested);
+    value = (texts ? Collated(value, SqlType::Text) : value).Within(Binds::Order);
+    SqlText text{value.text + (expression.negated ? " NOT IN (" : " IN ("), Binds::Equality, value.pending, false};
+    constexpr int besides = 6;
+    if (expression.query) {
+        SelectOptions options{Use::Members};
+        options.truth = flags;
+        const SqlText query = EmitQuery(*expression.query, options);
+        text.text += query.text;
+        text.pending = std::max(text.pending, query.pending + besides);
+    }
+    for (size_t i = 1; i < expression.operands.size(); ++i) {
+        const Expression& operand = *expression.operands[i];
+        const SqlText item = flags ? EmitCondition(operand) : Emit(operand);
+        text.text += (i == 1 ? "" : ", ") + item.text;
+        text.pending = std::max(text.pending, item.pending + besides);
+    }
+    text.text += ')';
+    return text;
+}
+
+SqlText Emitter::EmitLike(const Expression& expression) {
+    const Expression& tested = *expression.operands[0];
+    const Expression& pattern = *expression.operands[1];
+    const SqlText value = AsText(Emit(tested), tested.type);
+    const SqlText match = CallWith("dialect_like", AsText(Emit(pattern), pattern.type), value);
+    if (expression.negated) {
+        return Negated(match);
+    }
+    const bool field = tested.source && tested.type == SqlType::Text &&
+                       tested.source->columns[static_cast<size_t>(tested.column)].base >= 0;
+    if (!field || pattern.kind != Expression::Kind::Literal || pattern.type != SqlType::Text) {
+        return match;
+    }
+    // The texts that begin as the pattern does are one range of an index on the field.
+    literalsShapeText_ = literalsShapeText_ || pattern.literal >= 0;
+    const std::optional<LikeRange> range = RangeOfLike(pattern.value.ToText());
+    if (!range) {
+        return match;
+    }
+    const auto bound = [&](const QString& text) {
+        Binding binding;
+        binding.source = Binding::Source::Constant;
+        binding.constant = text;
+        binding.type = SqlType::Text;
+        return Collated({Bind(std::move(binding))}, SqlType::Text);
+    };
+    const SqlText low = Combine(Operator::GreaterEqual, value, bound(range->from));
+    const SqlText high = Combine(Operator::Less, value, bound(range->below));
+    return Infix(Infix(low, "AND", high, Binds::And), "AND", match, Binds::And);
+}
+
+SqlText Emitter::EmitNullTest(const Expression& expression) {
+    const SqlText value = Emit(*expression.operands[0]).Within(Binds::Order);
+    return {value.text + (expression.negated ? " IS NOT NULL" : " IS NULL"), Binds::Equality, value.pending + 2, false};
+}
+
+} // namespace velmora::engine::dialect

@@ -1,0 +1,170 @@
+#include "engine/dialect/Resolver.h"
+
+#include "engine/dialect/Parser.h"
+#include "engine/dialect/StoredQueryText.h"
+#include "engine/dialect/Types.h"
+
+namespace velmora::engine::dialect {
+
+void Resolver::Resolve(Statement& statement) {
+    Declare(statement.parameters);
+    literalsShapeText_ = statement.literalsShapeText;
+    switch (statement.kind) {
+    case Statement::Kind::Select:
+        ResolveQuery(*statement.query, nullptr);
+        break;
+    case Statement::Kind::Update:
+    case Statement::Kind::Delete:
+        ResolveUpdate(statement);
+        break;
+    case Statement::Kind::Insert:
+        ResolveInsert(statement);
+        break;
+    }
+}
+
+void Resolver::Declare(const std::vector<ParameterDeclaration>& declarations) {
+    declaredHere_.clear();
+    for (const ParameterDeclaration& declaration : declarations) {
+        declaredHere_.push_back(declaration.name);
+        ParameterInfo& parameter = parameters_[static_cast<size_t>(ParameterNamed(declaration.name))];
+        if (parameter.declared && parameter.type != declaration.type) {
+            FailAt(EngineErrorNumber::TypeMismatch,
+                   QStringLiteral("The parameter \"%1\" is %2 in one text and %3 in another")
+                       .arg(declaration.name, Describe(parameter.type), Describe(declaration.type)),
+                   declaration.at);
+        }
+        parameter.declared = true;
+        parameter.type = declaration.type;
+    }
+}
+
+int Resolver::ParameterNamed(const QString& name) {
+    for (size_t i = 0; i < parameters_.size(); ++i) {
+        if (parameters_[i].name.compare(name, Qt::CaseInsensitive) == 0) {
+            return static_cast<int>(i);
+        }
+    }
+    parameters_.push_back({name, SqlType::Unknown, false});
+    return static_cast<int>(parameters_.size()) - 1;
+}
+
+void Resolver::ResolveTarget(Source& target) {
+    target.table = catalog_.FindTable(target.name);
+    if (!target.table) {
+        const bool query = catalog_.FindQuery(target.name) != nullptr;
+        FailAt(EngineErrorNumber::UnknownTable,
+               query
+                   ? QStringLiteral("Rows of the stored query \"%1\" cannot be changed by a statement").arg(target.name)
+                   : QStringLiteral("There is no table \"%1\"").arg(target.name),
+               target.at);
+    }
+    FillColumns(target);
+    NameForStore(target);
+}
+
+void Resolver::ResolveUpdate(Statement& statement) {
+    ResolveTarget(*statement.target);
+    const std::vector<Source*> leaves{statement.target.get()};
+    const Scope scope{leaves, nullptr, nullptr, u"an action statement"};
+    for (Assignment& assignment : statement.assignments) {
+        assignment.index = TargetColumn(*statement.target, assignment);
+        for (const Assignment& other : statement.assignments) {
+            if (&other == &assignment) {
+                break;
+            }
+            if (other.index == assignment.index) {
+                FailAt(EngineErrorNumber::Syntax,
+                       QStringLiteral("The field \"%1\" is set twice: again").arg(assignment.column), assignment.at);
+            }
+        }
+        ResolveExpression(*assignment.value, scope);
+        CheckAssignment(assignment.value->type, *statement.target, assignment.index, assignment.value->at);
+    }
+    if (statement.where) {
+        ResolveCondition(*statement.where, scope);
+    }
+}
+
+void Resolver::ResolveInsert(Statement& statement) {
+    Source& target = *statement.target;
+    ResolveTarget(target);
+    if (statement.query) {
+        ResolveQuery(*statement.query, nullptr);
+    }
+    if (!statement.listsColumns) {
+        const size_t given = statement.query ? statement.query->types.size() : statement.assignments.size();
+        if (given != target.columns.size()) {
+            FailAt(EngineErrorNumber::Syntax,
+                   QStringLiteral("The table \"%1\" has %2 fields, but %3 values are given")
+                       .arg(target.table->name)
+                       .arg(target.columns.size())
+                       .arg(given),
+                   target.at);
+        }
+        statement.assignments.resize(given);
+        for (size_t i = 0; i < given; ++i) {
+            statement.assignments[i].column = target.columns[i].name;
+        }
+    } else if (statement.query && statement.query->types.size() != statement.assignments.size()) {
+        FailAt(EngineErrorNumber::Syntax,
+               QStringLiteral("%1 fields are named, but the select gives %2")
+                   .arg(statement.assignments.size())
+                   .arg(statement.query->types.size()),
+               statement.query->selects.front().at);
+    }
+    const std::vector<Source*> nothing;
+    const Scope scope{nothing, nullptr, nullptr, u"an action statement"};
+    for (size_t i = 0; i < statement.assignments.size(); ++i) {
+        Assignment& assignment = statement.assignments[i];
+        assignment.index = TargetColumn(target, assignment);
+        for (size_t other = 0; other < i; ++other) {
+            if (statement.assignments[other].index == assignment.index) {
+                FailAt(EngineErrorNumber::Syntax,
+                       QStringLiteral("The field \"%1\" is named twice: again").arg(assignment.column), assignment.at);
+            }
+        }
+        if (assignment.value) {
+            ResolveExpression(*assignment.value, scope);
+            CheckAssignment(assignment.value->type, target, assignment.index, assignment.value->at);
+        } else {
+            CheckAssignment(statement.query->types[i], target, assignment.index, statement.query->selects.front().at);
+        }
+    }
+}
+
+int Resolver::TargetColumn(const Source& target, const Assignment& assignment) const {
+    const bool rightTable =
+        assignment.qualifier.isEmpty() || assignment.qualifier.compare(target.ShownName(), Qt::CaseInsensitive) == 0;
+    for (size_t i = 0; rightTable && i < target.columns.size(); ++i) {
+        if (target.columns[i].name.compare(assignment.column, Qt::CaseInsensitive) == 0) {
+            return static_cast<int>(i);
+        }
+    }
+    const QString written =
+        assignment.qualifier.isEmpty() ? assignment.column : assignment.qualifier + u'.' + assignment.column;
+    FailAt(EngineErrorNumber::UnknownItem,
+           QStringLiteral("The table \"%1\" has no field \"%2\"").arg(target.table->name, written), assignment.at);
+}
+
+void Resolver::CheckAssignment(SqlType from, const Source& target, int column, qsizetype at) const {
+    const SourceColumn& field = target.columns[static_cast<size_t>(column)];
+    const bool numeric = IsNumber(from) || from == SqlType::YesNo;
+    const bool fits = from == field.type || from == SqlType::Unknown || field.type == SqlType::Unknown ||
+                      (numeric && (IsNumber(field.type) || field.type == SqlType::YesNo)) ||
+                      (IsNumber(from) && field.type == SqlType::Text);
+    if (!fits) {
+        QString hint;
+        if (field.type == SqlType::DateTime) {
+            hint = QStringLiteral(" (a date is written between # marks)");
+        } else if (field.type == SqlType::Text && from == SqlType::DateTime) {
+            hint = QStringLiteral(" (Format makes a text of a date)");
+        }
+        FailAt(EngineErrorNumber::TypeMismatch,
+               QStringLiteral("The field \"%1\" holds %2, not %3%4")
+                   .arg(field.name, Describe(field.type), Describe(from), hint),
+               at);
+    }
+}
+
+} // namespace velmora::engine::dialect

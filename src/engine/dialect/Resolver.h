@@ -1,0 +1,100 @@
+#pragma once
+
+#include "engine/dialect/Ast.h"
+#include "engine/dialect/Compiler.h"
+#include "engine/dialect/Failure.h"
+
+#include <QSet>
+#include <QStringList>
+
+namespace velmora::engine::dialect {
+
+// Gives every name of a statement its meaning: tables and stored queries (whose texts it takes in), fields, parameters,
+// functions; finds out the kind of every expression and refuses those that make no sense. After it the statement holds
+// all that the emitter needs. Throws EngineError with the place.
+class Resolver {
+public:
+    Resolver(const Catalog& catalog, const SourceText& text) : catalog_(catalog), text_(&text) {}
+
+    void Resolve(Statement& statement);
+
+    // The parameters in the order of Expression::parameter.
+    std::vector<ParameterInfo> TakeParameters() { return std::move(parameters_); }
+    bool LiteralsShapeText() const { return literalsShapeText_; }
+
+private:
+    // The tables that a name can refer to, from the innermost select outwards.
+    struct Scope {
+        const std::vector<Source*>& leaves;
+        const Scope* outer = nullptr;
+        Select* select = nullptr; // null in an action statement
+        // Where the expression stands, for errors: "WHERE"; empty where aggregate functions may stand.
+        QStringView plainClause;
+        bool insideAggregate = false;
+    };
+    struct Match {
+        Source* source = nullptr;
+        int column = -1;
+        int count = 0;
+    };
+    class StoredQueryText;
+
+    // Statements (Resolver.cpp)
+    void Declare(const std::vector<ParameterDeclaration>& declarations);
+    void TakeInStoredQuery(Statement& statement);
+    void ResolveUpdate(Statement& statement);
+    void ResolveInsert(Statement& statement);
+    void ResolveTarget(Source& target);
+    int TargetColumn(const Source& target, const Assignment& assignment) const;
+    void CheckAssignment(SqlType from, const Source& target, int column, qsizetype at) const;
+
+    // Sources (SourceResolver.cpp)
+    void ResolveSource(Source& source, const Scope* outer, std::vector<Source*>& leaves);
+    void ResolveNamed(Source& source);
+    void FillColumns(Source& source) const;
+    void NameForStore(Source& source);
+
+    // Selects (SelectResolver.cpp)
+    void ResolveQuery(Query& query, const Scope* outer);
+    void ResolveSelect(Select& select, const Scope* outer);
+    void ResolveItem(SelectItem& item, Scope& scope);
+    void ExpandStar(const SelectItem& item, Select& select);
+    void NameOutputs(Select& select) const;
+    void TraceOrigins(Select& select) const;
+    void UniteTypes(Query& query) const;
+    void ResolveOrder(Query& query, const Scope* outer);
+    int OutputOf(const Expression& expression, const Select& select);
+    void CheckGrouping(const Select& select, const Expression& expression);
+
+    // Expressions (ExpressionResolver.cpp)
+    void ResolveExpression(Expression& expression, const Scope& scope);
+    void ResolveCondition(Expression& expression, const Scope& scope);
+    void ResolveOperands(Expression& expression, const Scope& scope);
+    void ResolveName(Expression& expression, const Scope& scope);
+    void ResolveBinary(Expression& expression);
+    void ResolveCall(Expression& expression, const Scope& scope);
+    void ResolveIn(Expression& expression, const Scope& scope);
+    void ResolveSubquery(Expression& expression, const Scope& scope);
+    SqlType ArithmeticType(const Expression& expression) const;
+    SqlType CallType(const Expression& expression) const;
+    void CheckCondition(const Expression& expression) const;
+    void CheckComparable(const Expression& first, const Expression& second, qsizetype at) const;
+    void CheckArgument(const Expression& call, size_t index) const;
+    Match FindField(const Expression& name, const Scope& scope) const;
+    int ParameterNamed(const QString& name);
+
+    [[noreturn]] void FailAt(EngineErrorNumber number, const QString& what, qsizetype at) const {
+        Fail(number, what, *text_, at);
+    }
+
+    const Catalog& catalog_;
+    const SourceText* text_;
+    // The names that the PARAMETERS clause of the text under work declares.
+    QStringList declaredHere_;
+    QStringList openQueries_;
+    QSet<QString> storeNames_;
+    std::vector<ParameterInfo> parameters_;
+    bool literalsShapeText_ = false;
+};
+
+} // namespace velmora::engine::dialect

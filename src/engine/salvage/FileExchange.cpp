@@ -1,0 +1,250 @@
+#include "engine/salvage/FileExchange.h"
+
+#include "engine/EngineError.h"
+#include "engine/sqlite/Soundness.h"
+#include "engine/sqlite/Store.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace velmora::engine::salvage {
+
+namespace {
+
+constexpr const char* journalEndings[] = {"-journal", "-wal"};
+constexpr const char* sideEndings[] = {"-journal", "-wal", "-shm"};
+
+// The bytes that the store locks to say what it does with a file.
+struct flock StoreLock() {
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    return lock;
+}
+
+[[noreturn]] void ThrowInUse(const QString& path) {
+    throw EngineError(EngineErrorNumber::RecordLocked,
+                      u"The database \"%1\" appears to be open by other users and cannot be repaired."_s.arg(path));
+}
+
+sqlite::Presence TakePresence(const QString& path) {
+    std::optional<sqlite::Presence> presence = sqlite::Presence::TryExclusive(path);
+    if (!presence) {
+        ThrowInUse(path);
+    }
+    return std::move(*presence);
+}
+
+bool HasContent(const QByteArray& path) {
+    struct stat status = {};
+    return ::stat(path.constData(), &status) == 0 && status.st_size > 0;
+}
+
+void Rename(const QByteArray& from, const QByteArray& to) {
+    if (::rename(from.constData(), to.constData()) != 0) {
+        sqlite::ThrowFileError(errno, u"replace"_s, to);
+    }
+    sqlite::SyncFolderOf(to);
+}
+
+void WriteAll(int descriptor, const char* bytes, ssize_t size, const QByteArray& path) {
+    while (size > 0) {
+        const ssize_t written = ::write(descriptor, bytes, static_cast<size_t>(size));
+        if (written < 0 && errno != EINTR) {
+            sqlite::ThrowFileError(errno, u"write"_s, path);
+        }
+        bytes += std::max<ssize_t>(written, 0);
+        size -= std::max<ssize_t>(written, 0);
+    }
+}
+
+// What the disk fails to read becomes zeros: the copy has every byte at its place. `to` must not exist yet (EEXIST).
+void CopyFile(const QByteArray& from, const QByteArray& to) {
+    const sqlite::FileHandle source = sqlite::OpenFile(from, O_RDONLY);
+    const sqlite::FileHandle target = source ? sqlite::OpenFile(to, O_WRONLY | O_CREAT | O_EXCL) : sqlite::FileHandle();
+    struct stat status = {};
+    if (!target || ::fstat(source.Get(), &status) != 0) {
+        sqlite::ThrowFileError(errno, u"copy to"_s, to);
+    }
+    constexpr qsizetype blockSize = 64 * 1024;
+    for (qint64 offset = 0; offset < status.st_size; offset += blockSize) {
+        const qint64 wanted = std::min<qint64>(blockSize, status.st_size - offset);
+        QByteArray block(wanted, '\0');
+        for (qint64 got = 0; got < wanted;) {
+            const ssize_t count =
+                ::pread(source.Get(), block.data() + got, static_cast<size_t>(wanted - got), offset + got);
+            if (count <= 0) {
+                break;
+            }
+            got += count;
+        }
+        WriteAll(target.Get(), block.constData(), wanted, to);
+    }
+    if (::fsync(target.Get()) != 0) {
+        sqlite::ThrowFileError(errno, u"write"_s, to);
+    }
+}
+
+// A second name for the file; a copy where the file system has no second names. Throws FileExists.
+void LinkOrCopy(const QByteArray& from, const QByteArray& to) {
+    if (::link(from.constData(), to.constData()) == 0) {
+        return;
+    }
+    if (errno == EEXIST || ::access(to.constData(), F_OK) == 0) {
+        throw EngineError(EngineErrorNumber::FileExists, u"\"%1\" exists."_s.arg(QFile::decodeName(to)));
+    }
+    try {
+        CopyFile(from, to);
+    } catch (...) {
+        ::unlink(to.constData());
+        throw;
+    }
+}
+
+} // namespace
+
+bool HasStoreLocks(const QByteArray& path) {
+    const sqlite::FileHandle file = sqlite::OpenFile(path, O_RDONLY);
+    struct flock lock = StoreLock();
+    return file && ::fcntl(file.Get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+FileExchange::FileExchange(const QString& path)
+    : givenPath_(path), path_(sqlite::ResolvedPath(path)), presence_(TakePresence(path)) {
+    file_ = sqlite::OpenFile(path_, O_RDWR);
+    if (!file_ || ::fstat(file_.Get(), &status_) != 0) {
+        sqlite::ThrowFileError(errno, u"open"_s, path_);
+    }
+    struct flock lock = StoreLock();
+    if (::fcntl(file_.Get(), F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES)) {
+        ThrowInUse(path);
+    }
+    RemoveRemains();
+    for (const char* ending : journalEndings) {
+        if (HasContent(path_ + ending)) {
+            copy_ = path_ + ".repair-copy";
+        }
+    }
+    if (!copy_.isEmpty()) {
+        try {
+            MakeCopy();
+        } catch (...) {
+            RemoveRemains();
+            throw;
+        }
+    }
+}
+
+FileExchange::~FileExchange() {
+    RemoveRemains();
+}
+
+// Of this repair, or of one that was killed.
+void FileExchange::RemoveRemains() const {
+    for (const char* name : {".repair-new", ".repair-copy"}) {
+        const QByteArray remains = path_ + name;
+        ::unlink(remains.constData());
+        for (const char* ending : sideEndings) {
+            ::unlink((remains + ending).constData());
+        }
+    }
+}
+
+void FileExchange::MakeCopy() {
+    CopyFile(path_, copy_);
+    for (const char* ending : journalEndings) {
+        if (HasContent(path_ + ending)) {
+            CopyFile(path_ + ending, copy_ + ending);
+        }
+    }
+    // The first read plays a journal back, whatever it then thinks of the pages.
+    try {
+        sqlite::Store store(copy_, SQLITE_OPEN_READWRITE);
+        try {
+            sqlite::StoreStatement(store.Handle(), "SELECT count(*) FROM sqlite_schema").Step();
+        } catch (const EngineError& error) {
+            if (error.Kind() != EngineErrorNumber::Damaged && error.Kind() != EngineErrorNumber::Failed) {
+                throw;
+            }
+        }
+        sqlite3_wal_checkpoint_v2(store.Handle(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    } catch (const EngineError& error) {
+        if (error.Kind() != EngineErrorNumber::Damaged) {
+            throw;
+        }
+    }
+    for (const char* ending : sideEndings) {
+        ::unlink((copy_ + ending).constData());
+    }
+    sqlite::SyncFile(copy_);
+}
+
+void FileExchange::CopyOwnership(const QByteArray& to) const {
+    // Only the administrator may give a file away; where that fails, this user's file serves as well.
+    static_cast<void>(::chown(to.constData(), status_.st_uid, status_.st_gid));
+    if (::chmod(to.constData(), status_.st_mode & 07777) != 0) {
+        sqlite::ThrowFileError(errno, u"set the permissions of"_s, to);
+    }
+}
+
+QByteArray FileExchange::KeepOriginal(DateTime now) const {
+    QString moment = StorageText(now);
+    moment.remove(u'-').remove(u':').replace(u' ', u'-');
+    const QByteArray dated = path_ + ".damaged-" + moment.toLatin1();
+    QByteArray kept = dated;
+    for (int number = 2;; ++number) {
+        try {
+            LinkOrCopy(path_, kept);
+            break;
+        } catch (const EngineError& error) {
+            if (error.Kind() != EngineErrorNumber::FileExists) {
+                throw;
+            }
+            kept = dated + '-' + QByteArray::number(number);
+        }
+    }
+    try {
+        for (const char* ending : journalEndings) {
+            if (HasContent(path_ + ending)) {
+                LinkOrCopy(path_ + ending, kept + ending);
+            }
+        }
+        sqlite::SyncFolderOf(path_);
+    } catch (...) {
+        for (const char* ending : {"", "-journal", "-wal"}) {
+            ::unlink((kept + ending).constData());
+        }
+        throw;
+    }
+    return kept;
+}
+
+QByteArray FileExchange::Replace(DateTime now) {
+    CopyOwnership(NewPath());
+    if (!copy_.isEmpty()) {
+        CopyOwnership(copy_);
+    }
+    const QByteArray kept = KeepOriginal(now);
+    // A journal may meet the file it belongs to, or that file with the journal played back, but never another one: so
+    // the played-back copy takes the old file's place first, then the journal goes, and only then the new file comes.
+    if (!copy_.isEmpty()) {
+        Rename(copy_, path_);
+    }
+    for (const char* ending : sideEndings) {
+        ::unlink((path_ + ending).constData());
+    }
+    sqlite::SyncFolderOf(path_);
+    Rename(NewPath(), path_);
+    sqlite::ClearDamageMark(givenPath_);
+    return kept;
+}
+
+} // namespace velmora::engine::salvage

@@ -1,0 +1,187 @@
+#include "engine/dialect/LikePattern.h"
+#include "engine/dialect/Utf8.h"
+#include "engine/sqlite/FunctionSupport.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmora::engine::sqlite {
+
+namespace {
+
+// Lengths and places count UTF-16 units, as every text of the program does; texts arrive as UTF-8.
+size_t UnitsOfLead(unsigned char byte) {
+    const bool continues = (byte & 0xC0) == 0x80;
+    return continues ? 0 : byte >= 0xF0 ? 2 : 1;
+}
+
+qint64 Units(std::string_view text) {
+    size_t units = 0;
+    for (const char byte : text) {
+        units += UnitsOfLead(static_cast<unsigned char>(byte));
+    }
+    return static_cast<qint64>(units);
+}
+
+// The byte behind the first `units` units; a character that would be cut in two stays behind.
+size_t ByteAt(std::string_view text, qint64 units) {
+    size_t at = 0;
+    qint64 passed = 0;
+    while (at < text.size()) {
+        const auto lead = static_cast<unsigned char>(text[at]);
+        const auto step = static_cast<qint64>(UnitsOfLead(lead));
+        if (passed + step > units) {
+            break;
+        }
+        passed += step;
+        ++at;
+        while (at < text.size() && UnitsOfLead(static_cast<unsigned char>(text[at])) == 0) {
+            ++at;
+        }
+    }
+    return at;
+}
+
+qint64 Length(const Arguments& arguments, int index, const char* function) {
+    const qint64 length = arguments.Integer(index);
+    if (length < 0) {
+        FailRange(QStringLiteral("%1 cannot take %2 characters.").arg(QLatin1String(function)).arg(length));
+    }
+    return length;
+}
+
+qint64 Start(const Arguments& arguments, int index, const char* function) {
+    const qint64 start = arguments.Integer(index);
+    if (start < 1) {
+        FailRange(
+            QStringLiteral("%1 cannot start at %2; the first character is 1.").arg(QLatin1String(function)).arg(start));
+    }
+    return start;
+}
+
+void Len(sqlite3_context* context, const Arguments& arguments) {
+    Return(context, Units(arguments.Utf8(0)));
+}
+
+void Left(sqlite3_context* context, const Arguments& arguments) {
+    const std::string_view text = arguments.Utf8(0);
+    Return(context, text.substr(0, ByteAt(text, Length(arguments, 1, "Left"))));
+}
+
+void Right(sqlite3_context* context, const Arguments& arguments) {
+    const std::string_view text = arguments.Utf8(0);
+    const qint64 skipped = Units(text) - Length(arguments, 1, "Right");
+    size_t from = skipped <= 0 ? 0 : ByteAt(text, skipped);
+    if (skipped > 0 && Units(text.substr(0, from)) < skipped) {
+        from = ByteAt(text, skipped + 1);
+    }
+    Return(context, text.substr(from));
+}
+
+void Mid(sqlite3_context* context, const Arguments& arguments) {
+    std::string_view text = arguments.Utf8(0);
+    text.remove_prefix(ByteAt(text, Start(arguments, 1, "Mid") - 1));
+    if (arguments.Count() == 3) {
+        text = text.substr(0, ByteAt(text, Length(arguments, 2, "Mid")));
+    }
+    Return(context, text);
+}
+
+template <char32_t (*convert)(char32_t)>
+void ChangeCase(sqlite3_context* context, const Arguments& arguments) {
+    const std::string_view text = arguments.Utf8(0);
+    std::vector<char32_t> letters;
+    letters.reserve(text.size());
+    for (size_t at = 0; at < text.size();) {
+        letters.push_back(convert(dialect::NextCharacter(text, at)));
+    }
+    Return(context, QString::fromUcs4(letters.data(), static_cast<qsizetype>(letters.size())));
+}
+
+char32_t Upper(char32_t letter) {
+    return QChar::toUpper(letter);
+}
+char32_t Lower(char32_t letter) {
+    return QChar::toLower(letter);
+}
+
+QString TextOrNumber(const Arguments& arguments, int index) {
+    return arguments.Kind(index) == SQLITE_FLOAT ? NumberText(arguments.Real(index)) : arguments.Text(index);
+}
+
+// InStr([start,] text, searched [, compare]); with three arguments a number in the first place is the start.
+void InStr(sqlite3_context* context, const Arguments& arguments) {
+    const int count = arguments.Count();
+    const bool hasStart = count == 4 || (count == 3 && arguments.IsNumber(0));
+    const int first = hasStart ? 1 : 0;
+    const qint64 start = hasStart ? Start(arguments, 0, "InStr") : 1;
+    const bool exact = count > first + 2 && arguments.Integer(first + 2) == 0;
+    const QString text = TextOrNumber(arguments, first);
+    if (start > text.size()) {
+        Return(context, qint64{0});
+        return;
+    }
+    const qsizetype found = text.indexOf(TextOrNumber(arguments, first + 1), static_cast<qsizetype>(start - 1),
+                                         exact ? Qt::CaseSensitive : Qt::CaseInsensitive);
+    Return(context, qint64{found + 1});
+}
+
+unsigned char FoldedByte(char byte) {
+    return static_cast<unsigned char>(byte >= 'A' && byte <= 'Z' ? byte + 32 : byte);
+}
+
+// Orders as the store orders texts: by bytes, and unless exact with A to Z as a to z.
+int CompareTexts(std::string_view first, std::string_view second, bool exact) {
+    if (exact) {
+        return first.compare(second);
+    }
+    const size_t common = std::min(first.size(), second.size());
+    for (size_t i = 0; i < common; ++i) {
+        const int difference = FoldedByte(first[i]) - FoldedByte(second[i]);
+        if (difference != 0) {
+            return difference;
+        }
+    }
+    return first.size() < second.size() ? -1 : first.size() > second.size() ? 1 : 0;
+}
+
+void StrComp(sqlite3_context* context, const Arguments& arguments) {
+    const bool exact = arguments.Count() == 3 && arguments.Integer(2) == 0;
+    const int order = CompareTexts(arguments.Utf8(0), arguments.Utf8(1), exact);
+    Return(context, qint64{order < 0 ? -1 : order > 0 ? 1 : 0});
+}
+
+// The pattern of a statement is taken apart once, however many rows it meets.
+void Like(sqlite3_context* context, const Arguments& arguments) {
+    using dialect::LikePattern;
+    auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
+    if (pattern) {
+        Return(context, qint64{pattern->Matches(arguments.Utf8(1))});
+        return;
+    }
+    auto fresh = std::make_unique<LikePattern>(arguments.Utf8(0));
+    Return(context, qint64{fresh->Matches(arguments.Utf8(1))});
+    sqlite3_set_auxdata(context, 0, fresh.release(), [](void* kept) { delete static_cast<LikePattern*>(kept); });
+}
+
+constexpr std::array functions = std::to_array<ScalarFunction>({
+    {"dialect_instr", -1, Scalar<InStr>},
+    {"dialect_lcase", 1, Scalar<ChangeCase<Lower>>},
+    {"dialect_left", 2, Scalar<Left>},
+    {"dialect_len", 1, Scalar<Len>},
+    {"dialect_like", 2, Scalar<Like>},
+    {"dialect_mid", 2, Scalar<Mid>},
+    {"dialect_mid", 3, Scalar<Mid>},
+    {"dialect_right", 2, Scalar<Right>},
+    {"dialect_strcomp", 2, Scalar<StrComp>},
+    {"dialect_strcomp", 3, Scalar<StrComp>},
+    {"dialect_ucase", 1, Scalar<ChangeCase<Upper>>},
+});
+
+} // namespace
+
+std::span<const ScalarFunction> TextFunctions() {
+    return functions;
+}
+
+} // namespace velmora::engine::sqlite

@@ -1,0 +1,56 @@
+#include "print/pages/PageOutput.h"
+
+#include "platform/pages/PdfFile.h"
+
+#include <algorithm>
+
+namespace velmora::print {
+
+namespace {
+
+// PDF knows no page beyond 200 inches.
+constexpr int tallestPdfPage = 288000;
+
+} // namespace
+
+PageDestination PageDestination::Of(const Printers& printers) {
+    const PrinterPage page = printers.CurrentPage();
+    return {printers.CurrentDevice(), printers.PrintsToFile(),
+            pages::PaperSize{page.paperWidth, page.paperHeight, page.left, page.top,
+                             page.paperWidth - page.left - page.width, page.paperHeight - page.top - page.height}};
+}
+
+void PageOutput::PrintReport(const pages::Document& document, const PageDestination& destination) {
+    pages::PaperSize paper = destination.paper;
+    if (destination.toFile) {
+        paper.height = tallestPdfPage;
+    }
+    const bool fits = std::all_of(document.pages.begin(), document.pages.end(),
+                                  [&](const pages::Page& page) { return page.Height() <= paper.height; });
+    if (fits) {
+        Send(document, destination);
+    } else {
+        Send(CutIntoSheets(document, paper), destination);
+    }
+}
+
+pages::PaperSize PageOutput::Paper() const {
+    return PageDestination::Of(printers_).paper;
+}
+
+void PageOutput::Print(const pages::Document& document) {
+    Send(document, PageDestination::Of(printers_));
+}
+
+void PageOutput::Send(const pages::Document& document, const PageDestination& destination) {
+    const QByteArray pdf = PdfBytes(document);
+    if (destination.toFile) {
+        delivery_.SaveFile(pdf, ReportFileKind::Pdf);
+        return;
+    }
+    const pages::PaperSize& paper = destination.paper;
+    printer_.Print(destination.deviceName,
+                   {document.name, pdf, std::min(paper.width, paper.height), std::max(paper.width, paper.height)});
+}
+
+} // namespace velmora::print

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "print/PrintJob.h"
+#include "print/pages/PageOutput.h"
+#include "print/pages/PageSurface.h"
+
+namespace velmora::print {
+
+// The drawing surface of a printer's page.
+PageGeometry SurfaceOf(const PrinterPage& page);
+
+// The printer's font as pages use it: the default family where the printer's own is not installed. Throws Error where
+// that is missing too.
+pages::FontSpec FontOf(const PrinterFont& font);
+
+// Makes the writers of reports that are printed on the current printer.
+class PrinterPages : public PageWriterFactory {
+public:
+    // All of it outlives the object. Documents are called by the report's title behind `documentName`.
+    PrinterPages(const Printers& printers, PageOutput& output, QString documentName)
+        : printers_(printers), output_(output), documentName_(std::move(documentName)) {}
+
+    // Throws Error for a preview, which needs windows.
+    std::unique_ptr<ReportWriter> MakeWriter(JobState& state) override;
+
+private:
+    const Printers& printers_;
+    PageOutput& output_;
+    QString documentName_;
+};
+
+} // namespace velmora::print

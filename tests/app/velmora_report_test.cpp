@@ -1,0 +1,240 @@
+#include "tests/desk/TestSite.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <sys/resource.h>
+
+namespace velmora {
+namespace {
+
+struct Outcome {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray error;
+};
+
+// The real program on the test site, on Thursday, March 5, 2026, 2:15 PM, in en_US.
+class ReportProgramTest : public ::testing::Test {
+protected:
+    ReportProgramTest() { MakeTestSite(Path(u"Velmora.MDB"_s)); }
+
+    QString Path(const QString& name) const { return folder_.filePath(name); }
+    void WriteFile(const QString& name, const QByteArray& bytes) const {
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    // Nothing of the person who runs the tests reaches the program.
+    void Prepare(QProcess& process) const {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char16_t* name : {u"HOME", u"XDG_CONFIG_HOME", u"XDG_STATE_HOME", u"VELMORA_SYSTEM_DIR"}) {
+            environment.insert(QString::fromUtf16(name), home_.path());
+        }
+        environment.insert(u"LC_ALL"_s, u"C"_s);
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(folder_.path());
+    }
+    Outcome Finish(QProcess& process) const {
+        EXPECT_TRUE(process.waitForFinished(60000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+    // Runs the program with these words alone.
+    Outcome RunWords(const QStringList& words, const std::function<void()>& inChild = {}) const {
+        QProcess process;
+        Prepare(process);
+        if (inChild) {
+            process.setChildProcessModifier(inChild);
+        }
+        process.start(program_, words);
+        return Finish(process);
+    }
+    // Runs "daily" on the site with a command line of blank-separated words.
+    QStringList Words(const char* line) const {
+        return QStringList{u"--data"_s,   folder_.path(), u"--now"_s, u"2026-03-05 14:15:00"_s,
+                           u"--locale"_s, u"en_US"_s} +
+               QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts);
+    }
+    Outcome Run(const char* line) const { return RunWords(Words(line)); }
+    // Runs a shell line in which $0 is the program.
+    Outcome RunShell(const char* line) const {
+        QProcess process;
+        Prepare(process);
+        process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromLatin1(line), program_});
+        return Finish(process);
+    }
+    static QByteArray Expected(const char* name) {
+        return FileBytes(QStringLiteral(VELMORA_TEST_DATA "/desk/expected/") + QString::fromLatin1(name)) + "\r\n";
+    }
+
+    QString program_ = QStringLiteral(VELMORA_BIN "/velmora-report");
+    QTemporaryDir folder_;
+    QTemporaryDir home_;
+};
+
+TEST_F(ReportProgramTest, PrintsTheBytesThatADeskSaves) {
+    struct Case {
+        const char* line;
+        const char* expected;
+    };
+    for (const Case& c : {
+             Case{"daily --list starts --day next --include-notes --include-phone --brief",
+                  "starts-next-brief-everything.txt"},
+             Case{"--to html daily --list starts --day next --brief", "starts-next-brief.htm"},
+             Case{"daily --list starts --day next --brief --exclude-completed-moves --exclude-conference-rooms",
+                  "starts-next-excludes.txt"},
+             Case{"daily --brief --list=starts --day=next --exclude-completed-phones --to=text",
+                  "starts-next-phones-done.txt"},
+             Case{"--startup-argument B1 daily --list starts --day next --brief", "starts-next-prefix.txt"},
+             Case{"daily --one-page --list starts --day next --brief", "starts-next-one-page.txt"},
+             Case{"daily --one-page --list combined --day next --brief --to html", "combined-next-one-page.htm"},
+             Case{"--now 2026-03-06T14:15:00 daily --list starts --day next --brief", "starts-friday.txt"},
+             Case{"daily --list ends --day other --date 2026-03-08 --brief", "ends-other.txt"},
+             Case{"daily --list starts --day other --date 2026-03-07 --days 3 --brief", "starts-other.txt"},
+             Case{"--leader boxes --orientation landscape --printer Lobby daily --list combined --day current --brief",
+                  "combined-current.txt"},
+         }) {
+        // The person codes of the expected texts come from a dictionary, which only the brief lists do without.
+        const Outcome printed = Run(c.line);
+        EXPECT_EQ(printed.exitCode, 0) << c.line << printed.error.toStdString();
+        EXPECT_EQ(printed.out.toStdString(), Expected(c.expected).toStdString()) << c.line;
+        EXPECT_EQ(printed.error, "") << c.line;
+
+        const Outcome saved = Run((QByteArray("--output list.out ") + c.line).constData());
+        EXPECT_EQ(saved.exitCode, 0) << c.line;
+        EXPECT_EQ(saved.out, "") << c.line;
+        EXPECT_EQ(FileBytes(Path(u"list.out"_s)), printed.out) << c.line;
+    }
+}
+
+TEST_F(ReportProgramTest, AReportThatPrintsNothingIsEmptyAndTheLocaleWritesTheDates) {
+    const Outcome nothing = Run("daily --list starts --day other --date 2026-01-01 --one-page");
+    EXPECT_EQ(nothing.exitCode, 0);
+    EXPECT_EQ(nothing.out, "");
+    const Outcome german = Run("--locale de_DE daily --list starts --day current --brief");
+    EXPECT_TRUE(german.out.contains("Printed at: 05.03.2026 14:15 for 05.03.2026\r\n")) << german.out.toStdString();
+    WriteFile(u"htmlpre.txt"_s, "<html>");
+    WriteFile(u"htmlpost.txt"_s, "</html>");
+    const Outcome wrapped = Run("--to html daily --list starts --day other --date 2026-01-01 --one-page");
+    EXPECT_EQ(wrapped.out, "<html></html>\r\n");
+}
+
+TEST_F(ReportProgramTest, TheConfiguredDirectoryCountsWithoutTheOption) {
+    QFile ini(home_.filePath(u"Velmora.INI"_s));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write("[Files]\r\nDatabase=" + folder_.path().toUtf8() + "\r\n");
+    ini.close();
+    const Outcome outcome = RunWords({u"--now"_s, u"2026-03-05 14:15:00"_s, u"daily"_s, u"--list"_s, u"combined"_s,
+                                      u"--day"_s, u"current"_s, u"--brief"_s});
+    EXPECT_EQ(outcome.out, Expected("combined-current.txt"));
+}
+
+TEST_F(ReportProgramTest, BadUsageIsTwoWithTheReason) {
+    struct Case {
+        const char* line;
+        const char* reason;
+    };
+    for (const Case& c : {
+             Case{"", "report is missing"},
+             Case{"daily", "--list"},
+             Case{"daily --list starts", "--day"},
+             Case{"daily --day next", "--list"},
+             Case{"daily --list middle --day next", "starts or ends or combined, not \"middle\""},
+             Case{"daily --list starts --day tomorrow", "not \"tomorrow\""},
+             Case{"daily --list starts --day other", "--date"},
+             Case{"daily --list starts --day other --date 2026-02-30", "2026-02-30"},
+             Case{"daily --list starts --day other --date 3/7/2026", "3/7/2026"},
+             Case{"daily --list starts --day other --date 2026-03-07 --days 0", "at least 1"},
+             Case{"daily --list starts --day other --date 2026-03-07 --days two", "two"},
+             Case{"daily --list starts --day other --date 9999-12-31 --days 2", "9999"},
+             Case{"daily --list starts --day next --date 2026-03-07", "--day other"},
+             Case{"daily --list starts --day current --days 2", "--day other"},
+             Case{"daily --list starts --day next --bref", "--bref"},
+             Case{"daily --list starts --day next more", "more"},
+             Case{"daily --list starts --day next --brief=yes", "--brief takes no value"},
+             Case{"daily --list starts --day", "--day needs a value"},
+             Case{"--now 2026-03-05x daily --list starts --day next", "2026-03-05x"},
+             Case{"--locale xx_YY daily --list starts --day next", "xx_YY"},
+             Case{"--to fax daily --list starts --day next", "fax"},
+             Case{"--to pdf daily --list starts --day next", "This version"},
+             Case{"--mail-to a@b daily --list starts --day next", "This version"},
+             Case{"--orientation upright daily --list starts --day next", "portrait or landscape"},
+             Case{"--data= daily --list starts --day next", "--data"},
+             Case{"occupant --day next", "This version"},
+             Case{"weekly --day next", "weekly"},
+             Case{"--brief daily --list starts --day next", "--brief"},
+         }) {
+        const Outcome outcome = RunWords(QString::fromLatin1(c.line).split(u' ', Qt::SkipEmptyParts));
+        EXPECT_EQ(outcome.exitCode, 2) << c.line;
+        EXPECT_EQ(outcome.out, "") << c.line;
+        EXPECT_TRUE(outcome.error.contains(c.reason)) << c.line << ": " << outcome.error.toStdString();
+    }
+    const Outcome help = RunWords({u"--help"_s});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.out.startsWith("usage: velmora-report"));
+}
+
+TEST_F(ReportProgramTest, AHoldOrAMissingDatabaseIsThreeAtOnce) {
+    const char* daily = "--output list.txt daily --list starts --day next";
+    WriteFile(u"HOLD.TXT"_s, "Backup until 18:00\r\nAsk Ann.");
+    QElapsedTimer timer;
+    timer.start();
+    Outcome outcome = Run(daily);
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_EQ(outcome.error, "Administrative Hold Placed For:\nBackup until 18:00\nAsk Ann. Velmora will shut down.\n");
+    ASSERT_TRUE(QFile::remove(Path(u"Velmora.MDB"_s)));
+    outcome = Run(daily);
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_EQ(outcome.error.toStdString(),
+              "Database " + Path(u"Velmora.MDB"_s).toStdString() + " cannot be found. Velmora will shut down.\n");
+    EXPECT_LT(timer.elapsed(), 9000) << "nobody waits for a person to read the notice";
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_FALSE(QFile::exists(Path(u"list.txt"_s)));
+    EXPECT_FALSE(QFile::exists(Path(u"Velmora.MDB"_s)));
+}
+
+TEST_F(ReportProgramTest, FailuresAreOneWithTheErrorReportAndLeaveNoFile) {
+    WriteFile(u"old.txt"_s, "yesterday");
+    const char* oldDaily = "--output old.txt daily --list starts --day next";
+    const auto expectFailure = [this](const Outcome& outcome, const QByteArray& report) {
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_TRUE(outcome.error.contains(report)) << outcome.error.toStdString();
+        EXPECT_EQ(FileBytes(Path(u"old.txt"_s)), "yesterday");
+        EXPECT_EQ(QDir(folder_.path()).entryList({u"*.txt*"_s}, QDir::Files | QDir::Hidden).size(), 1);
+    };
+    const QByteArray endJob = "\nModule = Printing\nProcedure = End Job\nTask = Undefined\n";
+    expectFailure(Run("--output missing/list.txt daily --list starts --day next"), "missing/list.txt");
+    expectFailure(Run("--output /dev/full daily --list starts --day next"), endJob);
+    const rlimit small{2000, RLIM_INFINITY};
+    expectFailure(RunWords(Words(oldDaily), [small] { setrlimit(RLIMIT_FSIZE, &small); }), endJob);
+    WriteFile(u"Velmora.MDB"_s, "no database at all");
+    expectFailure(Run(oldDaily), "Database is corrupt");
+}
+
+TEST_F(ReportProgramTest, AFailingQueryIsReportedByItsPlace) {
+    sqlite3* store = nullptr;
+    ASSERT_EQ(sqlite3_open(Path(u"Velmora.MDB"_s).toUtf8().constData(), &store), SQLITE_OK);
+    sqlite3_exec(store, "DELETE FROM StoredQuery WHERE Name = 'QReport4'", nullptr, nullptr, nullptr);
+    sqlite3_close(store);
+    const Outcome outcome = Run("daily --list ends --day next");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_TRUE(outcome.error.startsWith("Velmora Database Engine Error: ") && outcome.error.contains("QReport4"))
+        << outcome.error.toStdString();
+    EXPECT_TRUE(outcome.error.endsWith("\nModule = Service Administration\nProcedure = Print Daily Report\nTask = \n"));
+}
+
+TEST_F(ReportProgramTest, AStandardOutputThatTakesNothingIsAFailure) {
+    for (const char* line : {"$0 --data . daily --list starts --day other --date 2026-03-06 >/dev/full",
+                             "$0 --data . daily --list starts --day other --date 2026-03-06 >&-"}) {
+        const Outcome outcome = RunShell(line);
+        EXPECT_EQ(outcome.exitCode, 1) << line;
+        EXPECT_TRUE(outcome.error.contains("standard output")) << line << outcome.error.toStdString();
+    }
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "data/Configuration.h"
+#include "desk/DailyReport.h"
+#include "desk/ReportFrame.h"
+#include "print/ReadPrintAttributes.h"
+#include "tests/desk/TestSite.h"
+#include "tests/support/Fakes.h"
+
+#include <QTemporaryDir>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+// Hands everything on to a database, but fails where a test planned it.
+class FaultyDatabase : public engine::Database {
+public:
+    explicit FaultyDatabase(engine::Database& database) : database_(database) {}
+
+    // The texts of opened sources are checked against these beginnings; each fails as often as planned.
+    std::map<QString, int> failures;
+    QStringList sources;
+
+    std::unique_ptr<engine::Recordset> OpenRecordset(QStringView source, engine::RecordsetKind kind) override {
+        Check(source);
+        return database_.OpenRecordset(source, kind);
+    }
+    engine::QueryDef OpenQueryDef(QStringView name) override {
+        Check(name);
+        return database_.OpenQueryDef(name);
+    }
+    qint64 Execute(QStringView sql) override { return database_.Execute(sql); }
+    engine::QueryDef CreateQueryDef(const QString& sql) override { return database_.CreateQueryDef(sql); }
+    QStringList QueryNames() const override { return database_.QueryNames(); }
+    void Idle(engine::IdleOption option) override { database_.Idle(option); }
+    const engine::dialect::Catalog& Schema() const override { return database_.Schema(); }
+    const QString& Path() const override { return database_.Path(); }
+
+private:
+    void Check(QStringView source) {
+        sources += source.toString();
+        for (auto& [beginning, count] : failures) {
+            if (source.startsWith(beginning) && count > 0) {
+                --count;
+                throw engine::EngineError(engine::EngineErrorNumber::DiskError, u"the share is away"_s);
+            }
+        }
+    }
+    void BeginTransaction() override {}
+    void CommitTransaction() override {}
+    void RollbackTransaction() noexcept override {}
+
+    engine::Database& database_;
+};
+
+// Records what the window would show.
+class FakeReportView : public ReportView {
+public:
+    void SetCloseCaption(const QString& caption) override { captions += caption; }
+    void ShowProgress(const QString& text, int percent) override { progress.emplace_back(text, percent); }
+    void HideProgress() override { progress.emplace_back(QString(), -1); }
+
+    QStringList captions;
+    std::vector<std::pair<QString, int>> progress;
+};
+
+class KeepingDelivery : public print::Delivery {
+public:
+    void SendMail(const QByteArray& text) override { delivered.push_back(text); }
+    void SaveFile(const QByteArray& text, print::ReportFileKind) override { delivered.push_back(text); }
+    std::vector<QByteArray> delivered;
+};
+
+// The desk on the test site: Thursday, March 5, 2026, 2:15 PM, reports into text files.
+class DeskFixture : public ::testing::Test {
+protected:
+    explicit DeskFixture(const QString& startupArgument = {}) : fakes_(nullptr, startupArgument) {
+        Settings().DataDirectory = folder_.path();
+        const QString path = folder_.filePath(u"Velmora.MDB"_s);
+        MakeTestSite(path);
+        database_ = engine::Database::Open(path);
+        faulty_ = std::make_unique<FaultyDatabase>(*database_);
+        fakes_.clock.now = *MakeDateTime({2026, 3, 5, 14, 15, 0});
+        state_.PrinterControl1.Destination = 3;
+    }
+
+    ReportContext Context() { return {fakes_.program, state_, view_, *faulty_, job_}; }
+
+    // Runs the daily report as its button does and returns what was delivered.
+    QByteArray Run() {
+        job_.SetOutputTarget(state_.PrinterControl1.Destination);
+        ReportContext context = Context();
+        PrintDailyReport(context);
+        return delivery_.delivered.empty() ? QByteArray() : delivery_.delivered.back();
+    }
+    void ExpectIdle() {
+        EXPECT_FALSE(state_.ReportRunning);
+        EXPECT_FALSE(state_.CancelRequested);
+        EXPECT_EQ(view_.captions.back(), u"Close"_s);
+        EXPECT_EQ(view_.progress.back().second, -1);
+        EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
+    }
+
+    QTemporaryDir folder_;
+    fakes::TestProgram fakes_;
+    std::unique_ptr<engine::Database> database_;
+    std::unique_ptr<FaultyDatabase> faulty_;
+    DeskState state_;
+    FakeReportView view_;
+    KeepingDelivery delivery_;
+    print::PrintJob job_{
+        {fakes_.program.services(), delivery_, [this] { return print::ReadPrintAttributes(*database_); }}};
+};
+
+} // namespace velmora

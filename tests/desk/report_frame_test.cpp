@@ -1,0 +1,209 @@
+#include "tests/desk/DeskFixture.h"
+
+namespace velmora {
+namespace {
+
+class RunTest : public DeskFixture {
+protected:
+    RunTest() { state_.chkBrief = true; }
+
+    QByteArray WholeReport() {
+        const QByteArray text = Run();
+        delivery_.delivered.clear();
+        view_ = {};
+        fakes_.eventLoop.pointers.clear();
+        fakes_.eventLoop.eventRounds = 0;
+        return text;
+    }
+    // How often a reservation line stands in the text.
+    static qsizetype Lines(const QByteArray& text) { return text.count(": From "); }
+};
+
+TEST_F(RunTest, ShowsWhatItDoesFromStartToEnd) {
+    fakes_.printers.names = {u"Lobby"_s, u"Desk"_s, u"Lobby"_s};
+    fakes_.printers.current = u"Desk"_s;
+    state_.PrinterControl1.PrinterName = u"Lobby"_s;
+    state_.PrinterControl1.PrinterFont = u"Liberation Sans"_s;
+    state_.optOrientation = Orientation::Landscape;
+    Run();
+    EXPECT_EQ(view_.captions, (QStringList{u"Cancel Report"_s, u"Close"_s}));
+    EXPECT_EQ(view_.progress.front(), std::pair(u"Preparing Report"_s, 0));
+    EXPECT_EQ(view_.progress[view_.progress.size() - 2], std::pair(u"Sending Report"_s, 0));
+    int last = 0;
+    for (const auto& [text, percent] : view_.progress) {
+        if (text == u"Preparing Report") {
+            EXPECT_GE(percent, last);
+            last = percent;
+        }
+    }
+    EXPECT_GT(last, 80);
+    EXPECT_EQ(fakes_.eventLoop.pointers.front(), Pointer::Hourglass);
+    EXPECT_EQ(fakes_.eventLoop.eventRounds, static_cast<int>(view_.progress.size()) - 3) << "once before every row";
+    EXPECT_EQ(fakes_.printers.current, u"Lobby"_s);
+    EXPECT_EQ(state_.SelectedPrinterName, u"Lobby"_s);
+    EXPECT_EQ(fakes_.printers.font, u"Liberation Sans"_s);
+    EXPECT_EQ(fakes_.printers.orientation, Orientation::Landscape);
+    EXPECT_EQ(job_.LookupPrintAttribute(u"Jack"_s), print::Bold);
+    EXPECT_FALSE(job_.State().SuppressPageBreaks);
+    ExpectIdle();
+}
+
+TEST_F(RunTest, AContinuousReportLeavesThePrinterAlone) {
+    fakes_.printers.names = {u"Lobby"_s};
+    state_.PrinterControl1.PrinterName = u"Lobby"_s;
+    state_.PrinterControl1.Continuous = true;
+    state_.PrinterControl1.ShowPreview = true;
+    state_.optOrientation = Orientation::Landscape;
+    EXPECT_GT(Lines(Run()), 5);
+    EXPECT_TRUE(job_.State().SuppressPageBreaks);
+    EXPECT_FALSE(job_.Choice().PreviewMode);
+    EXPECT_EQ(fakes_.printers.current, QString());
+    EXPECT_EQ(state_.SelectedPrinterName, QString());
+    EXPECT_EQ(fakes_.printers.orientation, Orientation::Portrait);
+}
+
+TEST_F(RunTest, ACancelDeliversWhatWasPrintedSoFar) {
+    const QByteArray whole = WholeReport();
+    fakes_.eventLoop.onEvents = [this] { state_.CancelRequested = fakes_.eventLoop.eventRounds == 4; };
+    const QByteArray part = Run();
+    EXPECT_TRUE(whole.startsWith(part));
+    EXPECT_EQ(Lines(part), 3);
+    EXPECT_EQ(delivery_.delivered.size(), 1U);
+    for (const auto& [text, percent] : view_.progress) {
+        EXPECT_NE(text, u"Sending Report"_s) << percent;
+    }
+    ExpectIdle();
+    fakes_.eventLoop.onEvents = {};
+    EXPECT_EQ(Run(), whole);
+}
+
+TEST_F(RunTest, ACancelThatComesTooLateDoesNotStopTheNextReport) {
+    const QByteArray whole = WholeReport();
+    fakes_.errors.answers = {Answer::Ignore};
+    faulty_->failures[u"QReport3"_s] = 1;
+    // Pressed while the failure is being reported, with no row left to stop at.
+    state_.CancelRequested = true;
+    Run();
+    ExpectIdle();
+    EXPECT_EQ(Run(), whole);
+}
+
+TEST_F(RunTest, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
+    const QByteArray whole = WholeReport();
+    fakes_.dialogs.answers = {Answer::Ok};
+    fakes_.eventLoop.onEvents = [this] {
+        if (fakes_.eventLoop.eventRounds == 2) {
+            // The page's controls are stored and another button's report is begun.
+            state_.ReportDayMode = 12;
+            state_.chkBrief = false;
+            state_.chkOnePage = true;
+            job_.SetOutputTarget(4);
+            ReportContext context = Context();
+            PrintDailyReport(context);
+        }
+    };
+    EXPECT_EQ(Run(), whole);
+    EXPECT_EQ(delivery_.delivered.size(), 1U);
+    ASSERT_EQ(fakes_.dialogs.messages.size(), 1U);
+    EXPECT_EQ(fakes_.dialogs.messages[0].text, u"Already Printing, wait or cancel exisitng report"_s);
+    EXPECT_EQ(fakes_.dialogs.messages[0].title, u"Service Administration"_s);
+    EXPECT_EQ(fakes_.dialogs.messages[0].buttons, Buttons::Ok);
+    EXPECT_EQ(view_.captions.size(), 2);
+    ExpectIdle();
+}
+
+// Each statement that can fail: a retry gives the report as if nothing had happened, and once only.
+TEST_F(RunTest, ARetriedFailureLeavesNoTrace) {
+    state_.chkBrief = false;
+    state_.chkIncludeNotes = true;
+    state_.chkIncludePhone = true;
+    const QByteArray whole = WholeReport();
+    for (const char* beginning : {"QReport3", "Select * from Person", "Select * from [Note]", "Select * from Asset",
+                                  "Select * from Reservation"}) {
+        faulty_->failures = {{QString::fromLatin1(beginning), 2}};
+        fakes_.errors.answers = {Answer::Retry, Answer::Retry};
+        fakes_.errors.reports.clear();
+        EXPECT_EQ(Run().toStdString(), whole.toStdString()) << beginning;
+        ASSERT_EQ(fakes_.errors.reports.size(), 2U) << beginning;
+        const FailurePlace& place = fakes_.errors.reports[0].place;
+        EXPECT_EQ(place.module, u"Service Administration"_s);
+        EXPECT_EQ(place.procedure, u"Print Daily Report"_s);
+        EXPECT_EQ(place.task, QString()) << "the report's last line is then \"Task = \" alone";
+        ExpectIdle();
+    }
+}
+
+TEST_F(RunTest, AnIgnoredFailureLeavesOutWhatFailedAlone) {
+    state_.chkBrief = false;
+    const QByteArray whole = WholeReport();
+    fakes_.errors.answers = {Answer::Ignore};
+    faulty_->failures[u"Select * from Person"_s] = 1;
+    QByteArray text = Run();
+    EXPECT_EQ(Lines(text), Lines(whole));
+    EXPECT_EQ(whole.count("\tReserved by\t") + whole.count("Unable to open"),
+              text.count("\tReserved by\t") + text.count("Unable to open") + 1);
+
+    // Without the rows the report still has its title and its end.
+    fakes_.errors.answers = {Answer::Ignore};
+    faulty_->failures[u"QReport3"_s] = 1;
+    text = Run();
+    EXPECT_EQ(Lines(text), 0);
+    EXPECT_TRUE(whole.startsWith(text) && text.contains("Reservation Starts\t"));
+    ExpectIdle();
+}
+
+TEST_F(RunTest, AnOtherDayWithoutADateIsReportedAndThenHasNoRows) {
+    state_.ReportDayMode = 4;
+    fakes_.errors.answers = {Answer::Ignore, Answer::Ignore};
+    const QByteArray text = Run();
+    EXPECT_TRUE(text.contains("Reservation Starts\t\r\nPrinted at: 3/5/2026 2:15 PM\r\n"));
+    EXPECT_EQ(Lines(text), 0);
+    ASSERT_EQ(fakes_.errors.reports.size(), 2U);
+    EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"other day"_s));
+    EXPECT_EQ(fakes_.errors.reports[1].error.Number(), static_cast<int>(engine::EngineErrorNumber::MissingParameter));
+    ExpectIdle();
+}
+
+TEST_F(RunTest, AnAbortedReportDeliversNothingAndReturnsTheWindowToIdle) {
+    class Aborting : public ErrorReporter {
+    public:
+        Answer Report(const Error&, const FailurePlace&) override { throw ProgramEnd{1}; }
+    };
+    Aborting aborting;
+    const Services& real = fakes_.program.services();
+    Services services{real.dialogs, real.clock,     real.eventLoop, real.printers,     real.progress, real.mail,
+                      aborting,     real.windows,   real.process,   real.userSettings, real.log,      {},
+                      {},           real.localeText};
+    const Program program(services, u"Service Administration"_s);
+    ReportContext context{program, state_, view_, *faulty_, job_};
+    faulty_->failures[u"QReport3"_s] = 1;
+    job_.SetOutputTarget(3);
+    EXPECT_THROW(PrintDailyReport(context), ProgramEnd);
+    job_.EndReport();
+    EXPECT_TRUE(delivery_.delivered.empty());
+    ExpectIdle();
+}
+
+TEST_F(RunTest, TheSqlTextsAreTheProgramsOwn) {
+    state_.chkBrief = false;
+    state_.chkIncludeNotes = true;
+    state_.chkIncludePhone = true;
+    Run();
+    for (const QString& text :
+         {u"QReport3"_s, u"Select * from Person where LastName = \"Abel\" and FirstName = \"Anna\""_s,
+          u"Select * from Person where LastName = \"O\"\"Hara\" and FirstName = \"Jo \"\"Jo\"\"\""_s,
+          u"Select * from Reservation where EventType = \"Guest Extension\" and Link = 1"_s,
+          u"Select * from Asset where AssetID = 900"_s, u"Select * from [Note] where Reservation = 1"_s}) {
+        EXPECT_TRUE(faulty_->sources.contains(text)) << text.toStdString();
+    }
+}
+
+TEST(ReportProgressTest, MoreThanAllCountsAsAllAndNoTextHides) {
+    FakeReportView view;
+    ShowReportProgress(view, u"Preparing Report"_s, 150);
+    ShowReportProgress(view, {}, 50);
+    EXPECT_EQ(view.progress, (std::vector<std::pair<QString, int>>{{u"Preparing Report"_s, 100}, {QString(), -1}}));
+}
+
+} // namespace
+} // namespace velmora

@@ -1,0 +1,326 @@
+#include "tests/engine/TestSite.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace velmora::engine::test {
+
+namespace {
+
+constexpr const char* oneReservation =
+    "INSERT INTO Asset (AssetID, Name) VALUES (7, 'Room 7');"
+    "INSERT INTO Reservation (ID, Asset, Start, Name, Attendees, SLockStart, SLockEnd) VALUES"
+    "(1, 7, '2026-03-07 09:00:00', 'Talk', 12, 0, 0)";
+
+constexpr QStringView join =
+    u"SELECT * FROM Asset INNER JOIN Reservation ON Asset.AssetID = Reservation.Asset order by ID";
+
+void Change(Recordset& rows, const char* field, const Value& value) {
+    rows.Edit();
+    rows.Set(field, value);
+    rows.Update();
+}
+
+} // namespace
+
+class Updating : public ::testing::Test {
+protected:
+    Updating() { site_.Run(oneReservation); }
+
+    TestSite site_;
+    std::unique_ptr<Database> database_ = site_.Open({.busyMilliseconds = 100});
+};
+
+TEST_F(Updating, StoresValuesInTheFormOfTheirField) {
+    struct Case {
+        const char* field;
+        Value value;
+        const char* stored; // null: refused
+    };
+    const DateTime moment = *MakeDateTime({2026, 12, 31, 23, 59, 58});
+    const Case cases[] = {
+        {"Start", moment, "2026-12-31 23:59:58"},
+        {"Start", u"2027-01-02"_s, "2027-01-02 00:00:00"},
+        {"Start", u"tomorrow"_s, nullptr},
+        {"Start", 46000, nullptr},
+        {"Start", u"2026-02-30 10:00:00"_s, nullptr},
+        {"Start", Value(), "NULL"},
+        {"SLockStart", true, "1"},
+        {"SLockStart", -1, "1"},
+        {"SLockStart", false, "0"},
+        {"SLockStart", 5, nullptr},
+        {"SLockStart", u"yes"_s, nullptr},
+        {"SLockStart", Value(), "NULL"},
+        {"Attendees", 40, "40"},
+        {"Attendees", 2.5, "2"},
+        {"Attendees", u" 17 "_s, "17"},
+        {"Attendees", u"1e3"_s, "1000"},
+        {"Attendees", u"99999999999999999999999"_s, nullptr},
+        {"Attendees", u"a dozen"_s, nullptr},
+        {"Attendees", moment, nullptr},
+        {"Attendees", 1e300, nullptr},
+        {"Name", u"Ünïcode \"x\" 'y'"_s, "Ünïcode \"x\" 'y'"},
+        {"Name", u"ünïcode \"x\" 'y'"_s, "ünïcode \"x\" 'y'"},
+        {"Name", u""_s, ""},
+        {"Name", 12, "12"},
+        {"Name", Value(), "NULL"},
+    };
+    const auto row = Reservation(*database_, 1);
+    for (const Case& each : cases) {
+        SCOPED_TRACE(std::string(each.field) + " = " + qPrintable(each.value.ToText()));
+        const QByteArray query = QByteArray("SELECT ") + each.field + " FROM Reservation";
+        const QString before = site_.Stored(query.constData());
+        if (each.stored == nullptr) {
+            ExpectError(EngineErrorNumber::TypeMismatch, QString::fromLatin1(each.field),
+                        [&] { Change(*row, each.field, each.value); });
+            EXPECT_EQ(site_.Stored(query.constData()), before);
+            row->CancelUpdate();
+        } else {
+            Change(*row, each.field, each.value);
+            EXPECT_EQ(site_.Stored(query.constData()), QString::fromUtf8(each.stored));
+            EXPECT_EQ((*row)[each.field].IsNull(), QByteArray(each.stored) == "NULL");
+        }
+    }
+}
+
+TEST_F(Updating, ShowsPendingValuesAndGivesThemUp) {
+    const auto row = Reservation(*database_, 1);
+    row->Edit();
+    row->Set("attendees", 99);
+    row->Set("Reservation.Name", u"New"_s);
+    EXPECT_EQ((*row)["Attendees"].ToInteger(), 99);
+    EXPECT_EQ((*row)["Name"].ToText(), u"New");
+    EXPECT_EQ((*row)["Asset"].ToInteger(), 7);
+    row->CancelUpdate();
+    EXPECT_EQ((*row)["Attendees"].ToInteger(), 12);
+    row->Edit();
+    row->Set("Attendees", 98);
+    row->MoveFirst();
+    ExpectError(EngineErrorNumber::InvalidArgument, u"without Edit", [&] { row->Update(); });
+    ExpectError(EngineErrorNumber::InvalidArgument, u"without Edit", [&] { row->Set("Attendees", 1); });
+    EXPECT_EQ(site_.Stored("SELECT Attendees FROM Reservation"), u"12");
+}
+
+TEST_F(Updating, AnUpdateThatChangesNothingWritesNothing) {
+    site_.Run("UPDATE Reservation SET SLockStart = 5, Start = '2026-03-07'");
+    const auto row = Reservation(*database_, 1);
+    row->Edit();
+    row->Set("SLockStart", true);
+    row->Set("Start", *MakeDateTime({2026, 3, 7}));
+    row->Set("Name", u"Talk"_s);
+    // Another user holds the write lock, so that any writing would fail.
+    const auto other = site_.Open();
+    const Transaction lock(*other);
+    row->Update();
+    EXPECT_EQ(site_.Stored("SELECT SLockStart || Start FROM Reservation"), u"52026-03-07");
+}
+
+// Two users on one record. Each case: what the other user does between this one's reading and writing of `field`.
+TEST_F(Updating, TellsWhatAnotherUserDid) {
+    struct Case {
+        const char* other;
+        const char* field;
+        Value value;
+        EngineErrorNumber error; // none: both changes are kept
+    };
+    constexpr auto kept = EngineErrorNumber{};
+    const Case cases[] = {
+        {"UPDATE Reservation SET SLockEnd = 1", "SLockStart", true, kept},
+        {"UPDATE Reservation SET Attendees = 13", "Attendees", 14, EngineErrorNumber::RecordChanged},
+        {"UPDATE Reservation SET Attendees = NULL", "Attendees", 14, EngineErrorNumber::RecordChanged},
+        {"UPDATE Reservation SET Name = 'TALK'", "Name", u"Speech"_s, EngineErrorNumber::RecordChanged},
+        {"UPDATE Reservation SET Attendees = 12", "Attendees", 14, kept},
+        {"UPDATE Reservation SET SLockStart = 7", "SLockStart", true, EngineErrorNumber::RecordChanged},
+        {"DELETE FROM Reservation", "Attendees", 14, EngineErrorNumber::RecordDeleted},
+        {"DELETE FROM Reservation; INSERT INTO Reservation (ID, Attendees) VALUES (2, 12)", "Attendees", 14,
+         EngineErrorNumber::RecordDeleted},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.other);
+        site_.Run("DELETE FROM Asset; DELETE FROM Reservation");
+        site_.Run(oneReservation);
+        const auto row = Reservation(*database_, 1);
+        row->Edit();
+        row->Set(each.field, each.value);
+        site_.Run(each.other);
+        const auto update = [&] { row->Update(); };
+        if (each.error == kept) {
+            update();
+            EXPECT_EQ((*row)[each.field].ToText(), each.value.ToText());
+            continue;
+        }
+        const QString named =
+            each.error == EngineErrorNumber::RecordChanged ? QString::fromLatin1(each.field) : u"deleted"_s;
+        ExpectError(each.error, named, update);
+        ExpectError(each.error, named, update); // the edit is still pending
+        EXPECT_EQ((*row)[each.field].ToText(), each.value.ToText());
+        row->CancelUpdate();
+        if (each.error == EngineErrorNumber::RecordDeleted) {
+            ExpectError(each.error, u"deleted", [&] { (*row)["ID"]; });
+            ExpectError(each.error, u"deleted", [&] { row->Edit(); });
+            ExpectError(each.error, u"deleted", [&] { row->Delete(); });
+            row->MoveNext();
+            EXPECT_TRUE(row->EndOfFile());
+        } else {
+            Change(*row, each.field, each.value);
+            EXPECT_EQ((*row)[each.field].ToText(), each.value.ToText());
+        }
+    }
+}
+
+TEST_F(Updating, ShowsWhatTheDatabaseHoldsWhenARecordIsMovedOnto) {
+    site_.Run("INSERT INTO Reservation (ID, Name) VALUES (2, 'Second'), (3, 'Third')");
+    const auto rows = database_->OpenRecordset(u"Select * from Reservation order by ID", RecordsetKind::Updatable);
+    site_.Run("UPDATE Reservation SET Name = Name || '!'; DELETE FROM Reservation WHERE ID = 2");
+    EXPECT_EQ((*rows)["Name"].ToText(), u"Talk");
+    rows->MoveNext();
+    ExpectError(EngineErrorNumber::RecordDeleted, u"deleted", [&] { (*rows)["Name"]; });
+    rows->MoveNext();
+    EXPECT_EQ((*rows)["Name"].ToText(), u"Third!");
+    rows->MoveFirst();
+    EXPECT_EQ((*rows)["Name"].ToText(), u"Talk!");
+}
+
+TEST_F(Updating, ChangesBothTablesOfAJoinOrNone) {
+    const auto rows = database_->OpenRecordset(join, RecordsetKind::Updatable);
+    rows->Edit();
+    rows->Set("Asset.Name", u"Hall"_s);
+    rows->Set("Attendees", 50);
+    site_.Run("UPDATE Reservation SET Attendees = 1");
+    ExpectError(EngineErrorNumber::RecordChanged, u"Attendees", [&] { rows->Update(); });
+    EXPECT_EQ(site_.Stored("SELECT Name FROM Asset"), u"Room 7");
+    site_.Run("UPDATE Reservation SET Attendees = 12");
+    rows->Update();
+    EXPECT_EQ(site_.Stored("SELECT Asset.Name || Attendees FROM Asset, Reservation"), u"Hall50");
+    EXPECT_EQ((*rows)["Asset.Name"].ToText(), u"Hall");
+    ExpectError(EngineErrorNumber::ReadOnly, u"joined", [&] { rows->Delete(); });
+}
+
+TEST_F(Updating, AddsToAJoinWhatTheQueryThenFinds) {
+    const auto rows = database_->OpenRecordset(join, RecordsetKind::Updatable);
+    rows->AddNew();
+    rows->Set("Reservation.Asset", 7);
+    rows->Set("Reservation.Name", u"Second"_s);
+    rows->Update();
+    EXPECT_EQ((*rows)["ID"].ToInteger(), 1);
+    rows->GoTo(rows->LastModified());
+    EXPECT_EQ((*rows)["Reservation.Name"].ToText(), u"Second");
+    EXPECT_EQ((*rows)["Asset.Name"].ToText(), u"Room 7");
+    rows->AddNew();
+    rows->Set("Reservation.Name", u"Nowhere"_s);
+    rows->Update();
+    ExpectError(EngineErrorNumber::InvalidArgument, u"does not belong", [&] { rows->LastModified(); });
+    rows->AddNew();
+    rows->Set("Reservation.Name", u"x"_s);
+    rows->Set("Asset.Name", u"y"_s);
+    ExpectError(EngineErrorNumber::InvalidArgument, u"Asset, Reservation", [&] { rows->Update(); });
+    EXPECT_EQ(site_.Stored("SELECT count(*) FROM Reservation"), u"3");
+}
+
+TEST_F(Updating, AddsRecordsWithTheStoresNumbers) {
+    const auto notes =
+        database_->OpenRecordset(u"Select * from [Note] where Reservation = 1", RecordsetKind::Updatable);
+    ASSERT_TRUE(notes->EndOfFile());
+    for (const int number : {1, 2}) {
+        notes->AddNew();
+        EXPECT_TRUE((*notes)["Name"].IsNull());
+        notes->Set("Reservation", 1);
+        notes->Set("Name", u"Note %1"_s.arg(number));
+        notes->Set("Cost", u"12.5"_s);
+        EXPECT_EQ((*notes)["Cost"].ToReal(), 12.5);
+        notes->Update();
+        notes->GoTo(notes->LastModified());
+        EXPECT_EQ((*notes)["ID"].ToInteger(), number);
+        EXPECT_EQ((*notes)["Completed"].ToValue(), Value(false));
+    }
+    notes->MoveFirst();
+    notes->MoveLast();
+    EXPECT_EQ(notes->RecordCount(), 2);
+    Change(*notes, "Name", u"Changed"_s);
+    EXPECT_EQ(site_.Stored("SELECT group_concat(Name) FROM Note"), u"Note 1,Changed");
+}
+
+TEST_F(Updating, KeepsKeysApart) {
+    site_.Run("INSERT INTO Person (LastName, FirstName) VALUES ('Smith', 'Ann'), ('Smith', 'Bob');"
+              "INSERT INTO PrintAttributes VALUES ('twin', 1), ('twin', 1)");
+    const auto persons = database_->OpenRecordset(u"Select * from Person order by FirstName", RecordsetKind::Updatable);
+    persons->Edit();
+    persons->Set("FirstName", u"bob"_s);
+    ExpectError(EngineErrorNumber::DuplicateKey, u"Person.FirstName", [&] { persons->Update(); });
+    persons->Set("FirstName", Value());
+    ExpectError(EngineErrorNumber::ConstraintFailed, u"Person.FirstName", [&] { persons->Update(); });
+    persons->Set("FirstName", u"Zoe"_s);
+    persons->Update();
+    EXPECT_EQ((*persons)["FirstName"].ToText(), u"Zoe");
+    Change(*persons, "Area", u"North"_s);
+    Change(*persons, "LastName", u"SMITH"_s); // the same key in other letters
+    EXPECT_EQ(site_.Stored("SELECT LastName || FirstName || Area FROM Person WHERE FirstName = 'Zoe'"),
+              u"SMITHZoeNorth");
+    // A table without a key: the rows are told apart all the same.
+    const auto twins = database_->OpenRecordset(u"PrintAttributes", RecordsetKind::Updatable);
+    twins->MoveNext();
+    Change(*twins, "PrintAttributes", 2);
+    EXPECT_EQ(site_.Stored("SELECT group_concat(PrintAttributes) FROM PrintAttributes"), u"1,2");
+}
+
+TEST_F(Updating, DeletesAndPassesOverTheGap) {
+    site_.Run("INSERT INTO Reservation (ID) VALUES (2), (3)");
+    const auto rows = database_->OpenRecordset(u"Select * from Reservation order by ID", RecordsetKind::Updatable);
+    rows->MoveNext();
+    const Bookmark second = rows->CurrentBookmark();
+    rows->Delete();
+    EXPECT_FALSE(rows->EndOfFile());
+    ExpectError(EngineErrorNumber::RecordDeleted, u"deleted", [&] { (*rows)["ID"]; });
+    ExpectError(EngineErrorNumber::RecordDeleted, u"deleted", [&] { rows->Delete(); });
+    EXPECT_EQ(rows->RecordCount(), 2);
+    rows->MoveNext();
+    EXPECT_EQ((*rows)["ID"].ToInteger(), 3);
+    rows->MovePrevious();
+    EXPECT_EQ((*rows)["ID"].ToInteger(), 1);
+    ExpectError(EngineErrorNumber::RecordDeleted, u"bookmarked", [&] { rows->GoTo(second); });
+    rows->Delete();
+    rows->MoveLast();
+    EXPECT_EQ(rows->PercentPosition(), 0);
+    rows->Delete();
+    ExpectError(EngineErrorNumber::NoCurrentRecord, u"empty", [&] { rows->MoveFirst(); });
+    rows->MoveNext();
+    EXPECT_TRUE(rows->EndOfFile() && rows->BeginOfFile());
+    EXPECT_EQ(site_.Stored("SELECT count(*) FROM Reservation"), u"0");
+    rows->AddNew();
+    rows->Update();
+    EXPECT_FALSE(rows->BeginOfFile());
+    rows->MoveFirst();
+    EXPECT_EQ((*rows)["SLockStart"].ToValue(), Value(false));
+}
+
+TEST_F(Updating, RefusesToAssignWhatIsWorkedOut) {
+    const auto rows =
+        database_->OpenRecordset(u"SELECT ID, Attendees + 1 AS More FROM Reservation", RecordsetKind::Updatable);
+    EXPECT_EQ((*rows)["More"].ToInteger(), 13);
+    rows->Edit();
+    ExpectError(EngineErrorNumber::ReadOnly, u"More", [&] { rows->Set("More", 1); });
+    ExpectError(EngineErrorNumber::UnknownItem, u"Nothing", [&] { rows->Set("Nothing", 1); });
+}
+
+TEST_F(Updating, ATransactionKeepsAllOrNothing) {
+    const auto row = Reservation(*database_, 1);
+    const auto changeTwo = [&] {
+        Change(*row, "Attendees", 20);
+        database_->Execute(u"Delete from Asset where AssetID = 7");
+        ExpectError(EngineErrorNumber::ConstraintFailed, u"FirstName",
+                    [&] { database_->Execute(u"INSERT INTO Person (LastName) VALUES ('x')"); });
+    };
+    {
+        const Transaction transaction(*database_);
+        changeTwo();
+        ExpectError(EngineErrorNumber::InvalidArgument, u"nest", [&] { Transaction nested(*database_); });
+    }
+    EXPECT_EQ(site_.Stored("SELECT count(*) || (SELECT Attendees FROM Reservation) FROM Asset"), u"112");
+    row->Requery();
+    Transaction transaction(*database_);
+    changeTwo();
+    transaction.Commit();
+    ExpectError(EngineErrorNumber::InvalidArgument, u"already", [&] { transaction.Commit(); });
+    EXPECT_EQ(site_.Stored("SELECT count(*) || (SELECT Attendees FROM Reservation) FROM Asset"), u"020");
+}
+
+} // namespace velmora::engine::test

@@ -1,0 +1,120 @@
+#include "engine/sqlite/Soundness.h"
+#include "engine/Repair.h"
+#include "engine/sqlite/Presence.h"
+#include "engine/sqlite/Store.h"
+#include "tests/engine/soundness/SampleDatabase.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <sys/stat.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace velmora::engine::test {
+
+namespace {
+
+int NumberOf(EngineErrorNumber number) {
+    return static_cast<int>(number);
+}
+
+constexpr int damaged = static_cast<int>(EngineErrorNumber::Damaged);
+
+} // namespace
+
+TEST(CheckPath, TellsWhatIsNoDatabaseFile) {
+    const SampleFolder folder;
+    ASSERT_TRUE(QDir().mkdir(folder.File(u"Folder"_s)));
+    ASSERT_EQ(::mkfifo(folder.File(u"Pipe"_s).toUtf8().constData(), 0600), 0);
+    SetContents(folder.File(u"Empty"_s), {});
+    EXPECT_EQ(OpeningResult(folder.File(u"Missing"_s)), NumberOf(EngineErrorNumber::FileNotFound));
+    EXPECT_EQ(OpeningResult(folder.File(u"NoFolder/Velmora.MDB"_s)), NumberOf(EngineErrorNumber::FileNotFound));
+    EXPECT_EQ(OpeningResult(folder.File(u"Folder"_s)), NumberOf(EngineErrorNumber::CannotOpen));
+    EXPECT_EQ(OpeningResult(folder.File(u"Pipe"_s)), NumberOf(EngineErrorNumber::CannotOpen));
+    EXPECT_EQ(OpeningResult(folder.File(u"Empty"_s)), damaged);
+    EXPECT_EQ(folder.Names(), QStringList({u"Empty"_s})) << "nothing is created";
+}
+
+TEST(CheckOpened, DemandsWhatTheProgramExpects) {
+    const SampleFolder folder;
+    MakeSample(folder.Path(), 100);
+    EXPECT_EQ(OpeningResult(folder.Path(), {}), 0);
+    OpenOptions options;
+    options.expectedTables = {u"ASSET"_s, u"asset/event"_s};
+    options.expectedIndexes = {u"assetNAME"_s};
+    EXPECT_EQ(OpeningResult(folder.Path(), options), 0) << "letter case does not matter";
+    options.expectedTables.append(u"Vehicle"_s);
+    EXPECT_EQ(OpeningResult(folder.Path(), options), damaged);
+}
+
+// Damage that the quick check cannot see is found once somebody has met it and left the mark.
+TEST(DamageMark, MakesTheNextOpeningLookEverywhere) {
+    const SampleFolder folder;
+    MakeSample(folder.Path(), 1500);
+    sqlite::LeaveDamageMark(folder.Path());
+    EXPECT_EQ(OpeningResult(folder.Path()), 0);
+    EXPECT_FALSE(sqlite::HasDamageMark(folder.Path())) << "a sound file loses its mark";
+
+    const std::vector<int> leaves = PagesOf(folder.Path(), "Reservation", "leaf");
+    OverwritePage(folder.Path(), leaves[leaves.size() / 2]);
+    EXPECT_EQ(OpeningResult(folder.Path()), 0);
+    sqlite::LeaveDamageMark(folder.Path());
+    sqlite::LeaveDamageMark(folder.Path());
+    EXPECT_EQ(OpeningResult(folder.Path()), damaged);
+    EXPECT_EQ(OpeningResult(folder.Path()), damaged) << "and keeps it until it is repaired";
+    RepairDatabase(folder.Path(), ShippedSchema(), {});
+    EXPECT_FALSE(sqlite::HasDamageMark(folder.Path()));
+    EXPECT_EQ(OpeningResult(folder.Path()), 0);
+    sqlite::LeaveDamageMark(u"/nowhere/Velmora.MDB"_s);
+}
+
+// A check goes through the store's own file handle: the locks of this process stay in force.
+TEST(CheckOpened, KeepsTheLocksOfThisProcess) {
+    const SampleFolder folder;
+    MakeSample(folder.Path(), 100);
+    const sqlite::Store writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    writer.Execute("BEGIN IMMEDIATE; UPDATE Asset SET Jack = 'mine'");
+    const sqlite::Store reader(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    sqlite::CheckOpened(reader.Handle(), folder.Path(), ShippedOptions());
+    EXPECT_TRUE(CheckDatabase(folder.Path()).isSound);
+    const int child = Fork([&] {
+        return ErrorOf([&] { Execute(folder.Path(), "UPDATE Asset SET Jack = 'theirs'"); }) ==
+                       NumberOf(EngineErrorNumber::RecordLocked)
+                   ? 0
+                   : 1;
+    });
+    EXPECT_EQ(Wait(child), 0);
+    writer.Execute("COMMIT");
+}
+
+TEST(CheckOpened, WaitsForNobodyLongerThanAsked) {
+    const SampleFolder folder;
+    MakeSample(folder.Path(), 100);
+    const sqlite::Store writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    writer.Execute("BEGIN EXCLUSIVE");
+    EXPECT_EQ(OpeningResult(folder.Path()), NumberOf(EngineErrorNumber::RecordLocked)) << "locked is not damaged";
+}
+
+TEST(CheckOpened, TakesASmallFileAndALargeOneInTheSameTime) {
+    const auto timeOf = [](int reservations) {
+        const SampleFolder folder;
+        MakeSample(folder.Path(), reservations);
+        const OpenOptions options = ShippedOptions();
+        auto best = std::chrono::steady_clock::duration::max();
+        for (int round = 0; round < 15; ++round) {
+            const auto start = std::chrono::steady_clock::now();
+            EXPECT_EQ(OpeningResult(folder.Path(), options), 0);
+            best = std::min(best, std::chrono::steady_clock::now() - start);
+        }
+        return std::chrono::duration<double, std::milli>(best).count();
+    };
+    const double small = timeOf(100);
+    const double large = timeOf(60000);
+    EXPECT_LT(large, 3 * small + 5) << small << " ms and " << large << " ms";
+}
+
+} // namespace velmora::engine::test

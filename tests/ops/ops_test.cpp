@@ -1,0 +1,185 @@
+#include "base/Translate.h"
+#include "data/Configuration.h"
+#include "data/SiteSchema.h"
+#include "engine/NewDatabase.h"
+#include "ops/ErrorReport.h"
+#include "ops/Hold.h"
+#include "ops/SharedDatabase.h"
+#include "ops/TranslationLoader.h"
+#include "tests/support/Fakes.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+namespace velmora {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class OpsTest : public testing::Test {
+protected:
+    OpsTest() {
+        qputenv("VELMORA_SYSTEM_DIR", folder_.path().toUtf8());
+        Settings().DataDirectory = folder_.path();
+    }
+    QString Path(const QString& name) const { return folder_.filePath(name); }
+    void Put(const QString& name, const QByteArray& bytes) const {
+        QFile file(Path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    QByteArray Get(const QString& name) const {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void MakeSite() const { engine::NewDatabase(Path(u"Velmora.MDB"_s), SiteSchemaText()).Finish(); }
+    // Overwrites the file's header, which only a repair mends.
+    void DamageSite() const {
+        QFile file(Path(u"Velmora.MDB"_s));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.write(QByteArray(16, 'x'));
+    }
+
+    QTemporaryDir folder_;
+    fakes::FakeDialogs dialogs_;
+    fakes::FakeLog log_;
+    ErrorReport report_{dialogs_, log_};
+    fakes::TestProgram test_{&report_};
+};
+
+TEST_F(OpsTest, TheErrorReportNamesThePlaceAndIsLogged) {
+    const engine::EngineError error(engine::EngineErrorNumber::MissingParameter, u"Too few parameters."_s,
+                                    u"Select x"_s);
+    dialogs_.answers = {Answer::Retry, Answer::Ignore};
+    EXPECT_EQ(ReportError(error, {u"Internal Data"_s, u"Fill Asset Collection"_s, u"undefined"_s}), Answer::Retry);
+    EXPECT_EQ(LastErrorAnswer(), Answer::Retry);
+    EXPECT_EQ(dialogs_.messages[0].text, u"Too few parameters.\r\nModule = Internal Data\r\nProcedure = Fill Asset "
+                                         u"Collection\r\nTask = undefined"_s);
+    EXPECT_EQ(dialogs_.messages[0].title, u"Velmora Database Engine Error"_s);
+    EXPECT_EQ(dialogs_.messages[0].buttons, Buttons::AbortRetryIgnore);
+    EXPECT_EQ(dialogs_.messages[0].icon, Icon::Exclamation);
+    EXPECT_TRUE(log_.entries[0].contains(u"3061"_s) && log_.entries[0].contains(u"Select x"_s));
+    // The progress window is cleared behind every report.
+    EXPECT_EQ(test_.progress.shown.back().first, QString());
+
+    ReportError(error);
+    EXPECT_EQ(dialogs_.messages[1].text, u"Too few parameters."_s);
+    EXPECT_EQ(LastErrorAnswer(), Answer::Ignore);
+}
+
+TEST_F(OpsTest, AbortUnloadsWindowsClosesTheDatabaseAndEnds) {
+    MakeSite();
+    OpenSharedDatabase();
+    // A report that is aborted still holds its rows while the program ends around it.
+    const auto rows = OpenedDatabase().OpenRecordset(u"StoredQuery");
+    dialogs_.answers = {Answer::Abort};
+    EXPECT_THROW(ReportError(ProgramError(ErrorNumber::DiskFull, u"Disk full"_s)), ProgramEnd);
+    EXPECT_EQ(test_.windows.calls, QStringList{u"all"_s});
+    EXPECT_THROW(OpenedDatabase(), Error);
+}
+
+TEST_F(OpsTest, HoldNoticeTellsTheMissingDatabaseFirst) {
+    Put(u"HOLD.TXT"_s, "Moving servers\r\nuntil 5");
+    EXPECT_EQ(HoldNotice(), u"Database "_s + Path(u"Velmora.MDB"_s) + u" cannot be found. Velmora will shut down."_s);
+    Put(u"Velmora.MDB"_s, "");
+    EXPECT_EQ(HoldNotice(),
+              u"Administrative Hold Placed For:\r\nMoving servers\r\nuntil 5 Velmora will shut down."_s);
+    Put(u"HOLD.TXT"_s, "");
+    EXPECT_EQ(HoldNotice(), u"Administrative Hold Placed For:\r\n Velmora will shut down."_s);
+    QFile::remove(Path(u"HOLD.TXT"_s));
+    EXPECT_FALSE(HoldNotice());
+}
+
+TEST_F(OpsTest, AMissingDatabaseGoesToTheErrorReport) {
+    dialogs_.answers = {Answer::Retry, Answer::Ignore};
+    try {
+        OpenSharedDatabase();
+        FAIL() << "opened a database that is not there";
+    } catch (const ProgramEnd&) {
+        EXPECT_EQ(dialogs_.messages.size(), 2U) << "Retry opens again";
+        EXPECT_TRUE(dialogs_.messages[0].text.endsWith(u"\r\nModule = 3024"_s));
+        EXPECT_EQ(test_.windows.calls, QStringList{u"startup"_s});
+    }
+    EXPECT_FALSE(QFile::exists(Path(u"Velmora.MDB"_s))) << "a missing database is never made silently";
+}
+
+TEST_F(OpsTest, ADamagedDatabaseIsRepairedOnRequest) {
+    MakeSite();
+    DamageSite();
+    dialogs_.answers = {Answer::Ok};
+    test_.dialogs.answers = {Answer::Yes};
+    OpenSharedDatabase();
+    EXPECT_EQ(test_.dialogs.messages[0].text, u"Database is corrupt. Attempt to Repair?"_s);
+    EXPECT_EQ(test_.dialogs.messages[0].buttons, Buttons::YesNo);
+    EXPECT_EQ(OpenedDatabase().OpenRecordset(u"Asset")->RecordCount(), 0);
+    EXPECT_EQ(test_.eventLoop.pointers, (std::vector{Pointer::Hourglass, Pointer::Default}));
+    EXPECT_FALSE(test_.log.entries.isEmpty()) << "what was saved and lost is told in the log";
+}
+
+TEST_F(OpsTest, ADamagedDatabaseIsLeftAloneWithoutConsentOrInUse) {
+    MakeSite();
+    const auto other = OpenSite(Path(u"Velmora.MDB"_s));
+    DamageSite();
+    const QByteArray damaged = Get(u"Velmora.MDB"_s);
+
+    test_.dialogs.answers = {Answer::No};
+    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    test_.dialogs.answers = {Answer::Yes, Answer::Ok};
+    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    EXPECT_EQ(test_.dialogs.messages.back().text,
+              Path(u"Velmora.MDB"_s) + u"Appears to be open by other users, cannot repair"_s);
+    EXPECT_EQ(Get(u"Velmora.MDB"_s), damaged);
+    EXPECT_EQ(test_.windows.calls, (QStringList{u"startup"_s, u"startup"_s}));
+}
+
+TEST_F(OpsTest, AFileThatCannotBeRepairedEndsTheProgram) {
+    Put(u"Velmora.MDB"_s, "Dear colleagues, this is no database at all.");
+    test_.dialogs.answers = {Answer::Yes, Answer::Ok};
+    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    EXPECT_EQ(test_.dialogs.messages.back().text, Path(u"Velmora.MDB"_s) + u" could not be repaired."_s);
+    EXPECT_TRUE(Get(u"Velmora.MDB"_s).startsWith("Dear colleagues"));
+}
+
+class TranslationTest : public OpsTest {
+protected:
+    void MakeStore(const char* sql) const {
+        sqlite3* store = nullptr;
+        ASSERT_EQ(sqlite3_open(Path(u"language.mdb"_s).toUtf8().constData(), &store), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(store, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(store);
+    }
+    static constexpr const char* german =
+        "CREATE TABLE Language (Language TEXT COLLATE NOCASE, \"English Text\" TEXT, \"Translated Text\" TEXT);"
+        "INSERT INTO Language VALUES ('DEU','Close','Schließen'),('DEU','PersonCode2','Kostenstelle'),"
+        "('DEU','Empty',NULL),('fr','Close','Fermer'),('en','Close','Shut');";
+};
+
+TEST_F(TranslationTest, TheConfiguredLanguageComesBeforeTheLocale) {
+    MakeStore(german);
+    LoadTranslations();
+    EXPECT_EQ(Translate(u"Close"_s), u"Shut"_s);
+    Put(u"win.ini"_s, "[Intl]\r\nsLanguage=deu\r\n");
+    LoadTranslations();
+    EXPECT_EQ(Translate(u"close"_s), u"Schließen"_s);
+    EXPECT_EQ(Translate(u"PersonCode2"_s), u"Kostenstelle"_s);
+    EXPECT_EQ(Translate(u"Empty"_s), u"Empty"_s);
+    Put(u"win.ini"_s, "[Intl]\r\nsLanguage=it\"alian\r\n");
+    LoadTranslations();
+    EXPECT_EQ(Translate(u"Close"_s), u"Close"_s);
+    EXPECT_TRUE(test_.log.entries.isEmpty());
+}
+
+TEST_F(TranslationTest, AStoreThatCannotBeReadLeavesEnglishAndANote) {
+    LoadTranslations();
+    EXPECT_TRUE(test_.log.entries.isEmpty()) << "no store is no failure";
+    Put(u"language.mdb"_s, "not a store");
+    LoadTranslations();
+    EXPECT_EQ(test_.log.entries.size(), 1);
+    EXPECT_EQ(Translate(u"Close"_s), u"Close"_s);
+}
+
+} // namespace
+} // namespace velmora
