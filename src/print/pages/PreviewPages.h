@@ -20,8 +20,8 @@ public:
     virtual void Open(PreviewReport report) = 0;
 };
 
-// Makes the writers of previews, and leaves reports for the printer to another factory. A preview has at most 255 pages,
-// of the current printer's paper and font. All of it outlives the object and the writers.
+// Makes the writers of previews, and leaves reports for the printer to another factory. A preview has at most 255
+// pages, of the current printer's paper and font. All of it outlives the object and the writers.
 class PreviewPages : public PageWriterFactory {
 public:
     // Documents are called by the report's title behind `documentName`.
