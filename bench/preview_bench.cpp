@@ -8,12 +8,12 @@
 #include "tests/support/Fakes.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QWindow>
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 
 using namespace velmora;
 using namespace velmora::print;
@@ -29,11 +29,11 @@ double Median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
+// Processor time of this program: the clock on the wall tells of its neighbours too.
 double MillisecondsOf(const auto& work) {
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     work();
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 // The memory that belongs to this program alone.
@@ -94,6 +94,7 @@ int main(int argc, char** argv) {
     };
 
     const double empty = PrivateMegabytes();
+    std::vector<double> opened;
     std::vector<double> first;
     double kept = 0;
     double repaint = 0;
@@ -101,7 +102,7 @@ int main(int argc, char** argv) {
     for (int run = 0; run < 5; ++run) {
         auto [state, writer] = report();
         first.push_back(MillisecondsOf([&] {
-            writer->Deliver();
+            opened.push_back(MillisecondsOf([&] { writer->Deliver(); }));
             while (!OpenWindow()->isActiveWindow() && !OpenWindow()->windowHandle()->isExposed()) {
                 QApplication::processEvents();
             }
@@ -124,7 +125,8 @@ int main(int argc, char** argv) {
         window.close();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    std::printf("first page on the screen  %.1f ms (limit 50)\n", Median(first));
+    std::printf("first page on the screen  %.1f ms (limit 50), of it until the window is there %.1f\n", Median(first),
+                Median(opened));
     std::printf("repaint of a whole page   %.2f ms, slowest %.2f (limit 5)\n", repaint, slowest);
     std::printf("255 kept pages, window    %.1f MB above the empty program (limit 30)\n", kept - empty);
     return 0;
