@@ -2,17 +2,9 @@
 
 #include "base/Translate.h"
 #include "data/Configuration.h"
-#include "data/Helpers.h"
 #include "data/NativePath.h"
-#include "print/ReportFile.h"
 
 namespace velmora::print {
-
-QString ReportFilePath(const QString& folder, const QString& name, const QString& filter) {
-    const QString path = AddBackslash(folder) + name;
-    const QString extension = filter.right(4);
-    return path.right(4) == extension ? path : path + extension;
-}
 
 void DialogDelivery::SendMail(const QByteArray& text) {
     services_.mail.SendText(QString::fromUtf8(text));

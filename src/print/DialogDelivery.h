@@ -2,6 +2,7 @@
 
 #include "base/Program.h"
 #include "print/Delivery.h"
+#include "print/ReportFile.h"
 
 namespace velmora::print {
 
@@ -16,9 +17,5 @@ public:
 private:
     const Services& services_;
 };
-
-// The path of a report file: folder and name joined, and the filter's last four characters (".txt") appended unless
-// the path ends with exactly those.
-QString ReportFilePath(const QString& folder, const QString& name, const QString& filter);
 
 } // namespace velmora::print

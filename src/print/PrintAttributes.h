@@ -15,6 +15,7 @@ enum StyleBit : qint16 { Bold = 1, Italic = 2, Underlined = 4, GreyBox = 8 };
 struct PrintAttribute {
     QString caption;
     qint16 style = 0;
+    friend bool operator==(const PrintAttribute&, const PrintAttribute&) = default;
 };
 
 // Reads the rows in table order; may throw.

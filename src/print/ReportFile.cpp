@@ -1,6 +1,7 @@
 #include "print/ReportFile.h"
 
 #include "base/Error.h"
+#include "data/Helpers.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -42,6 +43,12 @@ void WriteInPlace(const QString& path, const QByteArray& bytes, ReportFileKind k
 }
 
 } // namespace
+
+QString ReportFilePath(const QString& folder, const QString& name, const QString& filter) {
+    const QString path = AddBackslash(folder) + name;
+    const QString extension = filter.right(4);
+    return path.right(4) == extension ? path : path + extension;
+}
 
 bool WriteReport(QIODevice& device, const QByteArray& bytes, ReportFileKind kind) {
     const bool endsLine = kind != ReportFileKind::Pdf && !bytes.isEmpty();

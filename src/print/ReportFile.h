@@ -7,6 +7,10 @@
 
 namespace velmora::print {
 
+// The path of a report file: folder and name joined, and the filter's last four characters (".txt") appended unless
+// the path ends with exactly those.
+QString ReportFilePath(const QString& folder, const QString& name, const QString& filter);
+
 // Writes a report as its file holds it: a PDF's bytes; a text and one line end, or nothing at all for an empty text.
 // Returns false when the device did not take all of it. The device is opened unbuffered.
 bool WriteReport(QIODevice& device, const QByteArray& bytes, ReportFileKind kind);

@@ -15,7 +15,7 @@ namespace {
 constexpr QRgb boxGrey = qRgb(192, 192, 192);
 // How far ink may stand out of an item's extent: accents, wide pens.
 constexpr double reach = 200;
-}
+} // namespace
 
 PagePainter::PagePainter(const Document& document) {
     fonts_.reserve(document.fonts.size());
@@ -49,11 +49,14 @@ void PagePainter::DrawItems(QPainter& painter, const Page& page, double top, dou
     painter.setPen(Qt::black);
     int font = -1;
     int penWidth = -1;
+    // Printers' hairlines would fade away on a screen's coarser dots.
+    const double thinnest = 0.5 / std::max(painter.deviceTransform().m11(), 1e-6);
     const auto usePen = [&](const Item& item) {
         if (penWidth != static_cast<int>(item.text)) {
             penWidth = static_cast<int>(item.text);
             // A pen of width 0 is one device dot wide on any device.
-            painter.setPen(QPen(Qt::black, penWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+            painter.setPen(QPen(Qt::black, penWidth == 0 ? 0 : std::max<double>(penWidth, thinnest), Qt::SolidLine,
+                                Qt::FlatCap, Qt::MiterJoin));
         }
     };
     for (const Item& item : page.Items()) {

@@ -1,0 +1,148 @@
+#include "base/windows/WindowDialogs.h"
+
+#include "base/Translate.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontDialog>
+#include <QGridLayout>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include <array>
+
+namespace velmora {
+
+namespace {
+
+struct ButtonRow {
+    Buttons buttons;
+    QMessageBox::StandardButtons shown;
+    // What Escape and closing the box answer.
+    QMessageBox::StandardButton escape;
+};
+
+constexpr std::array buttonRows = {
+    ButtonRow{Buttons::Ok, QMessageBox::Ok, QMessageBox::Ok},
+    ButtonRow{Buttons::OkCancel, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel},
+    ButtonRow{Buttons::AbortRetryIgnore, QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore,
+              QMessageBox::NoButton},
+    ButtonRow{Buttons::YesNoCancel, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel},
+    ButtonRow{Buttons::YesNo, QMessageBox::Yes | QMessageBox::No, QMessageBox::NoButton},
+    ButtonRow{Buttons::RetryCancel, QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Cancel},
+};
+
+QMessageBox::Icon BoxIcon(Icon icon) {
+    switch (icon) {
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+Answer BoxAnswer(int button) {
+    switch (button) {
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    case QMessageBox::Abort:
+        return Answer::Abort;
+    case QMessageBox::Retry:
+        return Answer::Retry;
+    case QMessageBox::Ignore:
+        return Answer::Ignore;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Ok;
+    }
+}
+
+bool MayReplace(const QString& path) {
+    return QMessageBox::question(
+               QApplication::activeWindow(), Translate(QStringLiteral("Save File As")),
+               Translate(QStringLiteral("%1 already exists. Replace it?")).arg(QDir::toNativeSeparators(path))) ==
+           QMessageBox::Yes;
+}
+
+} // namespace
+
+QString NameFilters(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString words = parts[i].section(u'(', 0, 0).trimmed();
+        filters.append(QStringLiteral("%1 (%2)").arg(words, QString(parts[i + 1]).replace(u';', u' ')));
+    }
+    return filters.join(QStringLiteral(";;"));
+}
+
+Answer WindowDialogs::ShowMessage(const Message& message) {
+    QMessageBox box(BoxIcon(message.icon), message.title, message.text, QMessageBox::NoButton,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    for (const ButtonRow& row : buttonRows) {
+        if (row.buttons == message.buttons) {
+            box.setStandardButtons(row.shown);
+            if (row.escape != QMessageBox::NoButton) {
+                box.setEscapeButton(row.escape);
+            }
+        }
+    }
+    // The box sizes itself by its text alone; this keeps a longer title whole.
+    constexpr int frameButtons = 120;
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    grid->addItem(new QSpacerItem(box.fontMetrics().horizontalAdvance(message.title) + frameButtons, 0),
+                  grid->rowCount(), 0, 1, grid->columnCount());
+    return BoxAnswer(box.exec());
+}
+
+std::optional<QString> WindowDialogs::AskText(const QString& prompt, const QString& title, const QString& initial) {
+    bool entered = false;
+    const QString text =
+        QInputDialog::getText(QApplication::activeWindow(), title, prompt, QLineEdit::Normal, initial, &entered);
+    return entered ? std::optional(text) : std::nullopt;
+}
+
+std::optional<SaveFileAnswer> WindowDialogs::AskSaveFile(const SaveFileRequest& request) {
+    QFileDialog dialog(QApplication::activeWindow(), request.title, request.folder, NameFilters(request.filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // The question about an existing file comes below, when the name has its ending.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    const QString ending = request.filter.right(4);
+    while (dialog.exec() == QDialog::Accepted) {
+        const QString path = dialog.selectedFiles().value(0);
+        const QString written = path.endsWith(ending) ? path : path + ending;
+        if (!QFileInfo::exists(written) || MayReplace(written)) {
+            const QFileInfo file(path);
+            return SaveFileAnswer{QDir::toNativeSeparators(file.absolutePath()), file.fileName()};
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<FontChoice> WindowDialogs::AskFont(const FontChoice& initial) {
+    QFont font(initial.family);
+    font.setPointSizeF(initial.points);
+    font.setBold(initial.bold);
+    font.setItalic(initial.italic);
+    bool chosen = false;
+    font = QFontDialog::getFont(&chosen, font, QApplication::activeWindow());
+    if (!chosen) {
+        return std::nullopt;
+    }
+    return FontChoice{font.family(), font.pointSizeF(), font.bold(), font.italic()};
+}
+
+} // namespace velmora

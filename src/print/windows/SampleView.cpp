@@ -1,0 +1,66 @@
+#include "print/windows/SampleView.h"
+
+#include "base/windows/Look.h"
+#include "print/pages/PageWriter.h"
+
+#include <QPainter>
+
+namespace velmora::print {
+
+namespace {
+
+constexpr int inch = 1440;
+constexpr int columnWidth = inch;
+constexpr int edge = 100;
+constexpr int sampleWidth = 2 * columnWidth + inch / 4;
+constexpr int sampleHeight = 420;
+
+} // namespace
+
+pages::Document SampleDocument(const Sample& sample) {
+    pages::Document document;
+    JobState state;
+    state.LeaderStyle = sample.leaderStyle;
+    state.TabStop1 = edge;
+    state.TabStop2 = edge + columnWidth;
+    // Five columns, as on a page; the sample shows the two that the line takes.
+    PageTarget target;
+    target.geometry = {sampleWidth, sampleHeight, 0, 0, 5 * columnWidth, sampleHeight};
+    target.font = {QStringLiteral("Liberation Sans"), 10, false, false, false, false};
+    target.deliver = [&document](const pages::Document& drawn) { document = drawn; };
+    state.SuppressPageBreaks = true;
+    PageWriter writer(state, std::move(target), {});
+    writer.AddVerticalSpace(edge / 3);
+    writer.PrintLabelValue(sample.caption, sample.value, sample.style);
+    writer.Deliver();
+    return document;
+}
+
+void DrawSample(QPainter& painter, const QRect& rect, const pages::Document& document, int dotsPerInch) {
+    painter.save();
+    painter.fillRect(rect, Qt::white);
+    painter.setClipRect(rect);
+    const double scale = static_cast<double>(dotsPerInch) / inch;
+    painter.translate(rect.left(), rect.top() + (rect.height() - sampleHeight * scale) / 2);
+    painter.scale(scale, scale);
+    pages::PagePainter(document).Draw(painter, document.pages.front());
+    painter.restore();
+}
+
+SampleView::SampleView(Sample sample, QWidget* parent) : QWidget(parent), document_(SampleDocument(sample)) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAccessibleName(sample.caption + u' ' + sample.value);
+}
+
+QSize SampleView::sizeHint() const {
+    return {sampleWidth * logicalDpiX() / inch, sampleHeight * logicalDpiY() / inch};
+}
+
+void SampleView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    DrawSample(painter, rect(), document_, logicalDpiX());
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+} // namespace velmora::print

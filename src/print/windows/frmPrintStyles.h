@@ -1,0 +1,57 @@
+#pragma once
+
+#include "base/Program.h"
+#include "print/PrintStyles.h"
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+class QTableView;
+
+namespace velmora::print {
+
+class StyleModel;
+
+// The editor of the print styles: by caption, how the value of a label and value line is drawn. Services and store
+// outlive it.
+class frmPrintStyles : public QDialog {
+    Q_OBJECT
+
+public:
+    // Reads the rows; a failure is reported, and the editor then cannot save.
+    frmPrintStyles(const Services& services, StyleStore& store, QWidget* parent = nullptr);
+
+    void reject() override;
+
+private:
+    void LayOut(QLabel& explanation);
+    void Connect();
+    void Form_Load();
+    void cmdAdd_Click();
+    void cmdDelete_Click();
+    void cmdOK_Click();
+    void Rows_Changed();
+
+    // True when every row has what it needs; else says what is missing and goes there.
+    bool RowsAreComplete();
+    // Stores the rows, put together with what another user changed meanwhile. False when the editor must stay open.
+    bool Save();
+    // Asks whose rows count where both users changed the same ones; none when the editing goes on.
+    std::optional<StyleRows> Settle(const MergedStyles& merged, const StyleRows& stored);
+    Answer Ask(const QString& text, Buttons buttons, Icon icon);
+
+    const Services& services_;
+    StyleStore& store_;
+    // The rows as they were read.
+    StyleRows base_;
+    StyleModel* model_;
+    QTableView* grdStyles_;
+    QLabel* lblNotice_;
+    QPushButton* cmdAdd;
+    QPushButton* cmdDelete;
+    QPushButton* cmdOK;
+    QPushButton* cmdCancel;
+};
+
+} // namespace velmora::print

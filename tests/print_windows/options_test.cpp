@@ -1,0 +1,244 @@
+// The print options, the editor of the print styles, and what every window is translated by.
+#include "tests/support/Fakes.h"
+
+#include "base/Translate.h"
+#include "base/windows/TranslateForm.h"
+#include "base/windows/WindowDialogs.h"
+#include "print/windows/SampleView.h"
+#include "print/windows/frmPrintOptions.h"
+#include "print/windows/frmPrintStyles.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+
+namespace velmora::print {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class MemoryStyles : public StyleStore {
+public:
+    StyleRows Read() override {
+        if (failing) {
+            throw ProgramError(ErrorNumber::Unavailable, u"no table"_s);
+        }
+        return rows;
+    }
+    std::optional<StyleRows> Replace(const StyleRows& expected, const StyleRows& wanted) override {
+        if (failing) {
+            throw ProgramError(ErrorNumber::Unavailable, u"no table"_s);
+        }
+        if (rows != expected) {
+            return rows;
+        }
+        rows = wanted;
+        return std::nullopt;
+    }
+    StyleRows rows = {{u"Phone"_s, GreyBox}, {u"Jack"_s, Bold | 16}};
+    bool failing = false;
+};
+
+class DialogTest : public ::testing::Test {
+protected:
+    template <typename T>
+    static T& Get(QWidget& window, const char* name) {
+        T* found = window.findChild<T*>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+    static void Click(QWidget& window, const char* name) {
+        QTest::mouseClick(&Get<QPushButton>(window, name), Qt::LeftButton);
+    }
+    QString Stored() { return fakes_.userSettings.values[setting_]; }
+
+    const QString setting_ = u"Velmora/Print Options/Leader Style"_s;
+    fakes::TestProgram fakes_;
+    MemoryStyles styles_;
+};
+
+TEST_F(DialogTest, OptionsShowTheStoredStyleAndStoreTheChosenOne) {
+    struct Case {
+        const char16_t* stored;
+        int shown;
+        int click;
+        const char* button;
+        const char16_t* after;
+    };
+    for (const Case& c : {Case{u"", 0, 2, "cmdOK", u"2"}, Case{u"1", 1, 2, "cmdCancel", u"1"},
+                          Case{u"many", 0, -1, "cmdOK", u"0"}, Case{u"2", 2, 0, "cmdOK", u"0"}}) {
+        fakes_.userSettings.values.clear();
+        if (c.stored[0] != 0) {
+            fakes_.userSettings.values[setting_] = QString::fromUtf16(c.stored);
+        }
+        frmPrintOptions window(fakes_.program.services(), styles_);
+        window.show();
+        for (int i = 0; i < 3; ++i) {
+            const auto name = "optLeader" + std::to_string(i);
+            EXPECT_EQ(Get<QRadioButton>(window, name.c_str()).isChecked(), i == c.shown);
+        }
+        if (c.click >= 0) {
+            const auto name = "optLeader" + std::to_string(c.click);
+            Get<QRadioButton>(window, name.c_str()).click();
+        }
+        Click(window, c.button);
+        EXPECT_FALSE(window.isVisible());
+        EXPECT_EQ(Stored(), QString::fromUtf16(c.after));
+    }
+}
+
+TEST_F(DialogTest, OptionsAreTranslatedAndOpenTheStyles) {
+    fakes_.program.Part<TranslationDictionary>().Add(u"Print Options"_s, u"Druckoptionen"_s);
+    fakes_.program.Part<TranslationDictionary>().Add(u"Boxes"_s, u"Kästen"_s);
+    frmPrintOptions window(fakes_.program.services(), styles_);
+    window.show();
+    EXPECT_EQ(window.windowTitle(), u"Druckoptionen");
+    EXPECT_EQ(Get<QRadioButton>(window, "optLeader1").text(), u"Kästen"_s);
+    EXPECT_EQ(Get<QRadioButton>(window, "optLeader2").text(), u"&Lines"_s);
+    bool opened = false;
+    QTimer::singleShot(0, &window, [&] {
+        auto* editor = window.findChild<frmPrintStyles*>();
+        opened = editor != nullptr && editor->isVisible();
+        if (opened) {
+            Click(*editor, "cmdCancel");
+        }
+    });
+    Click(window, "Command1");
+    EXPECT_TRUE(opened);
+    EXPECT_TRUE(window.isVisible());
+}
+
+// The samples are pages that the engine draws: each leader style leaves its own marks.
+TEST(Samples, AreDrawnAsTheStylesLook) {
+    const auto kinds = [](qint16 leader, qint16 style) {
+        std::array<int, 3> count{};
+        const pages::Document document = SampleDocument({u"Caption"_s, u"Value"_s, leader, style});
+        for (const pages::Item& item : document.pages.at(0).Items()) {
+            ++count[static_cast<size_t>(item.kind)];
+            EXPECT_LE(item.x + item.width, document.pages[0].Width());
+            EXPECT_LE(item.y + item.height, document.pages[0].Height());
+        }
+        return count;
+    };
+    EXPECT_EQ(kinds(0, 0), (std::array{2, 0, 0}));
+    EXPECT_EQ(kinds(1, 0), (std::array{2, 0, 2}));
+    EXPECT_EQ(kinds(2, 0), (std::array{2, 1, 0}));
+    EXPECT_EQ(kinds(0, GreyBox), (std::array{2, 0, 1}));
+}
+
+class StylesTest : public DialogTest {
+protected:
+    StylesTest() { window_.show(); }
+    QAbstractItemModel& Model() { return *Get<QTableView>(window_, "grdStyles").model(); }
+    void Tick(int row, int column) { Model().setData(Model().index(row, column), Qt::Checked, Qt::CheckStateRole); }
+    void Type(const QString& text) {
+        auto* editor = window_.findChild<QLineEdit*>();
+        ASSERT_NE(editor, nullptr);
+        QTest::keyClicks(editor, text);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    frmPrintStyles window_{fakes_.program.services(), styles_};
+};
+
+TEST_F(StylesTest, AddsChangesAndDeletesInOrder) {
+    Click(window_, "cmdAdd");
+    Type(u"Space Type"_s);
+    Tick(2, 2);
+    Tick(2, 3);
+    Tick(1, 1);
+    Click(window_, "cmdAdd");
+    Type(u"Phone"_s);
+    EXPECT_TRUE(Get<QLabel>(window_, "lblNotice").isVisible());
+    EXPECT_TRUE(Get<QLabel>(window_, "lblNotice").text().endsWith(u": Phone"));
+    Click(window_, "cmdOK");
+    EXPECT_FALSE(window_.isVisible());
+    EXPECT_EQ(
+        styles_.rows,
+        (StyleRows{
+            {u"Phone"_s, GreyBox}, {u"Jack"_s, Bold | 16}, {u"Space Type"_s, Italic | Underlined}, {u"Phone"_s, 0}}));
+}
+
+TEST_F(StylesTest, ARowNeedsACaptionAndChangesAreNotDroppedUnasked) {
+    Click(window_, "cmdAdd");
+    Type(u""_s);
+    fakes_.dialogs.answers = {Answer::Ok, Answer::No, Answer::Yes};
+    Click(window_, "cmdOK");
+    EXPECT_TRUE(fakes_.dialogs.messages.at(0).text.startsWith(u"Row 3 has no caption"));
+    Click(window_, "cmdCancel");
+    EXPECT_TRUE(window_.isVisible());
+    Click(window_, "cmdCancel");
+    EXPECT_FALSE(window_.isVisible());
+    EXPECT_EQ(styles_.rows.size(), 2U);
+}
+
+TEST_F(StylesTest, AnotherUsersChangesAreKept) {
+    Tick(0, 1);
+    styles_.rows = {{u"Phone"_s, GreyBox}, {u"Jack"_s, Italic}, {u"Port"_s, Bold}};
+    Click(window_, "cmdOK");
+    EXPECT_FALSE(window_.isVisible());
+    EXPECT_EQ(styles_.rows, (StyleRows{{u"Phone"_s, GreyBox | Bold}, {u"Jack"_s, Italic}, {u"Port"_s, Bold}}));
+}
+
+TEST_F(StylesTest, ConflictsAreAskedAboutAndFailuresKeepTheRows) {
+    Tick(0, 1);
+    styles_.rows = {{u"Phone"_s, Italic}, {u"Jack"_s, Bold | 16}};
+    fakes_.dialogs.answers = {Answer::Cancel, Answer::No};
+    Click(window_, "cmdOK");
+    EXPECT_TRUE(window_.isVisible());
+    EXPECT_TRUE(fakes_.dialogs.messages.at(0).text.contains(u"Phone"));
+    styles_.failing = true;
+    fakes_.errors.answers = {Answer::Ignore};
+    Click(window_, "cmdOK");
+    EXPECT_TRUE(window_.isVisible());
+    styles_.failing = false;
+    Click(window_, "cmdOK");
+    EXPECT_EQ(styles_.rows[0].style, Italic) << "the other user's row was chosen";
+}
+
+TEST(TranslateForm, TranslatesEveryKindOfCaption) {
+    fakes::TestProgram fakes;
+    auto& dictionary = fakes.program.Part<TranslationDictionary>();
+    for (const char16_t* word : {u"Window", u"Label", u"Frame", u"Tab", u"Tip", u"Tool", u"Close && go"}) {
+        dictionary.Add(QString::fromUtf16(word), QString::fromUtf16(word).toUpper());
+    }
+    QWidget window;
+    window.setWindowTitle(u"Window"_s);
+    QLabel label(u"&Label"_s, &window);
+    QLabel unknown(u"&Unknown"_s, &window);
+    QGroupBox frame(u"Frame"_s, &window);
+    QPushButton button(u"Close && go"_s, &window);
+    QLineEdit typed(u"Label"_s, &window);
+    QTabWidget tabs(&window);
+    tabs.addTab(new QLabel(&tabs), u"Tab"_s);
+    tabs.setTabToolTip(0, u"Tip"_s);
+    QToolBar bar(&window);
+    QAction* tool = bar.addAction(u"Tool"_s);
+    tool->setToolTip(u"Tip"_s);
+    TranslateForm(window);
+    EXPECT_EQ(window.windowTitle(), u"WINDOW");
+    EXPECT_EQ(label.text(), u"LABEL");
+    EXPECT_EQ(unknown.text(), u"&Unknown");
+    EXPECT_EQ(frame.title(), u"FRAME");
+    EXPECT_EQ(button.text(), u"CLOSE && GO");
+    EXPECT_EQ(typed.text(), u"Label") << "what a person typed stays";
+    EXPECT_EQ(tabs.tabText(0) + tabs.tabToolTip(0), u"TABTIP");
+    EXPECT_EQ(tool->text() + tool->toolTip(), u"TOOLTIP");
+}
+
+TEST(WindowDialogs, GivesTheToolkitItsFilters) {
+    EXPECT_EQ(NameFilters(u"Text file (*.txt)|*.txt|Pages (*.htm;*.html)|*.htm;*.html"_s),
+              u"Text file (*.txt);;Pages (*.htm *.html)");
+}
+
+} // namespace
+} // namespace velmora::print
