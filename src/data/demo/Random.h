@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -41,8 +42,8 @@ public:
 
     template <typename T>
     void Shuffle(std::vector<T>& list) {
-        for (size_t last = list.size(); last > 1; --last) {
-            std::swap(list[last - 1], list[static_cast<size_t>(Below(static_cast<int>(last)))]);
+        for (std::size_t last = list.size(); last > 1; --last) {
+            std::swap(list[last - 1], list[static_cast<std::size_t>(Below(static_cast<int>(last)))]);
         }
     }
 
