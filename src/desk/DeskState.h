@@ -22,6 +22,12 @@ struct PrinterControl {
     QString PrinterName;
 };
 
+// The two dates of a date-range control; none while a box holds no date.
+struct DateRange {
+    std::optional<Date> StartDate;
+    std::optional<Date> EndDate;
+};
+
 // What the controls of the main window say, by the controls' names. Handlers store the controls here before they call
 // a routine and load them from here afterwards; routines know this struct and no window.
 struct DeskState {
@@ -39,6 +45,9 @@ struct DeskState {
     qint16 ViewType = 0;
     QString SelectedPrinterName;
 
+    // Daily page.
+    bool chkNonPermanent = false;
+    bool chkIncludeEmpty = false;
     bool chkBrief = false;
     bool chkCompletedMoves = false;
     bool chkCompletedPhones = false;
@@ -47,11 +56,36 @@ struct DeskState {
     bool chkIncludePhone = false;
     bool chkOnePage = false;
 
+    // The report-day option chosen: 0 next working day, 1 current day, 2 other day; -1 none.
+    qint16 optDay = 0;
     // The first day of the other-day choice; none while the box holds no date.
     std::optional<Date> dtcOtherDate;
     // Number of days of the other-day choice.
     int Label12 = 1;
 
+    // Task page.
+    DateRange DateRange1;
+    bool chkConferenceView = false;
+    bool chkCompleted = false;
+
+    // Layout page: from the start up to, and not including, the end.
+    std::optional<Date> ReportStart;
+    std::optional<Date> ReportEnd;
+    bool chkConference = false;
+    bool chkReportCompleted = false;
+    // The index of the layout option clicked last; 0 before the first click.
+    qint16 SelectedLayout = 0;
+
+    // Exception page: 0 space type, 1 to 3 first to third area, 4 not checked-in; -1 none.
+    qint16 optException = 0;
+    std::optional<Date> dtcException;
+
+    // Usage page: 0 locations, 1 to 3 persons by first to third area; -1 none.
+    qint16 OptUsage = 0;
+    bool chkUsageDetail = false;
+    std::optional<Date> dtcUsage;
+
+    // Printer page.
     Orientation optOrientation = Orientation::Portrait;
     PrinterControl PrinterControl1;
 };
