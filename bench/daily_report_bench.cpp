@@ -9,6 +9,8 @@
 #include "platform/ConsoleServices.h"
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"
+#include "platform/printers/NoQueues.h"
+#include "platform/printers/SystemPrinters.h"
 #include "print/ReadPrintAttributes.h"
 
 #include <QTemporaryDir>
@@ -175,7 +177,7 @@ private:
     FixedClock clock_;
     ConsoleDialogs dialogs_{stderr};
     ConsoleEventLoop eventLoop_;
-    ConsolePrinters printers_{QLocale(u"en_US"_s)};
+    printers::SystemPrinters printers_{std::make_unique<printers::NoQueues>(), QLocale(u"en_US"_s)};
     ConsoleProgress progress_;
     ConsoleMail mail_;
     ConsoleWindows windows_;

@@ -1,4 +1,5 @@
 #include "tests/desk/TestSite.h"
+#include "tests/support/Folders.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -66,7 +67,7 @@ protected:
         return Finish(process);
     }
     static QByteArray Expected(const char* name) {
-        return FileBytes(QStringLiteral(VELMORA_TEST_DATA "/desk/expected/") + QString::fromLatin1(name)) + "\r\n";
+        return FileBytes(TestDataFolder() + QStringLiteral("/desk/expected/") + QString::fromLatin1(name)) + "\r\n";
     }
 
     QString program_ = QStringLiteral(VELMORA_BIN "/velmora-report");

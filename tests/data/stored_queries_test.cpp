@@ -2,6 +2,7 @@
 #include "data/SiteSchema.h"
 #include "engine/dialect/Compiler.h"
 #include "tests/data/RawStore.h"
+#include "tests/support/Folders.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -345,7 +346,7 @@ TEST_F(DemoQueries, OfferStandardNotes) {
 TEST(EdgeQueries, TreatEachRowAsTheyShould) {
     Site site(std::nullopt);
     const auto read = [](const char* name) {
-        QFile file(QStringLiteral(VELMORA_TEST_DATA "/data/") + QLatin1String(name));
+        QFile file(TestDataFolder() + QStringLiteral("/data/") + QLatin1String(name));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
         return QString::fromUtf8(file.readAll());
     };

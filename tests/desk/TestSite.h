@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Folders.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -24,9 +26,9 @@ inline void MakeTestSite(const QString& path) {
         EXPECT_EQ(sqlite3_exec(store, sql.constData(), nullptr, nullptr, &message), SQLITE_OK) << message;
         sqlite3_free(message);
     };
-    const QString share = QStringLiteral(VELMORA_SHARE);
+    const QString share = ShareFolder();
     run("PRAGMA synchronous = OFF; BEGIN;" + FileBytes(share + u"/schema.sql"_s));
-    run(FileBytes(QStringLiteral(VELMORA_TEST_DATA "/desk/site.sql")));
+    run(FileBytes(TestDataFolder() + QStringLiteral("/desk/site.sql")));
     const QDir queries(share + u"/queries"_s);
     for (const QString& name : queries.entryList({u"*.sql"_s})) {
         QByteArray text = FileBytes(queries.filePath(name));

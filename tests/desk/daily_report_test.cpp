@@ -1,6 +1,7 @@
 #include "tests/desk/DeskFixture.h"
 
 #include "base/Translate.h"
+#include "tests/support/Folders.h"
 
 namespace velmora {
 namespace {
@@ -99,7 +100,7 @@ TEST(DailyReportTest, EveryCaseToTheByte) {
     const bool update = qEnvironmentVariableIsSet("VELMORA_UPDATE_EXPECTED");
     for (const ReportCase& c : ReportCases()) {
         const QByteArray text = Desk(QString::fromLatin1(c.startupArgument)).Print(c);
-        const QString path = QStringLiteral(VELMORA_TEST_DATA "/desk/expected/") + QString::fromLatin1(c.name);
+        const QString path = TestDataFolder() + QStringLiteral("/desk/expected/") + QString::fromLatin1(c.name);
         if (update) {
             QFile file(path);
             ASSERT_TRUE(file.open(QIODevice::WriteOnly));

@@ -1,4 +1,5 @@
 #include "tests/engine/TestSite.h"
+#include "tests/support/Folders.h"
 
 #include <QFile>
 
@@ -30,7 +31,7 @@ private:
 } // namespace
 
 TestSite::TestSite() : path_(folder_.filePath(u"Velmora.MDB"_s)) {
-    QFile schema(QStringLiteral(VELMORA_SHARE "/schema.sql"));
+    QFile schema(ShareFolder() + QStringLiteral("/schema.sql"));
     EXPECT_TRUE(schema.open(QIODevice::ReadOnly));
     Run(schema.readAll().constData());
 }

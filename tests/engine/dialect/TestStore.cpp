@@ -2,6 +2,7 @@
 
 #include "engine/EngineError.h"
 #include "engine/sqlite/Functions.h"
+#include "tests/support/Folders.h"
 
 #include <QFile>
 
@@ -21,7 +22,7 @@ QString ReadFile(const QString& path) {
 }
 
 QString CorpusFolder() {
-    return QStringLiteral(VELMORA_TEST_DATA "/engine/dialect/corpus/");
+    return TestDataFolder() + QStringLiteral("/engine/dialect/corpus/");
 }
 
 SqlType TypeOfDeclaration(const QString& declared) {
@@ -78,7 +79,7 @@ TestStore::TestStore() {
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite::RegisterFunctions(connection, [] { return *ParseStorageText(u"2026-03-07 14:15:00"); });
-    Execute(ReadFile(QStringLiteral(VELMORA_SHARE "/schema.sql")));
+    Execute(ReadFile(ShareFolder() + QStringLiteral("/schema.sql")));
     Execute(ReadFile(CorpusFolder() + QStringLiteral("rows.sql")));
     ReadSchema();
 }

@@ -4,6 +4,7 @@
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Store.h"
+#include "tests/support/Folders.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,7 +20,7 @@ using sqlite::Store;
 using sqlite::StoreStatement;
 
 QString ShippedSchema() {
-    return QString::fromUtf8(Contents(QStringLiteral(VELMORA_SHARE "/schema.sql")));
+    return QString::fromUtf8(Contents(ShareFolder() + QStringLiteral("/schema.sql")));
 }
 
 OpenOptions ShippedOptions() {
