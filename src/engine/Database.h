@@ -54,8 +54,8 @@ struct NamedValue {
 
 class Database;
 
-// A stored query, or a text given for one call, with its parameters. Owned by the caller; must not outlive its
-// database. Names ignore letter case.
+// A stored query, or a text given for one call, with its parameters. Owned by the caller; keeps the file
+// open as a recordset does. Names ignore letter case.
 class QueryDef {
 public:
     ~QueryDef();
@@ -97,7 +97,8 @@ public:
     virtual qint64 Execute() = 0;
 };
 
-// An open database file, shared with other users. One thread. Recordsets and queries must not outlive it.
+// An open database file, shared with other users. One thread. Destroying it closes the file once the recordsets and
+// queries that it gave out are gone too.
 //
 // The SQL texts are in the program's own dialect. Every failure is an EngineError with the text at fault.
 class Database {

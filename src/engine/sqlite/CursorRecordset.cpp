@@ -5,7 +5,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace velmora::engine::sqlite {
 
 CursorRecordset::CursorRecordset(Session& session, std::unique_ptr<RecordsetStorage> storage)
-    : session_(session), storage_(std::move(storage)) {}
+    : session_(session), keepsSession_(session.shared_from_this()), storage_(std::move(storage)) {}
 
 CursorRecordset::~CursorRecordset() {
     session_.GiveBack(std::move(storage_));

@@ -57,6 +57,7 @@ protected:
     [[noreturn]] void Fail(EngineErrorNumber number, const QString& description) const;
 
     Session& session_;
+    const std::shared_ptr<Session> keepsSession_;
     std::unique_ptr<RecordsetStorage> storage_;
     RowCursor cursor_;
 };

@@ -29,8 +29,8 @@ DateTime WallClock() {
 
 } // namespace
 
-Session::Session(const QString& path, const OpenOptions& options)
-    : connection_(path, options), statements_(connection_), catalog_(connection_) {
+Session::Session(Presence presence, const QString& path, const OpenOptions& options)
+    : presence_(std::move(presence)), connection_(path, options), statements_(connection_), catalog_(connection_) {
     RegisterFunctions(connection_.Handle(), options.now ? options.now : WallClock);
 }
 

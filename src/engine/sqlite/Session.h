@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/sqlite/Connection.h"
+#include "engine/sqlite/Presence.h"
 #include "engine/sqlite/QueryInput.h"
 #include "engine/sqlite/SchemaCatalog.h"
 #include "engine/sqlite/StatementCache.h"
@@ -11,10 +12,11 @@
 
 namespace velmora::engine::sqlite {
 
-// One open database with all that its recordsets and queries share.
-class Session {
+// One open database with all that its recordsets and queries share. Each of them keeps it: a set that a program on its
+// way out still holds stays good after its database was closed.
+class Session : public std::enable_shared_from_this<Session> {
 public:
-    Session(const QString& path, const OpenOptions& options);
+    Session(Presence presence, const QString& path, const OpenOptions& options);
 
     const Connection& Store() const { return connection_; }
     Connection& Store() { return connection_; }
@@ -64,6 +66,7 @@ public:
 private:
     static bool MayBeOutdated(EngineErrorNumber number);
 
+    Presence presence_; // goes last: the file counts as open until its connection is closed
     Connection connection_;
     StatementCache statements_;
     SchemaCatalog catalog_;

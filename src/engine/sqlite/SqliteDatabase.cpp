@@ -23,51 +23,51 @@ Presence JoinChecked(const QString& path) {
 } // namespace
 
 SqliteDatabase::SqliteDatabase(const QString& path, const OpenOptions& options)
-    : path_(path), presence_(JoinChecked(path)), session_(path, options) {
-    session_.Store().SetDamageHook([this] { LeaveDamageMark(path_); });
-    CheckOpened(session_.Store().Handle(), path_, options);
-    session_.Store().SetWriting(options);
+    : path_(path), session_(std::make_shared<Session>(JoinChecked(path), path, options)) {
+    session_->Store().SetDamageHook([path] { LeaveDamageMark(path); });
+    CheckOpened(session_->Store().Handle(), path_, options);
+    session_->Store().SetWriting(options);
 }
 
 std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(QStringView source, RecordsetKind kind) {
-    return session_.OnCurrentSchema([&] {
-        auto storage = session_.TakeStorage();
+    return session_->OnCurrentSchema([&] {
+        auto storage = session_->TakeStorage();
         storage->input.Assign(source);
-        return OpenOn(session_, std::move(storage), kind, {});
+        return OpenOn(*session_, std::move(storage), kind, {});
     });
 }
 
 qint64 SqliteDatabase::Execute(QStringView sql) {
-    return session_.OnCurrentSchema([&] {
+    return session_->OnCurrentSchema([&] {
         QueryInput input;
         input.Assign(sql);
-        return RunAction(session_, input, {});
+        return RunAction(*session_, input, {});
     });
 }
 
 QueryDef SqliteDatabase::OpenQueryDef(QStringView name) {
     const auto find = [&] {
-        const QString* text = session_.Catalog().FindQuery(name);
+        const QString* text = session_->Catalog().FindQuery(name);
         if (text == nullptr) {
             throw EngineError(EngineErrorNumber::UnknownTable,
                               u"There is no stored query named \"%1\" in the database."_s.arg(name));
         }
         return *text;
     };
-    return CreateQueryDef(session_.OnCurrentSchema(find));
+    return CreateQueryDef(session_->OnCurrentSchema(find));
 }
 
 QueryDef SqliteDatabase::CreateQueryDef(const QString& sql) {
-    return QueryDef(std::make_unique<SqliteQueryDef>(session_, sql));
+    return QueryDef(std::make_unique<SqliteQueryDef>(*session_, sql));
 }
 
 void SqliteDatabase::Idle(IdleOption option) {
     switch (option) {
     case IdleOption::FreeLocks:
-        session_.FreeLocks();
+        session_->FreeLocks();
         break;
     case IdleOption::RefreshCache:
-        session_.Refresh();
+        session_->Refresh();
         break;
     }
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/Database.h"
-#include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Session.h"
 
 namespace velmora::engine::sqlite {
@@ -14,21 +13,20 @@ public:
     qint64 Execute(QStringView sql) override;
     QueryDef OpenQueryDef(QStringView name) override;
     QueryDef CreateQueryDef(const QString& sql) override;
-    QStringList QueryNames() const override { return session_.Catalog().QueryNames(); }
+    QStringList QueryNames() const override { return session_->Catalog().QueryNames(); }
     void Idle(IdleOption option) override;
-    const dialect::Catalog& Schema() const override { return session_.Catalog(); }
+    const dialect::Catalog& Schema() const override { return session_->Catalog(); }
     const QString& Path() const override { return path_; }
 
 private:
-    void BeginTransaction() override { session_.Begin(); }
-    void CommitTransaction() override { session_.Commit(); }
-    void RollbackTransaction() noexcept override { session_.Rollback(); }
-    void BeginReading() override { session_.BeginReading(); }
-    void EndReading() noexcept override { session_.EndReading(); }
+    void BeginTransaction() override { session_->Begin(); }
+    void CommitTransaction() override { session_->Commit(); }
+    void RollbackTransaction() noexcept override { session_->Rollback(); }
+    void BeginReading() override { session_->BeginReading(); }
+    void EndReading() noexcept override { session_->EndReading(); }
 
     QString path_;
-    Presence presence_; // goes last: the file counts as open until its connection is closed
-    Session session_;
+    std::shared_ptr<Session> session_;
 };
 
 } // namespace velmora::engine::sqlite

@@ -86,7 +86,8 @@ qint64 RunAction(Session& session, QueryInput& input, const std::vector<NamedVal
     return rows;
 }
 
-SqliteQueryDef::SqliteQueryDef(Session& session, const QString& text) : session_(session) {
+SqliteQueryDef::SqliteQueryDef(Session& session, const QString& text)
+    : keepsSession_(session.shared_from_this()), session_(session) {
     input_.Assign(text);
     session_.OnCurrentSchema([this] { session_.PlanFor(input_, dialect::Purpose::Read); });
 }

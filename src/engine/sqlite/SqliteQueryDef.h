@@ -22,6 +22,7 @@ public:
     qint64 Execute() override;
 
 private:
+    const std::shared_ptr<Session> keepsSession_;
     Session& session_;
     QueryInput input_;
     std::vector<NamedValue> values_;
