@@ -64,8 +64,8 @@ void LoadTranslations() {
         }
         program.Part<TranslationDictionary>() = std::move(dictionary);
     } catch (const Error& error) {
-        program.services().log.Write(QStringLiteral("%1 could not be read, texts stay English: %2")
-                                         .arg(NativePath(path), error.Description()));
+        program.services().log.Write(
+            QStringLiteral("%1 could not be read, texts stay English: %2").arg(NativePath(path), error.Description()));
     }
 }
 

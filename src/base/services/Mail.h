@@ -8,7 +8,9 @@
 namespace velmora {
 
 struct MailRecipient {
+    // "name@host", without brackets.
     QString address;
+    // May be empty.
     QString name;
 };
 
@@ -18,10 +20,13 @@ enum class MailDialog { Show, Skip };
 class MailMessage {
 public:
     virtual ~MailMessage() = default;
+    // Starts over with an empty message.
     virtual void Compose() = 0;
     virtual void SetNoteText(const QString& text) = 0;
     virtual void SetSubject(const QString& subject) = 0;
     virtual void AddRecipient(const MailRecipient& recipient) = 0;
+    // With the dialog the person may address, change, send or cancel the message; a cancelled one is no failure.
+    // Returns when the message was handed to the server or cancelled.
     virtual void Send(MailDialog dialog) = 0;
 };
 
@@ -30,6 +35,7 @@ class MailSession {
 public:
     virtual ~MailSession() = default;
     virtual void SignOn() = 0;
+    // Call it after SignOn. The session outlives its messages.
     virtual std::unique_ptr<MailMessage> NewMessage() = 0;
 };
 

@@ -53,6 +53,8 @@ const char* Strokes(Glyph glyph) {
         return "M 12 5 L 12 19 M 5 12 L 19 12";
     case Glyph::Delete:
         return "M 4 6 L 20 6 M 9 6 L 9 3 L 15 3 L 15 6 M 6 6 L 7 21 L 17 21 L 18 6 M 10 10 L 10 17 M 14 10 L 14 17";
+    case Glyph::Wait:
+        return "M 5 3 L 19 3 M 5 21 L 19 21 M 7 3 L 7 7 L 12 12 L 7 17 L 7 21 M 17 3 L 17 7 L 12 12 L 17 17 L 17 21";
     }
     return "";
 }

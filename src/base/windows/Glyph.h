@@ -26,6 +26,7 @@ enum class Glyph {
     FitPage,
     Add,
     Delete,
+    Wait,
 };
 
 QPainterPath GlyphPath(Glyph glyph);

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/Program.h"
+
+#include <QDialog>
+
+#include <vector>
+
+class QLabel;
+
+namespace velmora {
+
+// Sends one text by mail while it is shown: signs on when it is loaded, composes and sends when it becomes active, and
+// goes. Services and session outlive it.
+class frmMailText : public QDialog {
+    Q_OBJECT
+
+public:
+    frmMailText(const Services& services, MailSession& session, QWidget* parent = nullptr);
+    ~frmMailText() override;
+
+    // Set before the window is shown; cleared when the message is sent or given up.
+    QString MessageText;
+    QString Subject;
+    std::vector<MailRecipient> Recipients;
+    // Send directly when there are recipients. When that fails, and the failure is ignored, the person goes on in the
+    // dialog, so that the text is not lost.
+    bool SendWithoutDialog = false;
+
+    // Shows the window and returns when it is gone.
+    void ShowModal();
+
+private:
+    void Form_Load();
+    void Form_Activate();
+    MailMessage& Message() const;
+
+    const Services& services_;
+    MailSession& session_;
+    std::unique_ptr<MailMessage> message_;
+};
+
+} // namespace velmora
