@@ -1,5 +1,6 @@
 #include "tests/desk/TestSite.h"
 #include "tests/support/Folders.h"
+#include "tests/support/MailServer.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -159,11 +160,13 @@ TEST_F(ReportProgramTest, BadUsageIsTwoWithTheReason) {
              Case{"--now 2026-03-05x daily --list starts --day next", "2026-03-05x"},
              Case{"--locale xx_YY daily --list starts --day next", "xx_YY"},
              Case{"--to fax daily --list starts --day next", "fax"},
-             Case{"--to mail daily --list starts --day next", "This version"},
+             Case{"--to mail daily --list starts --day next", "--mail-to"},
              Case{"--to pdf daily --list starts --day next", "--output"},
              Case{"--to printer --output list.pdf daily --list starts --day next", "--to pdf"},
              Case{"--printer= daily --list starts --day next", "--printer"},
-             Case{"--mail-to a@b daily --list starts --day next", "This version"},
+             Case{"--mail-to a@b daily --list starts --day next", "without --to mail"},
+             Case{"--to mail --mail-to nobody daily --list starts --day next", "nobody"},
+             Case{"--to mail --mail-to a@b --output x daily --list starts --day next", "makes none"},
              Case{"--orientation upright daily --list starts --day next", "portrait or landscape"},
              Case{"--data= daily --list starts --day next", "--data"},
              Case{"occupant --day next", "This version"},
@@ -250,6 +253,35 @@ TEST_F(ReportProgramTest, PrintsThePagesAsPdf) {
     const QByteArray file = FileBytes(Path(u"list.pdf"_s));
     EXPECT_TRUE(file.contains("/MediaBox [0 0 842.000000 595.000000]")) << "A4 lying on its side";
     EXPECT_TRUE(textOf(file).contains("Reservation Starts"));
+}
+
+TEST_F(ReportProgramTest, MailGoesOutUnderTheReportsTitle) {
+    const char* line = "--to mail --mail-to ann@example.org --mail-to crew@example.org "
+                       "daily --list starts --day other --date 2026-03-06";
+    Outcome outcome = Run(line);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.error.contains("[Mail]")) << outcome.error.toStdString();
+
+    const auto configure = [this](const MailServer& server) {
+        QFile file(home_.filePath(u"Velmora.INI"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Mail]\nServer=127.0.0.1\nSecurity=none\nSender=desk@example.org\nPort=" +
+                   QByteArray::number(server.Port()) + '\n');
+    };
+    const MailServer server;
+    configure(server);
+    outcome = Run(line);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.error.toStdString();
+    ASSERT_EQ(server.Messages().size(), 1);
+    const QByteArray message = server.Messages().front();
+    EXPECT_TRUE(message.contains("RCPT TO:<ann@example.org>") && message.contains("RCPT TO:<crew@example.org>"));
+    EXPECT_TRUE(message.contains("\r\nSubject: Reservation Starts")) << message.constData();
+
+    const MailServer refusing({u"--refuse"_s, u"crew@example.org"_s});
+    configure(refusing);
+    outcome = Run(line);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.error.contains("550 5.1.1 nobody of that name lives here")) << outcome.error.toStdString();
 }
 
 TEST_F(ReportProgramTest, AFailingQueryIsReportedByItsPlace) {

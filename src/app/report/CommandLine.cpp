@@ -2,6 +2,8 @@
 
 #include "app/report/DayOptions.h"
 #include "app/report/OptionTable.h"
+#include "base/Error.h"
+#include "platform/mail/MailAddress.h"
 
 namespace velmora::report {
 
@@ -30,13 +32,8 @@ QString NotEmpty(const QString& option, const QString& value) {
 }
 
 void SetDestination(Command& command, const QString& value) {
-    constexpr qint16 later = -1;
-    const auto destination = OneOf<qint16>(
-        u"--to"_s, value, {{u"text"_s, 3}, {u"html"_s, 4}, {u"mail"_s, later}, {u"pdf"_s, 0}, {u"printer"_s, 0}});
-    if (destination == later) {
-        throw BadUsage{u"This version of velmora-report does not have --to %1"_s.arg(value)};
-    }
-    command.state.PrinterControl1.Destination = destination;
+    command.state.PrinterControl1.Destination = OneOf<qint16>(
+        u"--to"_s, value, {{u"text"_s, 3}, {u"html"_s, 4}, {u"mail"_s, 2}, {u"pdf"_s, 0}, {u"printer"_s, 0}});
     command.toPdf = value == u"pdf";
 }
 
@@ -47,6 +44,25 @@ void CheckOutput(const Command& command, bool hasOutput) {
     }
     if (command.ToPrinter() && hasOutput) {
         throw BadUsage{u"--output names a file, but --to printer makes none: use --to pdf for a file"_s};
+    }
+    if (command.ToMail() && hasOutput) {
+        throw BadUsage{u"--output names a file, but --to mail makes none"_s};
+    }
+    if (command.ToMail() && command.mailTo.empty()) {
+        throw BadUsage{u"--to mail needs --mail-to ADDRESS"_s};
+    }
+    if (!command.ToMail() && !command.mailTo.empty()) {
+        throw BadUsage{u"--mail-to names a recipient, but nothing is sent without --to mail"_s};
+    }
+}
+
+void AddRecipients(Command& command, const QString& value) {
+    try {
+        for (const MailRecipient& each : mail::ParseRecipients(value)) {
+            command.mailTo.push_back(each);
+        }
+    } catch (const Error& error) {
+        throw BadUsage{u"--mail-to: "_s + error.Description()};
     }
 }
 
@@ -77,9 +93,7 @@ OptionTable GlobalOptions(Command& command, bool& hasOutput) {
     });
     table.AddValue(u"--printer"_s,
                    [&](const QString& v) { command.state.PrinterControl1.PrinterName = NotEmpty(u"--printer"_s, v); });
-    table.AddValue(u"--mail-to"_s, [](const QString&) {
-        throw BadUsage{u"This version of velmora-report does not send mail: --mail-to cannot be used"_s};
-    });
+    table.AddValue(u"--mail-to"_s, [&](const QString& v) { AddRecipients(command, NotEmpty(u"--mail-to"_s, v)); });
     table.AddValue(u"--orientation"_s, [&](const QString& v) {
         command.orientation = OneOf<Orientation>(
             u"--orientation"_s, v, {{u"portrait"_s, Orientation::Portrait}, {u"landscape"_s, Orientation::Landscape}});
@@ -164,11 +178,13 @@ QString Usage() {
            [--exclude-completed-moves] [--exclude-completed-phones] [--exclude-conference-rooms]
            [--include-notes] [--include-phone] [--one-page]
 DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
-OPTIONS: --data DIR  --to text|html|pdf|printer  --output FILE|-  --printer NAME  --orientation portrait|landscape
-         --leader none|boxes|lines  --startup-argument TEXT  --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
+OPTIONS: --data DIR  --to text|html|mail|pdf|printer  --output FILE|-  --printer NAME  --mail-to ADDRESS...
+         --orientation portrait|landscape  --leader none|boxes|lines  --startup-argument TEXT
+         --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
 
 Prints the list of reservations that start, end, or both on the day, as text or HTML, on standard output or into FILE;
-as a PDF file of the printer's pages into FILE; or on the printer, the default one unless another is named.
+as a PDF file of the printer's pages into FILE; on the printer, the default one unless another is named; or by mail to
+every ADDRESS.
 Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.
 )"_s;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/LocaleText.h"
+#include "base/services/Mail.h"
 #include "desk/DeskState.h"
 
 #include <QString>
@@ -23,6 +24,8 @@ struct Command {
     QString dataDirectory;
     // A path, or "-" for standard output.
     QString output = QStringLiteral("-");
+    // Who gets the report by mail.
+    std::vector<MailRecipient> mailTo;
     // The pages of the printer go into a file.
     bool toPdf = false;
     // In place of the user's own setting: 0 none, 1 boxes, 2 lines.
@@ -37,6 +40,7 @@ struct Command {
     // The report's options, as the main window's controls would have them.
     DeskState state;
 
+    bool ToMail() const { return state.PrinterControl1.Destination == 2; }
     bool ToPages() const { return state.PrinterControl1.Destination == 0; }
     bool ToPrinter() const { return ToPages() && !toPdf; }
 };

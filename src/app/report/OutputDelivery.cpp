@@ -23,10 +23,31 @@ void WriteToStandardOutput(const QByteArray& bytes, print::ReportFileKind kind) 
     }
 }
 
+// The first line of the report that is not a rule: its title, with the subtitle behind it.
+QString TitleOf(const QString& text) {
+    for (const QString& line : text.split(u'\n')) {
+        const QString title = line.simplified();
+        if (!title.isEmpty() && title.count(u'-') != title.size()) {
+            return title;
+        }
+    }
+    return {};
+}
+
 } // namespace
 
-void OutputDelivery::SendMail(const QByteArray&) {
-    throw ProgramError(ErrorNumber::Unavailable, u"This program does not send mail"_s);
+void OutputDelivery::SendMail(const QByteArray& bytes) {
+    const QString text = QString::fromUtf8(bytes);
+    session_.SignOn();
+    const auto message = session_.NewMessage();
+    message->Compose();
+    message->SetNoteText(text);
+    message->SetSubject(TitleOf(text));
+    for (const MailRecipient& each : recipients_) {
+        message->AddRecipient(each);
+    }
+    message->Send(MailDialog::Skip);
+    delivered_ = true;
 }
 
 void OutputDelivery::SaveFile(const QByteArray& bytes, print::ReportFileKind kind) {

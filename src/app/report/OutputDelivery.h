@@ -1,16 +1,19 @@
 #pragma once
 
+#include "base/services/Mail.h"
 #include "print/Delivery.h"
 
 #include <QString>
 
 namespace velmora::report {
 
-// Delivers to the file that the command line names, or to standard output, the bytes that a desk would save.
+// Delivers to the file that the command line names, or to standard output, the bytes that a desk would save; mail goes
+// to its recipients at once, under the report's title.
 class OutputDelivery : public print::Delivery {
 public:
-    // A path, or "-" for standard output.
-    explicit OutputDelivery(QString output) : output_(std::move(output)) {}
+    // `output` is a path, or "-" for standard output. The session outlives the delivery.
+    OutputDelivery(QString output, MailSession& session, std::vector<MailRecipient> recipients)
+        : output_(std::move(output)), session_(session), recipients_(std::move(recipients)) {}
     void SendMail(const QByteArray& text) override;
     void SaveFile(const QByteArray& bytes, print::ReportFileKind kind) override;
 
@@ -18,6 +21,8 @@ public:
 
 private:
     QString output_;
+    MailSession& session_;
+    std::vector<MailRecipient> recipients_;
     bool delivered_ = false;
 };
 

@@ -11,6 +11,7 @@
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
+#include "ops/SmtpMail.h"
 #include "ops/TranslationLoader.h"
 #include "platform/ConsoleServices.h"
 #include "platform/LogFile.h"
@@ -107,7 +108,8 @@ int PrintReport(const Command& command, ConsoleProgram& console) {
     LoadTranslations();
     OpenDatabase(program);
     engine::Database& database = OpenedDatabase();
-    OutputDelivery delivery(command.output);
+    SmtpMailSession session(program.services());
+    OutputDelivery delivery(command.output, session, command.mailTo);
     print::PageOutput output(printers, printers, delivery);
     print::PrinterPages pages(printers, output, program.Title());
     print::PrintJob job({program.services(), delivery, [&] { return print::ReadPrintAttributes(database); }, &pages});
