@@ -1,0 +1,82 @@
+#pragma once
+
+#include "base/Program.h"
+#include "desk/DeskState.h"
+#include "desk/TaskView.h"
+#include "engine/Database.h"
+
+#include <QHash>
+
+#include <memory>
+
+namespace velmora {
+
+// The task view's logic: selects the reservations that need a task, steps through them, and stores ticks at once.
+//
+// Every reservation is read anew when it is moved onto, so it shows what the database holds by then; what another desk
+// changed since it was shown last is told in the notice. Failures are told by a message, as are refusals; nothing is
+// thrown.
+class Tasks {
+public:
+    Tasks(const Program& program, const DeskState& state, engine::Database& database, TaskView& view)
+        : program_(program), state_(state), database_(database), view_(view) {}
+
+    // Selects by the state's page settings and shows the first reservation, or hides the view.
+    void ShowTasks();
+
+    // Moves and shows; without effect where there is none in that direction.
+    void First();
+    void Previous();
+    void Next();
+    void Last();
+
+    // Shows the reservation that the selection stands on, as the database holds it now.
+    void DisplayEvent();
+
+    // Stores that the task of the reservation shown is done, or open again: that one field, at once. A tick that
+    // another desk made meanwhile counts as made. One that cannot be stored is shown as it was before, after the error
+    // report (module "Service Administration", procedure "Store Task") or the message said why.
+    void StoreTick(TaskKind task, bool done);
+
+    // Looks whether another desk changed or deleted the reservation shown, and shows it anew only then. Costs one
+    // look-up by key; for a timer and for coming back to the page. Failures are left for the next call that matters.
+    void Refresh();
+
+    // The number of the reservation shown; none when none is shown or it is gone from the database.
+    std::optional<qint32> ShownReservation() const;
+
+    // Lets go of the selection; the view is hidden.
+    void Close();
+
+private:
+    enum class Outcome { Stored, MadeByAnother, Deleted };
+
+    bool IsEmpty() const { return TaskRecordset_ == nullptr || count_ == 0; }
+    void Open();
+    void MoveTo(qint64 position);
+    void Tell(const QString& text) const;
+    // Reads the current record into shown_ and says in its notice what differs from what was shown of it last.
+    void ReadShown();
+    void ShowDeleted();
+    void Show();
+    Outcome WriteTick(TaskKind task, bool done);
+    void AfterFailedTick(TaskKind task);
+
+    const Program& program_;
+    const DeskState& state_;
+    engine::Database& database_;
+    TaskView& view_;
+
+    // Stands on the reservation shown.
+    std::unique_ptr<engine::Recordset> TaskRecordset_;
+    qint64 position_ = 0;
+    qint64 count_ = 0;
+    // What the selection was made for; the page's option may have moved on since.
+    TaskKind selectedFor_ = TaskKind::MoveIn;
+    ShownTask shown_;
+    bool gone_ = false;
+    // What was shown last of each reservation seen, by its place in the selection.
+    QHash<qint64, TaskDetails> seen_;
+};
+
+} // namespace velmora
