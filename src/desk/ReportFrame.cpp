@@ -1,6 +1,7 @@
 #include "desk/ReportFrame.h"
 
 #include "base/Translate.h"
+#include "desk/PrinterChoice.h"
 
 #include <cmath>
 
@@ -47,13 +48,7 @@ void ReportFrame::PreparePrinter() {
     }
     Printers& printers = context_.program.services().printers;
     context_.state.SelectedPrinterName = control.PrinterName;
-    steps_.Step({}, [&] {
-        for (const QString& name : printers.DeviceNames()) {
-            if (name == control.PrinterName) {
-                printers.SelectDevice(name);
-            }
-        }
-    });
+    steps_.Step({}, [&] { SelectPrinter(printers, control.PrinterName); });
     steps_.Step({}, [&] { printers.SetFontName(control.PrinterFont); });
     SetOrientation();
     context_.job.SetPreviewMode(control.ShowPreview);
