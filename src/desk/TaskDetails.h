@@ -30,7 +30,9 @@ struct TaskDetails {
     // Reads the current record of a set over assets and reservations.
     static TaskDetails Read(const engine::Recordset& rows, const LocaleText& locale);
 
+    // The check box of a task.
     bool& Done(TaskKind task);
+    bool Done(TaskKind task) const;
     // The captions, in English, of what differs in `other`.
     QStringList Differences(const TaskDetails& other) const;
 

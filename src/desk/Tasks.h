@@ -51,29 +51,35 @@ public:
 private:
     enum class Outcome { Stored, MadeByAnother, Deleted };
 
-    bool IsEmpty() const { return TaskRecordset_ == nullptr || count_ == 0; }
-    void Open();
-    void MoveTo(qint64 position);
+    // Does the work; hides the view and tells `failure` with the reason when it fails.
+    template <typename Function>
+    bool Do(const QString& failure, Function&& work);
     void Tell(const QString& text) const;
-    // Reads the current record into shown_ and says in its notice what differs from what was shown of it last.
-    void ReadShown();
-    void ShowDeleted();
+    void Select();
+    void Arrive(void (engine::Recordset::*move)());
+    // Reads what the database holds of the current record, and says in the notice what differs from what was shown of
+    // it last.
+    void Read();
     void Show();
+    void Hide(const QString& text);
     Outcome WriteTick(TaskKind task, bool done);
-    void AfterFailedTick(TaskKind task);
+    void ShowAfterTick();
 
     const Program& program_;
     const DeskState& state_;
     engine::Database& database_;
     TaskView& view_;
 
-    // Stands on the reservation shown.
+    // Over assets and reservations; stands on the reservation shown. None before the first selection.
     std::unique_ptr<engine::Recordset> TaskRecordset_;
+    // From 0.
     qint64 position_ = 0;
     qint64 count_ = 0;
     // What the selection was made for; the page's option may have moved on since.
     TaskKind selectedFor_ = TaskKind::MoveIn;
     ShownTask shown_;
+    bool visible_ = false;
+    // The reservation shown is no longer in the database.
     bool gone_ = false;
     // What was shown last of each reservation seen, by its place in the selection.
     QHash<qint64, TaskDetails> seen_;

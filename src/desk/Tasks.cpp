@@ -1,0 +1,257 @@
+#include "desk/Tasks.h"
+
+#include "base/Steps.h"
+#include "base/Translate.h"
+#include "desk/TaskQuery.h"
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+using engine::EngineError;
+using engine::EngineErrorNumber;
+
+namespace {
+
+// Two desks that tick and clear the same box in turn are let pass that often.
+constexpr int writeAttempts = 5;
+
+QString ChangeNotice(const QStringList& captions) {
+    if (captions.isEmpty()) {
+        return {};
+    }
+    QStringList translated;
+    for (const QString& caption : captions) {
+        translated += Translate(caption);
+    }
+    return Translate(u"Changed by another desk:"_s) + u' ' + translated.join(u", "_s);
+}
+
+bool IsDeletion(const EngineError& error) {
+    return error.Kind() == EngineErrorNumber::RecordDeleted;
+}
+
+} // namespace
+
+void Tasks::Tell(const QString& text) const {
+    program_.services().dialogs.ShowMessage({text, program_.Title(), Buttons::Ok, Icon::None});
+}
+
+template <typename Function>
+bool Tasks::Do(const QString& failure, Function&& work) {
+    QString description;
+    try {
+        const BusyPointer busy(program_.services().eventLoop);
+        work();
+        return true;
+    } catch (const std::exception&) {
+        description = CurrentError().Description();
+    }
+    Hide({});
+    Tell(failure + u' ' + description);
+    return false;
+}
+
+void Tasks::ShowTasks() {
+    const DateRange& range = state_.DateRange1;
+    if (!range.StartDate || !range.EndDate) {
+        Close();
+        Hide(Translate(u"Enter a start date and an end date to see the reservations between them."_s));
+        return;
+    }
+    if (*range.StartDate > *range.EndDate) {
+        Tell(Translate(u"End Date is before Start date, No Reservations can be found"_s));
+    }
+    if (Do(Translate(u"Error Occured Selecting and Displaying Reservations:"_s), [this] { Select(); })) {
+        DisplayEvent();
+    }
+}
+
+void Tasks::Select() {
+    TaskRecordset_.reset();
+    seen_.clear();
+    position_ = 0;
+    count_ = 0;
+    selectedFor_ = TaskOfViewType(state_.ViewType);
+    TaskRecordset_ = database_.OpenRecordset(TaskQuery(state_, program_.services().startupArgument),
+                                             engine::RecordsetKind::Updatable);
+    if (!TaskRecordset_->EndOfFile()) {
+        TaskRecordset_->MoveLast();
+        count_ = TaskRecordset_->RecordCount();
+        TaskRecordset_->MoveFirst();
+    }
+}
+
+void Tasks::First() {
+    if (position_ > 0) {
+        position_ = 0;
+        Arrive(&engine::Recordset::MoveFirst);
+    }
+}
+
+void Tasks::Previous() {
+    if (position_ > 0) {
+        --position_;
+        Arrive(&engine::Recordset::MovePrevious);
+    }
+}
+
+void Tasks::Next() {
+    if (position_ + 1 < count_) {
+        ++position_;
+        Arrive(&engine::Recordset::MoveNext);
+    }
+}
+
+void Tasks::Last() {
+    if (position_ + 1 < count_) {
+        position_ = count_ - 1;
+        Arrive(&engine::Recordset::MoveLast);
+    }
+}
+
+void Tasks::Arrive(void (engine::Recordset::*move)()) {
+    (TaskRecordset_.get()->*move)();
+    DisplayEvent();
+}
+
+void Tasks::DisplayEvent() {
+    if (count_ == 0) {
+        Hide(Translate(u"There are no reservations for this choice."_s));
+        return;
+    }
+    if (Do(Translate(u"Error occured displaying event:"_s), [this] { Read(); })) {
+        Show();
+    }
+}
+
+void Tasks::Read() {
+    TaskDetails now;
+    try {
+        // Moving onto the record makes the set read it again.
+        TaskRecordset_->GoTo(TaskRecordset_->CurrentBookmark());
+        now = TaskDetails::Read(*TaskRecordset_, program_.services().localeText);
+    } catch (const EngineError& error) {
+        if (!IsDeletion(error)) {
+            throw;
+        }
+        gone_ = true;
+        shown_.details = seen_.value(position_);
+        shown_.notice = Translate(u"This reservation has been deleted by another desk."_s);
+        return;
+    }
+    const auto last = seen_.constFind(position_);
+    shown_.notice = last == seen_.constEnd() ? QString() : ChangeNotice(last->Differences(now));
+    gone_ = false;
+    shown_.details = now;
+    seen_[position_] = std::move(now);
+}
+
+void Tasks::Show() {
+    shown_.position = static_cast<int>(position_) + 1;
+    shown_.count = static_cast<int>(count_);
+    shown_.place = Translate(u"%1 of %2"_s).arg(shown_.position).arg(shown_.count);
+    shown_.hasPrevious = position_ > 0;
+    shown_.hasNext = position_ + 1 < count_;
+    shown_.tickable = gone_ ? std::nullopt : std::optional(selectedFor_);
+    visible_ = true;
+    view_.ShowTask(shown_);
+}
+
+void Tasks::Hide(const QString& text) {
+    visible_ = false;
+    view_.HideTask(text);
+}
+
+void Tasks::StoreTick(TaskKind task, bool done) {
+    if (!visible_ || gone_) {
+        return;
+    }
+    Outcome outcome = Outcome::Stored;
+    Steps steps(program_.services().errors, u"Service Administration"_s, u"Store Task"_s);
+    const bool written = steps.Step(TaskCaption(task), [&] {
+        const BusyPointer busy(program_.services().eventLoop);
+        outcome = WriteTick(task, done);
+    });
+    if (written && outcome == Outcome::Deleted) {
+        Tell(Translate(u"Record not found, possibly deleted by another user"_s));
+    } else if (written && outcome == Outcome::Stored) {
+        // Not a change to be told: it is this desk's own.
+        seen_[position_].Done(task) = done;
+    }
+    ShowAfterTick();
+}
+
+Tasks::Outcome Tasks::WriteTick(TaskKind task, bool done) {
+    const QByteArray field = TaskField(task).toUtf8();
+    for (int attempt = 1;; ++attempt) {
+        try {
+            TaskRecordset_->Edit();
+            TaskRecordset_->Set(field.constData(), done);
+            TaskRecordset_->Update();
+            return Outcome::Stored;
+        } catch (const EngineError& error) {
+            TaskRecordset_->CancelUpdate();
+            if (IsDeletion(error)) {
+                return Outcome::Deleted;
+            }
+            if (error.Kind() != EngineErrorNumber::RecordChanged || attempt == writeAttempts) {
+                throw;
+            }
+        }
+        // The field is read anew here. Another desk may also have emptied it, which is no tick: then once more.
+        try {
+            const engine::Field now = (*TaskRecordset_)[field.constData()];
+            if (!now.IsNull() && now.ToBool() == done) {
+                return Outcome::MadeByAnother;
+            }
+        } catch (const EngineError& error) {
+            if (!IsDeletion(error)) {
+                throw;
+            }
+            return Outcome::Deleted;
+        }
+    }
+}
+
+void Tasks::ShowAfterTick() {
+    try {
+        Read();
+    } catch (const std::exception&) {
+        // It cannot be read just now; what is known of it stays on the screen, with the tick only if it was stored.
+        shown_.details = seen_.value(position_);
+    }
+    Show();
+}
+
+void Tasks::Refresh() {
+    if (!visible_) {
+        return;
+    }
+    const ShownTask before = shown_;
+    const bool wasGone = gone_;
+    try {
+        Read();
+    } catch (const std::exception&) {
+        return;
+    }
+    if (gone_ == wasGone && shown_.details == before.details) {
+        // What was told of an earlier change stays to be read.
+        shown_.notice = before.notice;
+        return;
+    }
+    Show();
+}
+
+std::optional<qint32> Tasks::ShownReservation() const {
+    return visible_ && !gone_ ? std::optional(shown_.details.lblID.toInt()) : std::nullopt;
+}
+
+void Tasks::Close() {
+    TaskRecordset_.reset();
+    seen_.clear();
+    position_ = 0;
+    count_ = 0;
+    Hide({});
+}
+
+} // namespace velmora
