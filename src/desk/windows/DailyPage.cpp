@@ -112,9 +112,9 @@ QWidget* DailyPage::MakeActivityFrame() {
     auto* occupant = NewControl<QPushButton>(u"Command1"_s, u"&Occupant"_s);
     auto* directory = NewControl<QPushButton>(u"Command4"_s, u"Director&y"_s);
     QHBoxLayout* row = NewButtonRow({occupant, directory});
-    auto* help = NewHint(
-        u"Label4"_s,
-        u"The occupant report is sorted by room name.   The directory report is sorted by person name.  "_s);
+    auto* help =
+        NewHint(u"Label4"_s,
+                u"The occupant report is sorted by room name.   The directory report is sorted by person name.  "_s);
     row->insertWidget(0, help, 1);
     frame.column->addLayout(row);
     connect(occupant, &QPushButton::clicked, this, &DailyPage::Command1_Click);

@@ -1,5 +1,6 @@
 #include "desk/windows/PrinterControlBox.h"
 
+#include "base/Steps.h"
 #include "base/Translate.h"
 #include "desk/windows/PageParts.h"
 
@@ -33,11 +34,8 @@ PrinterControlBox::PrinterControlBox(const Services& services, QWidget* parent)
     Destination->setObjectName(u"Destination"_s);
     PrinterName->setObjectName(u"PrinterName"_s);
     PrinterFont->setObjectName(u"PrinterFont"_s);
-    const std::pair<QString, int> destinations[] = {{u"Preview"_s, preview},
-                                                    {u"Printer"_s, 0},
-                                                    {u"Mail"_s, 2},
-                                                    {u"Text file"_s, 3},
-                                                    {u"HTML file"_s, 4}};
+    const std::pair<QString, int> destinations[] = {
+        {u"Preview"_s, preview}, {u"Printer"_s, 0}, {u"Mail"_s, 2}, {u"Text file"_s, 3}, {u"HTML file"_s, 4}};
     for (const auto& [caption, number] : destinations) {
         Destination->addItem(Translate(caption), number);
     }
@@ -120,8 +118,8 @@ void PrinterControlBox::ListPrinters() {
 }
 
 void PrinterControlBox::ListFonts() {
-    const QString known = settings_.PrinterFont.isEmpty() ? services_.printers.CurrentFont().family
-                                                          : settings_.PrinterFont;
+    const QString known =
+        settings_.PrinterFont.isEmpty() ? services_.printers.CurrentFont().family : settings_.PrinterFont;
     PrinterFont->clear();
     for (const QString& family : QFontDatabase::families()) {
         if (!QFontDatabase::isPrivateFamily(family)) {
@@ -156,10 +154,13 @@ void PrinterControlBox::Keep() {
     const auto write = [&](const QString& key, const QString& value) {
         services_.userSettings.Write(place.application, place.section, key, value);
     };
-    write(u"Destination"_s, QString::number(settings_.Destination));
-    write(u"Printer"_s, settings_.PrinterName);
-    write(u"Font"_s, settings_.PrinterFont);
-    write(u"Continuous"_s, settings_.Continuous ? u"1"_s : u"0"_s);
+    Steps steps(services_.errors, u"Service Administration"_s, u"Printer Settings"_s);
+    steps.Step(u"Keeping Printer Settings"_s, [&] {
+        write(u"Destination"_s, QString::number(settings_.Destination));
+        write(u"Printer"_s, settings_.PrinterName);
+        write(u"Font"_s, settings_.PrinterFont);
+        write(u"Continuous"_s, settings_.Continuous ? u"1"_s : u"0"_s);
+    });
     TellPrinter();
 }
 

@@ -26,11 +26,9 @@ QPushButton* NewStep(const QString& name, const QString& caption, Glyph glyph, c
 } // namespace
 
 TasksPage::TasksPage(DeskHost& host)
-    : host_(host), optViewType(this, u"optViewType"_s,
-                               {{0, u"Move &In"_s},
-                                {1, u"Mo&ve Out"_s},
-                                {2, u"Ph&one Connect"_s},
-                                {3, u"Phone &Disconnect"_s}}),
+    : host_(host),
+      optViewType(this, u"optViewType"_s,
+                  {{0, u"Move &In"_s}, {1, u"Mo&ve Out"_s}, {2, u"Ph&one Connect"_s}, {3, u"Phone &Disconnect"_s}}),
       DateRange1(new DateRangeBox(host.TheProgram().services())),
       cmdShowTasks(NewControl<QPushButton>(u"cmdShowTasks"_s, u"Sho&w Tasks"_s)),
       chkConferenceView(NewControl<QCheckBox>(u"chkConferenceView"_s, u"&Exclude Conf. Rooms"_s)),
@@ -40,11 +38,10 @@ TasksPage::TasksPage(DeskHost& host)
       cmdNext(NewStep(u"cmdNext"_s, u"&Next"_s, Glyph::Next, u"Next reservation (Alt+Page Down)"_s)),
       cmdLast(NewStep(u"cmdLast"_s, u"&Last"_s, Glyph::Last, u"Last reservation (Alt+End)"_s)),
       cmdNotes(NewControl<QPushButton>(u"cmdNotes"_s, u"Note&s"_s)), lblPlace(NewControl<QLabel>(u"lblPlace"_s, {})),
-      lblNothing(NewHint(u"lblNothing"_s, {})), lblNotice(NewControl<QLabel>(u"lblNotice"_s, {})), picNotice(new QLabel),
-      lblLastName(NewValue(u"lblLastName"_s)), lblFirstName(NewValue(u"lblFirstName"_s)),
-      lblOrganization(NewValue(u"lblOrganization"_s)), lblEnd(NewValue(u"lblEnd"_s)),
-      lblEvent(NewValue(u"lblEvent"_s)), lblAttendees(NewValue(u"lblAttendees"_s)),
-      lblAssetName(NewValue(u"lblAssetName"_s)) {
+      lblNothing(NewHint(u"lblNothing"_s, {})), lblNotice(NewControl<QLabel>(u"lblNotice"_s, {})),
+      picNotice(new QLabel), lblLastName(NewValue(u"lblLastName"_s)), lblFirstName(NewValue(u"lblFirstName"_s)),
+      lblOrganization(NewValue(u"lblOrganization"_s)), lblEnd(NewValue(u"lblEnd"_s)), lblEvent(NewValue(u"lblEvent"_s)),
+      lblAttendees(NewValue(u"lblAttendees"_s)), lblAssetName(NewValue(u"lblAssetName"_s)) {
     QVBoxLayout* column = NewPageColumn(this);
     column->addWidget(MakeSelectionFrame());
     column->addWidget(MakeTaskFrame());
@@ -110,9 +107,12 @@ QLayout* TasksPage::MakeDetails() {
         int row;
         int column;
     };
-    const Line lines[] = {{8, u"Location"_s, lblAssetName, 0, 0},   {5, u"Event Type"_s, lblEvent, 0, 2},
-                          {4, u"Duration"_s, lblEnd, 1, 0},         {6, u"Attendees"_s, lblAttendees, 1, 2},
-                          {0, u"Last Name"_s, lblLastName, 2, 0},   {1, u"First Name"_s, lblFirstName, 2, 2},
+    const Line lines[] = {{8, u"Location"_s, lblAssetName, 0, 0},
+                          {5, u"Event Type"_s, lblEvent, 0, 2},
+                          {4, u"Duration"_s, lblEnd, 1, 0},
+                          {6, u"Attendees"_s, lblAttendees, 1, 2},
+                          {0, u"Last Name"_s, lblLastName, 2, 0},
+                          {1, u"First Name"_s, lblFirstName, 2, 2},
                           {2, u"Organization"_s, lblOrganization, 3, 0}};
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(spacing::large);
@@ -175,7 +175,7 @@ QLayout* TasksPage::MakeNavigation() {
 }
 
 void TasksPage::AddKeys() {
-    const std::pair<int, QPushButton*> steps[] = {{Qt::ALT | Qt::Key_Home, cmdFirst},
+    const std::pair<QKeyCombination, QPushButton*> steps[] = {{Qt::ALT | Qt::Key_Home, cmdFirst},
                                                   {Qt::ALT | Qt::Key_PageUp, cmdPrev},
                                                   {Qt::ALT | Qt::Key_PageDown, cmdNext},
                                                   {Qt::ALT | Qt::Key_End, cmdLast}};

@@ -16,7 +16,7 @@ namespace velmora {
 class DateRangeBox;
 
 // The page on which staff step through the reservations that need a task and tick each one done.
-class TasksPage : public DeskPage, private TaskView {
+class TasksPage : public DeskPage, public TaskView {
     Q_OBJECT
 
 public:

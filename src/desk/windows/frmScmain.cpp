@@ -7,13 +7,14 @@
 #include "base/windows/TranslateForm.h"
 #include "data/Configuration.h"
 #include "data/LookupLists.h"
+#include "data/NativePath.h"
 #include "desk/DailyMode.h"
 #include "desk/PrinterChoice.h"
 #include "desk/windows/DailyPage.h"
 #include "desk/windows/LayoutPage.h"
 #include "desk/windows/ManagementPages.h"
 #include "desk/windows/PrinterControlBox.h"
-#include "desk/windows/PrinterPage.h"
+#include "desk/windows/PrinterSettingsPage.h"
 #include "desk/windows/StatusPage.h"
 #include "desk/windows/TasksPage.h"
 #include "ops/ErrorReport.h"
@@ -98,7 +99,7 @@ frmScmain::frmScmain(DeskParts parts)
                                           new StatusPage(*this),
                                           new ExceptionPage(*this),
                                           new UsagePage(*this),
-                                          new PrinterPage(*this)};
+                                          new PrinterSettingsPage(*this)};
     for (const Tab& tab : Tabs()) {
         const int index = TabStrip1->addTab(tab.caption);
         TabStrip1->setTabData(index, tab.key);
@@ -131,7 +132,7 @@ void frmScmain::AddTabKeys() {
         auto* key = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i)), this);
         connect(key, &QShortcut::activated, this, [this, i] { TabStrip1->setCurrentIndex(i); });
     }
-    const auto step = [this](int key, int by) {
+    const auto step = [this](QKeyCombination key, int by) {
         auto* shortcut = new QShortcut(QKeySequence(key), this);
         connect(shortcut, &QShortcut::activated, this, [this, by] {
             TabStrip1->setCurrentIndex((TabStrip1->currentIndex() + by + TabStrip1->count()) % TabStrip1->count());
@@ -140,7 +141,7 @@ void frmScmain::AddTabKeys() {
     step(Qt::CTRL | Qt::Key_PageDown, 1);
     step(Qt::CTRL | Qt::Key_PageUp, -1);
     step(Qt::CTRL | Qt::Key_Tab, 1);
-    step(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, -1);
+    step(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
 }
 
 QLayout* frmScmain::MakeFooter() {
@@ -194,6 +195,7 @@ void frmScmain::Form_Load() {
     Steps steps(services().errors, u"Service Administration"_s, u"Load"_s, QString());
     const BusyPointer busy(services().eventLoop);
     steps.Step(u"Setting Dates"_s, [this] { SetStartState(); });
+    parts_.program.Part<HelpFile>().path = NativePath(HelpDirectory() + u"\\VelmoraEX.HLP"_s);
     OpenSharedDatabase();
     LoadLookupLists(OpenedDatabase());
     constexpr QSize designed(960, 640);

@@ -1,4 +1,4 @@
-#include "desk/windows/PrinterPage.h"
+#include "desk/windows/PrinterSettingsPage.h"
 
 #include "desk/windows/PrinterControlBox.h"
 #include "print/PrintStyles.h"
@@ -11,7 +11,7 @@ namespace velmora {
 
 using namespace Qt::StringLiterals;
 
-PrinterPage::PrinterPage(DeskHost& host)
+PrinterSettingsPage::PrinterSettingsPage(DeskHost& host)
     : host_(host), PrinterControl1(new PrinterControlBox(host.TheProgram().services())),
       optOrientation(this, u"optOrientation"_s, {{1, u"&Portrait"_s}, {2, u"&Landscape"_s}}) {
     PrinterControl1->setObjectName(u"PrinterControl1"_s);
@@ -34,20 +34,20 @@ PrinterPage::PrinterPage(DeskHost& host)
                                             "window."_s));
     column->addLayout(NewButtonRow({options}));
     column->addStretch();
-    connect(options, &QPushButton::clicked, this, &PrinterPage::cmdOptions_Click);
+    connect(options, &QPushButton::clicked, this, &PrinterSettingsPage::cmdOptions_Click);
 }
 
-void PrinterPage::Store(DeskState& state) const {
+void PrinterSettingsPage::Store(DeskState& state) const {
     state.PrinterControl1 = PrinterControl1->Settings();
     state.optOrientation = optOrientation.Chosen() == 2 ? Orientation::Landscape : Orientation::Portrait;
 }
 
-void PrinterPage::Load(const DeskState& state) {
+void PrinterSettingsPage::Load(const DeskState& state) {
     PrinterControl1->SetSettings(state.PrinterControl1);
     optOrientation.Choose(static_cast<int>(state.optOrientation));
 }
 
-void PrinterPage::cmdOptions_Click() {
+void PrinterSettingsPage::cmdOptions_Click() {
     print::DatabaseStyles styles(host_.Database());
     print::frmPrintOptions(host_.TheProgram().services(), styles, window()).exec();
 }

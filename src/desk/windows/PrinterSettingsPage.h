@@ -9,11 +9,11 @@ namespace velmora {
 class PrinterControlBox;
 
 // The page of the settings that reports are made with.
-class PrinterPage : public DeskPage {
+class PrinterSettingsPage : public DeskPage {
     Q_OBJECT
 
 public:
-    explicit PrinterPage(DeskHost& host);
+    explicit PrinterSettingsPage(DeskHost& host);
     void Store(DeskState& state) const override;
     void Load(const DeskState& state) override;
 
