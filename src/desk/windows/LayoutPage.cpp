@@ -32,8 +32,8 @@ LayoutPage::LayoutPage(DeskHost& host)
     auto* run = NewControl<QPushButton>(u"Command3"_s, u"&Run Report"_s);
     run->setDefault(true);
     run->setEnabled(false);
-    column->addLayout(NewButtonRow({run}));
     column->addStretch();
+    column->addLayout(NewButtonRow({run}));
     connect(run, &QPushButton::clicked, this, &LayoutPage::Command3_Click);
     connect(ReportStart, &DateBox::Change, this, &LayoutPage::ReportStart_Change);
     connect(ReportEnd, &DateBox::Change, this, &LayoutPage::ReportEnd_Change);

@@ -33,8 +33,8 @@ void LayOut(DeskPage* page, const Frame& frame, const OptionGroup& options, QLab
     QVBoxLayout* column = NewPageColumn(page);
     column->addWidget(frame.box);
     column->addLayout(day);
-    column->addLayout(NewButtonRow({run}));
     column->addStretch();
+    column->addLayout(NewButtonRow({run}));
 }
 
 } // namespace

@@ -32,8 +32,8 @@ PrinterSettingsPage::PrinterSettingsPage(DeskHost& host)
     column->addWidget(NewHint(u"Label10"_s, u"These settings affect the Daily Reports, Exception Reports, and Usage "
                                             "Reports.  The CR Reports  output is controlled by the CR preview "
                                             "window."_s));
-    column->addLayout(NewButtonRow({options}));
     column->addStretch();
+    column->addLayout(NewButtonRow({options}));
     connect(options, &QPushButton::clicked, this, &PrinterSettingsPage::cmdOptions_Click);
 }
 
