@@ -67,6 +67,7 @@ void Tasks::ShowTasks() {
 }
 
 void Tasks::Select() {
+    moved_.reset();
     TaskRecordset_.reset();
     seen_.clear();
     position_ = 0;
@@ -110,6 +111,7 @@ void Tasks::Last() {
 }
 
 void Tasks::Arrive(void (engine::Recordset::*move)()) {
+    moved_.reset();
     (TaskRecordset_.get()->*move)();
     DisplayEvent();
 }
@@ -124,24 +126,49 @@ void Tasks::DisplayEvent() {
     }
 }
 
+bool Tasks::Follow() {
+    const QString id = seen_.value(position_).lblID;
+    moved_.reset();
+    if (id.isEmpty()) {
+        return false;
+    }
+    auto record = database_.OpenRecordset(
+        u"SELECT * FROM Asset INNER JOIN Reservation ON Asset.AssetID = Reservation.Asset where ID = "_s + id,
+        engine::RecordsetKind::Updatable);
+    if (!record->EndOfFile()) {
+        moved_ = std::move(record);
+    }
+    return moved_ != nullptr;
+}
+
 void Tasks::Read() {
+    const LocaleText& locale = program_.services().localeText;
     TaskDetails now;
+    bool gone = false;
     try {
         // Moving onto the record makes the set read it again.
-        TaskRecordset_->GoTo(TaskRecordset_->CurrentBookmark());
-        now = TaskDetails::Read(*TaskRecordset_, program_.services().localeText);
+        Record().GoTo(Record().CurrentBookmark());
+        now = TaskDetails::Read(Record(), locale);
     } catch (const EngineError& error) {
         if (!IsDeletion(error)) {
             throw;
         }
-        gone_ = true;
-        shown_.details = seen_.value(position_);
-        shown_.notice = Translate(u"This reservation has been deleted by another desk."_s);
+        gone = !Follow();
+        if (!gone) {
+            now = TaskDetails::Read(Record(), locale);
+        }
+    }
+    gone_ = gone;
+    const auto last = seen_.constFind(position_);
+    if (gone_) {
+        const bool known = last != seen_.constEnd();
+        shown_.details = known ? *last : TaskDetails();
+        shown_.notice = known ? Translate(u"Another desk deleted this reservation."_s)
+                              : Translate(u"Another desk deleted this reservation or moved it to another location. "
+                                          "Show the tasks again to see it there."_s);
         return;
     }
-    const auto last = seen_.constFind(position_);
     shown_.notice = last == seen_.constEnd() ? QString() : ChangeNotice(last->Differences(now));
-    gone_ = false;
     shown_.details = now;
     seen_[position_] = std::move(now);
 }
@@ -183,32 +210,30 @@ void Tasks::StoreTick(TaskKind task, bool done) {
 
 Tasks::Outcome Tasks::WriteTick(TaskKind task, bool done) {
     const QByteArray field = TaskField(task).toUtf8();
+    bool refused = false;
     for (int attempt = 1;; ++attempt) {
         try {
-            TaskRecordset_->Edit();
-            TaskRecordset_->Set(field.constData(), done);
-            TaskRecordset_->Update();
-            return Outcome::Stored;
-        } catch (const EngineError& error) {
-            TaskRecordset_->CancelUpdate();
-            if (IsDeletion(error)) {
-                return Outcome::Deleted;
-            }
-            if (error.Kind() != EngineErrorNumber::RecordChanged || attempt == writeAttempts) {
-                throw;
-            }
-        }
-        // The field is read anew here. Another desk may also have emptied it, which is no tick: then once more.
-        try {
-            const engine::Field now = (*TaskRecordset_)[field.constData()];
-            if (!now.IsNull() && now.ToBool() == done) {
+            // After a refusal the field is read anew. Another desk may also have emptied it, which is no tick.
+            if (refused && !Record()[field.constData()].IsNull() && Record()[field.constData()].ToBool() == done) {
                 return Outcome::MadeByAnother;
             }
+            Record().Edit();
+            Record().Set(field.constData(), done);
+            Record().Update();
+            return Outcome::Stored;
         } catch (const EngineError& error) {
-            if (!IsDeletion(error)) {
+            Record().CancelUpdate();
+            if (IsDeletion(error)) {
+                if (!Follow()) {
+                    return Outcome::Deleted;
+                }
+            } else if (error.Kind() != EngineErrorNumber::RecordChanged) {
                 throw;
             }
-            return Outcome::Deleted;
+            if (attempt == writeAttempts) {
+                throw;
+            }
+            refused = !IsDeletion(error);
         }
     }
 }
@@ -247,6 +272,7 @@ std::optional<qint32> Tasks::ShownReservation() const {
 }
 
 void Tasks::Close() {
+    moved_.reset();
     TaskRecordset_.reset();
     seen_.clear();
     position_ = 0;

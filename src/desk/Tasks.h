@@ -60,6 +60,10 @@ private:
     // Reads what the database holds of the current record, and says in the notice what differs from what was shown of
     // it last.
     void Read();
+    // Goes after a reservation that another desk moved to another asset, which makes it another record of the join.
+    // False when it is gone, or was never shown and so is not known by its number.
+    bool Follow();
+    engine::Recordset& Record() { return moved_ != nullptr ? *moved_ : *TaskRecordset_; }
     void Show();
     void Hide(const QString& text);
     Outcome WriteTick(TaskKind task, bool done);
@@ -72,6 +76,8 @@ private:
 
     // Over assets and reservations; stands on the reservation shown. None before the first selection.
     std::unique_ptr<engine::Recordset> TaskRecordset_;
+    // The reservation shown, alone, after another desk moved it to another asset.
+    std::unique_ptr<engine::Recordset> moved_;
     // From 0.
     qint64 position_ = 0;
     qint64 count_ = 0;
