@@ -58,6 +58,7 @@ QWidget* DailyPage::MakeDayFrame() {
     days->setBuddy(UpDown1);
     auto* when = NewControl<QLabel>(u"Label11"_s, u"(Reports run for the morning of &any other day)"_s);
     when->setBuddy(dtcOtherDate);
+    when->setWordWrap(true);
     optDay.Button(2)->setAccessibleName(u"Another day"_s);
 
     auto* other = new QHBoxLayout;
@@ -66,8 +67,7 @@ QWidget* DailyPage::MakeDayFrame() {
     other->addWidget(dtcOtherDate);
     other->addWidget(UpDown1);
     other->addWidget(days);
-    other->addWidget(when);
-    other->addStretch();
+    other->addWidget(when, 1);
     frame.column->addWidget(optDay.Button(0));
     frame.column->addWidget(optDay.Button(1));
     frame.column->addLayout(other);

@@ -57,11 +57,21 @@ OptionGroup::OptionGroup(QWidget* parent, const QString& name, std::initializer_
     for (const auto& [index, caption] : captions) {
         group_->addButton(NewControl<QRadioButton>(name + QString::number(index), caption), index);
     }
+    QObject::connect(group_, &QButtonGroup::idToggled, group_, [group = group_] { FixTabStops(*group); });
+}
+
+// Tab goes to the button chosen, the arrow keys to the others.
+void OptionGroup::FixTabStops(const QButtonGroup& group) {
+    for (QAbstractButton* button : group.buttons()) {
+        const bool stop = button->isChecked() || group.checkedButton() == nullptr;
+        button->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 void OptionGroup::Choose(int index) {
     if (QAbstractButton* button = group_->button(index)) {
         button->setChecked(true);
+        FixTabStops(*group_);
         return;
     }
     group_->setExclusive(false);
@@ -69,6 +79,7 @@ void OptionGroup::Choose(int index) {
         button->setChecked(false);
     }
     group_->setExclusive(true);
+    FixTabStops(*group_);
 }
 
 QString WithMnemonic(const QString& text, QChar letter, qsizetype from) {

@@ -59,6 +59,8 @@ public:
     QList<QAbstractButton*> Buttons() const { return group_->buttons(); }
 
 private:
+    static void FixTabStops(const QButtonGroup& group);
+
     QButtonGroup* group_;
 };
 

@@ -45,7 +45,8 @@ StatusPage::StatusPage(DeskHost& host)
 
 QWidget* StatusPage::MakeListColumn() {
     auto* side = new QWidget;
-    side->setFixedWidth(listWidth);
+    side->setMinimumWidth(listWidth);
+    side->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     auto* column = new QVBoxLayout(side);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(spacing::normal);
