@@ -21,6 +21,14 @@ ReportFrame::~ReportFrame() {
 }
 
 bool ReportFrame::Start() {
+    if (!Admit()) {
+        return false;
+    }
+    ShowRunning();
+    return true;
+}
+
+bool ReportFrame::Admit() {
     const Services& services = context_.program.services();
     if (context_.state.ReportRunning) {
         services.dialogs.ShowMessage({Translate(u"Already Printing, wait or cancel exisitng report"_s),
@@ -28,11 +36,14 @@ bool ReportFrame::Start() {
         return false;
     }
     running_ = true;
+    return true;
+}
+
+void ReportFrame::ShowRunning() {
     context_.state.ReportRunning = true;
     context_.view.SetCloseCaption(Translate(u"Cancel Report"_s));
-    services.eventLoop.SetPointer(Pointer::Hourglass);
+    context_.program.services().eventLoop.SetPointer(Pointer::Hourglass);
     ShowReportProgress(context_.view, Translate(u"Preparing Report"_s), 0);
-    return true;
 }
 
 void ReportFrame::SetOrientation() {

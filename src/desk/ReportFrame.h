@@ -27,6 +27,9 @@ public:
 
     // False when another report is running, which the user was told; nothing else may be called then.
     bool Start();
+    // The two halves of Start, for a report that prepares the printer before it shows that it runs.
+    bool Admit();
+    void ShowRunning();
 
     // Gives the printer the orientation that the option buttons name.
     void SetOrientation();

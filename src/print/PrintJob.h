@@ -50,6 +50,8 @@ public:
     void ResetTabStops();
     // Tab stops at fractions of the width.
     void SetTabStops(double f1, double f2, double f3, double f4);
+    // How wide the open report shows a text, in twips; 0 on targets without pages, and without an open report.
+    int TextWidth(Text text) const { return writer_->TextWidth(text); }
     void LoadPrintAttributes() { state_.attributes.Load(services_.attributes); }
     qint16 LookupPrintAttribute(const QString& caption) const { return state_.attributes.Lookup(caption); }
 
