@@ -47,27 +47,27 @@ void ReportFrame::ShowRunning() {
 }
 
 void ReportFrame::SetOrientation() {
-    steps_.Step({}, [this] { context_.program.services().printers.SetOrientation(context_.state.optOrientation); });
+    steps_.Step({}, [this] { context_.program.services().printers.SetOrientation(orientation_); });
 }
 
 void ReportFrame::PreparePrinter() {
-    const PrinterControl& control = context_.state.PrinterControl1;
-    if (control.Continuous) {
+    context_.job.Restore(target_);
+    if (control_.Continuous) {
         steps_.Step({}, [this] { context_.job.BeginReport(true); });
         return;
     }
     Printers& printers = context_.program.services().printers;
-    context_.state.SelectedPrinterName = control.PrinterName;
+    context_.state.SelectedPrinterName = control_.PrinterName;
     steps_.Step({}, [&] {
         for (const QString& name : printers.DeviceNames()) {
-            if (name == control.PrinterName) {
+            if (name == control_.PrinterName) {
                 printers.SelectDevice(name);
             }
         }
     });
-    steps_.Step({}, [&] { printers.SetFontName(control.PrinterFont); });
+    steps_.Step({}, [&] { printers.SetFontName(control_.PrinterFont); });
     SetOrientation();
-    context_.job.SetPreviewMode(control.ShowPreview);
+    context_.job.SetPreviewMode(control_.ShowPreview);
     steps_.Step({}, [this] { context_.job.BeginReport(); });
 }
 

@@ -37,6 +37,8 @@ public:
     // printer. A report that is open keeps its own destination.
     void SetOutputTarget(qint16 target);
     void SetPreviewMode(bool on) { choice_.PreviewMode = on; }
+    // Chooses what was chosen before, as Choice told it.
+    void Restore(const TargetChoice& choice) { choice_ = choice; }
 
     // Opens a report on the chosen target. Without the argument, page breaks are suppressed for the preview alone.
     // Throws Error when the target is one that this program does not have.
