@@ -6,6 +6,10 @@
 #include "ops/TranslationLoader.h"
 #include "platform/printers/CupsQueues.h"
 #include "print/ReadPrintAttributes.h"
+#include "reports/DirectoryReport.h"
+#include "reports/ExceptionReport.h"
+#include "reports/OccupantReport.h"
+#include "reports/UsageReport.h"
 
 #include <QApplication>
 
@@ -21,7 +25,11 @@ namespace {
 std::map<DeskReport, std::function<void(ReportContext&)>> Reports() {
     return {{DeskReport::Starts, PrintDailyReport},
             {DeskReport::Ends, PrintDailyReport},
-            {DeskReport::Combined, PrintDailyReport}};
+            {DeskReport::Combined, PrintDailyReport},
+            {DeskReport::Occupant, PrintOccupantReport},
+            {DeskReport::Directory, PrintDirectoryReport},
+            {DeskReport::Exception, PrintExceptionReport},
+            {DeskReport::Usage, PrintUsageReport}};
 }
 
 std::function<void(qint32, QWidget*)> NotesOpener() {
