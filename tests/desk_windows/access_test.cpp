@@ -135,6 +135,7 @@ TEST_F(DeskWindowTest, NothingIsCutWithTextsLongerByTwoFifths) {
     for (int page = 0; page < 7; ++page) {
         Child<QTabBar>(u"TabStrip1"_s).setCurrentIndex(page);
         QApplication::processEvents();
+        printf("%d: window %d page %d min %d\n", page, window_->width(), Child(u"Page"_s + QString::number(page)).width(), Child(u"Page"_s + QString::number(page)).minimumSizeHint().width());
         for (auto* button : Child(u"Page"_s + QString::number(page)).findChildren<QAbstractButton*>()) {
             if (button->isVisible() && !button->text().isEmpty() &&
                 qobject_cast<QLineEdit*>(button->parentWidget()) == nullptr) {
