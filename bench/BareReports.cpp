@@ -38,9 +38,11 @@ BareReports::BareReports(const QString& path, Date day)
             CASE WHEN p.Best IS NULL THEN -2 WHEN r.Permanent <> 0 THEN -1 ELSE 0 END AS Perm, p.Name
         FROM (SELECT DISTINCT AssetID, Name,
                   (SELECT min(EventType) FROM "Asset/Event" e WHERE e.AssetID = a.AssetID) AS Allowed,
-                  (SELECT ID FROM Reservation m WHERE m.Asset = a.AssetID AND m."End" > ?1 AND m.Start < ?2
-                      AND coalesce(m.EventType, '') COLLATE BINARY NOT IN ('UNUSED', 'UNAVAILABLE')
-                   ORDER BY coalesce(m.Permanent, 0) <> 0 DESC, m.Start, m.ID LIMIT 1) AS Best
+                  (SELECT ID
+                   FROM (SELECT DISTINCT ID, Asset, Start, coalesce(Permanent, 0) <> 0 AS Lasting FROM Reservation
+                         WHERE "End" > ?1 AND Start < ?2
+                             AND coalesce(EventType, '') COLLATE BINARY NOT IN ('UNUSED', 'UNAVAILABLE')) m
+                   WHERE m.Asset = a.AssetID ORDER BY Lasting DESC, Start, ID LIMIT 1) AS Best
               FROM Asset a WHERE Location <> 0 AND coalesce(Name, '') NOT GLOB 'Unused*') p
             LEFT JOIN "Asset/Area" x ON x.AssetID = p.AssetID
             LEFT JOIN Reservation r ON r.ID = p.Best
@@ -50,10 +52,12 @@ BareReports::BareReports(const QString& path, Date day)
             CASE WHEN p.Best IS NULL THEN -2 WHEN r.Permanent <> 0 THEN -1 ELSE 0 END AS Perm, p.LastName, p.FirstName,
             a.Name
         FROM (SELECT DISTINCT LastName, FirstName, Area, EventType,
-                  (SELECT ID FROM Reservation m WHERE m.LastName = q.LastName AND m.FirstName = q.FirstName
-                      AND m."End" > ?1 AND m.Start < ?2
-                      AND coalesce(m.EventType, '') COLLATE BINARY NOT IN ('UNUSED', 'UNAVAILABLE')
-                   ORDER BY coalesce(m.Permanent, 0) <> 0 DESC, m.Start, m.ID LIMIT 1) AS Best
+                  (SELECT ID
+                   FROM (SELECT DISTINCT ID, LastName, FirstName, Start, coalesce(Permanent, 0) <> 0 AS Lasting
+                         FROM Reservation WHERE "End" > ?1 AND Start < ?2
+                             AND coalesce(EventType, '') COLLATE BINARY NOT IN ('UNUSED', 'UNAVAILABLE')) m
+                   WHERE m.LastName = q.LastName AND m.FirstName = q.FirstName
+                   ORDER BY Lasting DESC, Start, ID LIMIT 1) AS Best
               FROM Person q) p
             LEFT JOIN Reservation r ON r.ID = p.Best
             LEFT JOIN Asset a ON a.AssetID = r.Asset
