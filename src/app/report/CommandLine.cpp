@@ -1,6 +1,7 @@
 #include "app/report/CommandLine.h"
 
 #include "app/report/DayOptions.h"
+#include "app/report/LayoutOptions.h"
 #include "app/report/OptionTable.h"
 #include "base/Error.h"
 #include "platform/mail/MailAddress.h"
@@ -165,9 +166,16 @@ Command ParseCommandLine(const QStringList& words) {
         }
         return command;
     }
-    const QStringList later{u"occupant"_s, u"directory"_s, u"exception"_s, u"usage"_s, u"layout"_s};
+    if (report == u"layout") {
+        ParseLayout(rest, global, command);
+        if (!command.help && !command.showFormula) {
+            CheckOutput(command, hasOutput);
+        }
+        return command;
+    }
+    const QStringList later{u"occupant"_s, u"directory"_s, u"exception"_s, u"usage"_s};
     if (later.contains(report)) {
-        throw BadUsage{u"This version of velmora-report does not have the report \"%1\", only daily"_s.arg(report)};
+        throw BadUsage{u"This version of velmora-report does not have the report \"%1\""_s.arg(report)};
     }
     throw BadUsage{report.startsWith(u'-') ? u"\"%1\" is no option before the report's name"_s.arg(report)
                                            : u"There is no report \"%1\""_s.arg(report)};
@@ -177,14 +185,15 @@ QString Usage() {
     return uR"(usage: velmora-report [OPTIONS] daily --list starts|ends|combined DAY [--brief]
            [--exclude-completed-moves] [--exclude-completed-phones] [--exclude-conference-rooms]
            [--include-notes] [--include-phone] [--one-page]
-DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
+)"_s + LayoutUsage() +
+           uR"(DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
 OPTIONS: --data DIR  --to text|html|mail|pdf|printer  --output FILE|-  --printer NAME  --mail-to ADDRESS...
          --orientation portrait|landscape  --leader none|boxes|lines  --startup-argument TEXT
          --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
 
-Prints the list of reservations that start, end, or both on the day, as text or HTML, on standard output or into FILE;
-as a PDF file of the printer's pages into FILE; on the printer, the default one unless another is named; or by mail to
-every ADDRESS.
+Prints the list of reservations that start, end, or both on the day, or a report layout, as text or HTML, on standard
+output or into FILE; as a PDF file of the printer's pages into FILE; on the printer, the default one unless another is
+named; or by mail to every ADDRESS.
 Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.
 )"_s;
 }
