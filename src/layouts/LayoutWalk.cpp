@@ -11,12 +11,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Equal as the database groups and sorts them: letter case of A to Z apart.
-bool SameKey(const std::optional<QByteArray>& left, const std::optional<QByteArray>& right) {
+// Equal as the database sorts them: letter case of A to Z apart.
+bool SameKey(const QByteArray& left, const QByteArray& right) {
     const auto fold = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return left.has_value() == right.has_value() &&
-           (!left || std::equal(left->begin(), left->end(), right->begin(), right->end(),
-                                [&](char a, char b) { return fold(a) == fold(b); }));
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [&](char a, char b) { return fold(a) == fold(b); });
 }
 
 class RecordWalk {
@@ -46,7 +45,7 @@ public:
 
 private:
     struct OpenGroup {
-        std::optional<QByteArray> key;
+        QByteArray key;
         qint64 count = 0;
     };
 
@@ -59,10 +58,8 @@ private:
 
     QString FillRow(const Template& text) const { return text.Fill({rows_.get(), specials_, locale_}); }
 
-    std::optional<QByteArray> Key(int column) const {
-        const engine::Field field = rows_->FieldAt(column);
-        return field.IsNull() ? std::nullopt : std::optional(field.ToText().toUtf8());
-    }
+    // An empty text and none are one group.
+    QByteArray Key(int column) const { return rows_->FieldAt(column).ToText().toUtf8(); }
 
     void EnterGroups(int firstColumn) {
         size_t level = 0;
@@ -71,8 +68,11 @@ private:
         }
         EndGroups(level);
         for (; level < layout_.groups.size(); ++level) {
+            const LayoutGroup& group = layout_.groups[level];
             open_.push_back({Key(firstColumn + static_cast<int>(level)), 0});
-            writer_.BeginGroup(level, FillRow(layout_.groups[level].heading));
+            const bool isNone = open_.back().key.isEmpty() && !group.none.IsEmpty();
+            writer_.BeginGroup(level, FillRow(isNone ? group.none : group.heading));
+            groupCount_ += level == 0 ? 1 : 0;
             previous_.clear();
         }
     }
@@ -135,7 +135,9 @@ private:
 
     QString Closing() {
         if (count_ > 0) {
-            return FillSpecials(layout_.total, count_);
+            // The footer of the only group has said it.
+            const bool isSaid = groupCount_ == 1 && !layout_.groups.front().footer.IsEmpty();
+            return isSaid ? QString() : FillSpecials(layout_.total, count_);
         }
         return layout_.empty.IsEmpty() ? Translate(u"There is nothing to list."_s) : FillSpecials(layout_.empty, 0);
     }
@@ -150,6 +152,8 @@ private:
     std::vector<OpenGroup> open_;
     std::vector<FilledCell> previous_;
     qint64 count_ = 0;
+    // Of the outermost level.
+    qint64 groupCount_ = 0;
 };
 
 } // namespace

@@ -17,6 +17,7 @@ constexpr int twipsPerInch = 1440;
 constexpr int twipsPerPoint = 20;
 constexpr int columnGap = 140;
 constexpr int rowPadding = 60;
+constexpr int paddingWithoutLines = 35;
 constexpr int detailIndent = 160;
 constexpr int thinRule = 6;
 constexpr int headingRule = 14;
@@ -236,6 +237,11 @@ void PagesDocument::Flow(std::vector<TextCell>& cells) {
     }
 }
 
+TextCell::Line PagesDocument::EmptyLine() {
+    surface_.SetFont(Font(layout_.fontPoints));
+    return {QString(), surface_.Font(), surface_.LineHeight()};
+}
+
 std::vector<TextCell> PagesDocument::MakeRow(const FilledRecord& record, bool pageStart) {
     std::vector<TextCell> cells;
     for (size_t i = 0; i < layout_.columns.size(); ++i) {
@@ -243,14 +249,15 @@ std::vector<TextCell> PagesDocument::MakeRow(const FilledRecord& record, bool pa
         TextCell cell{columns_[i].x, columns_[i].width, column.alignment, {}, 0};
         if (!record.cells[i].repeated || pageStart) {
             AddLines(cell, surface_, record.cells[i].value, Font(layout_.fontPoints, column.bold));
+            if (cell.lines.empty() && !record.cells[i].below.isEmpty()) {
+                cell.lines.push_back(EmptyLine());
+            }
             AddLines(cell, surface_, record.cells[i].below, Font(layout_.fontPoints - 1.5));
         }
         cells.push_back(std::move(cell));
     }
     // Also a row of tick boxes alone has the height of a line.
-    surface_.SetFont(Font(layout_.fontPoints));
-    TextCell height{0, 0, Alignment::Left, {{QString(), surface_.Font(), surface_.LineHeight()}}, 0};
-    cells.push_back(std::move(height));
+    cells.push_back({0, 0, Alignment::Left, {EmptyLine()}, 0});
     return cells;
 }
 
@@ -275,7 +282,7 @@ std::vector<TextCell> PagesDocument::MakeDetails(const QStringList& lines) {
 void PagesDocument::DrawMarks(const FilledRecord& record) {
     surface_.SetFont(Font(layout_.fontPoints));
     const int line = surface_.LineHeight();
-    const int side = line * 4 / 5;
+    const int side = line * 9 / 10;
     for (size_t i = 0; i < layout_.columns.size(); ++i) {
         const LayoutColumn& column = layout_.columns[i];
         const ColumnPlace& place = columns_[i];
@@ -293,18 +300,19 @@ void PagesDocument::DrawMarks(const FilledRecord& record) {
 void PagesDocument::DrawRow(const FilledRecord& record) {
     std::vector<TextCell> details = MakeDetails(record.details);
     std::vector<TextCell> row = MakeRow(record, false);
-    StartRecord(TallestCell(row) + TallestCell(details) + 2 * rowPadding);
+    const int padding = layout_.rowLines ? rowPadding : paddingWithoutLines;
+    StartRecord(TallestCell(row) + TallestCell(details) + 2 * padding);
     if (IsFresh()) {
         row = MakeRow(record, true);
     }
-    y_ += rowPadding;
+    y_ += padding;
     DrawMarks(record);
     Flow(row);
     if (!record.details.isEmpty()) {
-        y_ += rowPadding / 2;
+        y_ += padding / 2;
         Flow(details);
     }
-    y_ += rowPadding;
+    y_ += padding;
     if (layout_.rowLines && y_ <= bottom_) {
         DrawRule(surface_, 0, y_, surface_.Width(), thinRule);
     }

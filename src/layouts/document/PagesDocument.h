@@ -56,6 +56,7 @@ private:
     bool IsFresh() const { return y_ == bodyTop_; }
 
     // Records
+    TextCell::Line EmptyLine();
     std::vector<TextCell> MakeRow(const FilledRecord& record, bool pageStart);
     std::vector<TextCell> MakeBodyItem(const BodyItem& item, const FilledCell& cell);
     std::vector<TextCell> MakeDetails(const QStringList& lines);

@@ -34,6 +34,8 @@ struct LayoutGroup {
     FieldName field;
     GroupUnit unit = GroupUnit::Value;
     Template heading;
+    // The heading of records whose field is empty; the ordinary one without it.
+    Template none;
     Template footer;
     bool newPage = false;
 };

@@ -165,6 +165,7 @@ private:
                                                      : u"the field of an initial is a text"_s);
             }
             group.heading = ReadTemplate(reader, u"heading"_s, OfRecord());
+            group.none = ReadTemplate(reader, u"none"_s, OfRecord());
             group.footer = ReadTemplate(reader, u"footer"_s, {nullptr, nullptr, true, false});
             group.newPage = reader.Flag(u"newPage"_s, false);
             reader.Finish();
