@@ -9,6 +9,33 @@ namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Shows that the program is at work while it lives. Pointer and progress window of a report that is being printed are
+// that report's own.
+class AtWork {
+public:
+    AtWork(const Services& services, bool reportRunning) : services_(services) {
+        if (!reportRunning) {
+            busy_.emplace(services_.eventLoop);
+            services_.progress.Show(Translate(u"Preparing Report"_s), std::nullopt);
+        }
+    }
+    ~AtWork() {
+        if (busy_) {
+            services_.progress.Show({}, std::nullopt);
+        }
+    }
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
+
+private:
+    const Services& services_;
+    std::optional<BusyPointer> busy_;
+};
+
+} // namespace
+
 void RunCrystalReport(const Program& program, const DeskState& state, engine::Database& database,
                       ReportControl& report) {
     const Services& services = program.services();
@@ -17,11 +44,7 @@ void RunCrystalReport(const Program& program, const DeskState& state, engine::Da
         services.dialogs.ShowMessage({Translate(u"No Report Selected"_s), program.Title(), Buttons::Ok, Icon::None});
         return;
     }
-    // The pointer of a report that is being printed is that report's own.
-    std::optional<BusyPointer> busy;
-    if (!state.ReportRunning) {
-        busy.emplace(services.eventLoop);
-    }
+    const AtWork atWork(services, state.ReportRunning);
     const QString formula = SelectionFormula(choice->index, state);
     Steps steps(services.errors, u"Service Administration"_s, u"Run Crystal Report"_s, QString());
     steps.Step(u"Choosing the records"_s, [&] { report.SetSelectionFormula(formula); });

@@ -105,6 +105,8 @@ TEST_F(LauncherTest, HandsOverRefreshesAndRuns) {
     EXPECT_TRUE(textAtRun.startsWith(u"3/6/2026 "_s)) << textAtRun.toStdString();
     EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
     EXPECT_EQ(fakes_.eventLoop.pointers.front(), Pointer::Hourglass);
+    EXPECT_EQ(fakes_.progress.shown.front().first, u"Preparing Report"_s);
+    EXPECT_EQ(fakes_.progress.shown.back().first, QString());
 }
 
 TEST_F(LauncherTest, RunsNothingWithoutALayout) {
@@ -121,13 +123,14 @@ TEST_F(LauncherTest, RunsNothingWithoutALayout) {
     }
 }
 
-TEST_F(LauncherTest, LeavesARunningReportsPointerAlone) {
+TEST_F(LauncherTest, LeavesARunningReportAlone) {
     RecordingControl control;
     state_.SelectedLayout = 6;
     state_.ReportRunning = true;
     RunCrystalReport(fakes_.program, state_, *database_, control);
     EXPECT_EQ(control.calls.back(), u"run"_s);
     EXPECT_TRUE(fakes_.eventLoop.pointers.empty());
+    EXPECT_TRUE(fakes_.progress.shown.empty());
     EXPECT_TRUE(state_.ReportRunning);
 }
 
