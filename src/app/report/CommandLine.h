@@ -2,7 +2,7 @@
 
 #include "base/LocaleText.h"
 #include "base/services/Mail.h"
-#include "desk/DeskState.h"
+#include "desk/ReportContext.h"
 
 #include <QString>
 #include <QStringList>
@@ -40,6 +40,8 @@ struct Command {
     // A report layout is run, or its formula shown and nothing run.
     bool isLayout = false;
     bool showFormula = false;
+    // The routine that prints the report.
+    void (*print)(ReportContext& context) = nullptr;
     // The report's options, as the main window's controls would have them.
     DeskState state;
 

@@ -1,6 +1,6 @@
 #include "app/report/LayoutOptions.h"
 
-#include "app/report/DayOptions.h"
+#include "app/report/OptionValues.h"
 
 namespace velmora::report {
 
@@ -10,18 +10,15 @@ namespace {
 
 // The index of the layout's option button.
 qint16 LayoutIndex(const QString& value) {
-    const std::vector<std::pair<QString, qint16>> layouts = {
-        {u"work-requests"_s, 1},    {u"setup"_s, 2},    {u"takedown"_s, 3}, {u"phone-connect"_s, 4},
-        {u"phone-disconnect"_s, 5}, {u"occupant"_s, 6}, {u"reminder"_s, 7}, {u"directory"_s, 9},
-    };
-    QStringList names;
-    for (const auto& [name, index] : layouts) {
-        if (name == value) {
-            return index;
-        }
-        names += name;
-    }
-    throw BadUsage{u"--report is %1, not \"%2\""_s.arg(names.join(u" or "_s), value)};
+    return OneOf<qint16>(u"--report"_s, value,
+                         {{u"work-requests"_s, 1},
+                          {u"setup"_s, 2},
+                          {u"takedown"_s, 3},
+                          {u"phone-connect"_s, 4},
+                          {u"phone-disconnect"_s, 5},
+                          {u"occupant"_s, 6},
+                          {u"reminder"_s, 7},
+                          {u"directory"_s, 9}});
 }
 
 void CheckLayout(const DeskState& state) {
