@@ -8,6 +8,11 @@
 namespace velmora::layouts {
 namespace {
 
+class NoPreviews : public print::PreviewWindows {
+public:
+    void Open(print::PreviewReport report) override { EXPECT_FALSE(report.document.pages.empty()); }
+};
+
 // How long each of the tests goes on.
 constexpr qint64 milliseconds = 1500;
 
@@ -162,11 +167,14 @@ TEST_F(FuzzTest, LayoutsAreRefusedOrRun) {
     int taken = 0;
     int refused = 0;
     fakes_.printers.font.family = u"Liberation Sans"_s;
-    TextOutput output(TheServices(), delivery_, TextOutput::Kind::Html);
+    TextOutput html(TheServices(), delivery_, TextOutput::Kind::Html);
+    NoPreviews windows;
+    PreviewOutput preview(TheServices(), windows, windows, u"Desk"_s);
     QElapsedTimer timer;
     for (timer.start(); timer.elapsed() < milliseconds;) {
         const QByteArray layout = Mutate(Any(layouts), pieces);
         WriteLayout(u"Fuzz.rpx"_s, layout);
+        LayoutOutput& output = Below(2) == 0 ? static_cast<LayoutOutput&>(html) : preview;
         const QString said = Failure([&] { Run(output, u"Fuzz.rpx"_s, {}); });
         if (said.isEmpty()) {
             ++taken;

@@ -62,6 +62,9 @@ TEST_F(LayoutFileTest, NamesFileLineAndKey) {
         {"{\"title\": \"T\",\n\"tables\": [{\"table\": \"Asset\"},\n{\"table\": \"Note\",\n\"on\": \"{Asset.Nme} = "
          "1\"}]}",
          4, u"tables[2].on"_s, u"no field {Asset.Nme}"_s},
+        {"{\"title\": \"T\",\n\"tables\": [{\"table\": \"Asset\"},\n{\"table\": \"Note\",\n\"on\": \"{Asset.AssetID} = "
+         "{Asset.LocationLvl} And {Note.ID} > {Asset.AssetID}\"}]}",
+         4, u"tables[2].on"_s, u"does not tie Note"_s},
         {"{\"title\": \"T\",\n\"tables\": [{\"table\": \"Asset\", \"as\": \"A] x\"}]}", 2, u"tables[1].as"_s,
          u"letters and digits"_s},
         {With("\"sort\": [\"Reservation.Start\",\n\"Reservation.Strat\"]"), 5, u"sort[2]"_s, u"no field"_s},

@@ -49,8 +49,10 @@ void TextDocument::Begin(const SpecialTexts& specials) {
     }
 }
 
-void TextDocument::BeginGroup(size_t, const QString& heading) {
-    AppendLine(QString(ruleLength, u'-'));
+void TextDocument::BeginGroup(size_t level, const QString& heading) {
+    if (!heading.isEmpty() || layout_.groups[level].newPage) {
+        AppendLine(QString(ruleLength, u'-'));
+    }
     if (!heading.isEmpty()) {
         AppendLine(heading);
     }

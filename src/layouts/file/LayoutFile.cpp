@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
@@ -94,6 +96,16 @@ private:
         return *table;
     }
 
+    // Without such a tie every record would be joined with every other.
+    static bool Ties(const Formula& on, const QString& table) {
+        if (on.kind == Formula::Kind::And) {
+            return std::any_of(on.parts.begin(), on.parts.end(),
+                               [&](const Formula& part) { return Ties(part, table); });
+        }
+        return on.kind == Formula::Kind::Compare && on.comparison == Formula::Comparison::Equal && on.left.field &&
+               on.right.field && (on.left.field->table == table) != (on.right.field->table == table);
+    }
+
     void ReadTables() {
         const Items items = Limited(root_, u"tables"_s, mostTables);
         if (items.empty()) {
@@ -117,8 +129,11 @@ private:
             if (!layout_.tables.empty()) {
                 reader.RequiredText(u"on"_s);
                 table.on = ReadFormula(reader, u"on"_s, layout_.scope);
-                if (table.on.kind == Formula::Kind::All) {
-                    reader.PlaceOf(u"on"_s).Fail(u"the formula is empty"_s);
+                const QString name = table.alias.isEmpty() ? table.table : table.alias;
+                if (!Ties(table.on, name)) {
+                    reader.PlaceOf(u"on"_s).Fail(
+                        u"the formula does not tie %1 to a table before it, as {%1...} = {Table.Field} does"_s.arg(
+                            name));
                 }
                 table.optional = reader.Flag(u"optional"_s, false);
             }
