@@ -83,6 +83,24 @@ TEST_F(PagesTest, RepeatsHeadingsAndNumbersPages) {
     EXPECT_TRUE(document.pages.back().PlainText().contains(u"100 on this day\n300 in all"_s));
 }
 
+TEST_F(PagesTest, KeepsHeadingsWithTheirFirstRecord) {
+    AddWorkOrders(200, u"Something to do"_s);
+    const pages::Document& document = PreviewMine(
+        R"("groups": [{"by": "WorkOrder.ID", "heading": "Order {WorkOrder.ID}\n{WorkOrder.RequestedBy}of two lines"},
+                      {"by": "WorkOrder.Requested", "heading": "on {WorkOrder.Requested:date}"}],
+           "columns": [{"value": "{WorkOrder.Description}"}])",
+        u"{WorkOrder.ID} >= 100"_s);
+    ASSERT_GE(document.pages.size(), 5U);
+    ExpectInside(document, 720);
+    for (size_t i = 0; i < document.pages.size(); ++i) {
+        const QStringList lines = Lines(document.pages[i]);
+        // Below the title the pages are alike, as every order is as tall as the next.
+        EXPECT_EQ(lines.back(), u"Something to do"_s);
+        EXPECT_TRUE(lines[i == 0 ? 1 : 0].startsWith(u"Order "_s));
+        EXPECT_FALSE(document.pages[i].PlainText().contains(u"continued"_s));
+    }
+}
+
 TEST_F(PagesTest, WritesALetterForEachReservation) {
     const pages::Document& document =
         Preview(u"Reminder.rpx"_s, u"{Reservation.Start} >= Date(2026,3,6) And {Reservation.Start} < Date(2026,3,7)"_s);

@@ -19,6 +19,8 @@ constexpr int columnGap = 140;
 constexpr int rowPadding = 60;
 constexpr int paddingWithoutLines = 35;
 constexpr int detailIndent = 160;
+constexpr int spaceAboveHeading = 80;
+constexpr int spaceBelowHeading = 60;
 constexpr int thinRule = 6;
 constexpr int headingRule = 14;
 constexpr int titleRule = 30;
@@ -145,21 +147,29 @@ void PagesDocument::DrawTitle() {
     y_ += 160;
 }
 
-void PagesDocument::DrawHeading(OpenGroup& group) {
+TextCell PagesDocument::MakeHeading(size_t level) {
+    const OpenGroup& group = open_[level];
+    TextCell cell{0, surface_.Width(), Alignment::Left, {}, 0};
     if (!group.heading.trimmed().isEmpty()) {
         const QString text = group.isShown ? group.heading + u' ' + Translate(u"(continued)"_s) : group.heading;
-        const auto level = static_cast<double>(&group - open_.data());
-        TextCell cell{0, surface_.Width(), Alignment::Left, {}, 0};
-        AddLines(cell, surface_, text, Font(layout_.fontPoints + std::max(2.5 - level, 0.5), true), mostHeadingLines);
-        y_ += 80;
-        y_ += DrawLines(cell, surface_, y_, 0, mostHeadingLines) + 60;
+        const double larger = std::max(2.5 - static_cast<double>(level), 0.5);
+        AddLines(cell, surface_, text, Font(layout_.fontPoints + larger, true), mostHeadingLines);
     }
-    group.isShown = true;
+    return cell;
+}
+
+void PagesDocument::DrawHeading(size_t level) {
+    TextCell cell = MakeHeading(level);
+    if (!cell.lines.empty()) {
+        y_ += spaceAboveHeading;
+        y_ += DrawLines(cell, surface_, y_, 0, mostHeadingLines) + spaceBelowHeading;
+    }
+    open_[level].isShown = true;
 }
 
 void PagesDocument::DrawPageHeadings() {
     for (size_t i = 0; i < std::min(pageGroups_, open_.size()); ++i) {
-        DrawHeading(open_[i]);
+        DrawHeading(i);
     }
 }
 
@@ -185,15 +195,15 @@ void PagesDocument::DrawColumnHeadings() {
 
 void PagesDocument::DrawInnerHeadings() {
     for (size_t i = pageGroups_; i < open_.size(); ++i) {
-        DrawHeading(open_[i]);
+        DrawHeading(i);
     }
 }
 
-int PagesDocument::InnerHeadingsHeight() const {
+int PagesDocument::InnerHeadingsHeight() {
     int height = 0;
     for (size_t i = pageGroups_; i < open_.size(); ++i) {
-        const double points = layout_.fontPoints + 2.5;
-        height += open_[i].isShown ? 0 : static_cast<int>(points * twipsPerPoint * 1.3) + 140;
+        const int lines = open_[i].isShown ? 0 : MakeHeading(i).Height();
+        height += lines > 0 ? lines + spaceAboveHeading + spaceBelowHeading : 0;
     }
     return height;
 }
@@ -215,7 +225,7 @@ void PagesDocument::StartRecord(int height) {
     }
     for (size_t i = pageGroups_; i < open_.size(); ++i) {
         if (!open_[i].isShown) {
-            DrawHeading(open_[i]);
+            DrawHeading(i);
         }
     }
 }

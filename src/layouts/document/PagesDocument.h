@@ -50,8 +50,10 @@ private:
     void DrawPageHeadings();
     void DrawColumnHeadings();
     void DrawInnerHeadings();
-    void DrawHeading(OpenGroup& group);
-    int InnerHeadingsHeight() const;
+    void DrawHeading(size_t level);
+    TextCell MakeHeading(size_t level);
+    // Of the headings that are on no page yet.
+    int InnerHeadingsHeight();
     bool Fits(int height) const { return y_ + height <= bottom_; }
     bool IsFresh() const { return y_ == bodyTop_; }
 
