@@ -272,7 +272,10 @@ void frmScmain::RunReport(DeskReport report) {
         return;
     }
     Guard(u"Run Report"_s, [&] {
-        parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
+        // A layout has a window of its own and leaves the print job alone.
+        if (report != DeskReport::Layout) {
+            parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
+        }
         if (const auto variant = VariantOf(report)) {
             const auto day = static_cast<DayChoice>(std::clamp<int>(state_.optDay, 0, 2));
             state_.ReportDayMode = DailyMode{*variant, day}.Code();
