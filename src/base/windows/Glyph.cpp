@@ -55,6 +55,12 @@ const char* Strokes(Glyph glyph) {
         return "M 4 6 L 20 6 M 9 6 L 9 3 L 15 3 L 15 6 M 6 6 L 7 21 L 17 21 L 18 6 M 10 10 L 10 17 M 14 10 L 14 17";
     case Glyph::Wait:
         return "M 5 3 L 19 3 M 5 21 L 19 21 M 7 3 L 7 7 L 12 12 L 7 17 L 7 21 M 17 3 L 17 7 L 12 12 L 17 17 L 17 21";
+    case Glyph::Calendar:
+        return "R 4 5 16 16 M 4 10 L 20 10 M 8 3 L 8 7 M 16 3 L 16 7 M 8 14 L 10 14 M 14 14 L 16 14 M 8 17.5 L 10 17.5";
+    case Glyph::Warning:
+        return "M 12 4 L 21 20 L 3 20 L 12 4 M 12 10 L 12 14.5 M 12 17.2 L 12 17.4";
+    case Glyph::Done:
+        return "M 5 13 L 10 18 L 19 7";
     }
     return "";
 }

@@ -27,6 +27,9 @@ enum class Glyph {
     Add,
     Delete,
     Wait,
+    Calendar,
+    Warning,
+    Done,
 };
 
 QPainterPath GlyphPath(Glyph glyph);
