@@ -35,8 +35,8 @@ BoundRows::BoundRows(engine::Database& database, std::vector<BoundColumn> column
 }
 
 int BoundRows::ColumnOf(const char* field) const {
-    const auto found =
-        std::find_if(columns_.begin(), columns_.end(), [&](const BoundColumn& column) { return column.field == field; });
+    const auto found = std::find_if(columns_.begin(), columns_.end(),
+                                    [&](const BoundColumn& column) { return column.field == field; });
     return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
 }
 
@@ -45,8 +45,8 @@ void BoundRows::Open(const QString& source) {
     source_ = source;
     const bool fixed = std::all_of(columns_.begin(), columns_.end(),
                                    [](const BoundColumn& column) { return column.editing == Editing::ReadOnly; });
-    auto set = database_.OpenRecordset(source, fixed ? engine::RecordsetKind::Snapshot
-                                                     : engine::RecordsetKind::Updatable);
+    auto set =
+        database_.OpenRecordset(source, fixed ? engine::RecordsetKind::Snapshot : engine::RecordsetKind::Updatable);
     for (; !set->EndOfFile(); set->MoveNext()) {
         rows_.push_back({set->CurrentBookmark(), false, false, {}});
     }

@@ -10,8 +10,9 @@
 
 namespace velmora {
 
-// The rows that a grid shows and edits: a record set (updatable unless all columns are read-only), what was read of it, and the one row that is being
-// edited. Nothing of an edit reaches the database before Write. All of it may throw EngineError.
+// The rows that a grid shows and edits: a record set (updatable unless all columns are read-only), what was read of it,
+// and the one row that is being edited. Nothing of an edit reaches the database before Write. All of it may throw
+// EngineError.
 //
 // A row is read once, when it is first shown. An edit is checked against what was shown then: what another desk changed
 // since is told, never overwritten.

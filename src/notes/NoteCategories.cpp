@@ -12,8 +12,7 @@ namespace {
 constexpr int nameColumn = 0;
 
 qint64 CountWithCategory(engine::Database& database, const QString& table, const QString& name) {
-    return database
-        .OpenRecordset(u"Select Count(*) from %1 where NoteCategory = %2"_s.arg(table, SqlText(name)))
+    return database.OpenRecordset(u"Select Count(*) from %1 where NoteCategory = %2"_s.arg(table, SqlText(name)))
         ->FieldAt(0)
         .ToInteger();
 }

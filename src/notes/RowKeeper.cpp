@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 using Outcome = BoundRows::Outcome;
 
 RowKeeper::RowKeeper(const Program& program, BoundRows& rows, RowRules& rules, QString module)
-    : program_(program), rows_(rows), rules_(rules), module_(std::move(module)),
-      texts_(program.services().localeText) {}
+    : program_(program), rows_(rows), rules_(rules), module_(std::move(module)), texts_(program.services().localeText) {
+}
 
 Answer RowKeeper::Ask(const QString& text, Buttons buttons, Icon icon) const {
     return program_.services().dialogs.ShowMessage({text, program_.Title(), buttons, icon});
@@ -91,11 +91,10 @@ bool RowKeeper::Store() {
 }
 
 bool RowKeeper::SettleChange() {
-    const Answer answer =
-        Ask(Translate(u"Another desk changed this row while you were editing it.\n\n%1\n\n"
-                      "Yes stores yours, No keeps the other desk's, Cancel goes on editing."_s)
-                .arg(BothVersions()),
-            Buttons::YesNoCancel, Icon::Question);
+    const Answer answer = Ask(Translate(u"Another desk changed this row while you were editing it.\n\n%1\n\n"
+                                        "Yes stores yours, No keeps the other desk's, Cancel goes on editing."_s)
+                                  .arg(BothVersions()),
+                              Buttons::YesNoCancel, Icon::Question);
     if (answer == Answer::Yes) {
         rows_.KeepMine();
     } else if (answer == Answer::No) {
@@ -105,11 +104,10 @@ bool RowKeeper::SettleChange() {
 }
 
 bool RowKeeper::SettleLoss() {
-    const Answer answer =
-        Ask(Translate(u"Another desk deleted this row while you were editing it. Yours is:\n\n%1\n\n"
-                      "Yes adds it again as a new row, No gives it up, Cancel goes on editing."_s)
-                .arg(MyVersion()),
-            Buttons::YesNoCancel, Icon::Question);
+    const Answer answer = Ask(Translate(u"Another desk deleted this row while you were editing it. Yours is:\n\n%1\n\n"
+                                        "Yes adds it again as a new row, No gives it up, Cancel goes on editing."_s)
+                                  .arg(MyVersion()),
+                              Buttons::YesNoCancel, Icon::Question);
     if (answer == Answer::Yes) {
         rows_.AddAgain();
     } else if (answer == Answer::No) {

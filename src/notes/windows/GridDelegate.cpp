@@ -63,8 +63,8 @@ void GridDelegate::PaintBox(QPainter& painter, const QStyleOptionViewItem& optio
     painter.setPen(shown.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
     painter.setFont(shown.font);
     const QRect room = option.rect.adjusted(box.rect.right() - option.rect.left() + spacing::normal, 0, -2, 0);
-    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft, shown.fontMetrics.elidedText(word, Qt::ElideRight,
-                                                                                        room.width()));
+    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
+                     shown.fontMetrics.elidedText(word, Qt::ElideRight, room.width()));
 }
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {

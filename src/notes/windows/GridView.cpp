@@ -91,7 +91,7 @@ bool GridView::MovingKey(const QKeyEvent& event) {
 bool GridView::CellKey(const QKeyEvent& event) {
     const bool alt = event.modifiers().testFlag(Qt::AltModifier);
     if (event.key() == Qt::Key_F2) {
-        handler_.EditCell(currentIndex());
+        handler_.EditCell(currentIndex(), {});
         return true;
     }
     if (event.key() == Qt::Key_F4 || (alt && event.key() == Qt::Key_Down)) {
@@ -148,9 +148,13 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     if (!GoTo(row, column) || currentIndex().row() != row) {
         return;
     }
+    handler_.PressCell(row, event->modifiers());
+    if (event->modifiers() != Qt::NoModifier) {
+        return;
+    }
     if (bound_.Column(column).kind != CellKind::YesNo) {
         if (wasCurrent) {
-            handler_.EditCell(currentIndex());
+            handler_.EditCell(currentIndex(), {});
         }
         return;
     }
@@ -166,7 +170,7 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
         if (bound_.Column(at.column()).kind == CellKind::YesNo) {
             mousePressEvent(event);
         } else {
-            handler_.EditCell(at);
+            handler_.EditCell(at, {});
         }
     }
 }

@@ -15,9 +15,11 @@ public:
     // Commits and writes the row; false when the cursor must stay in it.
     virtual bool LeaveRow() = 0;
     // Opens the cell's editor. `typed` replaces the cell's text; null leaves it.
-    virtual void EditCell(const QModelIndex& index, const QString& typed = {}) = 0;
+    virtual void EditCell(const QModelIndex& index, const QString& typed) = 0;
     virtual void OpenChoices(const QModelIndex& index) = 0;
     virtual void ToggleCell(const QModelIndex& index) = 0;
+    // A cell was pressed, and the cursor is there.
+    virtual void PressCell(int row, Qt::KeyboardModifiers modifiers) = 0;
     // A key that belongs to the grid as a whole; true when it was one.
     virtual bool GridKey(const QKeyEvent& event) = 0;
 };

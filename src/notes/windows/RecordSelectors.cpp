@@ -27,8 +27,8 @@ QPainterPath PencilMark() {
 
 QPainterPath NewMark() {
     QPainterPath path;
-    for (const auto& [x1, y1, x2, y2] : {std::array{6.0, 1.5, 6.0, 10.5}, std::array{2.0, 3.75, 10.0, 8.25},
-                                         std::array{2.0, 8.25, 10.0, 3.75}}) {
+    for (const auto& [x1, y1, x2, y2] :
+         {std::array{6.0, 1.5, 6.0, 10.5}, std::array{2.0, 3.75, 10.0, 8.25}, std::array{2.0, 8.25, 10.0, 3.75}}) {
         path.moveTo(x1, y1);
         path.lineTo(x2, y2);
     }
