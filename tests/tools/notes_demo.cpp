@@ -43,9 +43,8 @@ qint32 ReservationWithNotes(engine::Database& database, const QStringList& words
             return word.toInt();
         }
     }
-    return static_cast<qint32>(database.OpenRecordset(u"Select Top 1 Reservation from [Note] Order by Reservation")
-                                   ->FieldAt(0)
-                                   .ToInteger());
+    return static_cast<qint32>(
+        database.OpenRecordset(u"Select Top 1 Reservation from [Note] Order by Reservation")->FieldAt(0).ToInteger());
 }
 
 void GiveMany(engine::Database& database, qint32 reservation) {
@@ -82,9 +81,20 @@ int main(int argc, char** argv) {
     ErrorReport reporter(dialogs, fakes.log);
     NativeUserSettings userSettings;
     const Services& known = fakes.program.services();
-    const Services services{dialogs,   clock,         eventLoop,     known.printers, known.progress,
-                            known.mail, reporter,     known.windows, known.process,  userSettings,
-                            known.log, {},            {},            LocaleText(QLocale::system())};
+    const Services services{dialogs,
+                            clock,
+                            eventLoop,
+                            known.printers,
+                            known.progress,
+                            known.mail,
+                            reporter,
+                            known.windows,
+                            known.process,
+                            userSettings,
+                            known.log,
+                            {},
+                            {},
+                            LocaleText(QLocale::system())};
     Program program(services, u"Service Administration"_s);
 
     const auto database = OpenSite(path);

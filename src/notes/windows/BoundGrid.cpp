@@ -5,6 +5,7 @@
 #include "base/windows/Look.h"
 #include "notes/windows/BoundModel.h"
 #include "notes/windows/GridDelegate.h"
+#include "notes/windows/GridStyle.h"
 #include "notes/windows/RecordSelectors.h"
 
 #include <QApplication>
@@ -49,9 +50,9 @@ QFont FontOf(const FontChoice& choice) {
 BoundGrid::BoundGrid(const Program& program, engine::Database& database, RowRules& rules, Setup setup, QWidget* parent)
     : QFrame(parent), program_(program), setup_(std::move(setup)), rows_(database, setup_.columns, setup_.fixed),
       rules_(rules), keeper_(program, rows_, rules, setup_.module),
-      settings_(program.services().userSettings, setup_.settings),
-      model_(new BoundModel(rows_, keeper_.Texts(), this)), lblCaption_(new QLabel(setup_.caption)),
-      view_(new GridView(*this, *model_, this)), selectors_(new RecordSelectors(*model_, selection_, view_)),
+      settings_(program.services().userSettings, setup_.settings), model_(new BoundModel(rows_, keeper_.Texts(), this)),
+      lblCaption_(new QLabel(setup_.caption)), view_(new GridView(*this, *model_, this)),
+      selectors_(new RecordSelectors(*model_, selection_, view_)),
       editing_(new CellEditing(program, *view_, keeper_.Texts())) {
     setObjectName(setup_.objectName);
     setFrameShape(QFrame::StyledPanel);
@@ -83,6 +84,10 @@ void BoundGrid::LayOut() {
     view_->setObjectName(setup_.objectName + u"View"_s);
     view_->setAccessibleName(setup_.caption);
     view_->setAlternatingRowColors(true);
+    auto* style = new GridStyle(view_);
+    for (QWidget* each : {static_cast<QWidget*>(view_), static_cast<QWidget*>(view_->horizontalHeader())}) {
+        each->setStyle(style);
+    }
     view_->horizontalHeader()->setHighlightSections(false);
     view_->horizontalHeader()->setMinimumSectionSize(2 * spacing::large);
     view_->horizontalHeader()->setStretchLastSection(setup_.columns.size() == 1);
@@ -128,15 +133,15 @@ void BoundGrid::SizeColumns() {
     int total = 0;
     int widest = 0;
     for (int i = 0; i < count; ++i) {
-        const int letters = view_->fontMetrics().averageCharWidth() * model_->Column(i).letters;
-        header.resizeSection(i, std::max(letters, header.sectionSizeHint(i)) + spacing::normal);
+        const int letters = view_->fontMetrics().averageCharWidth() * model_->Column(i).letters + spacing::large;
+        header.resizeSection(i, std::max(letters, header.sectionSizeHint(i)));
         total += header.sectionSize(i);
         widest = model_->Column(i).letters > model_->Column(widest).letters ? i : widest;
     }
-    // The column of the longest texts takes what the window has to spare.
-    const int spare = view_->viewport()->width() - total;
-    if (spare > 0 && count > 1) {
-        header.resizeSection(widest, header.sectionSize(widest) + spare);
+    // The column of the longest texts takes what the window has to spare, and gives up to half of its own width.
+    if (count > 1) {
+        const int spare = view_->viewport()->width() - total;
+        header.resizeSection(widest, header.sectionSize(widest) + std::max(spare, -header.sectionSize(widest) / 2));
     }
 }
 
@@ -237,8 +242,8 @@ void BoundGrid::Model_ReadFailed() {
 
 void BoundGrid::TellRefusal(const Error& refusal) {
     if (!editing_->TellsRefusal()) {
-        program_.services().dialogs.ShowMessage({refusal.Description(), program_.Title(), Buttons::Ok,
-                                                 Icon::Exclamation});
+        program_.services().dialogs.ShowMessage(
+            {refusal.Description(), program_.Title(), Buttons::Ok, Icon::Exclamation});
     }
     editing_->TakeFocus();
 }
@@ -426,8 +431,11 @@ void BoundGrid::Editing_GridKey(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         editing_->Close();
     } else if (CommitCell()) {
-        QApplication::sendEvent(view_, event);
+        QKeyEvent again(QEvent::KeyPress, event->key(), event->modifiers(), event->text());
+        QApplication::sendEvent(view_, &again);
     }
+    // However the view took it, the key ends here.
+    event->accept();
 }
 
 void BoundGrid::ShowSelection() {
@@ -487,8 +495,8 @@ void BoundGrid::PressCell(int row, Qt::KeyboardModifiers modifiers) {
 }
 
 void BoundGrid::Focus_Changed(QWidget* before, QWidget* now) {
-    const bool leaves = before != nullptr && isAncestorOf(before) && now != nullptr && !isAncestorOf(now) &&
-                        now->window() == window();
+    const bool leaves =
+        before != nullptr && isAncestorOf(before) && now != nullptr && !isAncestorOf(now) && now->window() == window();
     if (!leaves) {
         return;
     }

@@ -29,8 +29,12 @@ QLineEdit* LineOf(QWidget* editor) {
 // Lines that were pasted into an editor of one line are words behind each other.
 void KeepOneLine(QLineEdit& line) {
     QString text = line.text();
-    if (text.contains(QChar::LineSeparator) || text.contains(QChar::ParagraphSeparator)) {
-        text.replace(QChar::LineSeparator, u' ').replace(QChar::ParagraphSeparator, u' ');
+    const auto endsLine = [](QChar c) {
+        return c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+    };
+    if (std::any_of(text.cbegin(), text.cend(), endsLine)) {
+        text.replace(u"\r\n"_s, u" "_s);
+        std::replace_if(text.begin(), text.end(), endsLine, QChar(u' '));
         const bool modified = line.isModified();
         line.setText(text);
         line.setModified(modified);
@@ -189,13 +193,13 @@ void CellEditing::Close() {
     }
     QWidget* closing = editor_;
     editor_ = nullptr;
-    const bool focused = closing->hasFocus() || closing->isAncestorOf(QApplication::focusWidget());
     closing->removeEventFilter(this);
-    closing->hide();
-    closing->deleteLater();
-    if (focused) {
+    // A hidden control hands the focus on with a Tab key of its own, so the view takes it before.
+    if (closing->hasFocus() || closing->isAncestorOf(QApplication::focusWidget())) {
         view_.setFocus();
     }
+    closing->hide();
+    closing->deleteLater();
 }
 
 void CellEditing::TakeFocus() {

@@ -21,10 +21,9 @@ const QString moduleTitle = u"Note Category Form"_s;
 
 frmNoteCategory::frmNoteCategory(const NotesContext& context, QWidget* parent)
     : GridForm(context, moduleTitle, parent),
-      Table1(new BoundGrid(context.program, context.database, rules_,
-                           {u"Table1"_s, u"Note Categories"_s, moduleTitle, u"Note Categories Grid"_s,
-                            CategoryColumns(), {}},
-                           this)) {
+      Table1(new BoundGrid(
+          context.program, context.database, rules_,
+          {u"Table1"_s, u"Note Categories"_s, moduleTitle, u"Note Categories Grid"_s, CategoryColumns(), {}}, this)) {
     setObjectName(u"frmNoteCategory"_s);
     setWindowTitle(u"Note Categories"_s);
     auto* Label1 = new QLabel(u"Note Categories are used to classify notes by responsibility"_s);

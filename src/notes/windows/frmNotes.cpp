@@ -29,7 +29,11 @@ frmNotes::frmNotes(const NotesContext& context, qint32 reservationId, const QStr
     : GridForm(context, moduleTitle, parent), ReservationID(reservationId),
       rules_(context.program.services().clock, userName),
       TDBGrid1(new BoundGrid(context.program, context.database, rules_,
-                             {u"TDBGrid1"_s, u"Notes"_s, moduleTitle, u"Notes Grid"_s, NoteColumns(),
+                             {u"TDBGrid1"_s,
+                              u"Notes"_s,
+                              moduleTitle,
+                              u"Notes Grid"_s,
+                              NoteColumns(),
                               {{"Reservation", Value(qint64{reservationId})}}},
                              this)) {
     setObjectName(u"frmNotes"_s);
@@ -51,6 +55,7 @@ void frmNotes::LayOut() {
     auto* standards = new QGroupBox(u"Add Standard Notes"_s);
     auto* inFrame = new QHBoxLayout(standards);
     inFrame->setSpacing(spacing::normal);
+    inFrame->setContentsMargins(spacing::normal, spacing::normal, spacing::normal, spacing::normal);
     inFrame->addWidget(cmdAssetStdNotes);
     inFrame->addWidget(cmdEventStdNotes);
     auto* buttons = new QHBoxLayout;
@@ -58,11 +63,15 @@ void frmNotes::LayOut() {
     buttons->setContentsMargins(spacing::large, spacing::normal, spacing::large, 0);
     buttons->addWidget(standards);
     buttons->addSpacing(spacing::normal);
+    // On one line with the buttons inside the frame.
+    auto* others = new QHBoxLayout;
+    others->setContentsMargins(0, 0, 0, spacing::normal + 1);
     for (QWidget* each : {static_cast<QWidget*>(Command1), static_cast<QWidget*>(MakePrintPicture())}) {
-        buttons->addWidget(each, 0, Qt::AlignBottom);
+        others->addWidget(each, 0, Qt::AlignBottom);
     }
-    buttons->addStretch();
-    buttons->addWidget(cmdClose, 0, Qt::AlignBottom);
+    others->addStretch();
+    others->addWidget(cmdClose, 0, Qt::AlignBottom);
+    buttons->addLayout(others, 1);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(spacing::normal);
@@ -106,9 +115,8 @@ void frmNotes::SelectStandardNotes(const QString& mode) {
     frmSelectStdNotes selection(Context(), ReservationID, this);
     selection.StdNoteMode = mode;
     Steps steps = MakeSteps(u"Add Standard Notes"_s);
-    if (!steps.Step(u"Reading Reservation"_s, [&] {
-            selection.StdNoteKey = StandardNoteKeyOf(Context().database, ReservationID, mode);
-        })) {
+    if (!steps.Step(u"Reading Reservation"_s,
+                    [&] { selection.StdNoteKey = StandardNoteKeyOf(Context().database, ReservationID, mode); })) {
         return;
     }
     selection.ShowModal();

@@ -23,10 +23,9 @@ const QString moduleTitle = u"Select Standard Notes"_s;
 
 frmSelectStdNotes::frmSelectStdNotes(const NotesContext& context, qint32 reservationId, QWidget* parent)
     : GridForm(context, moduleTitle, parent), reservation_(reservationId),
-      Table1(new BoundGrid(context.program, context.database, rules_,
-                           {u"Table1"_s, u"Standard Notes"_s, moduleTitle, u"Standard Notes Grid"_s,
-                            StandardNoteColumns(), {}},
-                           this)) {
+      Table1(new BoundGrid(
+          context.program, context.database, rules_,
+          {u"Table1"_s, u"Standard Notes"_s, moduleTitle, u"Standard Notes Grid"_s, StandardNoteColumns(), {}}, this)) {
     setObjectName(u"frmSelectStdNotes"_s);
     setWindowTitle(u"Select Standard Notes"_s);
     LayOut();
