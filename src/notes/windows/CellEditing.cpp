@@ -12,6 +12,8 @@
 #include <QScrollBar>
 #include <QTableView>
 
+#include <algorithm>
+
 namespace velmora {
 
 using namespace Qt::StringLiterals;

@@ -40,7 +40,8 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     if (model.IsGone(index.row())) {
         option->font.setStrikeOut(true);
     }
-    if (model.IsGone(index.row()) || !model.CanEdit(index.column())) {
+    // In a list that is only read nothing is set apart.
+    if (model.IsGone(index.row()) || (model.CanAdd() && !model.CanEdit(index.column()))) {
         option->palette.setColor(QPalette::Text, QuietColour(option->palette));
     }
 }

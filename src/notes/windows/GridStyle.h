@@ -15,6 +15,13 @@ public:
         const int usual = QProxyStyle::pixelMetric(metric, option, widget);
         return metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin ? usual + spacing::small : usual;
     }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        return hint == SH_Table_GridLineColor && widget != nullptr
+                   ? static_cast<int>(widget->palette().color(QPalette::Dark).rgba())
+                   : QProxyStyle::styleHint(hint, option, widget, result);
+    }
 };
 
 } // namespace velmora

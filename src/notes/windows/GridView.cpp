@@ -69,8 +69,10 @@ bool GridView::MovingKey(const QKeyEvent& event) {
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        GoDown();
-        return true;
+        if (bound_.CanAdd()) {
+            GoDown();
+        }
+        return bound_.CanAdd();
     case Qt::Key_Tab:
         if (event.modifiers().testFlag(Qt::ControlModifier)) {
             focusNextChild();
@@ -123,8 +125,9 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     if (MovingKey(*event)) {
         return;
     }
-    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
-        // At the grid's end the key goes on to the window's next control.
+    const bool returns = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (returns || event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+        // At the grid's end Tab goes on to the window's next control; Return in a list is for its default button.
         event->ignore();
         return;
     }

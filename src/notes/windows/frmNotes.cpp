@@ -65,7 +65,7 @@ void frmNotes::LayOut() {
     buttons->addSpacing(spacing::normal);
     // On one line with the buttons inside the frame.
     auto* others = new QHBoxLayout;
-    others->setContentsMargins(0, 0, 0, spacing::normal + 1);
+    others->setContentsMargins(0, 0, 0, spacing::normal + 3);
     for (QWidget* each : {static_cast<QWidget*>(Command1), static_cast<QWidget*>(MakePrintPicture())}) {
         others->addWidget(each, 0, Qt::AlignBottom);
     }

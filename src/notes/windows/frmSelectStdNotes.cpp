@@ -22,7 +22,7 @@ const QString moduleTitle = u"Select Standard Notes"_s;
 } // namespace
 
 frmSelectStdNotes::frmSelectStdNotes(const NotesContext& context, qint32 reservationId, QWidget* parent)
-    : GridForm(context, moduleTitle, parent), reservation_(reservationId),
+    : GridForm(context, moduleTitle, parent), reservation_(reservationId), Label1(new QLabel),
       Table1(new BoundGrid(
           context.program, context.database, rules_,
           {u"Table1"_s, u"Standard Notes"_s, moduleTitle, u"Standard Notes Grid"_s, StandardNoteColumns(), {}}, this)) {
@@ -33,8 +33,6 @@ frmSelectStdNotes::frmSelectStdNotes(const NotesContext& context, qint32 reserva
 }
 
 void frmSelectStdNotes::LayOut() {
-    auto* Label1 = new QLabel(u"Select the notes to add. Hold the Ctrl key to select several; they are added in the "
-                              "order in which they are selected."_s);
     Label1->setObjectName(u"Label1"_s);
     Label1->setWordWrap(true);
     auto* cmdOK = MakeButton(u"cmdOK"_s, u"OK"_s);
@@ -56,11 +54,20 @@ void frmSelectStdNotes::LayOut() {
     column->addWidget(Table1, 1);
 }
 
+void frmSelectStdNotes::Explain() {
+    Label1->setText(Translate(Table1->Rows().Count() > 0
+                                  ? u"Select the notes to add. Hold the Ctrl key to select several; they are added in "
+                                    "the order in which they are selected."_s
+                              : StdNoteMode == u"2" ? u"There are no standard notes for this event type."_s
+                                                    : u"There are no standard notes for this asset."_s));
+}
+
 bool frmSelectStdNotes::Form_Activate() {
     return Activate([this] {
         if (const auto list = FindStandardNoteList(StdNoteMode, StdNoteKey)) {
             setWindowTitle(Translate(list->title));
             Table1->Open(list->source);
+            Explain();
         }
     });
 }

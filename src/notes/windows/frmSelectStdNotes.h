@@ -3,6 +3,8 @@
 #include "notes/RowRules.h"
 #include "notes/windows/GridForm.h"
 
+class QLabel;
+
 namespace velmora {
 
 // The standard notes of an asset or of an event type to choose from. OK adds the chosen ones to the reservation's
@@ -26,6 +28,7 @@ protected:
 
 private:
     void LayOut();
+    void Explain();
     void cmdOK_Click();
     void cmdCancel_Click();
     // The names of the selected standard notes, in the order of selection.
@@ -33,6 +36,7 @@ private:
 
     const qint32 reservation_;
     RowRules rules_;
+    QLabel* Label1;
     BoundGrid* Table1;
 };
 
