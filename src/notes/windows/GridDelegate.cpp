@@ -21,6 +21,22 @@ bool IsCurrent(const QStyleOptionViewItem& option, const QModelIndex& index) {
     return view != nullptr && view->currentIndex() == index;
 }
 
+// The style's own box has no frame to be seen on a dark grid.
+void DrawTick(QPainter& painter, const QRect& box, const QPalette& palette, bool ticked) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QuietColour(palette), 1));
+    painter.setBrush(palette.color(QPalette::Base));
+    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    if (ticked) {
+        const double unit = box.width() / 12.0;
+        painter.translate(box.topLeft());
+        painter.setPen(QPen(palette.color(QPalette::Text), 1.6 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(QPolygonF({QPointF(3, 6) * unit, QPointF(5.2, 8.4) * unit, QPointF(9.2, 3.4) * unit}));
+    }
+    painter.restore();
+}
+
 } // namespace
 
 QRect GridDelegate::BoxRect(const QRect& cell, const QWidget& view) {
@@ -35,8 +51,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->state.setFlag(QStyle::State_Active, true);
     option->state.setFlag(QStyle::State_HasFocus, false);
     option->textElideMode = Qt::ElideRight;
-    option->text.replace(u"\r\n"_s, u"\n"_s);
-    option->text.replace(u'\n', u" \u21b5 "_s);
+    option->text.remove(u'\r').replace(QChar::LineSeparator, u" \u21b5 "_s);
     if (model.IsGone(index.row())) {
         option->font.setStrikeOut(true);
     }
@@ -54,16 +69,13 @@ void GridDelegate::PaintBox(QPainter& painter, const QStyleOptionViewItem& optio
     const QStyle& style = *option.widget->style();
     style.drawControl(QStyle::CE_ItemViewItem, &shown, &painter, option.widget);
 
-    QStyleOptionButton box;
-    box.rect = BoxRect(option.rect, *option.widget);
-    box.palette = option.palette;
-    box.state = QStyle::State_Enabled | (ModelOf(index).ValueAt(index).ToBool() ? QStyle::State_On : QStyle::State_Off);
-    style.drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter, option.widget);
+    const QRect box = BoxRect(option.rect, *option.widget);
+    DrawTick(painter, box, shown.palette, ModelOf(index).ValueAt(index).ToBool());
 
     const bool selected = shown.state.testFlag(QStyle::State_Selected);
     painter.setPen(shown.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
     painter.setFont(shown.font);
-    const QRect room = option.rect.adjusted(box.rect.right() - option.rect.left() + spacing::normal, 0, -2, 0);
+    const QRect room = option.rect.adjusted(box.right() - option.rect.left() + spacing::normal, 0, -2, 0);
     painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
                      shown.fontMetrics.elidedText(word, Qt::ElideRight, room.width()));
 }
