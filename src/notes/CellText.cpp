@@ -100,6 +100,11 @@ Value CellText::ReadMoney(const QString& text, const BoundColumn& column) const 
         }
     }
     number = number.trimmed();
+    // Some languages write what is owed in parentheses.
+    const bool owed = number.startsWith(u'(') && number.endsWith(u')');
+    if (owed) {
+        number = u'-' + number.sliced(1, number.size() - 2);
+    }
     const bool onlyFigures = std::none_of(number.cbegin(), number.cend(), [](QChar c) { return c.isLetter(); });
     bool read = false;
     double amount = locale.toDouble(number, &read);
