@@ -71,7 +71,7 @@ BoundGrid::~BoundGrid() {
 void BoundGrid::LayOut() {
     lblCaption_->setMargin(spacing::small);
     lblCaption_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    lblCaption_->setToolTip(u"Click to select all rows"_s);
+    lblCaption_->setToolTip(Translate(u"Click to select all rows"_s));
     lblCaption_->setAutoFillBackground(true);
     lblCaption_->setBackgroundRole(QPalette::Button);
     QFont strong = lblCaption_->font();

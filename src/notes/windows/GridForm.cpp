@@ -1,6 +1,7 @@
 #include "notes/windows/GridForm.h"
 
 #include "base/Steps.h"
+#include "base/Translate.h"
 #include "base/windows/CenterForm.h"
 #include "base/windows/Glyph.h"
 #include "base/windows/TranslateForm.h"
@@ -41,7 +42,7 @@ QToolButton* GridForm::MakePrintPicture() {
     picture->setIcon(GlyphIcon(Glyph::PrintPage));
     picture->setText(u"&Print"_s);
     picture->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    picture->setToolTip(u"Print the selected rows (Ctrl+P)"_s);
+    picture->setToolTip(Translate(u"Print the selected rows (Ctrl+P)"_s));
     picture->setFocusPolicy(Qt::StrongFocus);
     picture->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(picture, &QToolButton::clicked, this, &GridForm::PrintSelection);
