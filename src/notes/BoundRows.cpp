@@ -142,6 +142,9 @@ void BoundRows::Set(int row, int column, const Value& value) {
 }
 
 void BoundRows::Undo() {
+    if (pending_ && !IsAdding()) {
+        rows_[static_cast<size_t>(*pending_)].loaded = false;
+    }
     EndEdit();
 }
 
@@ -225,13 +228,6 @@ BoundRows::Outcome BoundRows::Write() {
 void BoundRows::KeepMine() {
     rows_[static_cast<size_t>(pending_.value())].values = theirs_;
     conflicts_.clear();
-}
-
-void BoundRows::TakeTheirs() {
-    if (!IsAdding()) {
-        rows_[static_cast<size_t>(pending_.value())].loaded = false;
-    }
-    EndEdit();
 }
 
 void BoundRows::AddAgain() {

@@ -53,7 +53,7 @@ public:
     // Begins to edit the row unless that is going on. An edit that comes back to the stored values ends. Another row
     // must not be pending.
     void Set(int row, int column, const Value& value);
-    // Takes back all that was edited.
+    // Takes back all that was edited; the row shows what the database holds by now.
     void Undo();
 
     enum class Outcome {
@@ -73,8 +73,6 @@ public:
     const std::vector<Conflict>& Conflicts() const { return conflicts_; }
     // After Changed: the edit goes on over the other desk's values, so that Write stores it.
     void KeepMine();
-    // After Changed or Gone: the edit is given up and the row shows what the database holds.
-    void TakeTheirs();
     // After Gone: the row as it was edited becomes a new one.
     void AddAgain();
 

@@ -98,7 +98,7 @@ bool RowKeeper::SettleChange() {
     if (answer == Answer::Yes) {
         rows_.KeepMine();
     } else if (answer == Answer::No) {
-        rows_.TakeTheirs();
+        rows_.Undo();
     }
     return answer != Answer::Cancel;
 }
@@ -111,7 +111,7 @@ bool RowKeeper::SettleLoss() {
     if (answer == Answer::Yes) {
         rows_.AddAgain();
     } else if (answer == Answer::No) {
-        rows_.TakeTheirs();
+        rows_.Undo();
     }
     return answer != Answer::Cancel;
 }

@@ -58,9 +58,15 @@ TEST_F(RowsTest, AChangeInLetterCaseAloneIsAChange) {
     Set(0, "Name", u"chairs"_s);
     ASSERT_EQ(rows_.Write(), Outcome::Changed);
     EXPECT_EQ(rows_.Conflicts().at(0).theirs, Value(u"CHAIRS"_s));
+    // An edit that is taken back leaves what the other desk wrote.
+    rows_.Undo();
+    EXPECT_EQ(At(0, "Name"), u"CHAIRS"_s);
+    Set(0, "Name", u"Stools"_s);
+    site_.other->Execute(u"Update [Note] Set Name = \"chairs\" Where Name = \"Chairs\"");
+    ASSERT_EQ(rows_.Write(), Outcome::Changed);
     rows_.KeepMine();
     EXPECT_EQ(rows_.Write(), Outcome::Done);
-    EXPECT_EQ(site_.Names(), u"chairs / Coffee / Cable"_s);
+    EXPECT_EQ(site_.Names(), u"Stools / Coffee / Cable"_s);
 }
 
 TEST_F(RowsTest, GoneRowsAreSeenAsSuch) {
@@ -69,7 +75,7 @@ TEST_F(RowsTest, GoneRowsAreSeenAsSuch) {
     Set(1, "Name", u"Tea"_s);
     EXPECT_EQ(rows_.Write(), Outcome::Gone);
     EXPECT_EQ(rows_.PendingRow(), 1);
-    rows_.TakeTheirs();
+    rows_.Undo();
     EXPECT_EQ(At(1, "Name"), u"Coffee"_s);
     EXPECT_TRUE(rows_.IsGone(1));
     EXPECT_EQ(rows_.Delete(2), Outcome::Done);

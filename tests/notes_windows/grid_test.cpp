@@ -138,6 +138,21 @@ TEST_F(NotesGridTest, RefusedEntriesStayOpenAndSayWhy) {
     EXPECT_EQ(Stored(u"Top 1 CompletedTime, Cost, NoteCategory"_s), u"2026-03-01 00:00:00|5|Setup"_s);
 }
 
+TEST_F(NotesGridTest, AnEntryChosenFromTheListIsTakenAtOnce) {
+    GridHand& hand = *hand_;
+    hand.Click(0, Category);
+    hand.Key(Qt::Key_Down, Qt::AltModifier);
+    auto* list = qobject_cast<QComboBox*>(hand.Editor());
+    ASSERT_TRUE(list != nullptr && list->view()->isVisible());
+    QTest::keyClick(list->view(), Qt::Key_Down);
+    QTest::keyClick(list->view(), Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_FALSE(hand.IsEditing());
+    EXPECT_EQ(hand.Text(0, Category), u"Unused"_s);
+    EXPECT_TRUE(window_->isVisible());
+    EXPECT_EQ(hand.grid.Rows().PendingRow(), 0);
+}
+
 TEST_F(NotesGridTest, EscapeTakesBackTheCellThenTheRowThenCloses) {
     GridHand& hand = *hand_;
     hand.Type(u"Stools"_s);

@@ -103,6 +103,7 @@ void BoundGrid::LayOut() {
 void BoundGrid::Connect() {
     connect(selectors_, &RecordSelectors::Pressed, this, &BoundGrid::Selectors_Pressed);
     connect(editing_, &CellEditing::GridKey, this, &BoundGrid::Editing_GridKey);
+    connect(editing_, &CellEditing::Chosen, this, &BoundGrid::CommitCell);
     connect(model_, &BoundModel::ReadFailed, this, &BoundGrid::Model_ReadFailed, Qt::QueuedConnection);
     connect(qApp, &QApplication::focusChanged, this, &BoundGrid::Focus_Changed);
     connect(view_->horizontalHeader(), &QHeaderView::sectionResized, this,

@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -22,6 +23,22 @@ namespace {
 
 constexpr int linesOnSheet = 6;
 constexpr int lettersOnSheet = 44;
+
+// Knows whether a choice came from its open list; the arrow keys choose without.
+class ChoiceBox : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+    void hidePopup() override {
+        QComboBox::hidePopup();
+        listClosed_ = true;
+        QTimer::singleShot(0, this, [this] { listClosed_ = false; });
+    }
+    bool WasChosenFromList() const { return listClosed_; }
+
+private:
+    bool listClosed_ = false;
+};
 
 QLineEdit* LineOf(QWidget* editor) {
     auto* combo = qobject_cast<QComboBox*>(editor);
@@ -64,10 +81,15 @@ QWidget* CellEditing::MakeEditor(const BoundColumn& column) {
         return new DateBox(texts_.Locale(), program_.services().clock, parent);
     }
     if (column.kind == CellKind::Choice) {
-        auto* combo = new QComboBox(parent);
+        auto* combo = new ChoiceBox(parent);
         combo->setEditable(true);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->addItems(choices_);
+        connect(combo, &QComboBox::activated, this, [this, combo] {
+            if (combo->WasChosenFromList()) {
+                QTimer::singleShot(0, this, &CellEditing::Chosen);
+            }
+        });
         return combo;
     }
     auto* line = new QLineEdit(parent);
@@ -116,6 +138,10 @@ void CellEditing::SetText(const QString& text) {
     if (QLineEdit* line = LineOf(editor_)) {
         QString words = text;
         words.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ');
+        if (auto* combo = qobject_cast<QComboBox*>(editor_)) {
+            // The list opens, and the arrow keys go on, from the entry that is there.
+            combo->setCurrentIndex(combo->findText(words, Qt::MatchFixedString));
+        }
         line->setText(words);
         line->setModified(true);
     }

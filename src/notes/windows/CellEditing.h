@@ -43,6 +43,8 @@ public:
 Q_SIGNALS:
     // A key that ends the editing or belongs to the grid. The entry is still open.
     void GridKey(QKeyEvent* event);
+    // An entry of the list was chosen: nothing more is to be typed.
+    void Chosen();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
