@@ -10,6 +10,18 @@
 
 namespace velmora {
 
+namespace {
+
+QString Padded(int number, int width) {
+    return QString::number(number).rightJustified(width, u'0');
+}
+
+QString DateDigits(const DateTimeFields& fields) {
+    return Padded(fields.month, 2) + u'/' + Padded(fields.day, 2) + u'/' + Padded(fields.year, 4);
+}
+
+} // namespace
+
 QString AddBackslash(const QString& path) {
     return path.endsWith(u'\\') ? path : path + u'\\';
 }
@@ -47,9 +59,13 @@ QString SqlText(const QString& text) {
 }
 
 QString SqlDate(Date day) {
-    const DateTimeFields fields = Fields(StartOfDay(day));
-    const auto padded = [](int number, int width) { return QString::number(number).rightJustified(width, u'0'); };
-    return u'#' + padded(fields.month, 2) + u'/' + padded(fields.day, 2) + u'/' + padded(fields.year, 4) + u'#';
+    return u'#' + DateDigits(Fields(StartOfDay(day))) + u'#';
+}
+
+QString SqlDateTime(DateTime moment) {
+    const DateTimeFields fields = Fields(moment);
+    return u'#' + DateDigits(fields) + u' ' + Padded(fields.hour, 2) + u':' + Padded(fields.minute, 2) + u':' +
+           Padded(fields.second, 2) + u'#';
 }
 
 } // namespace velmora

@@ -30,5 +30,7 @@ QString AssetKey(const Value& value);
 QString SqlText(const QString& text);
 // A day as a date literal of the dialect, month/day/year whatever the locale, between "#" marks.
 QString SqlDate(Date day);
+// The same with the time, hours from 0 to 23.
+QString SqlDateTime(DateTime moment);
 
 } // namespace velmora

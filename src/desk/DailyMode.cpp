@@ -1,6 +1,7 @@
 #include "desk/DailyMode.h"
 
 #include "base/Error.h"
+#include "desk/DayCaptions.h"
 
 namespace velmora {
 
@@ -53,16 +54,7 @@ namespace {
 
 // The days that a run in the afternoon covers: to the end of the next working day.
 int DaysToNextWorkingDay(Date today) {
-    constexpr int friday = 6;
-    constexpr int saturday = 7;
-    switch (Weekday(today)) {
-    case friday:
-        return 3;
-    case saturday:
-        return 2;
-    default:
-        return 1;
-    }
+    return static_cast<int>((NextWorkingDay(today) - today).count());
 }
 
 } // namespace

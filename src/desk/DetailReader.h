@@ -2,8 +2,7 @@
 
 #include "desk/DailyFilter.h"
 #include "desk/DetailRecords.h"
-
-#include <vector>
+#include "desk/LookAhead.h"
 
 namespace velmora {
 
@@ -21,29 +20,23 @@ struct ReservationDetails {
     std::unique_ptr<engine::Recordset> notes;
 };
 
-// Reads the records below the rows of a daily report some rows ahead, under one read lock: on a file that several desks
-// share, taking the lock anew for every small record costs more than reading it. The lock is gone before the report
-// lets events through.
-//
-// Reading ahead fails silently: what could not be read is asked for again when it is printed, and told then.
+// Reads the records below the rows of a daily report, some rows ahead.
 class DetailReader {
 public:
-    DetailReader(engine::Database& database, const DailyFilter& filter, DetailChoice choice)
-        : database_(database), filter_(filter), choice_(choice) {}
+    DetailReader(engine::Database& database, const DailyFilter& filter, DetailChoice choice);
+    DetailReader(const DetailReader&) = delete;
+    DetailReader& operator=(const DetailReader&) = delete;
 
-    // The details of the current row; null when they were not read. Call it for every row in turn, before its fields
-    // are read: the set moves meanwhile and comes back. Good until the next call.
+    // The details of the current row; null when they were not read, or the row is left out. As LookAhead::Next.
     ReservationDetails* Next(engine::Recordset& rows);
 
 private:
-    void ReadAhead(engine::Recordset& rows);
+    std::unique_ptr<ReservationDetails> Read(const engine::Recordset& rows) const;
 
     engine::Database& database_;
     const DailyFilter& filter_;
     DetailChoice choice_;
-    // Of the rows from the last reading on; none for a row that is left out or could not be read.
-    std::vector<std::unique_ptr<ReservationDetails>> ahead_;
-    size_t next_ = 0;
+    LookAhead<std::unique_ptr<ReservationDetails>> ahead_;
 };
 
 } // namespace velmora

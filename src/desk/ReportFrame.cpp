@@ -1,6 +1,7 @@
 #include "desk/ReportFrame.h"
 
 #include "base/Translate.h"
+#include "desk/PrinterChoice.h"
 
 #include <cmath>
 
@@ -21,6 +22,14 @@ ReportFrame::~ReportFrame() {
 }
 
 bool ReportFrame::Start() {
+    if (!Admit()) {
+        return false;
+    }
+    ShowRunning();
+    return true;
+}
+
+bool ReportFrame::Admit() {
     const Services& services = context_.program.services();
     if (context_.state.ReportRunning) {
         services.dialogs.ShowMessage({Translate(u"Already Printing, wait or cancel exisitng report"_s),
@@ -28,35 +37,32 @@ bool ReportFrame::Start() {
         return false;
     }
     running_ = true;
-    context_.state.ReportRunning = true;
-    context_.view.SetCloseCaption(Translate(u"Cancel Report"_s));
-    services.eventLoop.SetPointer(Pointer::Hourglass);
-    ShowReportProgress(context_.view, Translate(u"Preparing Report"_s), 0);
     return true;
 }
 
+void ReportFrame::ShowRunning() {
+    context_.state.ReportRunning = true;
+    context_.view.SetCloseCaption(Translate(u"Cancel Report"_s));
+    context_.program.services().eventLoop.SetPointer(Pointer::Hourglass);
+    ShowReportProgress(context_.view, Translate(u"Preparing Report"_s), 0);
+}
+
 void ReportFrame::SetOrientation() {
-    steps_.Step({}, [this] { context_.program.services().printers.SetOrientation(context_.state.optOrientation); });
+    steps_.Step({}, [this] { context_.program.services().printers.SetOrientation(orientation_); });
 }
 
 void ReportFrame::PreparePrinter() {
-    const PrinterControl& control = context_.state.PrinterControl1;
-    if (control.Continuous) {
+    context_.job.Restore(target_);
+    if (control_.Continuous) {
         steps_.Step({}, [this] { context_.job.BeginReport(true); });
         return;
     }
     Printers& printers = context_.program.services().printers;
-    context_.state.SelectedPrinterName = control.PrinterName;
-    steps_.Step({}, [&] {
-        for (const QString& name : printers.DeviceNames()) {
-            if (name == control.PrinterName) {
-                printers.SelectDevice(name);
-            }
-        }
-    });
-    steps_.Step({}, [&] { printers.SetFontName(control.PrinterFont); });
+    context_.state.SelectedPrinterName = control_.PrinterName;
+    steps_.Step({}, [&] { SelectPrinter(printers, control_.PrinterName); });
+    steps_.Step({}, [&] { printers.SetFontName(control_.PrinterFont); });
     SetOrientation();
-    context_.job.SetPreviewMode(control.ShowPreview);
+    context_.job.SetPreviewMode(control_.ShowPreview);
     steps_.Step({}, [this] { context_.job.BeginReport(); });
 }
 

@@ -20,13 +20,18 @@ namespace velmora {
 // a job that was not ended is then forgotten, not delivered.
 class ReportFrame {
 public:
-    ReportFrame(ReportContext& context, Steps& steps) : context_(context), steps_(steps) {}
+    ReportFrame(ReportContext& context, Steps& steps)
+        : context_(context), steps_(steps), target_(context.job.Choice()), control_(context.state.PrinterControl1),
+          orientation_(context.state.optOrientation) {}
     ~ReportFrame();
     ReportFrame(const ReportFrame&) = delete;
     ReportFrame& operator=(const ReportFrame&) = delete;
 
     // False when another report is running, which the user was told; nothing else may be called then.
     bool Start();
+    // The two halves of Start, for a report that prepares the printer before it shows that it runs.
+    bool Admit();
+    void ShowRunning();
 
     // Gives the printer the orientation that the option buttons name.
     void SetOrientation();
@@ -46,6 +51,11 @@ private:
 
     ReportContext& context_;
     Steps& steps_;
+    // What was chosen when the report was asked for. Asking for another one meanwhile changes the choice, not the
+    // report that runs.
+    const print::TargetChoice target_;
+    const PrinterControl control_;
+    const Orientation orientation_;
     bool running_ = false;
 };
 

@@ -8,6 +8,7 @@ namespace velmora::print {
 class NullWriter : public ReportWriter {
 public:
     int DeviceWidth() const override { return 0; }
+    int TextWidth(Text) const override { return 0; }
     void Begin() override {}
     void Finish() override {}
     void Deliver() override {}

@@ -18,6 +18,7 @@ public:
         : text_(state.ReportText), width_(width), deliver_(std::move(deliver)) {}
 
     int DeviceWidth() const override { return width_; }
+    int TextWidth(Text) const override { return 0; }
     void Deliver() override { deliver_(text_); }
     void NewPage() override {}
     void EnsureRoom(qint16) override {}

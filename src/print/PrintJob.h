@@ -37,6 +37,8 @@ public:
     // printer. A report that is open keeps its own destination.
     void SetOutputTarget(qint16 target);
     void SetPreviewMode(bool on) { choice_.PreviewMode = on; }
+    // Chooses what was chosen before, as Choice told it.
+    void Restore(const TargetChoice& choice) { choice_ = choice; }
 
     // Opens a report on the chosen target. Without the argument, page breaks are suppressed for the preview alone.
     // Throws Error when the target is one that this program does not have.
@@ -50,6 +52,8 @@ public:
     void ResetTabStops();
     // Tab stops at fractions of the width.
     void SetTabStops(double f1, double f2, double f3, double f4);
+    // How wide the open report shows a text, in twips; 0 on targets without pages, and without an open report.
+    int TextWidth(Text text) const { return writer_->TextWidth(text); }
     void LoadPrintAttributes() { state_.attributes.Load(services_.attributes); }
     qint16 LookupPrintAttribute(const QString& caption) const { return state_.attributes.Lookup(caption); }
 

@@ -28,6 +28,8 @@ public:
 
     // Full width of the surface that the tab stops divide.
     virtual int DeviceWidth() const = 0;
+    // Width of a text in the current font, its widest line's when it has several; 0 where text has no width.
+    virtual int TextWidth(Text text) const = 0;
 
     virtual void Begin() = 0;
     // Writes what stands behind the report's last line.

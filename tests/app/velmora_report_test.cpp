@@ -53,7 +53,7 @@ protected:
         process.start(program_, words);
         return Finish(process);
     }
-    // Runs "daily" on the site with a command line of blank-separated words.
+    // Runs the program on the site with a command line of blank-separated words.
     QStringList Words(const char* line) const {
         return QStringList{u"--data"_s,   folder_.path(), u"--now"_s, u"2026-03-05 14:15:00"_s,
                            u"--locale"_s, u"en_US"_s} +
@@ -67,8 +67,10 @@ protected:
         process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromLatin1(line), program_});
         return Finish(process);
     }
-    static QByteArray Expected(const char* name) {
-        return FileBytes(TestDataFolder() + QStringLiteral("/desk/expected/") + QString::fromLatin1(name)) + "\r\n";
+    static QByteArray Expected(const char* name, const char* folder = "desk") {
+        return FileBytes(
+                   u"%1/%2/expected/%3"_s.arg(TestDataFolder(), QLatin1StringView(folder), QLatin1StringView(name))) +
+               "\r\n";
     }
 
     QString program_ = QStringLiteral(VELMORA_BIN "/velmora-report");
@@ -108,6 +110,40 @@ TEST_F(ReportProgramTest, PrintsTheBytesThatADeskSaves) {
         EXPECT_EQ(saved.exitCode, 0) << c.line;
         EXPECT_EQ(saved.out, "") << c.line;
         EXPECT_EQ(FileBytes(Path(u"list.out"_s)), printed.out) << c.line;
+    }
+}
+
+TEST_F(ReportProgramTest, PrintsTheManagementReportsThatADeskSaves) {
+    ASSERT_TRUE(QFile::remove(Path(u"Velmora.MDB"_s)));
+    MakeTestSite(Path(u"Velmora.MDB"_s), u"/reports/site.sql"_s);
+    struct Case {
+        const char* line;
+        const char* expected;
+    };
+    for (const Case& c : {
+             Case{"occupant --day current", "occupant.txt"},
+             Case{"occupant --day current --include-unreserved --to html", "occupant.htm"},
+             Case{"occupant --non-permanent --day=current", "occupant-non-permanent.txt"},
+             Case{"--startup-argument B2 occupant --day current --include-unreserved", "occupant-prefix.txt"},
+             Case{"occupant --day next --now 2026-03-06T14:15:00", "occupant-friday.txt"},
+             Case{"directory --day current --include-unreserved", "directory-unreserved.txt"},
+             Case{"directory --day current --non-permanent", "directory-non-permanent.txt"},
+             Case{"directory --day other --date 2026-03-10 --days 3", "directory-other.txt"},
+             Case{"exception --type space --date 2026-03-05", "exception-space.txt"},
+             Case{"exception --type area1 --date 2026-03-05", "exception-area1.txt"},
+             Case{"exception --type area2 --date 2026-03-05 --to html", "exception-area2.htm"},
+             Case{"exception --type area3 --date 2026-03-05", "exception-area3.txt"},
+             Case{"exception --type not-checked-in --date 2026-03-05 --exclude-conference-rooms",
+                  "exception-not-checked-in-conference.txt"},
+             Case{"usage --by location --date 2026-03-05", "usage-location.txt"},
+             Case{"usage --by area1 --date 2026-03-05 --detail", "usage-area1-detail.txt"},
+             Case{"usage --by area2 --date 2026-03-05", "usage-area2.txt"},
+             Case{"usage --by area3 --detail --date 2026-03-05", "usage-area3-detail.txt"},
+         }) {
+        const Outcome printed = Run(c.line);
+        EXPECT_EQ(printed.exitCode, 0) << c.line << printed.error.toStdString();
+        EXPECT_EQ(printed.error, "") << c.line;
+        EXPECT_EQ(printed.out.toStdString(), Expected(c.expected, "reports").toStdString()) << c.line;
     }
 }
 
@@ -169,7 +205,19 @@ TEST_F(ReportProgramTest, BadUsageIsTwoWithTheReason) {
              Case{"--to mail --mail-to a@b --output x daily --list starts --day next", "makes none"},
              Case{"--orientation upright daily --list starts --day next", "portrait or landscape"},
              Case{"--data= daily --list starts --day next", "--data"},
-             Case{"occupant --day next", "This version"},
+             Case{"layout --report setup --start 2026-03-05 --end 2026-03-06", "no report \"layout\""},
+             Case{"occupant", "--day"},
+             Case{"directory --day other", "--date"},
+             Case{"occupant --day next --detail", "no option of the occupant report"},
+             Case{"exception --date 2026-03-05", "--type space"},
+             Case{"exception --type area4 --date 2026-03-05", "not \"area4\""},
+             Case{"exception --type area1", "--date YYYY-MM-DD is missing"},
+             Case{"exception --type area1 --date 5.3.2026", "5.3.2026"},
+             Case{"exception --type area1 --date 2026-03-05 --day next", "no option of the exception report"},
+             Case{"usage --by location", "--date YYYY-MM-DD is missing"},
+             Case{"usage --date 2026-03-05", "--by location"},
+             Case{"usage --by floor --date 2026-03-05", "not \"floor\""},
+             Case{"usage --by area1 --date 9999-12-31", "last day of all"},
              Case{"weekly --day next", "weekly"},
              Case{"--brief daily --list starts --day next", "--brief"},
          }) {
@@ -246,6 +294,12 @@ TEST_F(ReportProgramTest, PrintsThePagesAsPdf) {
     EXPECT_TRUE(text.contains("Reservation Starts")) << text.toStdString();
     EXPECT_TRUE(text.contains("Organization"));
 
+    const QByteArray table = textOf(Run("--to pdf --output - occupant --day next").out);
+    EXPECT_TRUE(table.contains("Occupant Report")) << table.toStdString();
+    const QByteArray line = table.mid(table.indexOf("B1 \"Æther\"")).split('\n').front();
+    EXPECT_TRUE(line.contains("Baker, Bob") && line.contains("3/6/2026 1:00 PM Until 3/9/2026 5:00 PM"))
+        << "no column wraps where all fit: " << table.toStdString();
+
     const Outcome saved =
         Run("--to pdf --locale de_DE --orientation landscape --output list.pdf daily --list starts --day next");
     EXPECT_EQ(saved.exitCode, 0) << saved.error.toStdString();
@@ -287,14 +341,26 @@ TEST_F(ReportProgramTest, MailGoesOutUnderTheReportsTitle) {
 TEST_F(ReportProgramTest, AFailingQueryIsReportedByItsPlace) {
     sqlite3* store = nullptr;
     ASSERT_EQ(sqlite3_open(Path(u"Velmora.MDB"_s).toUtf8().constData(), &store), SQLITE_OK);
-    sqlite3_exec(store, "DELETE FROM StoredQuery WHERE Name = 'QReport4'", nullptr, nullptr, nullptr);
+    sqlite3_exec(store, "DELETE FROM StoredQuery", nullptr, nullptr, nullptr);
     sqlite3_close(store);
-    const Outcome outcome = Run("daily --list ends --day next");
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_TRUE(outcome.error.startsWith("Velmora Database Engine Error: ") && outcome.error.contains("QReport4"))
-        << outcome.error.toStdString();
-    EXPECT_TRUE(outcome.error.endsWith("\nModule = Service Administration\nProcedure = Print Daily Report\nTask = \n"));
+    struct Case {
+        const char* line;
+        const char* missing;
+        const char* procedure;
+    };
+    for (const Case& c :
+         {Case{"daily --list ends --day next", "QReport4", "Daily"},
+          Case{"occupant --day next", "QReport2", "Occupant"}, Case{"directory --day next", "RangePerson", "Directory"},
+          Case{"usage --by area2 --date 2026-03-05", "P2", "Usage"}}) {
+        const Outcome outcome = Run(c.line);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_TRUE(outcome.error.startsWith("Velmora Database Engine Error: ") && outcome.error.contains(c.missing))
+            << outcome.error.toStdString();
+        EXPECT_TRUE(outcome.error.endsWith(QByteArray("\nModule = Service Administration\nProcedure = Print ") +
+                                           c.procedure + " Report\nTask = \n"))
+            << outcome.error.toStdString();
+    }
 }
 
 TEST_F(ReportProgramTest, AStandardOutputThatTakesNothingIsAFailure) {

@@ -75,10 +75,11 @@ public:
 // The desk on the test site: Thursday, March 5, 2026, 2:15 PM, reports into text files.
 class DeskFixture : public ::testing::Test {
 protected:
-    explicit DeskFixture(const QString& startupArgument = {}) : fakes_(nullptr, startupArgument) {
+    explicit DeskFixture(const QString& startupArgument = {}, const QString& rows = u"/desk/site.sql"_s)
+        : fakes_(nullptr, startupArgument) {
         Settings().DataDirectory = folder_.path();
         const QString path = folder_.filePath(u"Velmora.MDB"_s);
-        MakeTestSite(path);
+        MakeTestSite(path, rows);
         database_ = engine::Database::Open(path);
         faulty_ = std::make_unique<FaultyDatabase>(*database_);
         fakes_.clock.now = *MakeDateTime({2026, 3, 5, 14, 15, 0});

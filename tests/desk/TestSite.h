@@ -17,8 +17,8 @@ inline QByteArray FileBytes(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Makes the database of tests/desk/site.sql with the program's own stored queries.
-inline void MakeTestSite(const QString& path) {
+// Makes the database of a file of rows below tests/ with the program's own stored queries.
+inline void MakeTestSite(const QString& path, const QString& rows = u"/desk/site.sql"_s) {
     sqlite3* store = nullptr;
     ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &store), SQLITE_OK);
     const auto run = [store](const QByteArray& sql) {
@@ -28,7 +28,7 @@ inline void MakeTestSite(const QString& path) {
     };
     const QString share = ShareFolder();
     run("PRAGMA synchronous = OFF; BEGIN;" + FileBytes(share + u"/schema.sql"_s));
-    run(FileBytes(TestDataFolder() + QStringLiteral("/desk/site.sql")));
+    run(FileBytes(TestDataFolder() + rows));
     const QDir queries(share + u"/queries"_s);
     for (const QString& name : queries.entryList({u"*.sql"_s})) {
         QByteArray text = FileBytes(queries.filePath(name));

@@ -85,8 +85,7 @@ TEST_F(OpsTest, HoldNoticeTellsTheMissingDatabaseFirst) {
     Put(u"HOLD.TXT"_s, "Moving servers\r\nuntil 5");
     EXPECT_EQ(HoldNotice(), u"Database "_s + Path(u"Velmora.MDB"_s) + u" cannot be found. Velmora will shut down."_s);
     Put(u"Velmora.MDB"_s, "");
-    EXPECT_EQ(HoldNotice(),
-              u"Administrative Hold Placed For:\r\nMoving servers\r\nuntil 5 Velmora will shut down."_s);
+    EXPECT_EQ(HoldNotice(), u"Administrative Hold Placed For:\r\nMoving servers\r\nuntil 5 Velmora will shut down."_s);
     Put(u"HOLD.TXT"_s, "");
     EXPECT_EQ(HoldNotice(), u"Administrative Hold Placed For:\r\n Velmora will shut down."_s);
     QFile::remove(Path(u"HOLD.TXT"_s));
@@ -179,6 +178,75 @@ TEST_F(TranslationTest, AStoreThatCannotBeReadLeavesEnglishAndANote) {
     LoadTranslations();
     EXPECT_EQ(test_.log.entries.size(), 1);
     EXPECT_EQ(Translate(u"Close"_s), u"Close"_s);
+}
+
+class CheckHoldTest : public OpsTest {
+protected:
+    CheckHoldTest() {
+        MakeSite();
+        OpenSharedDatabase();
+    }
+    QString Status() const { return test_.progress.shown.empty() ? u"none"_s : test_.progress.shown.back().first; }
+    bool IsOpen() { return test_.program.Part<SharedDatabase>().database != nullptr; }
+    void ExpectToEnd(std::chrono::milliseconds least, std::chrono::milliseconds most) {
+        EXPECT_THROW(CheckHold(), ProgramEnd);
+        EXPECT_GE(test_.eventLoop.waited, least);
+        EXPECT_LE(test_.eventLoop.waited, most);
+        EXPECT_EQ(test_.windows.calls, QStringList{u"all"_s});
+        EXPECT_FALSE(IsOpen());
+    }
+};
+
+using namespace std::chrono_literals;
+
+TEST_F(CheckHoldTest, AHoldIsShownWithItsWholeTextAndEndsTheProgram) {
+    CheckHold();
+    EXPECT_EQ(Status(), u"none"_s);
+    EXPECT_TRUE(IsOpen());
+    Put(u"HOLD.TXT"_s, "Maintenance until noon\r\nAnn, x4012");
+    ExpectToEnd(10s, 11s);
+    EXPECT_EQ(Status(), u"Administrative Hold Placed For:\r\nMaintenance until noon\r\nAnn, x4012 Velmora will shut "
+                        "down."_s);
+}
+
+TEST_F(CheckHoldTest, AVanishedDatabaseComesBeforeAHold) {
+    Put(u"HOLD.TXT"_s, {});
+    ASSERT_TRUE(QFile::remove(Path(u"Velmora.MDB"_s)));
+    ExpectToEnd(10s, 11s);
+    EXPECT_EQ(Status(), u"Database "_s + Path(u"Velmora.MDB"_s) + u" cannot be found. Velmora will shut down."_s);
+}
+
+TEST_F(CheckHoldTest, TheLogoffMinuteIsAnnouncedAndKept) {
+    Put(u"Velmora.INI"_s, "[Actions]\r\nLogoff=1020\r\n");
+    const auto at = [&](int hour, int minute) { test_.clock.now = *MakeDateTime({2026, 3, 5, hour, minute, 59}); };
+    at(16, 55);
+    CheckHold();
+    EXPECT_EQ(test_.eventLoop.beeps, 0);
+    for (int left = 4; left > 0; --left) {
+        at(16, 60 - left);
+        CheckHold();
+        EXPECT_EQ(Status(), u"Velmora is scheduled to shut down in %1 minutes"_s.arg(left));
+    }
+    EXPECT_EQ(test_.eventLoop.beeps, 4);
+    at(17, 1);
+    CheckHold();
+    EXPECT_TRUE(IsOpen());
+    at(17, 0);
+    ExpectToEnd(0s, 0s);
+    EXPECT_EQ(Status(), u"Velmora is scheduled to shut down in 0 minutes"_s);
+}
+
+TEST_F(CheckHoldTest, MidnightIsReadAnewAndAMinuteThatIsNoneIsToldOnce) {
+    Put(u"Velmora.INI"_s, "[Actions]\r\nLogoff=0\r\n");
+    CheckHold();
+    EXPECT_EQ(Settings().LogoffMinute, 0);
+    Put(u"Velmora.INI"_s, "[Actions]\r\nLogoff=soon\r\n");
+    dialogs_.answers = {Answer::Ignore};
+    CheckHold();
+    CheckHold();
+    ASSERT_EQ(dialogs_.messages.size(), 1U);
+    EXPECT_TRUE(dialogs_.messages[0].text.contains(u"\"soon\" is no minute of the day"_s));
+    EXPECT_TRUE(IsOpen());
 }
 
 } // namespace

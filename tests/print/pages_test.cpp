@@ -275,6 +275,38 @@ TEST_F(PagesTest, RowsHaveTheirCellsAtTabStopsAndTheLastAtTheEdge) {
     EXPECT_EQ(Find(wide).y, 2 * LineHeight());
 }
 
+TEST_F(PagesTest, ATextFitsTheWidthThatItWasMeasuredToHave) {
+    pages::Document document;
+    const PageSurface surface(document, factory_.target.geometry, factory_.target.font);
+    int roundedDown = 0;
+    for (int i = 0; i < 200; ++i) {
+        const QString text = u"Room %1, Building %2"_s.arg(i * i).arg(i * 7);
+        const int measured = surface.TextWidth(text);
+        roundedDown += pages::PageFont(factory_.target.font).Advance(text) > measured ? 1 : 0;
+        EXPECT_EQ(surface.Wrap(text, measured).size(), 1U) << text.toStdString();
+        EXPECT_EQ(surface.Wrap(text, measured - 1).size(), 2U) << text.toStdString();
+    }
+    EXPECT_GT(roundedDown, 20) << "these are the ones at stake";
+}
+
+TEST_F(PagesTest, TheOpenReportTellsHowWideATextIs) {
+    const QString longer = u"Boardroom, 2nd floor"_s;
+    int measured = 0;
+    Lay([&](PrintJob& job) {
+        measured = job.TextWidth(longer);
+        EXPECT_EQ(job.TextWidth(u"C1\r\n"_s + longer + u"\nC2"_s), measured) << "the widest line";
+        EXPECT_EQ(job.TextWidth("a\tb"), job.TextWidth("a b")) << "as it is shown";
+        EXPECT_EQ(job.TextWidth({}), 0);
+        job.PrintTableRow5(longer);
+    });
+    EXPECT_EQ(Find(longer).width, measured);
+    EXPECT_EQ(job_.TextWidth(longer), 0) << "no report is open";
+    job_.SetOutputTarget(3);
+    job_.BeginReport();
+    EXPECT_EQ(job_.TextWidth(longer), 0) << "a text file has no width";
+    job_.AbandonReport();
+}
+
 // Whatever the texts, tab stops and styles: no text overlaps another, and none leaves the drawable area.
 TEST_F(PagesTest, NothingOverlapsAndNothingIsCut) {
     std::mt19937 random(7);

@@ -18,6 +18,9 @@ class FakeDialogs : public Dialogs {
 public:
     Answer ShowMessage(const Message& message) override {
         messages.push_back(message);
+        if (onMessage) {
+            onMessage(message);
+        }
         return Next(answers, message.text);
     }
     std::optional<QString> AskText(const QString& prompt, const QString& title, const QString& initial) override {
@@ -30,6 +33,8 @@ public:
     }
     std::optional<FontChoice> AskFont(const FontChoice&) override { return Next(fonts, QStringLiteral("font")); }
 
+    // What happens while a message is open.
+    std::function<void(const Message&)> onMessage;
     // Planned answers, the first given first.
     std::deque<Answer> answers;
     std::deque<std::optional<QString>> texts;

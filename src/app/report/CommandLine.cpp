@@ -1,7 +1,8 @@
 #include "app/report/CommandLine.h"
 
-#include "app/report/DayOptions.h"
 #include "app/report/OptionTable.h"
+#include "app/report/OptionValues.h"
+#include "app/report/ReportOptions.h"
 #include "base/Error.h"
 #include "platform/mail/MailAddress.h"
 
@@ -10,26 +11,6 @@ namespace velmora::report {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The value of an option that names one of a few things. Throws BadUsage listing them.
-template <typename T>
-T OneOf(const QString& option, const QString& value, const std::vector<std::pair<QString, T>>& choices) {
-    QStringList names;
-    for (const auto& [name, meaning] : choices) {
-        if (name == value) {
-            return meaning;
-        }
-        names += name;
-    }
-    throw BadUsage{u"%1 is %2, not \"%3\""_s.arg(option, names.join(u" or "_s), value)};
-}
-
-QString NotEmpty(const QString& option, const QString& value) {
-    if (value.isEmpty()) {
-        throw BadUsage{u"%1 needs a value that is not empty"_s.arg(option)};
-    }
-    return value;
-}
 
 void SetDestination(Command& command, const QString& value) {
     command.state.PrinterControl1.Destination = OneOf<qint16>(
@@ -107,40 +88,6 @@ OptionTable GlobalOptions(Command& command, bool& hasOutput) {
     return table;
 }
 
-// Takes the words behind the report's name.
-void ParseDaily(Words& words, const OptionTable& global, Command& command) {
-    DeskState& state = command.state;
-    std::optional<DailyVariant> variant;
-    DayOptions day;
-    OptionTable table;
-    table.AddValue(u"--list"_s, [&](const QString& v) {
-        variant = OneOf<DailyVariant>(u"--list"_s, v,
-                                      {{u"starts"_s, DailyVariant::Starts},
-                                       {u"ends"_s, DailyVariant::Ends},
-                                       {u"combined"_s, DailyVariant::Combined}});
-    });
-    day.AddTo(table);
-    table.AddFlag(u"--brief"_s, state.chkBrief);
-    table.AddFlag(u"--exclude-completed-moves"_s, state.chkCompletedMoves);
-    table.AddFlag(u"--exclude-completed-phones"_s, state.chkCompletedPhones);
-    table.AddFlag(u"--exclude-conference-rooms"_s, state.chkConferenceDaily);
-    table.AddFlag(u"--include-notes"_s, state.chkIncludeNotes);
-    table.AddFlag(u"--include-phone"_s, state.chkIncludePhone);
-    table.AddFlag(u"--one-page"_s, state.chkOnePage);
-    while (!words.AtEnd()) {
-        if (!table.TakeOption(words) && !global.TakeOption(words)) {
-            throw BadUsage{u"\"%1\" is no option of the daily report"_s.arg(words.Peek())};
-        }
-    }
-    if (command.help) {
-        return;
-    }
-    if (!variant) {
-        throw BadUsage{u"--list starts, --list ends or --list combined is missing"_s};
-    }
-    state.ReportDayMode = DailyMode{*variant, day.Resolve(state)}.Code();
-}
-
 } // namespace
 
 Command ParseCommandLine(const QStringList& words) {
@@ -157,34 +104,36 @@ Command ParseCommandLine(const QStringList& words) {
         }
         return command;
     }
-    const QString report = rest.Take();
-    if (report == u"daily") {
-        ParseDaily(rest, global, command);
-        if (!command.help) {
-            CheckOutput(command, hasOutput);
-        }
-        return command;
+    ParseReport(rest, global, command);
+    if (!command.help) {
+        CheckOutput(command, hasOutput);
     }
-    const QStringList later{u"occupant"_s, u"directory"_s, u"exception"_s, u"usage"_s, u"layout"_s};
-    if (later.contains(report)) {
-        throw BadUsage{u"This version of velmora-report does not have the report \"%1\", only daily"_s.arg(report)};
-    }
-    throw BadUsage{report.startsWith(u'-') ? u"\"%1\" is no option before the report's name"_s.arg(report)
-                                           : u"There is no report \"%1\""_s.arg(report)};
+    return command;
 }
 
 QString Usage() {
     return uR"(usage: velmora-report [OPTIONS] daily --list starts|ends|combined DAY [--brief]
            [--exclude-completed-moves] [--exclude-completed-phones] [--exclude-conference-rooms]
            [--include-notes] [--include-phone] [--one-page]
+       velmora-report [OPTIONS] occupant DAY [--non-permanent] [--include-unreserved]
+       velmora-report [OPTIONS] directory DAY [--non-permanent] [--include-unreserved]
+       velmora-report [OPTIONS] exception --type space|area1|area2|area3|not-checked-in --date YYYY-MM-DD
+           [--exclude-conference-rooms]
+       velmora-report [OPTIONS] usage --by location|area1|area2|area3 --date YYYY-MM-DD [--detail]
 DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
 OPTIONS: --data DIR  --to text|html|mail|pdf|printer  --output FILE|-  --printer NAME  --mail-to ADDRESS...
          --orientation portrait|landscape  --leader none|boxes|lines  --startup-argument TEXT
          --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
 
-Prints the list of reservations that start, end, or both on the day, as text or HTML, on standard output or into FILE;
-as a PDF file of the printer's pages into FILE; on the printer, the default one unless another is named; or by mail to
-every ADDRESS.
+Prints a report as text or HTML, on standard output or into FILE; as a PDF file of the printer's pages into FILE; on the
+printer, the default one unless another is named; or by mail to every ADDRESS.
+
+daily      the reservations that start, that end, or both on the day
+occupant   the locations and who is there, by location
+directory  the persons and where they are, by name
+exception  persons outside of their space type or area; reservations that are not checked in
+usage      how many locations or persons are unreserved, permanently reserved or reserved for a time
+
 Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.
 )"_s;
 }

@@ -2,7 +2,7 @@
 
 #include "base/LocaleText.h"
 #include "base/services/Mail.h"
-#include "desk/DeskState.h"
+#include "desk/ReportContext.h"
 
 #include <QString>
 #include <QStringList>
@@ -37,6 +37,8 @@ struct Command {
     std::optional<LocaleText> locale;
     // In place of the printer's own.
     std::optional<Orientation> orientation;
+    // The routine that prints the report.
+    void (*print)(ReportContext& context) = nullptr;
     // The report's options, as the main window's controls would have them.
     DeskState state;
 

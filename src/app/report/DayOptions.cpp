@@ -1,19 +1,10 @@
 #include "app/report/DayOptions.h"
 
-#include "app/report/CommandLine.h"
+#include "app/report/OptionValues.h"
 
 namespace velmora::report {
 
 using namespace Qt::StringLiterals;
-
-Date DayValue(const QString& option, const QString& value) {
-    constexpr qsizetype sizeOfDay = 10;
-    const auto moment = value.size() == sizeOfDay ? ParseStorageText(value) : std::nullopt;
-    if (!moment) {
-        throw BadUsage{u"%1 takes a day as YYYY-MM-DD, not \"%2\""_s.arg(option, value)};
-    }
-    return DateOf(*moment);
-}
 
 void DayOptions::AddTo(OptionTable& table) {
     table.AddValue(u"--day"_s, [this](const QString& value) { day_ = value; });

@@ -18,7 +18,4 @@ private:
     std::optional<int> days_;
 };
 
-// A day as YYYY-MM-DD. Throws BadUsage naming the option.
-Date DayValue(const QString& option, const QString& value);
-
 } // namespace velmora::report

@@ -7,7 +7,6 @@
 #include "data/Configuration.h"
 #include "data/NativePath.h"
 #include "data/SiteSchema.h"
-#include "desk/DailyReport.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
@@ -118,7 +117,7 @@ int PrintReport(const Command& command, ConsoleProgram& console) {
     job.SetOutputTarget(state.PrinterControl1.Destination);
     NoView view;
     ReportContext context{program, state, view, database, job};
-    PrintDailyReport(context);
+    command.print(context);
     return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed;
 }
 

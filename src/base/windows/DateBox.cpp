@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 
 DateBox::DateBox(const LocaleText& locale, const Clock& clock, QWidget* parent)
     : QLineEdit(parent), locale_(locale), clock_(clock) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     QAction* open = addAction(GlyphIcon(Glyph::Calendar), QLineEdit::TrailingPosition);
     open->setText(Translate(u"Calendar"_s));
     open->setToolTip(Translate(u"Choose from a calendar (Alt+Down)"_s));

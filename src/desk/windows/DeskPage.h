@@ -16,6 +16,8 @@ public:
     virtual void Store(DeskState& state) const = 0;
     // Sets the controls to what the state says; no handler runs.
     virtual void Load(const DeskState& state) = 0;
+    // The page was chosen on the tab strip and is on view now.
+    virtual void Chosen() {}
 };
 
 } // namespace velmora

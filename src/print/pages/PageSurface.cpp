@@ -26,7 +26,8 @@ QStringView FirstLine(QStringView text, int width, const pages::PageFont& font) 
     for (qsizetype i = 0; i < text.size(); ++i) {
         const qsizetype letter = text[i].isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
         used += font.Advance(text.mid(i, letter));
-        if (used > width) {
+        // Widths are told in whole twips: a text fits the width that it was measured to have.
+        if (used >= width + 0.5) {
             // A word wider than the line is broken inside; every line takes at least one letter.
             return text.first(behindBlank > 0 ? behindBlank : std::max(i, letter));
         }

@@ -37,6 +37,16 @@ PageWriter::PageWriter(JobState& state, PageTarget target, const QString& docume
     : state_(state), target_(std::move(target)), document_{documentName, {}, {}},
       surface_(document_, target_.geometry, target_.font) {}
 
+int PageWriter::TextWidth(Text text) const {
+    const QString shown = OnPage(text);
+    int widest = 0;
+    for (QStringView line : QStringView(shown).tokenize(u'\n')) {
+        line.chop(line.endsWith(u'\r') ? 1 : 0);
+        widest = std::max(widest, surface_.TextWidth(line));
+    }
+    return widest;
+}
+
 void PageWriter::NewPage() {
     const int closing = surface_.PageCount();
     if (target_.pageLimit > 0 && closing >= target_.pageLimit) {

@@ -30,6 +30,7 @@ public:
     PageWriter(JobState& state, PageTarget target, const QString& documentName);
 
     int DeviceWidth() const override { return surface_.Width(); }
+    int TextWidth(Text text) const override;
     void Begin() override {}
     void Finish() override {}
     void Deliver() override { target_.deliver(document_); }

@@ -1,0 +1,71 @@
+#include "app/desk/DeskProgram.h"
+
+#include "desk/DailyReport.h"
+#include "desk/windows/frmIntro.h"
+#include "ops/SharedDatabase.h"
+#include "ops/TranslationLoader.h"
+#include "platform/printers/CupsQueues.h"
+#include "print/ReadPrintAttributes.h"
+#include "reports/DirectoryReport.h"
+#include "reports/ExceptionReport.h"
+#include "reports/OccupantReport.h"
+#include "reports/UsageReport.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace velmora::desk {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::map<DeskReport, std::function<void(ReportContext&)>> Reports() {
+    return {{DeskReport::Starts, PrintDailyReport},
+            {DeskReport::Ends, PrintDailyReport},
+            {DeskReport::Combined, PrintDailyReport},
+            {DeskReport::Occupant, PrintOccupantReport},
+            {DeskReport::Directory, PrintDirectoryReport},
+            {DeskReport::Exception, PrintExceptionReport},
+            {DeskReport::Usage, PrintUsageReport}};
+}
+
+std::function<void(qint32, QWidget*)> NotesOpener() {
+    return {};
+}
+
+} // namespace
+
+void DeskProcess::EndNow(int exitCode) {
+    std::fflush(nullptr);
+    std::_Exit(exitCode);
+}
+
+DeskProgram::DeskProgram(const QString& startupArgument)
+    : locale_(QLocale::system()), log_(LogFile::DefaultPath(), clock_), errors_(dialogs_, log_),
+      printers_(std::make_unique<printers::CupsQueues>(), locale_.Locale()),
+      program_({dialogs_, clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_, log_,
+                QCoreApplication::applicationFilePath(), startupArgument, locale_},
+               u"Service Administration"_s),
+      installer_(program_), delivery_(program_.services()), output_(printers_, printers_, delivery_),
+      printerPages_(printers_, output_, program_.Title()), previews_(program_.services(), output_),
+      previewPages_(program_.services(), previews_, printerPages_, program_.Title()),
+      job_({program_.services(), delivery_, [] { return print::ReadPrintAttributes(OpenedDatabase()); },
+            &previewPages_}),
+      help_([this] { return HelpTopic(); }) {}
+
+void DeskProgram::Start() {
+    LoadTranslations();
+    main_ = std::make_unique<frmScmain>(DeskParts{program_, job_, Reports(), NotesOpener()});
+    frmIntro intro(program_);
+    intro.Form_Load([this] { main_->Form_Load(); }, [this] { main_->show(); });
+}
+
+QString DeskProgram::HelpTopic() const {
+    const QWidget* window = QApplication::activeWindow();
+    return window == nullptr || window == main_.get() ? main_->CurrentPageKey() : window->objectName();
+}
+
+} // namespace velmora::desk

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/windows/WindowDialogs.h"
+#include "base/windows/WindowEventLoop.h"
+#include "desk/windows/DeskWindows.h"
+#include "desk/windows/frmScmain.h"
+#include "ops/ErrorReport.h"
+#include "ops/windows/Help.h"
+#include "ops/windows/WindowMail.h"
+#include "ops/windows/WindowProgress.h"
+#include "platform/LogFile.h"
+#include "platform/NativeUserSettings.h"
+#include "platform/SystemClock.h"
+#include "platform/printers/SystemPrinters.h"
+#include "print/DialogDelivery.h"
+#include "print/pages/PrinterPages.h"
+#include "print/windows/WindowPreviews.h"
+
+namespace velmora::desk {
+
+// Ends the process where it stands: the program may be deep in a report, a question and the toolkit's event loop, none
+// of which can be left by returning.
+class DeskProcess : public Process {
+private:
+    [[noreturn]] void EndNow(int exitCode) override;
+};
+
+// The desk: its services, in the order in which they need each other, its print job and its main window. There is an
+// application before it is made.
+class DeskProgram {
+public:
+    // `startupArgument` is what follows the program's name on its command line.
+    explicit DeskProgram(const QString& startupArgument);
+
+    // Shows the start-up window, then the main window. Ends the process when the program must not run.
+    void Start();
+
+private:
+    QString HelpTopic() const;
+
+    LocaleText locale_;
+    SystemClock clock_;
+    LogFile log_;
+    WindowDialogs dialogs_;
+    ErrorReport errors_;
+    WindowEventLoop eventLoop_;
+    printers::SystemPrinters printers_;
+    WindowProgress progress_;
+    WindowMail mail_;
+    DeskWindows windows_;
+    DeskProcess process_;
+    NativeUserSettings settings_;
+    Program program_;
+    ProgramInstaller installer_;
+    print::DialogDelivery delivery_;
+    print::PageOutput output_;
+    print::PrinterPages printerPages_;
+    print::WindowPreviews previews_;
+    print::PreviewPages previewPages_;
+    print::PrintJob job_;
+    HelpKey help_;
+    std::unique_ptr<frmScmain> main_;
+};
+
+} // namespace velmora::desk

@@ -1,0 +1,159 @@
+#include "data/AssetInfo.h"
+
+#include "base/Program.h"
+#include "base/Translate.h"
+#include "data/Helpers.h"
+
+#include <array>
+#include <cstdlib>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+using engine::EngineError;
+using engine::EngineErrorNumber;
+using engine::RecordsetKind;
+
+namespace {
+
+constexpr qsizetype descriptionLength = 255;
+constexpr qsizetype nameLength = 15;
+// Assets below this number are conference rooms.
+constexpr qint16 firstOtherAsset = 256;
+
+// What hangs on an asset besides its reservations, and the asset itself; each text takes the asset's number.
+constexpr std::array deletions = {
+    u"Delete from [Asset/Event] where AssetID = ",        u"Delete from [Asset/Organization] where AssetID = ",
+    u"Delete from [Asset/Person] where AssetID = ",       u"Delete from [Asset/Area] where AssetID = ",
+    u"Delete from [Asset/StandardNote] where AssetID = ", u"Delete from [Asset] where AssetID =",
+};
+
+Answer Ask(const QString& text, Buttons buttons, Icon icon) {
+    const Program& program = CurrentProgram();
+    return program.services().dialogs.ShowMessage({text, program.Title(), buttons, icon});
+}
+
+void TellNotFound() {
+    Ask(Translate(u"Record not found, possibly deleted by another user"_s), Buttons::Ok, Icon::None);
+}
+
+qint64 CountOf(engine::Recordset& rows) {
+    if (rows.EndOfFile()) {
+        return 0;
+    }
+    rows.MoveLast();
+    rows.MoveFirst();
+    return rows.RecordCount();
+}
+
+bool ConfirmReservations(qint64 count) {
+    return count == 0 ||
+           Ask(QString::number(count) + u' ' +
+                   Translate(u"reservations exist for this asset in the database and will be deleted too.  Do you wish "
+                             "to continue?"_s),
+               Buttons::YesNo, Icon::None) == Answer::Yes;
+}
+
+} // namespace
+
+void AssetInfo::SetLocationLevel(int level) {
+    locationLevel_ = std::abs(level);
+}
+
+void AssetInfo::SetLocationX(int x) {
+    locationX_ = std::abs(x);
+}
+
+void AssetInfo::SetLocationY(int y) {
+    locationY_ = std::abs(y);
+}
+
+void AssetInfo::SetDescription(const QString& description) {
+    description_ = QStringView(description).left(descriptionLength).trimmed().toString();
+}
+
+void AssetInfo::SetstrName(const QString& name) {
+    strName_ = QStringView(name).left(nameLength).trimmed().toString();
+}
+
+int AssetInfo::nListImage() const {
+    if (nLocation_) {
+        return nAsset_ >= firstOtherAsset ? 1 : 2;
+    }
+    return description_.contains(u"Guest Extension"_s) ? 4 : 3;
+}
+
+bool AssetInfo::Rename(engine::Database& database, const std::optional<QString>& newName) {
+    const auto given = newName ? newName
+                               : CurrentProgram().services().dialogs.AskText(Translate(u"Enter new location name"_s),
+                                                                             Translate(u"Rename Asset"_s), strName_);
+    // A cancelled question changes nothing, and an asset without a name could not be told from others.
+    if (!given || given->trimmed().isEmpty() || *given == strName_) {
+        return false;
+    }
+    if (!database.OpenRecordset(u"Select * from Asset where Name = "_s + SqlText(*given))->EndOfFile()) {
+        Ask(*given + u' ' + Translate(u"already exists. Each asset must have a unique name"_s), Buttons::Ok,
+            Icon::None);
+        return false;
+    }
+    try {
+        const auto row = database.OpenRecordset(u"Select * from Asset where AssetID = "_s + QString::number(nAsset_),
+                                                RecordsetKind::Updatable);
+        if (row->EndOfFile()) {
+            TellNotFound();
+            return false;
+        }
+        row->Edit();
+        row->Set("Name", *given);
+        row->Update();
+    } catch (const EngineError& error) {
+        if (error.Kind() != EngineErrorNumber::RecordDeleted) {
+            throw;
+        }
+        TellNotFound();
+        return false;
+    }
+    strName_ = *given;
+    return true;
+}
+
+bool AssetInfo::ConfirmDelete() const {
+    if (nAsset_ < firstOtherAsset) {
+        Ask(Translate(u"Deleting this asset may cause problems with Velmora (the asset number is less than 256).  "
+                      "Rename instead."_s),
+            Buttons::Ok, Icon::Exclamation);
+        return false;
+    }
+    return Ask(Translate(u"Delete"_s) + u' ' + strName_, Buttons::YesNo, Icon::Question) == Answer::Yes;
+}
+
+bool AssetInfo::Delete(engine::Database& database) const {
+    if (!ConfirmDelete()) {
+        return false;
+    }
+    const QString number = QString::number(nAsset_);
+    const auto reservations =
+        database.OpenRecordset(u"Select * from Reservation where Asset = "_s + number, RecordsetKind::Updatable);
+    for (;;) {
+        const qint64 agreed = CountOf(*reservations);
+        if (!ConfirmReservations(agreed)) {
+            return false;
+        }
+        engine::Transaction transaction(database);
+        reservations->Requery();
+        if (CountOf(*reservations) != agreed) {
+            // Another desk booked the asset, or gave a booking up, while the question was open.
+            continue;
+        }
+        for (; !reservations->EndOfFile(); reservations->MoveNext()) {
+            reservations->Delete();
+        }
+        for (const auto* deletion : deletions) {
+            database.Execute(QString::fromUtf16(deletion) + number);
+        }
+        transaction.Commit();
+        return true;
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/Program.h"
+#include "desk/DeskState.h"
+#include "engine/Database.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace velmora {
+
+// One entry of the quick-status list.
+struct StatusEntry {
+    // A person as "Smith, Ann", an asset by its name.
+    QString text;
+    // An asset's number; for a person how many letters of the text are the last name.
+    int itemData = 0;
+};
+
+// The list that `state.StatusType` asks for: all persons in the order of their names, or all assets but the Unused ones
+// by name. A failure is told by a message, and the list is empty.
+std::vector<StatusEntry> FillStatusList(const Program& program, const DeskState& state, engine::Database& database);
+
+// The lines of an entry's summary: a heading, and one line for each reservation of the person or asset that has not
+// ended yet, the earliest end first. `state.StatusType` says what the entry is. A failure is reported with module
+// "Service Administration" and procedure "Status Summary"; when it is ignored the lines made so far are returned.
+QStringList StatusSummary(const Program& program, const DeskState& state, engine::Database& database,
+                          const StatusEntry& entry);
+
+// The place of the first entry from `from` on whose text begins with what was typed, whatever its letter case, going
+// round at the end; -1 when there is none.
+int FindStatusEntry(const std::vector<StatusEntry>& entries, const QString& typed, int from = 0);
+
+} // namespace velmora

@@ -1,0 +1,191 @@
+#include "desk/windows/DailyPage.h"
+
+#include "base/windows/DateBox.h"
+#include "desk/DayCaptions.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int mostDays = 366;
+
+QCheckBox* NewCheck(const QString& name, const QString& caption) {
+    return NewControl<QCheckBox>(name, caption);
+}
+
+} // namespace
+
+DailyPage::DailyPage(DeskHost& host)
+    : host_(host), optDay(this, u"optDay"_s, {{0, {}}, {1, {}}, {2, {}}}),
+      dtcOtherDate(new DateBox(host.TheProgram().services().localeText, host.TheProgram().services().clock)),
+      UpDown1(new QSpinBox), chkNonPermanent(NewCheck(u"chkNonPermanent"_s, u"Non-Permanent On&ly"_s)),
+      chkIncludeEmpty(NewCheck(u"chkIncludeEmpty"_s, u"Include &Unreserved"_s)),
+      chkBrief(NewCheck(u"chkBrief"_s, u"Br&ief Format"_s)),
+      chkCompletedMoves(NewCheck(u"chkCompletedMoves"_s, u"Exclude Completed Mo&ves"_s)),
+      chkCompletedPhones(NewCheck(u"chkCompletedPhones"_s, u"Exclude Completed P&hones"_s)),
+      chkConferenceDaily(NewCheck(u"chkConferenceDaily"_s, u"E&xclude Conference Rooms"_s)),
+      chkIncludeNotes(NewCheck(u"chkIncludeNotes"_s, u"Include No&tes"_s)),
+      chkIncludePhone(NewCheck(u"chkIncludePhone"_s, u"Include &Phone Information"_s)),
+      chkOnePage(NewCheck(u"chkOnePage"_s, u"One pa&ge per Reservation"_s)) {
+    QVBoxLayout* column = NewPageColumn(this);
+    column->addWidget(MakeDayFrame());
+    column->addWidget(MakeTaskFrame());
+    column->addWidget(MakeActivityFrame());
+    column->addStretch();
+    connect(dtcOtherDate, &DateBox::Change, this, &DailyPage::dtcOtherDate_Change);
+    connect(UpDown1, &QSpinBox::valueChanged, this, &DailyPage::dtcOtherDate_Change);
+}
+
+QWidget* DailyPage::MakeDayFrame() {
+    const Frame frame = NewFrame(u"Frame8"_s, u"Run Report For"_s);
+    dtcOtherDate->setObjectName(u"dtcOtherDate"_s);
+    dtcOtherDate->setAccessibleName(u"Other day"_s);
+    UpDown1->setObjectName(u"UpDown1"_s);
+    UpDown1->setAccessibleName(u"Number of days"_s);
+    UpDown1->setRange(1, mostDays);
+    UpDown1->findChild<QLineEdit*>()->setObjectName(u"Label12"_s);
+    auto* days = NewControl<QLabel>(u"Label13"_s, u"&Days"_s);
+    days->setBuddy(UpDown1);
+    auto* when = NewControl<QLabel>(u"Label11"_s, u"(Reports run for the morning of &any other day)"_s);
+    when->setBuddy(dtcOtherDate);
+    when->setWordWrap(true);
+    optDay.Button(2)->setAccessibleName(u"Another day"_s);
+
+    auto* other = new QHBoxLayout;
+    other->setSpacing(spacing::normal);
+    other->addWidget(optDay.Button(2));
+    other->addWidget(dtcOtherDate);
+    other->addWidget(UpDown1);
+    other->addWidget(days);
+    other->addWidget(when, 1);
+    frame.column->addWidget(optDay.Button(0));
+    frame.column->addWidget(optDay.Button(1));
+    frame.column->addLayout(other);
+    return frame.box;
+}
+
+QWidget* DailyPage::MakeTaskFrame() {
+    const Frame frame =
+        NewFrame(u"Frame7"_s, u"Reports based on reservations starting or ending on or during the day."_s);
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(2 * spacing::large);
+    grid->setVerticalSpacing(spacing::normal);
+    QCheckBox* const checks[] = {chkBrief,          chkIncludeNotes,    chkIncludePhone,   chkOnePage,
+                                 chkCompletedMoves, chkCompletedPhones, chkConferenceDaily};
+    constexpr int rows = 4;
+    int place = 0;
+    for (QCheckBox* check : checks) {
+        grid->addWidget(check, place % rows, place / rows);
+        ++place;
+    }
+    grid->setColumnStretch(1, 1);
+    frame.column->addLayout(grid);
+    auto* starts = NewControl<QPushButton>(u"Command5"_s, u"&Starts"_s);
+    auto* ends = NewControl<QPushButton>(u"Command6"_s, u"E&nds"_s);
+    auto* combined = NewControl<QPushButton>(u"Command2"_s, u"Com&bined"_s);
+    starts->setDefault(true);
+    frame.column->addLayout(NewButtonRow({starts, ends, combined}));
+    connect(starts, &QPushButton::clicked, this, &DailyPage::Command5_Click);
+    connect(ends, &QPushButton::clicked, this, &DailyPage::Command6_Click);
+    connect(combined, &QPushButton::clicked, this, &DailyPage::Command2_Click);
+    return frame.box;
+}
+
+QWidget* DailyPage::MakeActivityFrame() {
+    const Frame frame = NewFrame(u"Frame6"_s, u"Reports based on daily activity"_s);
+    auto* checks = new QHBoxLayout;
+    checks->setSpacing(2 * spacing::large);
+    checks->addWidget(chkNonPermanent);
+    checks->addWidget(chkIncludeEmpty);
+    checks->addStretch();
+    frame.column->addLayout(checks);
+    auto* occupant = NewControl<QPushButton>(u"Command1"_s, u"&Occupant"_s);
+    auto* directory = NewControl<QPushButton>(u"Command4"_s, u"Director&y"_s);
+    QHBoxLayout* row = NewButtonRow({occupant, directory});
+    auto* help =
+        NewHint(u"Label4"_s,
+                u"The occupant report is sorted by room name.   The directory report is sorted by person name.  "_s);
+    row->insertWidget(0, help, 1);
+    frame.column->addLayout(row);
+    connect(occupant, &QPushButton::clicked, this, &DailyPage::Command1_Click);
+    connect(directory, &QPushButton::clicked, this, &DailyPage::Command4_Click);
+    return frame.box;
+}
+
+void DailyPage::Store(DeskState& state) const {
+    state.optDay = static_cast<qint16>(optDay.Chosen());
+    state.dtcOtherDate = dtcOtherDate->Value();
+    state.Label12 = UpDown1->value();
+    state.chkNonPermanent = chkNonPermanent->isChecked();
+    state.chkIncludeEmpty = chkIncludeEmpty->isChecked();
+    state.chkBrief = chkBrief->isChecked();
+    state.chkCompletedMoves = chkCompletedMoves->isChecked();
+    state.chkCompletedPhones = chkCompletedPhones->isChecked();
+    state.chkConferenceDaily = chkConferenceDaily->isChecked();
+    state.chkIncludeNotes = chkIncludeNotes->isChecked();
+    state.chkIncludePhone = chkIncludePhone->isChecked();
+    state.chkOnePage = chkOnePage->isChecked();
+}
+
+void DailyPage::Load(const DeskState& state) {
+    const QSignalBlocker quietDate(dtcOtherDate);
+    const QSignalBlocker quietDays(UpDown1);
+    optDay.Choose(state.optDay);
+    dtcOtherDate->SetValue(state.dtcOtherDate);
+    UpDown1->setValue(state.Label12);
+    chkNonPermanent->setChecked(state.chkNonPermanent);
+    chkIncludeEmpty->setChecked(state.chkIncludeEmpty);
+    chkBrief->setChecked(state.chkBrief);
+    chkCompletedMoves->setChecked(state.chkCompletedMoves);
+    chkCompletedPhones->setChecked(state.chkCompletedPhones);
+    chkConferenceDaily->setChecked(state.chkConferenceDaily);
+    chkIncludeNotes->setChecked(state.chkIncludeNotes);
+    chkIncludePhone->setChecked(state.chkIncludePhone);
+    chkOnePage->setChecked(state.chkOnePage);
+}
+
+void DailyPage::ShowDays(Date today) {
+    const DayCaptions captions = DayCaptions::On(today, host_.TheProgram().services().localeText);
+    const auto show = [this](int index, const QString& caption, QChar mnemonic) {
+        optDay.Button(index)->setText(WithMnemonic(caption, mnemonic, caption.indexOf(u'(')));
+    };
+    show(0, captions.nextWorkingDay, u'f');
+    show(1, captions.currentDay, u'm');
+}
+
+// Who sets another day or its length means that day.
+void DailyPage::dtcOtherDate_Change() {
+    optDay.Choose(2);
+}
+
+void DailyPage::Command1_Click() {
+    host_.RunReport(DeskReport::Occupant);
+}
+
+void DailyPage::Command2_Click() {
+    host_.RunReport(DeskReport::Combined);
+}
+
+void DailyPage::Command4_Click() {
+    host_.RunReport(DeskReport::Directory);
+}
+
+void DailyPage::Command5_Click() {
+    host_.RunReport(DeskReport::Starts);
+}
+
+void DailyPage::Command6_Click() {
+    host_.RunReport(DeskReport::Ends);
+}
+
+} // namespace velmora

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "desk/windows/DeskHost.h"
+#include "desk/windows/DeskPage.h"
+#include "desk/windows/PageParts.h"
+
+class QCheckBox;
+class QSpinBox;
+
+namespace velmora {
+
+class DateBox;
+
+// The page of the daily task lists, the occupant and the directory report, and the day they are run for.
+class DailyPage : public DeskPage {
+    Q_OBJECT
+
+public:
+    explicit DailyPage(DeskHost& host);
+    void Store(DeskState& state) const override;
+    void Load(const DeskState& state) override;
+    // Writes today and the next working day into the captions of the day options.
+    void ShowDays(Date today);
+
+private:
+    QWidget* MakeDayFrame();
+    QWidget* MakeTaskFrame();
+    QWidget* MakeActivityFrame();
+    void Command1_Click();
+    void Command2_Click();
+    void Command4_Click();
+    void Command5_Click();
+    void Command6_Click();
+    void dtcOtherDate_Change();
+
+    DeskHost& host_;
+    OptionGroup optDay;
+    DateBox* dtcOtherDate;
+    // Its text is Label12, the number of days.
+    QSpinBox* UpDown1;
+    QCheckBox* chkNonPermanent;
+    QCheckBox* chkIncludeEmpty;
+    QCheckBox* chkBrief;
+    QCheckBox* chkCompletedMoves;
+    QCheckBox* chkCompletedPhones;
+    QCheckBox* chkConferenceDaily;
+    QCheckBox* chkIncludeNotes;
+    QCheckBox* chkIncludePhone;
+    QCheckBox* chkOnePage;
+};
+
+} // namespace velmora

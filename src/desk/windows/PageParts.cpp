@@ -1,0 +1,90 @@
+#include "desk/windows/PageParts.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+namespace velmora {
+
+Frame NewFrame(const QString& name, const QString& caption) {
+    auto* box = NewControl<QGroupBox>(name, caption);
+    auto* column = new QVBoxLayout(box);
+    column->setContentsMargins(spacing::large, spacing::normal, spacing::large, spacing::large);
+    column->setSpacing(spacing::normal);
+    return {box, column};
+}
+
+QVBoxLayout* NewPageColumn(QWidget* page) {
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(spacing::large, spacing::large, spacing::large, spacing::large);
+    column->setSpacing(spacing::large);
+    return column;
+}
+
+QVBoxLayout* Captioned(QLabel* label, QWidget* control) {
+    auto* column = new QVBoxLayout;
+    column->setSpacing(spacing::small);
+    column->addWidget(label);
+    column->addWidget(control);
+    label->setBuddy(control);
+    return column;
+}
+
+QLabel* NewHint(const QString& name, const QString& text) {
+    auto* label = NewControl<QLabel>(name, text);
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    QPalette colours = label->palette();
+    colours.setColor(QPalette::WindowText, QuietColour(colours));
+    label->setPalette(colours);
+    return label;
+}
+
+QHBoxLayout* NewButtonRow(std::initializer_list<QPushButton*> buttons) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(spacing::normal);
+    row->addStretch();
+    constexpr int least = 112;
+    for (QPushButton* button : buttons) {
+        button->setMinimumWidth(std::max(least, button->sizeHint().width()));
+        row->addWidget(button);
+    }
+    return row;
+}
+
+OptionGroup::OptionGroup(QWidget* parent, const QString& name, std::initializer_list<std::pair<int, QString>> captions)
+    : group_(new QButtonGroup(parent)) {
+    group_->setObjectName(name);
+    for (const auto& [index, caption] : captions) {
+        group_->addButton(NewControl<QRadioButton>(name + QString::number(index), caption), index);
+    }
+    QObject::connect(group_, &QButtonGroup::idToggled, group_, [group = group_] { FixTabStops(*group); });
+}
+
+// Tab goes to the button chosen, the arrow keys to the others.
+void OptionGroup::FixTabStops(const QButtonGroup& group) {
+    for (QAbstractButton* button : group.buttons()) {
+        const bool stop = button->isChecked() || group.checkedButton() == nullptr;
+        button->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
+    }
+}
+
+void OptionGroup::Choose(int index) {
+    if (QAbstractButton* button = group_->button(index)) {
+        button->setChecked(true);
+        FixTabStops(*group_);
+        return;
+    }
+    group_->setExclusive(false);
+    for (QAbstractButton* button : group_->buttons()) {
+        button->setChecked(false);
+    }
+    group_->setExclusive(true);
+    FixTabStops(*group_);
+}
+
+QString WithMnemonic(const QString& text, QChar letter, qsizetype from) {
+    const qsizetype place = text.indexOf(letter, from, Qt::CaseInsensitive);
+    return place < 0 ? text : text.left(place) + u'&' + text.mid(place);
+}
+
+} // namespace velmora

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "desk/windows/DeskHost.h"
+#include "desk/windows/DeskPage.h"
+#include "desk/windows/PageParts.h"
+
+namespace velmora {
+
+class PrinterControlBox;
+
+// The page of the settings that reports are made with.
+class PrinterSettingsPage : public DeskPage {
+    Q_OBJECT
+
+public:
+    explicit PrinterSettingsPage(DeskHost& host);
+    void Store(DeskState& state) const override;
+    void Load(const DeskState& state) override;
+
+private:
+    void cmdOptions_Click();
+
+    DeskHost& host_;
+    PrinterControlBox* PrinterControl1;
+    OptionGroup optOrientation;
+};
+
+} // namespace velmora

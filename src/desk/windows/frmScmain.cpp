@@ -1,0 +1,372 @@
+#include "desk/windows/frmScmain.h"
+
+#include "base/Steps.h"
+#include "base/Translate.h"
+#include "base/windows/CenterForm.h"
+#include "base/windows/DateBox.h"
+#include "base/windows/TranslateForm.h"
+#include "data/Configuration.h"
+#include "data/LookupLists.h"
+#include "data/NativePath.h"
+#include "desk/DailyMode.h"
+#include "desk/PrinterChoice.h"
+#include "desk/windows/DailyPage.h"
+#include "desk/windows/LayoutPage.h"
+#include "desk/windows/ManagementPages.h"
+#include "desk/windows/PrinterControlBox.h"
+#include "desk/windows/PrinterSettingsPage.h"
+#include "desk/windows/StatusPage.h"
+#include "desk/windows/TasksPage.h"
+#include "ops/ErrorReport.h"
+#include "ops/Hold.h"
+#include "ops/SharedDatabase.h"
+#include "ops/windows/Help.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QTimer>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int holdInterval = 60000;
+
+struct Tab {
+    QString caption;
+    QString key;
+    QString toolTip;
+};
+
+std::vector<Tab> Tabs() {
+    return {{u"Daily Reports"_s, u"Daily"_s, u"Daily Reports"_s},
+            {u"View Tasks"_s, u"View"_s, u"View Daily Tasks"_s},
+            {u"CR Reports"_s, u"Crystal"_s, u"Crystal Reports"_s},
+            {u"Quick Status"_s, u"Status"_s, u"Quick Status Viewing"_s},
+            {u"Exception"_s, u"Exception"_s, u"Exception Reports"_s},
+            {u"Usage"_s, u"Usage"_s, u"Usage Reports"_s},
+            {u"Printer"_s, u"Printer"_s, u"Printer Settings"_s}};
+}
+
+std::optional<DailyVariant> VariantOf(DeskReport report) {
+    switch (report) {
+    case DeskReport::Starts:
+        return DailyVariant::Starts;
+    case DeskReport::Ends:
+        return DailyVariant::Ends;
+    case DeskReport::Combined:
+        return DailyVariant::Combined;
+    default:
+        return std::nullopt;
+    }
+}
+
+QLineEdit* NewNumber(const QString& name, const QString& accessibleName) {
+    auto* box = new QLineEdit;
+    box->setObjectName(name);
+    box->setAccessibleName(accessibleName);
+    box->setReadOnly(true);
+    box->setFixedWidth(box->fontMetrics().horizontalAdvance(u"00000000000"_s) + spacing::large);
+    return box;
+}
+
+} // namespace
+
+frmScmain::frmScmain(DeskParts parts)
+    : parts_(std::move(parts)), TabStrip1(new QTabBar), pages_(new QStackedWidget),
+      cmdClose(NewControl<QPushButton>(u"cmdClose"_s, u"&Close"_s)), lblStatus(NewControl<QLabel>(u"lblStatus"_s, {})),
+      pbStatus(new QProgressBar), Timer1(new QTimer(this)), lblAsset(NewNumber(u"lblAsset"_s, u"Asset number"_s)),
+      lblID(NewNumber(u"lblID"_s, u"Reservation number"_s)) {
+    setObjectName(u"frmScmain"_s);
+    setWindowTitle(u"Service Administration"_s);
+    TabStrip1->setObjectName(u"TabStrip1"_s);
+    TabStrip1->setAccessibleName(u"Pages"_s);
+    TabStrip1->setExpanding(false);
+    TabStrip1->setDrawBase(true);
+    daily_ = new DailyPage(*this);
+    tasks_ = new TasksPage(*this);
+    const std::vector<DeskPage*> pages = {daily_,
+                                          tasks_,
+                                          new LayoutPage(*this),
+                                          new StatusPage(*this),
+                                          new ExceptionPage(*this),
+                                          new UsagePage(*this),
+                                          new PrinterSettingsPage(*this)};
+    for (const Tab& tab : Tabs()) {
+        const int index = TabStrip1->addTab(tab.caption);
+        TabStrip1->setTabData(index, tab.key);
+        TabStrip1->setTabToolTip(index, tab.toolTip);
+        AddPage(u"Page"_s + QString::number(index), pages[static_cast<size_t>(index)]);
+    }
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(spacing::normal, spacing::normal, spacing::normal, 0);
+    column->setSpacing(0);
+    column->addWidget(TabStrip1);
+    column->addWidget(pages_, 1);
+    column->addLayout(MakeFooter());
+    AddTabKeys();
+    TranslateForm(*this);
+    connect(TabStrip1, &QTabBar::currentChanged, this, &frmScmain::TabStrip1_Click);
+    connect(cmdClose, &QPushButton::clicked, this, &frmScmain::cmdClose_Click);
+    connect(Timer1, &QTimer::timeout, this, &frmScmain::Timer1_Timer);
+}
+
+frmScmain::~frmScmain() = default;
+
+void frmScmain::AddPage(const QString& name, DeskPage* page) {
+    page->setObjectName(name);
+    order_.push_back(page);
+    pages_->addWidget(page);
+}
+
+void frmScmain::AddTabKeys() {
+    for (int i = 0; i < TabStrip1->count(); ++i) {
+        auto* key = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i)), this);
+        connect(key, &QShortcut::activated, this, [this, i] { TabStrip1->setCurrentIndex(i); });
+    }
+    const auto step = [this](QKeyCombination key, int by) {
+        auto* shortcut = new QShortcut(QKeySequence(key), this);
+        connect(shortcut, &QShortcut::activated, this, [this, by] {
+            TabStrip1->setCurrentIndex((TabStrip1->currentIndex() + by + TabStrip1->count()) % TabStrip1->count());
+        });
+    };
+    step(Qt::CTRL | Qt::Key_PageDown, 1);
+    step(Qt::CTRL | Qt::Key_PageUp, -1);
+    step(Qt::CTRL | Qt::Key_Tab, 1);
+    step(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
+}
+
+QLayout* frmScmain::MakeFooter() {
+    pbStatus->setObjectName(u"pbStatus"_s);
+    pbStatus->setAccessibleName(u"Progress"_s);
+    pbStatus->setRange(0, 100);
+    constexpr int barWidth = 240;
+    pbStatus->setFixedWidth(barWidth);
+    numbers_ = new QWidget;
+    auto* numbers = new QHBoxLayout(numbers_);
+    numbers->setContentsMargins(0, 0, 0, 0);
+    numbers->setSpacing(spacing::normal);
+    numbers->addWidget(NewControl<QLabel>(u"lblAssetCaption"_s, u"Asset"_s));
+    numbers->addWidget(lblAsset);
+    numbers->addSpacing(spacing::normal);
+    numbers->addWidget(NewControl<QLabel>(u"lblIDCaption"_s, u"Reservation"_s));
+    numbers->addWidget(lblID);
+    numbers_->hide();
+    lblStatus->hide();
+    pbStatus->hide();
+    cmdClose->setAutoDefault(false);
+    QHBoxLayout* footer = NewButtonRow({cmdClose});
+    footer->setContentsMargins(spacing::large, spacing::normal, spacing::large, spacing::large);
+    footer->insertWidget(0, numbers_);
+    footer->insertWidget(1, lblStatus);
+    footer->insertWidget(2, pbStatus);
+    return footer;
+}
+
+DeskPage* frmScmain::CurrentPage() const {
+    return order_[static_cast<size_t>(pages_->currentIndex())];
+}
+
+QStringList frmScmain::PageKeys() {
+    QStringList keys;
+    for (const Tab& tab : Tabs()) {
+        keys += tab.key;
+    }
+    return keys;
+}
+
+QString frmScmain::CurrentPageKey() const {
+    return TabStrip1->tabData(TabStrip1->currentIndex()).toString();
+}
+
+engine::Database& frmScmain::Database() {
+    return OpenedDatabase();
+}
+
+void frmScmain::Form_Load() {
+    Steps steps(services().errors, u"Service Administration"_s, u"Load"_s, QString());
+    const BusyPointer busy(services().eventLoop);
+    steps.Step(u"Setting Dates"_s, [this] { SetStartState(); });
+    parts_.program.Part<HelpFile>().path = NativePath(HelpDirectory() + u"\\VelmoraEX.HLP"_s);
+    OpenSharedDatabase();
+    LoadLookupLists(OpenedDatabase());
+    constexpr QSize designed(960, 640);
+    resize(designed.expandedTo(sizeHint()));
+    CenterForm(*this);
+    Timer1->start(holdInterval);
+}
+
+void frmScmain::SetStartState() {
+    const Date today = services().clock.Today();
+    const Date tomorrow = today + std::chrono::days(1);
+    state_.ReportStart = today;
+    state_.ReportEnd = tomorrow;
+    state_.DateRange1 = {today, tomorrow};
+    state_.dtcOtherDate = today;
+    state_.dtcException = today;
+    state_.dtcUsage = today;
+    state_.optOrientation = services().printers.CurrentOrientation();
+    state_.PrinterControl1 = PrinterControlBox::Stored(services().userSettings);
+    LoadPages();
+    daily_->ShowDays(today);
+}
+
+void frmScmain::LoadPages() {
+    for (DeskPage* page : order_) {
+        page->Load(state_);
+    }
+}
+
+bool frmScmain::StorePages() {
+    if (DateBox* refused = FindRefusedDate(*CurrentPage())) {
+        refused->setFocus();
+        refused->selectAll();
+        services().eventLoop.Beep();
+        return false;
+    }
+    for (const DeskPage* page : order_) {
+        page->Store(state_);
+    }
+    return true;
+}
+
+void frmScmain::Guard(const QString& procedure, const std::function<void()>& work) {
+    Steps(services().errors, u"Service Administration"_s, procedure, QString()).Step({}, work);
+}
+
+void frmScmain::RunReport(DeskReport report) {
+    const auto routine = parts_.reports.find(report);
+    if (routine == parts_.reports.end() || !StorePages()) {
+        return;
+    }
+    Guard(u"Run Report"_s, [&] {
+        parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
+        if (const auto variant = VariantOf(report)) {
+            const auto day = static_cast<DayChoice>(std::clamp<int>(state_.optDay, 0, 2));
+            state_.ReportDayMode = DailyMode{*variant, day}.Code();
+        }
+        ReportContext context{parts_.program, state_, *this, Database(), parts_.job};
+        routine->second(context);
+    });
+}
+
+void frmScmain::OpenNotes(qint32 reservation) {
+    if (parts_.openNotes) {
+        Guard(u"Open Notes"_s, [&] { parts_.openNotes(reservation, this); });
+    }
+}
+
+void frmScmain::ShowNumbers(const QString& asset, const QString& reservation) {
+    lblAsset->setText(asset);
+    lblID->setText(reservation);
+    numbers_->setVisible(!reservation.isEmpty() && CurrentPage() == tasks_);
+}
+
+void frmScmain::SetCloseCaption(const QString& caption) {
+    cmdClose->setText(WithMnemonic(caption, u'c'));
+}
+
+void frmScmain::ShowProgress(const QString& text, int percent) {
+    // A report tells its progress before each row; most of the time nothing is new.
+    if (lblStatus->text() == text && pbStatus->value() == percent && pbStatus->isVisibleTo(this)) {
+        return;
+    }
+    numbers_->hide();
+    lblStatus->setText(text);
+    pbStatus->setValue(percent);
+    lblStatus->show();
+    pbStatus->show();
+    repaint();
+}
+
+void frmScmain::HideProgress() {
+    lblStatus->hide();
+    lblStatus->clear();
+    pbStatus->hide();
+    numbers_->setVisible(CurrentPage() == tasks_ && !lblID->text().isEmpty());
+    repaint();
+}
+
+bool frmScmain::event(QEvent* event) {
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::WindowActivate) {
+        Form_Activate();
+    }
+    return done;
+}
+
+void frmScmain::Form_Activate() {
+    daily_->ShowDays(services().clock.Today());
+    tasks_->Refresh();
+    ShowStatus(QString());
+}
+
+void frmScmain::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (!property("unloading").toBool()) {
+        Form_QueryUnload();
+    }
+}
+
+void frmScmain::Form_QueryUnload() {
+    ExitProgram();
+    services().process.End(0);
+}
+
+void frmScmain::keyPressEvent(QKeyEvent* event) {
+    // Return presses the page's own button, wherever in the page the focus is.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        for (auto* button : CurrentPage()->findChildren<QPushButton*>()) {
+            if (button->isDefault() && button->isVisible() && button->isEnabled()) {
+                button->click();
+                return;
+            }
+        }
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void frmScmain::ApplyPrinterSettings() {
+    const PrinterControl& control = state_.PrinterControl1;
+    parts_.job.SetPreviewMode(control.ShowPreview);
+    SelectPrinter(services().printers, control.PrinterName);
+    services().printers.SetFontName(control.PrinterFont);
+}
+
+void frmScmain::TabStrip1_Click() {
+    for (const DeskPage* page : order_) {
+        page->Store(state_);
+    }
+    Guard(u"Apply Printer Settings"_s, [this] { ApplyPrinterSettings(); });
+    ShowTab();
+}
+
+void frmScmain::ShowTab() {
+    pages_->setCurrentIndex(TabStrip1->currentIndex());
+    numbers_->setVisible(CurrentPage() == tasks_ && !lblID->text().isEmpty() && !state_.ReportRunning);
+    CurrentPage()->Chosen();
+}
+
+void frmScmain::cmdClose_Click() {
+    if (state_.ReportRunning) {
+        state_.CancelRequested = true;
+        return;
+    }
+    hide();
+    ExitProgram();
+    services().process.End(0);
+}
+
+void frmScmain::Timer1_Timer() {
+    Guard(u"Timer"_s, [] { CheckHold(); });
+}
+
+} // namespace velmora

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "desk/ReportContext.h"
+#include "desk/windows/DeskHost.h"
+
+#include <QWidget>
+
+#include <array>
+#include <functional>
+#include <map>
+
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QPushButton;
+class QStackedWidget;
+class QTabBar;
+class QTimer;
+
+namespace velmora {
+
+class DailyPage;
+class DeskPage;
+class TasksPage;
+
+// What the main window works with; all of it outlives the window.
+struct DeskParts {
+    Program& program;
+    print::PrintJob& job;
+    // The routine of each report command; the three daily lists share one.
+    std::map<DeskReport, std::function<void(ReportContext&)>> reports;
+    // Shows the notes of a reservation in front of a window, and returns when they are gone.
+    std::function<void(qint32 reservation, QWidget* owner)> openNotes;
+};
+
+// The main window: seven pages, the state that their controls stand for, and the commands that run reports.
+class frmScmain : public QWidget, public DeskHost, public ReportView {
+    Q_OBJECT
+
+public:
+    explicit frmScmain(DeskParts parts);
+    ~frmScmain() override;
+
+    // Opens the shared database, loads the lookup lists and sets the pages to the start of the day. Call it once,
+    // before the window is shown.
+    void Form_Load();
+
+    // DeskHost
+    Program& TheProgram() override { return parts_.program; }
+    DeskState& State() override { return state_; }
+    engine::Database& Database() override;
+    bool StorePages() override;
+    void RunReport(DeskReport report) override;
+    void OpenNotes(qint32 reservation) override;
+    void ShowNumbers(const QString& asset, const QString& reservation) override;
+
+    // ReportView
+    void SetCloseCaption(const QString& caption) override;
+    void ShowProgress(const QString& text, int percent) override;
+    void HideProgress() override;
+
+    // The keys of the tabs, in their order; also the topics of the help.
+    static QStringList PageKeys();
+    QString CurrentPageKey() const;
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void AddPage(const QString& name, DeskPage* page);
+    void AddTabKeys();
+    QLayout* MakeFooter();
+    DeskPage* CurrentPage() const;
+    void LoadPages();
+    void SetStartState();
+    void ApplyPrinterSettings();
+    // Runs what a handler does; its failures are reported with the procedure's name.
+    void Guard(const QString& procedure, const std::function<void()>& work);
+
+    void Form_Activate();
+    void Form_QueryUnload();
+    void TabStrip1_Click();
+    void ShowTab();
+    void cmdClose_Click();
+    void Timer1_Timer();
+
+    const Services& services() const { return parts_.program.services(); }
+
+    DeskParts parts_;
+    DeskState state_;
+    QTabBar* TabStrip1;
+    QStackedWidget* pages_;
+    QPushButton* cmdClose;
+    QLabel* lblStatus;
+    QProgressBar* pbStatus;
+    QTimer* Timer1;
+    QLineEdit* lblAsset;
+    QLineEdit* lblID;
+    QWidget* numbers_ = nullptr;
+    DailyPage* daily_ = nullptr;
+    TasksPage* tasks_ = nullptr;
+    std::vector<DeskPage*> order_;
+};
+
+} // namespace velmora

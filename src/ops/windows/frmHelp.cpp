@@ -1,0 +1,97 @@
+#include "ops/windows/frmHelp.h"
+
+#include "base/windows/CenterForm.h"
+#include "base/windows/Glyph.h"
+#include "base/windows/Look.h"
+#include "base/windows/TranslateForm.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTextBrowser>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+frmHelp::frmHelp(const QString& html, QWidget* parent)
+    : QWidget(parent, Qt::Window), lstTopics(new QListWidget), txtFind(new QLineEdit), txtHelp(new QTextBrowser) {
+    setObjectName(u"frmHelp"_s);
+    setWindowTitle(u"Service Administration Help"_s);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    lstTopics->setObjectName(u"lstTopics"_s);
+    lstTopics->setAccessibleName(u"Topics"_s);
+    txtFind->setObjectName(u"txtFind"_s);
+    txtFind->addAction(GlyphIcon(Glyph::Find), QLineEdit::LeadingPosition);
+    txtHelp->setObjectName(u"txtHelp"_s);
+    txtHelp->setAccessibleName(u"Help text"_s);
+    txtHelp->document()->setDocumentMargin(spacing::large);
+    txtHelp->document()->setDefaultStyleSheet(u"h1, h2 { font-weight: bold } h2 { margin-top: 24px } "
+                                              "td, th { padding: 2px 12px 2px 0; text-align: left }"_s);
+    txtHelp->setHtml(html);
+    auto* find = new QLabel(u"&Find"_s);
+    find->setBuddy(txtFind);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(spacing::normal, spacing::normal, spacing::normal, spacing::normal);
+    grid->setSpacing(spacing::normal);
+    grid->addWidget(find, 0, 0);
+    grid->addWidget(txtFind, 0, 1);
+    grid->addWidget(lstTopics, 1, 0, 1, 2);
+    grid->addWidget(txtHelp, 0, 2, 2, 1);
+    grid->setColumnStretch(2, 1);
+    ListTopics(html);
+    constexpr int listWidth = 220;
+    lstTopics->setFixedWidth(listWidth);
+    TranslateForm(*this);
+    constexpr QSize designed(860, 620);
+    resize(designed);
+    CenterForm(*this);
+    connect(lstTopics, &QListWidget::currentItemChanged, this, &frmHelp::lstTopics_Click);
+    connect(txtFind, &QLineEdit::returnPressed, this, &frmHelp::txtFind_Return);
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txtFind, qOverload<>(&QWidget::setFocus));
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &QWidget::close);
+}
+
+void frmHelp::ListTopics(const QString& html) {
+    const QRegularExpression heading(u"<h2><a name=\"([^\"]+)\">([^<]+)</a></h2>"_s);
+    for (auto matches = heading.globalMatch(html); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        auto* item = new QListWidgetItem(match.captured(2), lstTopics);
+        item->setData(Qt::UserRole, match.captured(1));
+    }
+}
+
+void frmHelp::ShowTopic(const QString& key) {
+    show();
+    int row = 0;
+    for (int i = 0; i < lstTopics->count(); ++i) {
+        if (lstTopics->item(i)->data(Qt::UserRole).toString() == key) {
+            row = i;
+        }
+    }
+    lstTopics->setCurrentRow(row);
+    lstTopics_Click();
+    raise();
+    activateWindow();
+}
+
+void frmHelp::lstTopics_Click() {
+    if (const QListWidgetItem* item = lstTopics->currentItem()) {
+        txtHelp->scrollToAnchor(item->data(Qt::UserRole).toString());
+    }
+}
+
+void frmHelp::txtFind_Return() {
+    if (!txtHelp->find(txtFind->text())) {
+        // From the beginning once more.
+        txtHelp->moveCursor(QTextCursor::Start);
+        txtHelp->find(txtFind->text());
+    }
+}
+
+} // namespace velmora

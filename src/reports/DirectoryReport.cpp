@@ -1,0 +1,95 @@
+#include "reports/DirectoryReport.h"
+
+#include "base/Translate.h"
+#include "reports/CellTexts.h"
+#include "reports/OccupancyDays.h"
+#include "reports/ReadTable.h"
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+using engine::Recordset;
+
+namespace {
+
+class DirectoryReport {
+public:
+    DirectoryReport(ReportContext& context, Steps& steps, ReportFrame& frame)
+        : context_(context), steps_(steps), frame_(frame), options_(context.state),
+          locale_(context.program.services().localeText), startupArgument_(context.program.services().startupArgument),
+          namePrefix_(startupArgument_.trimmed().toStdString()),
+          table_({"Name", "Location", "Phone", "Organization", "From - To"}) {}
+
+    void Run();
+
+private:
+    void ChooseDays();
+    // The table's row for the current occupancy; none when it is left out.
+    std::optional<ReportTable::Row> RowOf(const Recordset& occupancies) const;
+
+    ReportContext& context_;
+    Steps& steps_;
+    ReportFrame& frame_;
+    // The options as they were at the start: the page's controls may change while the report lets events through.
+    const DeskState options_;
+    const LocaleText& locale_;
+    const QString& startupArgument_;
+    const std::string namePrefix_;
+
+    ReportDays days_;
+    QString printedAt_;
+    ReportTable table_;
+    std::unique_ptr<Recordset> rows_;
+};
+
+void DirectoryReport::Run() {
+    // Without days there is nothing to print; the frame returns the window to idle.
+    if (!steps_.Step({}, [this] { ChooseDays(); })) {
+        return;
+    }
+    const bool opened =
+        steps_.Step({}, [this] { rows_ = OpenOverDays(context_.database, u"RangePerson", days_.start, days_.end); });
+    const auto rowOf = [this](const Recordset& rows) { return RowOf(rows); };
+    if (!opened || ReadTable(context_, steps_, frame_, *rows_, rowOf, table_)) {
+        rows_.reset();
+        frame_.ShowSending();
+        frame_.PreparePrinter();
+        steps_.Step({}, [this] {
+            context_.job.PrintReportTitle(Translate(u"Directory Report"_s) + startupArgument_, {}, printedAt_);
+        });
+        table_.Print(context_, steps_);
+    }
+    frame_.End();
+}
+
+void DirectoryReport::ChooseDays() {
+    const DateTime now = context_.program.services().clock.Now();
+    days_ = OccupancyDays(options_, DateOf(now), locale_);
+    printedAt_ = Translate(u"Printed at:"_s) + u' ' + locale_.GeneralDate(now) + days_.phrase;
+}
+
+std::optional<ReportTable::Row> DirectoryReport::RowOf(const Recordset& occupancies) const {
+    const bool permanent = occupancies["Permanent"].ToBool();
+    const engine::Field location = occupancies["Name"];
+    const std::string_view name = location.Utf8();
+    if ((options_.chkNonPermanent && permanent) || occupancies["EventType"].Utf8() == "UNAVAILABLE" ||
+        (!options_.chkIncludeEmpty && name.empty()) || !name.starts_with(namePrefix_)) {
+        return {};
+    }
+    return ReportTable::Row{PersonName(occupancies["LastName"], occupancies["FirstName"]), Utf8(location),
+                            PhoneText(occupancies["Phone"], occupancies["Extension"]),
+                            Utf8(occupancies["Organization"]),
+                            PeriodText(locale_, occupancies["Start"], occupancies["End"], permanent)};
+}
+
+} // namespace
+
+void PrintDirectoryReport(ReportContext& context) {
+    Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Directory Report"_s, QString());
+    ReportFrame frame(context, steps);
+    if (frame.Start()) {
+        DirectoryReport(context, steps, frame).Run();
+    }
+}
+
+} // namespace velmora

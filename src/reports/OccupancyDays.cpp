@@ -1,0 +1,27 @@
+#include "reports/OccupancyDays.h"
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+ReportDays OccupancyDays(const DeskState& state, Date today, const LocaleText& locale) {
+    const auto choice = static_cast<DayChoice>(state.optDay);
+    if (choice == DayChoice::OtherDay) {
+        return DailyReportDays(choice, today, state, locale);
+    }
+    Date day = today;
+    if (choice == DayChoice::NextWorkingDay) {
+        // A daily report covers all days up to the next working one.
+        day = DailyReportDays(choice, today, state, locale).end - std::chrono::days(1);
+    }
+    return {day, day + std::chrono::days(1), u" for "_s + locale.ShortDate(day)};
+}
+
+std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query, Date start, Date end) {
+    engine::QueryDef definition = database.OpenQueryDef(query);
+    definition.SetParameter(u"RStart", StartOfDay(start));
+    definition.SetParameter(u"REnd", StartOfDay(end));
+    return definition.OpenRecordset(engine::RecordsetKind::Snapshot);
+}
+
+} // namespace velmora

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "desk/DailyMode.h"
+#include "engine/Database.h"
+
+namespace velmora {
+
+// The days that the occupant and the directory report cover. The next working day is that day alone, without the
+// weekend before it. No day option at all counts as the current day. Throws Error for another day without a date.
+ReportDays OccupancyDays(const DeskState& state, Date today, const LocaleText& locale);
+
+// Opens the stored query of that name over the days.
+std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query, Date start, Date end);
+
+} // namespace velmora

@@ -1,0 +1,79 @@
+#include "desk/QuickStatus.h"
+#include "tests/desk/DeskFixture.h"
+
+namespace velmora {
+namespace {
+
+class QuickStatusTest : public DeskFixture {
+protected:
+    QStringList Texts(qint16 statusType) {
+        state_.StatusType = statusType;
+        entries_ = FillStatusList(fakes_.program, state_, *faulty_);
+        QStringList texts;
+        for (const StatusEntry& entry : entries_) {
+            texts += entry.text;
+        }
+        return texts;
+    }
+    QStringList Summary(const QString& text) {
+        const int place = FindStatusEntry(entries_, text);
+        return place < 0 ? QStringList(u"no entry"_s)
+                         : StatusSummary(fakes_.program, state_, *faulty_, entries_[static_cast<size_t>(place)]);
+    }
+
+    std::vector<StatusEntry> entries_;
+};
+
+TEST_F(QuickStatusTest, ListsPersonsAndLocations) {
+    EXPECT_EQ(Texts(0), QStringList({u"Abel, Anna"_s, u"Baker, Bob"_s, u"O\"Hara, Jo \"Jo\""_s}));
+    EXPECT_EQ(Texts(1), QStringList({u""_s, u"A12"_s, u"B1 \"Æther\""_s, u"B12"_s, u"Boardroom"_s, u"C255"_s, u"C256"_s,
+                                     u"Guest Phone 1"_s, u"Guest Phone 2"_s, u"Projector"_s, u"unused corner"_s}))
+        << "no Unused asset";
+    EXPECT_EQ(entries_[4].itemData, 12);
+    EXPECT_EQ(FindStatusEntry(entries_, u"b1"_s), 2);
+    EXPECT_EQ(FindStatusEntry(entries_, u"B1"_s, 3), 3);
+    EXPECT_EQ(FindStatusEntry(entries_, u"a"_s, 3), 1) << "goes round";
+    EXPECT_EQ(FindStatusEntry(entries_, u"zz"_s), -1);
+    EXPECT_EQ(FindStatusEntry({}, u"a"_s), -1);
+}
+
+TEST_F(QuickStatusTest, SumsUpWhatHasNotEndedByItsEnd) {
+    Texts(1);
+    fakes_.clock.now = *MakeDateTime({2026, 3, 6, 17, 0, 0});
+    // Number 1 ends this very second.
+    EXPECT_EQ(Summary(u"Boardroom"_s),
+              QStringList({u"Summary for Boardroom"_s,
+                           u"From 3/6/2026 6:00 PM Until 3/7/2026 in Boardroom - Conference : Reception"_s,
+                           u"From 3/7/2026 10:00 AM Until 3/8/2026 12:00 PM in Boardroom - Conference : Saturday"_s,
+                           u"From 3/9/2026 10:00 AM Until 3/9/2026 12:00 PM in Boardroom - Conference : Monday"_s}));
+    Texts(0);
+    EXPECT_EQ(Summary(u"Abel"_s), QStringList(u"Summary for Abel, Anna"_s));
+    fakes_.clock.now = *MakeDateTime({2026, 3, 6, 8, 0, 0});
+    EXPECT_EQ(Summary(u"O\"Hara"_s),
+              QStringList({u"Summary for O\"Hara, Jo \"Jo\""_s,
+                           u"From 3/6/2026 9:00 AM Until 3/6/2026 10:00 AM in B12 - Office : Move"_s}));
+}
+
+TEST_F(QuickStatusTest, ANameWithACommaIsFound) {
+    database_->Execute(u"Insert into Person (LastName, FirstName) values (\"King, Jr.\", \"Al\")");
+    database_->Execute(u"Update Reservation set LastName = \"King, Jr.\", FirstName = \"Al\" where ID = 41");
+    Texts(0);
+    EXPECT_EQ(Summary(u"King"_s).size(), 2);
+}
+
+TEST_F(QuickStatusTest, FailuresAreTold) {
+    faulty_->failures[u"Select * from Person"_s] = 1;
+    fakes_.dialogs.answers = {Answer::Ok};
+    EXPECT_EQ(Texts(0), QStringList());
+    EXPECT_EQ(fakes_.dialogs.messages.back().text, u"Error occured filling select list: the share is away"_s);
+
+    Texts(0);
+    faulty_->failures[u"SELECT * FROM Asset INNER"_s] = 2;
+    fakes_.errors.answers = {Answer::Retry, Answer::Ignore};
+    EXPECT_EQ(Summary(u"Abel"_s), QStringList(u"Summary for Abel, Anna"_s));
+    EXPECT_EQ(fakes_.errors.reports.back().place.procedure, u"Status Summary"_s);
+    EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
+}
+
+} // namespace
+} // namespace velmora

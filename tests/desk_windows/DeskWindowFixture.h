@@ -1,0 +1,104 @@
+#pragma once
+
+#include "desk/windows/frmScmain.h"
+#include "ops/SharedDatabase.h"
+#include "tests/desk/DeskFixture.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTest>
+
+namespace velmora {
+
+// The main window on the test site: Thursday, March 5, 2026, 2:15 PM. Reports go into text files, which are kept.
+class DeskWindowTest : public DeskFixture {
+protected:
+    explicit DeskWindowTest(const QString& startupArgument = {}) : DeskFixture(startupArgument) {
+        fakes_.eventLoop.onEvents = [] { QApplication::processEvents(); };
+        fakes_.userSettings.values[u"Velmora/Printer Settings/Destination"_s] = u"3"_s;
+        OpenDesk();
+    }
+    ~DeskWindowTest() override { sqlite3_close(other_); }
+
+    void OpenDesk() {
+        window_ = std::make_unique<frmScmain>(DeskParts{
+            fakes_.program,
+            job_,
+            {{DeskReport::Starts, PrintDailyReport},
+             {DeskReport::Ends, PrintDailyReport},
+             {DeskReport::Combined, PrintDailyReport},
+             {DeskReport::Usage, [](ReportContext&) { throw ProgramError(ErrorNumber::Unavailable, u"no query"_s); }}},
+            [this](qint32 reservation, QWidget*) { notesOf.push_back(reservation); }});
+        window_->Form_Load();
+        window_->show();
+        QApplication::setActiveWindow(window_.get());
+    }
+
+    template <typename T = QWidget>
+    T& Child(const QString& name) const {
+        auto* child = window_->findChild<T*>(name);
+        if (child == nullptr) {
+            throw std::logic_error("no control named " + name.toStdString());
+        }
+        return *child;
+    }
+    void Click(const QString& name) {
+        auto& button = Child<QAbstractButton>(name);
+        EXPECT_TRUE(button.isVisible() && button.isEnabled()) << name.toStdString();
+        button.click();
+    }
+    // Types a date and leaves the box by Return's commit.
+    void TypeDate(const QString& name, const QString& text) {
+        auto& box = Child<QLineEdit>(name);
+        box.setFocus();
+        box.selectAll();
+        QTest::keyClicks(&box, text);
+        QTest::keyClick(&box, Qt::Key_Tab);
+    }
+    QString Text(const QString& name) const {
+        if (auto* label = window_->findChild<QLabel*>(name)) {
+            return label->text();
+        }
+        return Child<QLineEdit>(name).text();
+    }
+    // A caption as it is read, without its mnemonic mark.
+    QString Caption(const QString& name) const { return Child<QAbstractButton>(name).text().remove(u'&'); }
+    void Choose(const QString& tabKey) {
+        auto& tabs = Child<QTabBar>(u"TabStrip1"_s);
+        for (int i = 0; i < tabs.count(); ++i) {
+            if (tabs.tabData(i) == tabKey) {
+                tabs.setCurrentIndex(i);
+            }
+        }
+    }
+    // What another desk does, or what the store holds: the first value of the first row.
+    QString Sql(const QByteArray& sql) {
+        if (other_ == nullptr) {
+            sqlite3_open(folder_.filePath(u"Velmora.MDB"_s).toUtf8().constData(), &other_);
+        }
+        QString first = u"no row"_s;
+        char* message = nullptr;
+        sqlite3_exec(
+            other_, sql.constData(),
+            [](void* text, int, char** values, char**) {
+                *static_cast<QString*>(text) = QString::fromUtf8(values[0]);
+                return 0;
+            },
+            &first, &message);
+        EXPECT_EQ(message, nullptr) << message;
+        sqlite3_free(message);
+        return first;
+    }
+
+    std::vector<qint32> notesOf;
+    std::unique_ptr<frmScmain> window_;
+    sqlite3* other_ = nullptr;
+};
+
+} // namespace velmora

@@ -1,0 +1,294 @@
+#include "base/windows/DateBox.h"
+#include "desk/windows/DeskWindows.h"
+#include "desk/windows/frmIntro.h"
+#include "ops/windows/Help.h"
+#include "ops/windows/frmHelp.h"
+#include "tests/desk_windows/DeskWindowFixture.h"
+
+#include <QListWidget>
+#include <QProgressBar>
+#include <QSpinBox>
+#include <QStackedWidget>
+#include <QTextBrowser>
+#include <QTimer>
+
+namespace velmora {
+namespace {
+
+TEST_F(DeskWindowTest, TabsShowOnePageEach) {
+    const std::array<QString, 3> tabs[] = {{u"Daily Reports"_s, u"Daily"_s, u"Daily Reports"_s},
+                                           {u"View Tasks"_s, u"View"_s, u"View Daily Tasks"_s},
+                                           {u"CR Reports"_s, u"Crystal"_s, u"Crystal Reports"_s},
+                                           {u"Quick Status"_s, u"Status"_s, u"Quick Status Viewing"_s},
+                                           {u"Exception"_s, u"Exception"_s, u"Exception Reports"_s},
+                                           {u"Usage"_s, u"Usage"_s, u"Usage Reports"_s},
+                                           {u"Printer"_s, u"Printer"_s, u"Printer Settings"_s}};
+    auto& strip = Child<QTabBar>(u"TabStrip1"_s);
+    ASSERT_EQ(strip.count(), 7);
+    EXPECT_TRUE(Child(u"Page0"_s).isVisible());
+    for (int i = 0; i < 7; ++i) {
+        EXPECT_EQ(strip.tabText(i), tabs[i][0]);
+        EXPECT_EQ(strip.tabData(i).toString(), tabs[i][1]);
+        EXPECT_EQ(strip.tabToolTip(i), tabs[i][2]);
+        QTest::keyClick(window_.get(), static_cast<Qt::Key>(Qt::Key_1 + i), Qt::AltModifier);
+        EXPECT_EQ(window_->CurrentPageKey(), tabs[i][1]);
+        for (int page = 0; page < 7; ++page) {
+            EXPECT_EQ(Child(u"Page"_s + QString::number(page)).isVisible(), page == i);
+        }
+    }
+}
+
+TEST_F(DeskWindowTest, ActivationNamesTheDays) {
+    const std::pair<int, const char*> days[] = {{5, "Friday, March 6, 2026"},
+                                                {6, "Monday, March 9, 2026"},
+                                                {7, "Monday, March 9, 2026"},
+                                                {8, "Monday, March 9, 2026"},
+                                                {9, "Tuesday, March 10, 2026"}};
+    for (const auto& [day, next] : days) {
+        fakes_.clock.now = *MakeDateTime({2026, 3, day, 8, 0, 0});
+        QEvent activation(QEvent::WindowActivate);
+        QApplication::sendEvent(window_.get(), &activation);
+        EXPECT_EQ(Caption(u"optDay0"_s),
+                  QString::fromLatin1(next) + u" (Reports run in the afternoon for the next day)"_s);
+        EXPECT_TRUE(Caption(u"optDay1"_s)
+                        .contains(u"March %1, 2026 (Reports run in the morning of the current day)"_s.arg(day)));
+    }
+    // The progress window goes when the main window comes.
+    EXPECT_TRUE(fakes_.progress.shown.back().first.isEmpty());
+}
+
+TEST_F(DeskWindowTest, TheReportRangeKeepsADayBetweenItsDates) {
+    Choose(u"Crystal"_s);
+    EXPECT_EQ(Text(u"ReportStart"_s), u"3/5/2026"_s);
+    EXPECT_EQ(Text(u"ReportEnd"_s), u"3/6/2026"_s);
+    const std::array<QString, 4> steps[] = {{u"ReportStart"_s, u"3/6/2026"_s, u"3/6/2026"_s, u"3/7/2026"_s},
+                                            {u"ReportStart"_s, u"2/27/26"_s, u"2/27/2026"_s, u"3/7/2026"_s},
+                                            {u"ReportEnd"_s, u"2/27/2026"_s, u"2/26/2026"_s, u"2/27/2026"_s},
+                                            {u"ReportEnd"_s, u"1/1/2026"_s, u"12/31/2025"_s, u"1/1/2026"_s}};
+    for (const auto& [box, typed, start, end] : steps) {
+        TypeDate(box, typed);
+        EXPECT_EQ(Text(u"ReportStart"_s), start);
+        EXPECT_EQ(Text(u"ReportEnd"_s), end);
+    }
+    // Layouts decide what the second box means.
+    EXPECT_FALSE(Child<QPushButton>(u"Command3"_s).isEnabled());
+    Click(u"optReport7"_s);
+    EXPECT_EQ(Caption(u"chkReportCompleted"_s), u"Non-Permanent Only"_s);
+    Click(u"optReport9"_s);
+    EXPECT_FALSE(Child(u"chkReportCompleted"_s).isVisible());
+    Click(u"optReport3"_s);
+    EXPECT_EQ(Caption(u"chkReportCompleted"_s), u"Uncompleted Only"_s);
+    EXPECT_TRUE(Child<QPushButton>(u"Command3"_s).isEnabled());
+}
+
+TEST_F(DeskWindowTest, EachButtonRunsItsListOfTheDayChosen) {
+    const std::tuple<const char*, int, const char*> buttons[] = {
+        {"Command5", 0, "\nReservation Starts\t"},
+        {"Command6", 1, "\nReservation Ends\t"},
+        {"Command2", 8, "\nReservation Starts and Ends\t"}};
+    for (const auto& [button, base, title] : buttons) {
+        for (int day = 0; day < 3; ++day) {
+            Click(u"optDay"_s + QString::number(day));
+            Click(QString::fromLatin1(button));
+            EXPECT_EQ(window_->State().ReportDayMode, base + 2 * day);
+            EXPECT_FALSE(window_->State().ReportRunning);
+        }
+        Click(u"optDay0"_s);
+        Click(QString::fromLatin1(button));
+        EXPECT_TRUE(delivery_.delivered.back().contains(title)) << delivery_.delivered.back().left(200).toStdString();
+    }
+    EXPECT_EQ(delivery_.delivered.size(), 12U);
+    // The list is the one that the same settings print without a window.
+    Click(u"chkBrief"_s);
+    Click(u"Command5"_s);
+    state_ = window_->State();
+    EXPECT_EQ(delivery_.delivered.back(), Run());
+}
+
+TEST_F(DeskWindowTest, ASecondReportIsRefusedAndTheRunningOneCanBeCancelled) {
+    Click(u"Command5"_s);
+    const QByteArray whole = delivery_.delivered.back();
+    int round = 0;
+    QString caption;
+    bool barShown = false;
+    fakes_.dialogs.answers = {Answer::Ok};
+    fakes_.eventLoop.onEvents = [&] {
+        ++round;
+        if (round == 2) {
+            Click(u"Command6"_s);
+        } else if (round == 3) {
+            caption = Caption(u"cmdClose"_s);
+            barShown = Child(u"pbStatus"_s).isVisible() && Text(u"lblStatus"_s) == u"Preparing Report"_s;
+            Click(u"cmdClose"_s);
+        }
+    };
+    Click(u"Command5"_s);
+    ASSERT_EQ(fakes_.dialogs.messages.size(), 1U);
+    EXPECT_EQ(fakes_.dialogs.messages[0].text, u"Already Printing, wait or cancel exisitng report"_s);
+    EXPECT_EQ(caption, u"Cancel Report"_s);
+    EXPECT_TRUE(barShown);
+    EXPECT_EQ(round, 3);
+    // What was printed until then is delivered, and the window is idle.
+    EXPECT_EQ(delivery_.delivered.size(), 2U);
+    EXPECT_LT(delivery_.delivered.back().size(), whole.size());
+    EXPECT_TRUE(delivery_.delivered.back().contains("Reservation Starts"));
+    EXPECT_EQ(Caption(u"cmdClose"_s), u"Close"_s);
+    EXPECT_FALSE(Child(u"pbStatus"_s).isVisible());
+    EXPECT_TRUE(window_->isVisible());
+}
+
+TEST_F(DeskWindowTest, AFailingReportIsReportedAndRetried) {
+    fakes_.errors.answers = {Answer::Retry, Answer::Ignore};
+    Choose(u"Usage"_s);
+    Click(u"Command7"_s);
+    ASSERT_EQ(fakes_.errors.reports.size(), 2U);
+    EXPECT_EQ(fakes_.errors.reports[0].error.Description(), u"no query"_s);
+    EXPECT_EQ(fakes_.errors.reports[0].place.module, u"Service Administration"_s);
+}
+
+TEST_F(DeskWindowTest, NoReportRunsForADateThatDoesNotExist) {
+    TypeDate(u"dtcOtherDate"_s, u"2/30/2026"_s);
+    Click(u"Command5"_s);
+    EXPECT_TRUE(delivery_.delivered.empty());
+    EXPECT_EQ(Text(u"dtcOtherDate"_s), u"2/30/2026"_s);
+    EXPECT_TRUE(Child(u"dtcOtherDate"_s).hasFocus());
+    EXPECT_EQ(fakes_.eventLoop.beeps, 1);
+    // Another page's report is not held up by it.
+    TypeDate(u"dtcOtherDate"_s, u"3/7/2026"_s);
+    EXPECT_TRUE(Child<QRadioButton>(u"optDay2"_s).isChecked());
+    Child<QSpinBox>(u"UpDown1"_s).setValue(3);
+    Click(u"Command5"_s);
+    EXPECT_TRUE(delivery_.delivered.at(0).contains("for 3/7/2026 Through 3/9/2026"))
+        << delivery_.delivered[0].left(300).toStdString();
+}
+
+TEST_F(DeskWindowTest, ProgressIsCappedAndHidden) {
+    ShowReportProgress(*window_, u"Preparing Report"_s, 150);
+    EXPECT_EQ(Child<QProgressBar>(u"pbStatus"_s).value(), 100);
+    EXPECT_TRUE(Child(u"lblStatus"_s).isVisible());
+    ShowReportProgress(*window_, {}, 20);
+    EXPECT_FALSE(Child(u"lblStatus"_s).isVisible());
+    EXPECT_FALSE(Child(u"pbStatus"_s).isVisible());
+}
+
+TEST_F(DeskWindowTest, PrinterChoicesAreKeptAndTakeEffectOnLeavingThePage) {
+    fakes_.printers.names = {u"Floor 1"_s, u"Floor 2"_s};
+    fakes_.printers.current = u"Floor 1"_s;
+    Choose(u"Printer"_s);
+    auto& printer = Child<QComboBox>(u"PrinterName"_s);
+    EXPECT_EQ(printer.currentText(), u"Floor 1"_s);
+    QTest::keyClick(&printer, Qt::Key_Down);
+    auto& destination = Child<QComboBox>(u"Destination"_s);
+    destination.setCurrentIndex(0);
+    QTest::keyClick(&destination, Qt::Key_Down);
+    Click(u"optOrientation2"_s);
+    Choose(u"Daily"_s);
+    EXPECT_EQ(fakes_.printers.current, u"Floor 2"_s);
+    EXPECT_EQ(window_->State().PrinterControl1.Destination, 0);
+    EXPECT_FALSE(window_->State().PrinterControl1.ShowPreview);
+    EXPECT_EQ(window_->State().optOrientation, Orientation::Landscape);
+    EXPECT_EQ(fakes_.userSettings.values[u"Velmora/Printer Settings/Printer"_s], u"Floor 2"_s);
+
+    // The next start has the choices; a printer that is gone changes nothing and is told.
+    window_.reset();
+    fakes_.printers.names = {u"Floor 1"_s};
+    fakes_.printers.current = u"Floor 1"_s;
+    OpenDesk();
+    EXPECT_EQ(window_->State().PrinterControl1.PrinterName, u"Floor 2"_s);
+    Choose(u"Printer"_s);
+    EXPECT_TRUE(Child(u"lblPrinter"_s).isVisible());
+    Choose(u"Daily"_s);
+    EXPECT_EQ(fakes_.printers.current, u"Floor 1"_s);
+    // Without any choice kept, reports go to the preview.
+    window_.reset();
+    fakes_.userSettings.values.clear();
+    OpenDesk();
+    EXPECT_EQ(window_->State().PrinterControl1.Destination, 1);
+    EXPECT_TRUE(window_->State().PrinterControl1.ShowPreview);
+}
+
+TEST_F(DeskWindowTest, EndsInOrderByItsButtonAndByItsFrame) {
+    EXPECT_THROW(Child<QPushButton>(u"cmdClose"_s).click(), ProgramEnd);
+    EXPECT_EQ(fakes_.windows.calls, QStringList{u"all"_s});
+    EXPECT_EQ(fakes_.program.Part<SharedDatabase>().database, nullptr);
+    EXPECT_THROW(window_->close(), ProgramEnd);
+}
+
+TEST_F(DeskWindowTest, WindowsAreUnloadedLastOpenedFirst) {
+    DeskWindows windows;
+    QStringList closed;
+    struct Window : QWidget {
+        QStringList* closed = nullptr;
+        void closeEvent(QCloseEvent* event) override {
+            *closed += objectName();
+            // One that will not go holds up nobody.
+            event->setAccepted(objectName() != u"second"_s);
+        }
+    };
+    std::array<Window, 3> opened;
+    for (const auto& [index, name] :
+         {std::pair(0U, u"first"_s), std::pair(1U, u"second"_s), std::pair(2U, u"third"_s)}) {
+        opened[index].setObjectName(name);
+        opened[index].closed = &closed;
+        opened[index].show();
+    }
+    windows.UnloadAll();
+    EXPECT_EQ(closed, (QStringList{u"third"_s, u"second"_s, u"first"_s}));
+    EXPECT_FALSE(opened[1].isVisible());
+}
+
+TEST_F(DeskWindowTest, TheStartUpWindowLoadsAndShowsTheMainWindow) {
+    QCoreApplication::setApplicationVersion(u"1.2.3"_s);
+    frmIntro intro(fakes_.program);
+    QStringList order;
+    intro.Form_Load(
+        [&] {
+            order += u"load"_s;
+            EXPECT_TRUE(intro.isVisible());
+            EXPECT_EQ(intro.findChild<QLabel*>(u"lblVersion"_s)->text(), u"Version 1.2.3 - 32 Bit"_s);
+            EXPECT_EQ(intro.findChild<QLabel*>(u"lblTitle"_s)->text(), u"Service Administration"_s);
+            EXPECT_EQ(intro.findChild<QLabel*>(u"lblDatabase"_s)->text(),
+                      u"Database "_s + folder_.filePath(u"Velmora.MDB"_s));
+        },
+        [&] {
+            order += u"show"_s;
+            EXPECT_FALSE(intro.isVisible());
+        });
+    EXPECT_EQ(order, (QStringList{u"load"_s, u"show"_s}));
+    // A hold ends the program before anything is loaded.
+    QFile hold(folder_.filePath(u"HOLD.TXT"_s));
+    ASSERT_TRUE(hold.open(QIODevice::WriteOnly));
+    hold.close();
+    EXPECT_THROW(intro.Form_Load([] { FAIL(); }, [] { FAIL(); }), ProgramEnd);
+}
+
+TEST_F(DeskWindowTest, F1OpensTheHelpAtThePageInUse) {
+    fakes_.program.Part<HelpFile>().path = ShareFolder() + u"/help/VelmoraEX.HLP"_s;
+    const HelpKey key([this] { return window_->CurrentPageKey(); });
+    Choose(u"Status"_s);
+    QTest::keyClick(&Child(u"txtFind"_s), Qt::Key_F1);
+    frmHelp* help = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        help = help == nullptr ? qobject_cast<frmHelp*>(window) : help;
+    }
+    ASSERT_NE(help, nullptr);
+    auto* topics = help->findChild<QListWidget*>();
+    EXPECT_EQ(topics->currentItem()->text(), u"Quick Status"_s);
+    // Every page has its topic.
+    QStringList keys;
+    for (int i = 0; i < topics->count(); ++i) {
+        keys += topics->item(i)->data(Qt::UserRole).toString();
+    }
+    for (const QString& page : frmScmain::PageKeys()) {
+        EXPECT_TRUE(keys.contains(page)) << page.toStdString();
+    }
+    help->close();
+    // A help file that is not there is named.
+    fakes_.program.Part<HelpFile>().path = u"/nowhere/VelmoraEX.HLP"_s;
+    fakes_.dialogs.answers = {Answer::Ok};
+    QTest::keyClick(window_.get(), Qt::Key_F1);
+    EXPECT_TRUE(fakes_.dialogs.messages.at(0).text.contains(u"/nowhere/VelmoraEX.HLP"_s));
+}
+
+} // namespace
+} // namespace velmora

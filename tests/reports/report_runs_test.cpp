@@ -1,0 +1,269 @@
+#include "tests/reports/ReportsFixture.h"
+
+#include "print/TextWriter.h"
+#include "reports/OccupancyDays.h"
+
+namespace velmora {
+namespace {
+
+struct NamedReport {
+    const char* name;
+    PrintRoutine print;
+    // What its records are read with.
+    const char* source;
+};
+
+constexpr NamedReport reports[] = {
+    {"Print Occupant Report", &PrintOccupantReport, "QReport2"},
+    {"Print Directory Report", &PrintDirectoryReport, "RangePerson"},
+    {"Print Exception Report", &PrintExceptionReport, "Select * from Person order by EventType"},
+    {"Print Usage Report", &PrintUsageReport, "A1"},
+};
+
+// A page writer by its measures: every letter is 100 twips wide.
+class MeasuringPages : public print::PageWriterFactory {
+public:
+    std::unique_ptr<print::ReportWriter> MakeWriter(print::JobState& state) override {
+        class Writer : public print::TextWriter {
+        public:
+            using TextWriter::TextWriter;
+            int TextWidth(print::Text text) const override { return 100 * static_cast<int>(text.toString().size()); }
+        };
+        return std::make_unique<Writer>(state, 10000, [](const QByteArray&) {});
+    }
+};
+
+class ReportRunsTest : public ReportsFixture {
+protected:
+    QByteArray Fresh(PrintRoutine routine) {
+        delivery_.delivered.clear();
+        view_ = {};
+        fakes_.eventLoop.eventRounds = 0;
+        return Print(routine);
+    }
+};
+
+TEST_F(ReportRunsTest, ACancelEndsTheReportAndTheNextOneIsWhole) {
+    for (const NamedReport& report : reports) {
+        const QByteArray whole = Fresh(report.print);
+        fakes_.eventLoop.onEvents = [this] { state_.CancelRequested = fakes_.eventLoop.eventRounds == 3; };
+        const QByteArray part = Fresh(report.print);
+        EXPECT_EQ(fakes_.eventLoop.eventRounds, 3) << report.name;
+        const bool printsAsItReads = report.print == &PrintExceptionReport || report.print == &PrintUsageReport;
+        EXPECT_EQ(delivery_.delivered.size(), printsAsItReads ? 1U : 0U) << report.name;
+        EXPECT_TRUE(whole.startsWith(part) && part.size() < whole.size()) << report.name;
+        EXPECT_EQ(part.contains("Report"), printsAsItReads) << report.name;
+        for (const auto& [text, percent] : view_.progress) {
+            EXPECT_NE(text, u"Sending Report"_s) << report.name << percent;
+        }
+        ExpectIdle();
+        fakes_.eventLoop.onEvents = {};
+        EXPECT_EQ(Fresh(report.print), whole) << report.name;
+    }
+}
+
+TEST_F(ReportRunsTest, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
+    for (const NamedReport& report : reports) {
+        const DeskState before = state_;
+        const QByteArray whole = Fresh(report.print);
+        for (const NamedReport& second : reports) {
+            fakes_.dialogs.answers = {Answer::Ok};
+            fakes_.dialogs.messages.clear();
+            fakes_.eventLoop.onEvents = [&] {
+                if (fakes_.eventLoop.eventRounds == 2) {
+                    // The second button's page is stored first.
+                    state_.optException = 4;
+                    state_.OptUsage = 1;
+                    state_.chkIncludeEmpty = true;
+                    state_.dtcUsage = state_.dtcException = MakeDate(2026, 3, 9);
+                    state_.PrinterControl1.Continuous = true;
+                    job_.SetOutputTarget(4);
+                    ReportContext context = Context();
+                    second.print(context);
+                }
+            };
+            EXPECT_EQ(Fresh(report.print), whole) << second.name << " inside " << report.name;
+            ASSERT_EQ(fakes_.dialogs.messages.size(), 1U);
+            EXPECT_EQ(fakes_.dialogs.messages[0].text, u"Already Printing, wait or cancel exisitng report"_s);
+            EXPECT_FALSE(job_.State().SuppressPageBreaks);
+            ExpectIdle();
+            fakes_.eventLoop.onEvents = {};
+            state_ = before;
+        }
+    }
+}
+
+TEST_F(ReportRunsTest, ARetriedFailureLeavesNoTraceAndAnIgnoredOneNoRows) {
+    for (const NamedReport& report : reports) {
+        const QByteArray whole = Fresh(report.print);
+        faulty_->failures = {{QString::fromLatin1(report.source), 1}};
+        fakes_.errors.reports.clear();
+        fakes_.errors.answers = {Answer::Retry};
+        EXPECT_EQ(Fresh(report.print).toStdString(), whole.toStdString()) << report.name;
+        ASSERT_EQ(fakes_.errors.reports.size(), 1U);
+        EXPECT_EQ(fakes_.errors.reports[0].place.module, u"Service Administration"_s);
+        EXPECT_EQ(fakes_.errors.reports[0].place.procedure, QString::fromLatin1(report.name));
+        EXPECT_EQ(fakes_.errors.reports[0].place.task, QString());
+
+        faulty_->failures = {{QString::fromLatin1(report.source), 1}};
+        fakes_.errors.answers = {Answer::Ignore};
+        const QByteArray empty = Fresh(report.print);
+        EXPECT_TRUE(whole.startsWith(empty) && empty.size() < whole.size()) << report.name;
+        ExpectIdle();
+    }
+}
+
+TEST_F(ReportRunsTest, AFailureBelowARecordCostsThatRowAlone) {
+    struct Case {
+        PrintRoutine print;
+        const char* beginning;
+    };
+    for (const Case& c : {Case{&PrintOccupantReport, "Select * from Person where"},
+                          Case{&PrintExceptionReport, "Select * from Reservation Where"},
+                          Case{&PrintExceptionReport, "Select * from [Asset/Event]"},
+                          Case{&PrintExceptionReport, "Select * from Asset where"}}) {
+        const QByteArray whole = Fresh(c.print);
+        // Reading ahead fails once more, silently.
+        faulty_->failures = {{QString::fromLatin1(c.beginning), 2}};
+        fakes_.errors.answers = {Answer::Retry};
+        EXPECT_EQ(Fresh(c.print).toStdString(), whole.toStdString()) << c.beginning;
+        faulty_->failures = {{QString::fromLatin1(c.beginning), 2}};
+        fakes_.errors.answers = {Answer::Ignore};
+        const QByteArray without = Fresh(c.print);
+        EXPECT_GE(without.count('\n'), whole.count('\n') - 2) << c.beginning;
+        EXPECT_LT(without.size(), whole.size()) << c.beginning;
+        ExpectIdle();
+    }
+}
+
+TEST_F(ReportRunsTest, WithoutADateNothingIsPrinted) {
+    state_.optDay = 2;
+    state_.dtcException.reset();
+    state_.dtcUsage.reset();
+    for (const NamedReport& report : reports) {
+        fakes_.errors.reports.clear();
+        fakes_.errors.answers = {Answer::Ignore};
+        EXPECT_EQ(Fresh(report.print), QByteArray());
+        ASSERT_EQ(fakes_.errors.reports.size(), 1U) << report.name;
+        EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"holds no date"_s)) << report.name;
+        EXPECT_TRUE(delivery_.delivered.empty()) << report.name;
+        ExpectIdle();
+    }
+}
+
+TEST_F(ReportRunsTest, NothingChosenCountsAsTheCurrentDayAndTheFirstKind) {
+    for (const NamedReport& report : reports) {
+        state_.optDay = 1;
+        state_.optException = state_.OptUsage = 0;
+        const QByteArray chosen = Fresh(report.print);
+        state_.optDay = state_.optException = state_.OptUsage = -1;
+        EXPECT_EQ(Fresh(report.print), chosen) << report.name;
+    }
+}
+
+TEST_F(ReportRunsTest, AnEmptyResultHasItsTitleAndTheHeaderRowOrNothing) {
+    database_->Execute(u"Delete from Reservation");
+    const QByteArray rules = "--------------------------------------------------\r\n"
+                             "--------------------------------------------------\r\n";
+    const QByteArray printedAt = "Printed at: 3/5/2026 2:15 PM for 3/5/2026\r\n";
+    EXPECT_EQ(Fresh(&PrintOccupantReport), rules + "Occupant Report\t\r\n" + printedAt + rules +
+                                               "\tLocation\tPerson\tPhone\tOrganization\tFrom - To\r\n");
+    EXPECT_EQ(Fresh(&PrintDirectoryReport), rules + "Directory Report\t\r\n" + printedAt + rules +
+                                                "\tName\tLocation\tPhone\tOrganization\tFrom - To\r\n");
+    EXPECT_TRUE(Fresh(&PrintExceptionReport).endsWith("\tLocation\tPerson\tSpace Type\tSpace Type\tFrom - To\r\n"));
+    database_->Execute(u"Delete from Person");
+    state_.OptUsage = 2;
+    EXPECT_EQ(Fresh(&PrintUsageReport), QByteArray());
+    EXPECT_EQ(delivery_.delivered.size(), 1U);
+    ExpectIdle();
+}
+
+TEST_F(ReportRunsTest, TheTableTellsHowFarItIsSent) {
+    Print(&PrintOccupantReport);
+    std::vector<int> sent;
+    int last = 0;
+    for (const auto& [text, percent] : view_.progress) {
+        if (text == u"Sending Report") {
+            sent.push_back(percent);
+        } else if (text == u"Preparing Report") {
+            EXPECT_GE(percent, last);
+            EXPECT_TRUE(sent.empty());
+            last = percent;
+        }
+    }
+    EXPECT_GT(last, 80);
+    // The end of reading, the header row, and 11 rows.
+    EXPECT_EQ(sent, (std::vector<int>{0, 0, 9, 18, 27, 36, 45, 55, 64, 73, 82, 91, 100}));
+}
+
+TEST_F(ReportRunsTest, ColumnsShareThePageInProportionToTheirWidestTexts) {
+    MeasuringPages pages;
+    print::PrintJob job({fakes_.program.services(), delivery_, {}, &pages});
+    ReportContext context{fakes_.program, state_, view_, *faulty_, job};
+    job.SetOutputTarget(0);
+    state_.optException = 4;
+    state_.dtcException = MakeDate(2026, 3, 10);
+    PrintExceptionReport(context);
+    // "Location", "Abel, Anna", "Space Type", "Organization", "3/9/2026 9:00 AM Until 3/11/2026 8:00 AM"
+    const double total = 8 + 10 + 10 + 12 + 40;
+    EXPECT_EQ(job.State().TabStop1, std::lrint(10000 * 8 / total));
+    EXPECT_EQ(job.State().TabStop2, std::lrint(10000 * 18 / total));
+    EXPECT_EQ(job.State().TabStop3, std::lrint(10000 * 28 / total));
+    EXPECT_EQ(job.State().TabStop4, std::lrint(10000 * 40 / total));
+    // The next report has its own columns; where texts have no width they are fifths.
+    PrintUsageReport(context);
+    EXPECT_EQ(job.State().TabStop1, 2000);
+    Print(&PrintExceptionReport);
+    EXPECT_EQ(job_.State().TabStop4, 4 * job_.State().TabStop1);
+}
+
+TEST_F(ReportRunsTest, TheOrientationIsSetForContinuousReportsTooButForTheDirectory) {
+    state_.PrinterControl1.Continuous = true;
+    state_.optOrientation = Orientation::Landscape;
+    for (const NamedReport& report : reports) {
+        fakes_.printers.orientation = Orientation::Portrait;
+        Fresh(report.print);
+        EXPECT_EQ(fakes_.printers.orientation == Orientation::Landscape, report.print != &PrintDirectoryReport)
+            << report.name;
+        EXPECT_TRUE(job_.State().SuppressPageBreaks);
+    }
+}
+
+TEST_F(ReportRunsTest, UsageForgetsACancelOfTheTimeBeforeIt) {
+    const QByteArray whole = Fresh(&PrintUsageReport);
+    state_.CancelRequested = true;
+    EXPECT_EQ(Fresh(&PrintUsageReport), whole);
+}
+
+TEST_F(ReportRunsTest, TheSqlTextsOfNamesWithQuotes) {
+    state_.optException = 1;
+    Print(&PrintExceptionReport);
+    Print(&PrintOccupantReport);
+    for (const QString& text :
+         {u"Select * from Person order by Area"_s,
+          u"Select * from Reservation Where LastName = \"O\"\"Hara\" and FirstName = \"Jo \"\"Jo\"\"\" and End > "
+          "#03/05/2026# and Start < #03/06/2026#"_s,
+          u"Select * from [Asset/Area] where AssetID = 306 and AreaName = \"O'Neil's \"\"Yard\"\"\""_s,
+          u"Select * from [Asset/Area] where AssetID = 257 and AreaName = \"\"\"\""_s,
+          u"Select * from Asset where AssetID = 257"_s,
+          u"Select * from Person where LastName = \"O'NEIL\" And FirstName = \"pat\""_s}) {
+        EXPECT_TRUE(faulty_->sources.contains(text)) << text.toStdString();
+    }
+    // Who has no reservation, or no location, is not asked about any further.
+    EXPECT_FALSE(faulty_->sources.contains(u"Select * from [Asset/Area] where AssetID =  and AreaName = \"North\""_s));
+}
+
+TEST(OccupancyDaysTest, TheNextWorkingDayIsThatDayAlone) {
+    DeskState state;
+    const LocaleText locale(QLocale::c());
+    // March 1, 2026, is a Sunday.
+    for (const auto& [today, expected] : {std::pair(1, 2), {2, 3}, {5, 6}, {6, 9}, {7, 9}}) {
+        const ReportDays days = OccupancyDays(state, *MakeDate(2026, 3, today), locale);
+        EXPECT_EQ(days.start, *MakeDate(2026, 3, expected)) << today;
+        EXPECT_EQ(days.end, days.start + std::chrono::days(1)) << today;
+        EXPECT_EQ(days.phrase, u" for 3/%1/2026"_s.arg(expected)) << today;
+    }
+}
+
+} // namespace
+} // namespace velmora
