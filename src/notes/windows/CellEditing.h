@@ -6,10 +6,10 @@
 #include <QObject>
 #include <QPersistentModelIndex>
 #include <QPointer>
+#include <QWidget>
 
 class QKeyEvent;
 class QTableView;
-class QWidget;
 
 namespace velmora {
 
