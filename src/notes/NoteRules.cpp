@@ -12,7 +12,7 @@ namespace {
 
 void SetWhereEmpty(BoundRows& rows, int row, const char* field, const Value& value) {
     const int column = rows.ColumnOf(field);
-    if (column >= 0 && rows.At(row, column).ToText().isEmpty()) {
+    if (column >= 0 && !value.ToText().isEmpty() && rows.At(row, column).ToText().isEmpty()) {
         rows.Set(row, column, value);
     }
 }

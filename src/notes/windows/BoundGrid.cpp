@@ -262,10 +262,11 @@ bool BoundGrid::CommitCell() {
         return true;
     }
     try {
-        const Value value = editing_->Read();
-        const QModelIndex index = editing_->Index();
+        if (!SetValue(editing_->Index(), editing_->Read())) {
+            editing_->TakeFocus();
+            return false;
+        }
         editing_->Close();
-        SetValue(index, value);
         return true;
     } catch (const Error& refusal) {
         TellRefusal(refusal);
@@ -273,14 +274,15 @@ bool BoundGrid::CommitCell() {
     }
 }
 
-void BoundGrid::SetValue(const QModelIndex& index, const Value& value) {
+bool BoundGrid::SetValue(const QModelIndex& index, const Value& value) {
     const int row = index.row();
     Steps steps(program_.services().errors, setup_.module, u"Edit Cell"_s);
-    steps.Step(u"Taking Value"_s, [&] {
+    const bool taken = steps.Step(u"Taking Value"_s, [&] {
         rows_.Set(row, index.column(), value);
         rules_.Follow(rows_, row, index.column());
     });
     model_->RowChanged(row);
+    return taken;
 }
 
 bool BoundGrid::UpdateRow() {
@@ -466,24 +468,25 @@ void BoundGrid::SelectRange(int from, int to) {
     selection_.Add(to);
 }
 
+void BoundGrid::SelectRow(int row, Qt::KeyboardModifiers modifiers) {
+    if (!modifiers.testFlag(Qt::ControlModifier)) {
+        selection_.Clear();
+    }
+    // The empty row cannot be selected.
+    if (row < rows_.Count() && modifiers.testFlag(Qt::ShiftModifier)) {
+        SelectRange(std::min(selectors_->Anchor(), rows_.Count() - 1), row);
+    } else if (row < rows_.Count()) {
+        selection_.Toggle(row);
+    }
+    ShowSelection();
+}
+
 void BoundGrid::Selectors_Pressed(int row, Qt::KeyboardModifiers modifiers) {
     view_->setFocus();
     const int column = view_->currentIndex().isValid() ? view_->currentIndex().column() : 0;
-    if (!view_->GoTo(row, column)) {
-        return;
+    if (view_->GoTo(row, column)) {
+        SelectRow(row, modifiers);
     }
-    const bool control = modifiers.testFlag(Qt::ControlModifier);
-    if (!control) {
-        selection_.Clear();
-    }
-    if (row < rows_.Count()) {
-        if (modifiers.testFlag(Qt::ShiftModifier)) {
-            SelectRange(std::min(selectors_->Anchor(), rows_.Count() - 1), row);
-        } else {
-            selection_.Toggle(row);
-        }
-    }
-    ShowSelection();
 }
 
 void BoundGrid::PressCell(int row, Qt::KeyboardModifiers modifiers) {

@@ -86,7 +86,8 @@ private:
     void PressCell(int row, Qt::KeyboardModifiers modifiers) override;
 
     bool CanEditCell(const QModelIndex& index);
-    void SetValue(const QModelIndex& index, const Value& value);
+    // False when it was not taken, which was reported.
+    bool SetValue(const QModelIndex& index, const Value& value);
     void TellRefusal(const Error& refusal);
     void PutCursor(int row, int column);
     int FirstEditableColumn() const;
@@ -98,6 +99,7 @@ private:
     bool CommandKey(const QKeyEvent& event);
     void ShowSelection();
     void SelectRange(int from, int to);
+    void SelectRow(int row, Qt::KeyboardModifiers modifiers);
 
     void Selectors_Pressed(int row, Qt::KeyboardModifiers modifiers);
     void Editing_GridKey(QKeyEvent* event);

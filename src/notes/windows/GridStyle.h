@@ -3,6 +3,7 @@
 #include "base/windows/Look.h"
 
 #include <QProxyStyle>
+#include <QWidget>
 
 namespace velmora {
 

@@ -87,15 +87,18 @@ bool frmNotes::Form_Activate() {
         }
         categories = CategoryNames(Context().database);
     });
-    if (read && categories.isEmpty()) {
-        Context().program.services().dialogs.ShowMessage(
-            {Translate(u"There are no Note Categories Defined.  Define Note Categories before creating any Notes."_s),
-             Context().program.Title(), Buttons::Ok, Icon::None});
-        done(Rejected);
-        return false;
-    }
     TDBGrid1->SetChoices(categories);
-    return read;
+    if (read && categories.isEmpty()) {
+        RefuseWithoutCategories();
+    }
+    return read && !categories.isEmpty();
+}
+
+void frmNotes::RefuseWithoutCategories() {
+    Context().program.services().dialogs.ShowMessage(
+        {Translate(u"There are no Note Categories Defined.  Define Note Categories before creating any Notes."_s),
+         Context().program.Title(), Buttons::Ok, Icon::None});
+    done(Rejected);
 }
 
 void frmNotes::Form_LostFocus() {

@@ -23,6 +23,7 @@ protected:
 
 private:
     void LayOut();
+    void RefuseWithoutCategories();
     void cmdAssetStdNotes_Click() { SelectStandardNotes(QStringLiteral("1")); }
     void cmdEventStdNotes_Click() { SelectStandardNotes(QStringLiteral("2")); }
     void Command1_Click();

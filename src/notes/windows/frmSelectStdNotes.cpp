@@ -80,18 +80,18 @@ QStringList frmSelectStdNotes::ChosenNames() {
     return names;
 }
 
+void frmSelectStdNotes::AddChosen() {
+    const BusyPointer busy(Context().program.services().eventLoop);
+    const QStringList names = ChosenNames();
+    engine::Transaction together(Context().database);
+    for (const QString& name : names) {
+        AddStandardNote(Context().database, reservation_, name);
+    }
+    together.Commit();
+}
+
 void frmSelectStdNotes::cmdOK_Click() {
-    Steps steps = MakeSteps(u"Add Standard Notes"_s);
-    const bool added = steps.Step(u"Adding Notes"_s, [this] {
-        const BusyPointer busy(Context().program.services().eventLoop);
-        const QStringList names = ChosenNames();
-        engine::Transaction together(Context().database);
-        for (const QString& name : names) {
-            AddStandardNote(Context().database, reservation_, name);
-        }
-        together.Commit();
-    });
-    if (added) {
+    if (MakeSteps(u"Add Standard Notes"_s).Step(u"Adding Notes"_s, [this] { AddChosen(); })) {
         Table1->ClearSelection();
         accept();
     }

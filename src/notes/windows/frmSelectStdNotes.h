@@ -31,6 +31,7 @@ private:
     void Explain();
     void cmdOK_Click();
     void cmdCancel_Click();
+    void AddChosen();
     // The names of the selected standard notes, in the order of selection.
     QStringList ChosenNames();
 
