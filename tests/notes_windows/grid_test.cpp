@@ -90,12 +90,15 @@ TEST_F(NotesGridTest, ANoteWithoutACategoryStaysUntilItHasOne) {
     GridHand& hand = *hand_;
     hand.Click(3, Name);
     hand.Type(u"Tent"_s);
-    Plan({Answer::Ok, Answer::Ok});
+    Plan({Answer::Ok, Answer::Ok, Answer::Ok});
     hand.Key(Qt::Key_Up);
     EXPECT_TRUE(Told().at(0).text.contains(u"category"));
     EXPECT_EQ(hand.Row(), 3);
     EXPECT_EQ(hand.Column(), Category);
-    // Neither does the window close over it.
+    // Neither are other rows deleted nor does the window close over it.
+    QTest::mouseClick(&hand.grid, Qt::LeftButton, {}, QPoint(200, 6));
+    hand.Key(Qt::Key_Delete);
+    EXPECT_EQ(Told().size(), 2U);
     Child<QPushButton>(*window_, u"cmdClose"_s).click();
     EXPECT_TRUE(window_->isVisible());
     hand.Type(u"Setup"_s);

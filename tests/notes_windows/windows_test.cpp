@@ -238,12 +238,14 @@ TEST_F(NotesWindowsTest, ACategoryInUseIsRenamedAndDeletedOnlyAfterAQuestion) {
         test_.dialogs.answers = {Answer::Yes};
         hand.Key(Qt::Key_Delete);
         EXPECT_EQ(site_.Shown(u"NoteCategory"_s), u"Catering / Rigging"_s);
-        // Locked between the notes and the category, neither is renamed and the name stays typed.
+        // Written, but not kept because another desk reads: neither is renamed and the name stays typed.
         {
-            const engine::Transaction lock(*site_.other);
+            const engine::ReadScope reading(*site_.other);
+            site_.other->OpenRecordset(u"NoteCategory");
             test_.errors.answers = {Answer::Ignore};
             test_.dialogs.answers = {Answer::Yes};
             rename(1, u"Later"_s);
+            EXPECT_EQ(test_.errors.reports.at(0).error.Number(), 3260);
         }
         EXPECT_EQ(hand.Text(1, 0), u"Later"_s);
         EXPECT_EQ(site_.Shown(u"Select Top 1 NoteCategory from [Note]"_s), u"Rigging"_s);
