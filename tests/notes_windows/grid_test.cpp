@@ -355,6 +355,22 @@ TEST_F(NotesGridTest, AFailedWriteIsReportedAndTheRowKept) {
     EXPECT_EQ(site_.Names(), u"Stools / Coffee / Cable"_s);
 }
 
+TEST_F(NotesGridTest, AnEntryIsKeptWhenTheFocusComesBackBesideItsEditor) {
+    GridHand& hand = *hand_;
+    hand.Type(u"Stools"_s);
+    hand.view.setFocus();
+    hand.Key(Qt::Key_F2);
+    EXPECT_EQ(qobject_cast<QLineEdit*>(hand.Editor())->text(), u"Stools"_s);
+    hand.Type(u"Benches"_s);
+    hand.view.setFocus();
+    hand.Key(Qt::Key_Escape);
+    EXPECT_FALSE(hand.IsEditing());
+    EXPECT_EQ(hand.Text(0, Name), u"Stools"_s);
+    hand.Key(Qt::Key_Escape);
+    EXPECT_EQ(hand.Text(0, Name), u"Chairs"_s);
+    EXPECT_TRUE(window_->isVisible());
+}
+
 TEST_F(NotesGridTest, FontAndColumnsAreKeptForTheUser) {
     test_.dialogs.fonts = {FontChoice{u"Liberation Serif"_s, 14, true, false}};
     QContextMenuEvent press(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(5, 5));

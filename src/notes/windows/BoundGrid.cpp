@@ -173,6 +173,9 @@ void BoundGrid::SaveSettings() {
 }
 
 void BoundGrid::ChooseFont() {
+    if (!CommitCell()) {
+        return;
+    }
     const auto choice = program_.services().dialogs.AskFont(ChoiceOf(view_->font()));
     if (!choice) {
         return;
@@ -304,7 +307,8 @@ bool BoundGrid::UpdateRow() {
 }
 
 bool BoundGrid::CanEditCell(const QModelIndex& index) {
-    if (!index.isValid() || !model_->CanEdit(index.column()) || busy_) {
+    // The view may have the focus while an editor is still open.
+    if (!index.isValid() || !model_->CanEdit(index.column()) || busy_ || !CommitCell()) {
         return false;
     }
     // Reads the row: only then is it known whether it is still there.
@@ -413,6 +417,10 @@ bool BoundGrid::GridKey(const QKeyEvent& event) {
         }
         return modified;
     case Qt::Key_Escape:
+        if (editing_->IsOpen()) {
+            editing_->Close();
+            return true;
+        }
         if (rows_.PendingRow()) {
             UndoRow();
             return true;
