@@ -22,14 +22,14 @@ void SetWhereEmpty(BoundRows& rows, int row, const char* field, const Value& val
 std::vector<BoundColumn> NoteColumns() {
     return {{u"Key"_s, "ID", CellKind::Number, Editing::ReadOnly, 7},
             {u"Reservation"_s, "Reservation", CellKind::Number, Editing::ReadOnly, 11},
-            {u"Name"_s, "Name", CellKind::Text, Editing::Allowed, 18},
-            {u"NoteCategory"_s, "NoteCategory", CellKind::Choice, Editing::Allowed, 15},
+            {u"Name"_s, "Name", CellKind::Text, Editing::Allowed, 16},
+            {u"NoteCategory"_s, "NoteCategory", CellKind::Choice, Editing::Allowed, 13},
             {u"Note"_s, "Note", CellKind::Lines, Editing::Allowed, 38},
             {u"Cost"_s, "Cost", CellKind::Money, Editing::Allowed, 10},
             {u"Confirm"_s, "Confirm", CellKind::YesNo, Editing::Allowed, 9},
             {u"Completed"_s, "Completed", CellKind::YesNo, Editing::Allowed, 11},
-            {u"CompletedTime"_s, "CompletedTime", CellKind::Moment, Editing::Allowed, 18},
-            {u"CompletedBy"_s, "CompletedBy", CellKind::Text, Editing::Allowed, 13}};
+            {u"CompletedTime"_s, "CompletedTime", CellKind::Moment, Editing::Allowed, 17},
+            {u"CompletedBy"_s, "CompletedBy", CellKind::Text, Editing::Allowed, 12}};
 }
 
 QString NotesOf(qint32 reservation) {

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -141,7 +142,10 @@ void BoundGrid::SizeColumns() {
     }
     // The column of the longest texts takes what the window has to spare, and gives up to half of its own width.
     if (count > 1) {
-        const int spare = view_->viewport()->width() - total;
+        // The scroll bar of more rows than the window shows must not cover the last column.
+        const int room =
+            view_->width() - selectors_->sizeHint().width() - view_->verticalScrollBar()->sizeHint().width();
+        const int spare = room - total;
         header.resizeSection(widest, header.sectionSize(widest) + std::max(spare, -header.sectionSize(widest) / 2));
     }
 }

@@ -51,7 +51,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     option->state.setFlag(QStyle::State_Active, true);
     option->state.setFlag(QStyle::State_HasFocus, false);
     option->textElideMode = Qt::ElideRight;
-    option->text.remove(u'\r').replace(QChar::LineSeparator, u" \u21b5 "_s);
+    option->text.remove(u'\r').replace(QChar::LineSeparator, u" / "_s);
     if (model.IsGone(index.row())) {
         option->font.setStrikeOut(true);
     }
