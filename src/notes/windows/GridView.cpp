@@ -46,10 +46,12 @@ bool GridView::GoToNextCell(int step) {
 
 void GridView::GoDown() {
     const QModelIndex from = currentIndex();
-    // In the empty row the record that was typed is stored, and the row behind it is the next one.
+    // In the empty row the record that was typed is stored first, and the row behind it is the next one.
+    const bool inLast = from.row() + 1 >= bound_.rowCount();
+    if (inLast && !handler_.LeaveRow()) {
+        return;
+    }
     if (from.row() + 1 < bound_.rowCount()) {
-        GoTo(from.row() + 1, from.column());
-    } else if (handler_.LeaveRow() && from.row() + 1 < bound_.rowCount()) {
         GoTo(from.row() + 1, from.column());
     }
 }
