@@ -3,28 +3,20 @@
 // above its limit. Without an argument the large demo site is made for it; an argument names a site's folder that is
 // there already, made for the day in the second argument.
 #include "bench/BareStore.h"
+#include "bench/BenchDesk.h"
 #include "data/CreateSite.h"
-#include "data/SiteSchema.h"
 #include "desk/DailyReport.h"
-#include "platform/ConsoleServices.h"
-#include "platform/NativeUserSettings.h"
-#include "platform/SystemClock.h"
-#include "platform/printers/NoQueues.h"
-#include "platform/printers/SystemPrinters.h"
-#include "print/ReadPrintAttributes.h"
 
 #include <QTemporaryDir>
 
 #include <sqlite3.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <string_view>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace velmora;
+using namespace velmora::bench;
 
 namespace {
 
@@ -129,105 +121,20 @@ private:
     int printed_ = 0;
 };
 
-class NoView : public ReportView {
-public:
-    void SetCloseCaption(const QString&) override {}
-    void ShowProgress(const QString&, int) override {}
-    void HideProgress() override {}
-};
-
-class MemoryDelivery : public print::Delivery {
-public:
-    void SendMail(const QByteArray& text) override { size = text.size(); }
-    void SaveFile(const QByteArray& text, print::ReportFileKind) override {
-        size = text.size();
-        reservations = text.count(": From ");
-    }
-    qsizetype size = 0;
-    qsizetype reservations = 0;
-};
-
-// A failure ends the measurement.
-class NoErrors : public ErrorReporter {
-public:
-    Answer Report(const Error& error, const FailurePlace&) override { throw error; }
-};
-
-class NoLog : public Log {
-public:
-    void Write(const QString&) noexcept override {}
-};
-
-// The report as velmora-report runs it, into memory.
-class DeskReport {
-public:
-    DeskReport(const QString& path, Date day) : clock_(StartOfDay(day)), database_(OpenSite(path)) {
-        state_.ReportDayMode = 2;
-        state_.chkIncludeNotes = true;
-        state_.chkIncludePhone = true;
-    }
-    void Run() {
-        job_.SetOutputTarget(3);
-        ReportContext context{program_, state_, view_, *database_, job_};
-        PrintDailyReport(context);
-    }
-    const MemoryDelivery& Delivered() const { return delivery_; }
-
-private:
-    FixedClock clock_;
-    ConsoleDialogs dialogs_{stderr};
-    ConsoleEventLoop eventLoop_;
-    printers::SystemPrinters printers_{std::make_unique<printers::NoQueues>(), QLocale(u"en_US"_s)};
-    ConsoleProgress progress_;
-    ConsoleMail mail_;
-    ConsoleWindows windows_;
-    ConsoleProcess process_;
-    NativeUserSettings settings_;
-    NoErrors errors_;
-    NoLog log_;
-    Program program_{Services{dialogs_,
-                              clock_,
-                              eventLoop_,
-                              printers_,
-                              progress_,
-                              mail_,
-                              errors_,
-                              windows_,
-                              process_,
-                              settings_,
-                              log_,
-                              {},
-                              {},
-                              LocaleText(QLocale(u"en_US"_s))},
-                     u"Service Administration"_s};
-    ProgramInstaller installer_{program_};
-    std::unique_ptr<engine::Database> database_;
-    DeskState state_;
-    NoView view_;
-    MemoryDelivery delivery_;
-    print::PrintJob job_{{program_.services(), delivery_, [this] { return print::ReadPrintAttributes(*database_); }}};
-};
-
-double Milliseconds(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> numbers) {
-    std::sort(numbers.begin(), numbers.end());
-    return numbers[numbers.size() / 2];
-}
-
 int Measure(const QString& folder, Date day) {
     const QString path = SiteDatabasePath(folder);
     BareReport bare(path, day);
-    DeskReport report(path, day);
+    BenchDesk desk(day);
+    const auto database = OpenSite(path);
+    desk.state.ReportDayMode = 2;
+    desk.state.chkIncludeNotes = true;
+    desk.state.chkIncludePhone = true;
     qint64 read = bare.Run();
-    report.Run();
-    if (read == 0 || report.Delivered().reservations != bare.Printed()) {
+    desk.Run(*database, &PrintDailyReport);
+    const qsizetype listed = desk.Text().count(": From ");
+    if (read == 0 || listed != bare.Printed()) {
         std::fprintf(stderr, "The two sides do not list the same reservations: %d and %lld\n", bare.Printed(),
-                     static_cast<long long>(report.Delivered().reservations));
+                     static_cast<long long>(listed));
         return 1;
     }
     std::vector<double> bareTimes;
@@ -235,13 +142,13 @@ int Measure(const QString& folder, Date day) {
     std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round) {
         bareTimes.push_back(Milliseconds([&] { read += bare.Run(); }));
-        reportTimes.push_back(Milliseconds([&] { report.Run(); }));
+        reportTimes.push_back(Milliseconds([&] { desk.Run(*database, &PrintDailyReport); }));
         ratios.push_back(reportTimes.back() / bareTimes.back());
     }
     const double ratio = Median(ratios);
     std::printf("%-52s %12s %12s %6s %6s\n", "", "bare store", "report", "ratio", "limit");
     const std::string what = std::to_string(bare.Printed()) + " starts with notes and telephones, " +
-                             std::to_string(report.Delivered().size / 1024) + " KiB";
+                             std::to_string(desk.Text().size() / 1024) + " KiB";
     std::printf("%-52s %9.2f ms %9.2f ms %6.2f %6.2f %s\n", what.c_str(), Median(bareTimes), Median(reportTimes), ratio,
                 limit, ratio <= limit ? "" : "ABOVE");
     return ratio <= limit ? 0 : 1;

@@ -28,6 +28,12 @@ constexpr std::array deletions = {
     u"Delete from [Asset/StandardNote] where AssetID = ", u"Delete from [Asset] where AssetID =",
 };
 
+// The first `length` characters without blanks at their ends; a text that is so already is shared, not copied.
+QString Kept(const QString& text, qsizetype length) {
+    const QStringView kept = QStringView(text).left(length).trimmed();
+    return kept.size() == text.size() ? text : kept.toString();
+}
+
 Answer Ask(const QString& text, Buttons buttons, Icon icon) {
     const Program& program = CurrentProgram();
     return program.services().dialogs.ShowMessage({text, program.Title(), buttons, icon});
@@ -69,11 +75,11 @@ void AssetInfo::SetLocationY(int y) {
 }
 
 void AssetInfo::SetDescription(const QString& description) {
-    description_ = QStringView(description).left(descriptionLength).trimmed().toString();
+    description_ = Kept(description, descriptionLength);
 }
 
 void AssetInfo::SetstrName(const QString& name) {
-    strName_ = QStringView(name).left(nameLength).trimmed().toString();
+    strName_ = Kept(name, nameLength);
 }
 
 int AssetInfo::nListImage() const {

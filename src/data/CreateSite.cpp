@@ -88,10 +88,11 @@ void WriteStoredQueries(engine::NewDatabase& database) {
     }
 }
 
-void WriteWrapperFiles(const QDir& folder, Leftovers& leftovers) {
-    for (const QString& name : {QStringLiteral("htmlpre.txt"), QStringLiteral("htmlpost.txt")}) {
+// Files that the site has already are its own.
+void WriteMissingFiles(const QDir& folder, const QString& source, const QStringList& names, Leftovers& leftovers) {
+    for (const QString& name : names) {
         if (!folder.exists(name)) {
-            leftovers.WriteFile(folder.filePath(name), ReadResourceBytes(QStringLiteral("demo/") + name));
+            leftovers.WriteFile(folder.filePath(name), ReadResourceBytes(source + name));
         }
     }
 }
@@ -107,8 +108,10 @@ QString CreateSite(const QString& folder, const std::optional<demo::Options>& de
     if (demo) {
         DatabaseSink sink(database);
         demo::WriteDemoSite(*demo, sink);
-        WriteWrapperFiles(QDir(folder), leftovers);
+        WriteMissingFiles(QDir(folder), QStringLiteral("demo/"),
+                          {QStringLiteral("htmlpre.txt"), QStringLiteral("htmlpost.txt")}, leftovers);
     }
+    WriteMissingFiles(QDir(folder), QStringLiteral("layouts/"), ResourceNames(QStringLiteral("layouts")), leftovers);
     database.Finish();
     leftovers.Keep();
     return path;

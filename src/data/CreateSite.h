@@ -8,9 +8,9 @@
 
 namespace velmora {
 
-// Makes a site in a folder, which is made too: "Velmora.MDB" with its stored queries; with `demo` also that demo site's
-// rows and sample HTML wrapper files (files of those names that are there already stay as they are). Returns the
-// database's path.
+// Makes a site in a folder, which is made too: "Velmora.MDB" with its stored queries, and the report layouts; with
+// `demo` also that demo site's rows and sample HTML wrapper files. Layouts and wrapper files that are there already
+// stay as they are. Returns the database's path.
 //
 // Throws EngineError (FileExists when the folder has a database already) and Error for what the file system refuses;
 // nothing is left behind then.

@@ -44,8 +44,13 @@ QString ReadFileText(const QString& path) {
 
 QString AssetKey(const Value& value) {
     const QString text = value.ToText();
+    const QStringView digits = QStringView(text).trimmed();
+    // Whole lists of names get their keys: a look at the beginning spares most of them the reading of a number.
+    if (digits.isEmpty() || !(digits[0].isDigit() || QStringView(u"+-.").contains(digits[0]))) {
+        return text;
+    }
     bool isNumber = false;
-    const double number = text.trimmed().toDouble(&isNumber);
+    const double number = digits.toDouble(&isNumber);
     return isNumber && std::isfinite(number) ? u'<' + text + u'>' : text;
 }
 

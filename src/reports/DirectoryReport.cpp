@@ -3,6 +3,7 @@
 #include "base/Translate.h"
 #include "reports/CellTexts.h"
 #include "reports/OccupancyDays.h"
+#include "reports/PrintedAt.h"
 #include "reports/ReadTable.h"
 
 namespace velmora {
@@ -63,9 +64,8 @@ void DirectoryReport::Run() {
 }
 
 void DirectoryReport::ChooseDays() {
-    const DateTime now = context_.program.services().clock.Now();
-    days_ = OccupancyDays(options_, DateOf(now), locale_);
-    printedAt_ = Translate(u"Printed at:"_s) + u' ' + locale_.GeneralDate(now) + days_.phrase;
+    days_ = OccupancyDays(options_, DateOf(context_.program.services().clock.Now()), locale_);
+    printedAt_ = PrintedAt(context_.program, u"Printed at:"_s, days_.phrase);
 }
 
 std::optional<ReportTable::Row> DirectoryReport::RowOf(const Recordset& occupancies) const {

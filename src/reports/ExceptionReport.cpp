@@ -4,6 +4,7 @@
 #include "base/Translate.h"
 #include "data/Helpers.h"
 #include "reports/CellTexts.h"
+#include "reports/PrintedAt.h"
 #include "reports/ReadTable.h"
 
 namespace velmora {
@@ -111,11 +112,8 @@ void ExceptionReport::ChooseDay() {
 }
 
 void ExceptionReport::PrintTitle() {
-    const QString printedAt = Translate(u"Printed at"_s) + u' ' +
-                              locale_.GeneralDate(context_.program.services().clock.Now()) + u" for "_s +
-                              locale_.ShortDate(*date_);
     context_.job.PrintReportTitle(Translate(u"Exception Report"_s), Translate(QString::fromLatin1(kind_.subtitle)),
-                                  printedAt);
+                                  PrintedAt(context_.program, u"Printed at"_s, u" for "_s + locale_.ShortDate(*date_)));
 }
 
 QString ExceptionReport::RowsText() const {

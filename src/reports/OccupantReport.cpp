@@ -4,6 +4,7 @@
 #include "data/Helpers.h"
 #include "reports/CellTexts.h"
 #include "reports/OccupancyDays.h"
+#include "reports/PrintedAt.h"
 #include "reports/ReadTable.h"
 
 namespace velmora {
@@ -64,9 +65,8 @@ void OccupantReport::Run() {
 }
 
 void OccupantReport::ChooseDays() {
-    const DateTime now = context_.program.services().clock.Now();
-    days_ = OccupancyDays(options_, DateOf(now), locale_);
-    printedAt_ = Translate(u"Printed at:"_s) + u' ' + locale_.GeneralDate(now) + days_.phrase;
+    days_ = OccupancyDays(options_, DateOf(context_.program.services().clock.Now()), locale_);
+    printedAt_ = PrintedAt(context_.program, u"Printed at:"_s, days_.phrase);
 }
 
 void OccupantReport::Print() {

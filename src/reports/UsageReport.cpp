@@ -5,6 +5,7 @@
 #include "desk/ReportFrame.h"
 #include "reports/CellTexts.h"
 #include "reports/OccupancyDays.h"
+#include "reports/PrintedAt.h"
 
 namespace velmora {
 
@@ -51,8 +52,7 @@ class UsageReport {
 public:
     UsageReport(ReportContext& context, Steps& steps, ReportFrame& frame)
         : context_(context), steps_(steps), frame_(frame), breakdown_(BreakdownOf(context.state.OptUsage)),
-          detail_(context.state.chkUsageDetail), date_(context.state.dtcUsage),
-          locale_(context.program.services().localeText) {}
+          detail_(context.state.chkUsageDetail), date_(context.state.dtcUsage) {}
 
     void Run();
 
@@ -84,7 +84,6 @@ private:
     const Breakdown& breakdown_;
     const bool detail_;
     const std::optional<Date> date_;
-    const LocaleText& locale_;
 
     QString printedAt_;
     std::unique_ptr<engine::Recordset> rows_;
@@ -117,8 +116,8 @@ void UsageReport::ChooseDay() {
     if (!date_) {
         throw ProgramError(ErrorNumber::TypeMismatch, u"The box for the report date holds no date"_s);
     }
-    printedAt_ = Translate(u"Printed at"_s) + u' ' + locale_.GeneralDate(context_.program.services().clock.Now()) +
-                 u" for "_s + locale_.ShortDate(*date_);
+    const QString day = context_.program.services().localeText.ShortDate(*date_);
+    printedAt_ = PrintedAt(context_.program, u"Printed at"_s, u" for "_s + day);
 }
 
 void UsageReport::PrintRows() {

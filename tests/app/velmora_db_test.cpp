@@ -59,6 +59,12 @@ protected:
     }
 
     QTemporaryDir folder_;
+    QStringList FilesOfSite() const { return QDir(site_).entryList(QDir::Files); }
+
+    // What a new site without demo data has.
+    const QStringList newSite_{u"Connect.rpx"_s,  u"Directry.rpx"_s, u"Disconn.rpx"_s,
+                               u"Occupant.rpt"_s, u"Reminder.rpx"_s, u"Setup.rpx"_s,
+                               u"Takedown.rpx"_s, u"Velmora.MDB"_s,  u"WorkOrd.rpx"_s};
     // Folders may be called anything.
     QString site_ = folder_.filePath(u"Zürich 東京/it's a site"_s);
     QString database_ = site_ + u"/Velmora.MDB"_s;
@@ -106,7 +112,7 @@ TEST_F(VelmoraDb, CreatesASiteOnce) {
     EXPECT_EQ(created.code, 0);
     EXPECT_EQ(created.out, database_.toUtf8() + ": created\n");
     EXPECT_EQ(created.err, "");
-    EXPECT_EQ(QDir(site_).entryList(QDir::Files), QStringList{u"Velmora.MDB"_s});
+    EXPECT_EQ(FilesOfSite(), newSite_);
 
     const QByteArray before = Content(database_);
     const Result again = Call({u"create"_s, site_, u"--demo"_s, u"typical"_s});
@@ -114,7 +120,7 @@ TEST_F(VelmoraDb, CreatesASiteOnce) {
     EXPECT_EQ(again.out, "");
     EXPECT_EQ(again.err, "velmora-db: Database already exists: \"" + database_.toUtf8() + "\".\n");
     EXPECT_EQ(Content(database_), before);
-    EXPECT_EQ(QDir(site_).entryList(QDir::Files), QStringList{u"Velmora.MDB"_s});
+    EXPECT_EQ(FilesOfSite(), newSite_);
 
     // A folder that cannot be made: nothing of it stays.
     QFile file(folder_.filePath(u"file"_s));
@@ -135,6 +141,10 @@ TEST_F(VelmoraDb, CreatesADemoSite) {
     ASSERT_TRUE(own.open(QIODevice::WriteOnly));
     own.write("our own");
     own.close();
+    QFile ownLayout(site_ + u"/Setup.rpx"_s);
+    ASSERT_TRUE(ownLayout.open(QIODevice::WriteOnly));
+    ownLayout.write("our own layout");
+    ownLayout.close();
 
     const QStringList words{u"create"_s, site_, u"--demo=typical"_s, u"--today"_s, u"2026-03-10"_s,
                             u"--seed"_s, u"5"_s};
@@ -143,6 +153,8 @@ TEST_F(VelmoraDb, CreatesADemoSite) {
               "N\tEarliest\n75000");
     EXPECT_TRUE(Content(site_ + u"/htmlpre.txt"_s).startsWith("<!DOCTYPE html>"));
     EXPECT_EQ(Content(own.fileName()), "our own");
+    EXPECT_EQ(Content(ownLayout.fileName()), "our own layout");
+    EXPECT_TRUE(Content(site_ + u"/Reminder.rpx"_s).startsWith("{"));
     EXPECT_EQ(Call({u"check"_s, site_}).out, database_.toUtf8() + ": sound\n");
 }
 

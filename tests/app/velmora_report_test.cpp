@@ -205,7 +205,7 @@ TEST_F(ReportProgramTest, BadUsageIsTwoWithTheReason) {
              Case{"--to mail --mail-to a@b --output x daily --list starts --day next", "makes none"},
              Case{"--orientation upright daily --list starts --day next", "portrait or landscape"},
              Case{"--data= daily --list starts --day next", "--data"},
-             Case{"layout --report setup --start 2026-03-05 --end 2026-03-06", "no report \"layout\""},
+             Case{"layouts --report setup --start 2026-03-05 --end 2026-03-06", "no report \"layouts\""},
              Case{"occupant", "--day"},
              Case{"directory --day other", "--date"},
              Case{"occupant --day next --detail", "no option of the occupant report"},

@@ -204,8 +204,10 @@ TEST_F(DemoQueries, AreServedByIndexes) {
         {"QReport5", "MULTI-INDEX OR"},
         {"QReport2", "SEARCH Reservation USING INDEX ReservationEnd (End>?)"},
         {"RangePerson", "SEARCH Reservation USING INDEX ReservationEnd (End>?)"},
-        {"A1", "SEARCH Mine USING INDEX ReservationEnd (End>?)"},
-        {"P1", "SEARCH Mine USING INDEX ReservationEnd (End>?)"},
+        {"A1", "SEARCH Reservation USING INDEX ReservationEnd (End>?)"},
+        {"A1", "SEARCH Mine USING AUTOMATIC COVERING INDEX (c1=?)"},
+        {"P1", "SEARCH Reservation USING INDEX ReservationEnd (End>?)"},
+        {"P1", "SEARCH Mine USING AUTOMATIC COVERING INDEX (c1=? AND c2=?)"},
         {NotCheckedIn, "SEARCH Reservation USING INDEX ReservationEnd (End>?)"},
         {MoveIns, "SEARCH Reservation USING INDEX ReservationStart (Start>? AND Start<?)"},
         {PersonSummary, "SEARCH Reservation USING INDEX ReservationPerson (LastName=? AND FirstName=? AND End>?)"},
@@ -222,6 +224,7 @@ TEST_F(DemoQueries, AreServedByIndexes) {
                                                              << plan.join(u'\n').toStdString() << "\n"
                                                              << compiled.sql.toStdString();
         EXPECT_EQ(plan.filter(u"SCAN Reservation"_s).size(), 0) << each.text;
+        EXPECT_LE(plan.filter(u"USING INDEX ReservationEnd"_s).size(), 1) << each.text << " walks more than once";
     }
 }
 

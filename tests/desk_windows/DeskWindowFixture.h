@@ -37,6 +37,11 @@ protected:
             [this](qint32 reservation, QWidget*) { notesOf.push_back(reservation); }});
         window_->Form_Load();
         window_->show();
+        // Pages are made when they are chosen for the first time.
+        auto& tabs = Child<QTabBar>(u"TabStrip1"_s);
+        for (int i = tabs.count() - 1; i >= 0; --i) {
+            tabs.setCurrentIndex(i);
+        }
         QApplication::setActiveWindow(window_.get());
     }
 

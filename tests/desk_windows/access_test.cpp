@@ -51,7 +51,8 @@ TEST_F(DeskWindowTest, EveryControlHasANameAndAKey) {
         EXPECT_TRUE(named) << name.toStdString();
         // The arrow keys go to the options that are not chosen.
         const auto* radio = qobject_cast<QRadioButton*>(control);
-        const bool focusable = (control->focusPolicy() & Qt::TabFocus) != 0 || (radio != nullptr && !radio->isChecked());
+        const bool focusable =
+            (control->focusPolicy() & Qt::TabFocus) != 0 || (radio != nullptr && !radio->isChecked());
         EXPECT_TRUE(focusable) << name.toStdString();
     }
     // On each page no two controls share a letter, nor with the button outside the pages.
@@ -129,6 +130,7 @@ TEST_F(DeskWindowTest, NothingIsCutWithTextsLongerByTwoFifths) {
     }
     window_.reset();
     OpenDesk();
+    window_->showNormal();
     window_->resize(1280, 760);
     EXPECT_LE(window_->minimumSizeHint().width(), 1280);
     EXPECT_LE(window_->minimumSizeHint().height(), 760);

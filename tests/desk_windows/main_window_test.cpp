@@ -82,10 +82,9 @@ TEST_F(DeskWindowTest, TheReportRangeKeepsADayBetweenItsDates) {
 }
 
 TEST_F(DeskWindowTest, EachButtonRunsItsListOfTheDayChosen) {
-    const std::tuple<const char*, int, const char*> buttons[] = {
-        {"Command5", 0, "\nReservation Starts\t"},
-        {"Command6", 1, "\nReservation Ends\t"},
-        {"Command2", 8, "\nReservation Starts and Ends\t"}};
+    const std::tuple<const char*, int, const char*> buttons[] = {{"Command5", 0, "\nReservation Starts\t"},
+                                                                 {"Command6", 1, "\nReservation Ends\t"},
+                                                                 {"Command2", 8, "\nReservation Starts and Ends\t"}};
     for (const auto& [button, base, title] : buttons) {
         for (int day = 0; day < 3; ++day) {
             Click(u"optDay"_s + QString::number(day));

@@ -1,5 +1,6 @@
 #include "tests/reports/ReportsFixture.h"
 
+#include "base/Translate.h"
 #include "print/TextWriter.h"
 #include "reports/OccupancyDays.h"
 
@@ -251,6 +252,41 @@ TEST_F(ReportRunsTest, TheSqlTextsOfNamesWithQuotes) {
     }
     // Who has no reservation, or no location, is not asked about any further.
     EXPECT_FALSE(faulty_->sources.contains(u"Select * from [Asset/Area] where AssetID =  and AreaName = \"North\""_s));
+}
+
+TEST_F(ReportRunsTest, FixedTextsAreTranslated) {
+    TranslationDictionary& dictionary = fakes_.program.Part<TranslationDictionary>();
+    const QStringList english{u"Occupant Report"_s,
+                              u"Directory Report"_s,
+                              u"Exception Report"_s,
+                              u"Persons outside of Space Type"_s,
+                              u"Location Usage Report"_s,
+                              u"Printed at"_s,
+                              u"Printed at:"_s,
+                              u"Location"_s,
+                              u"Person"_s,
+                              u"Name"_s,
+                              u"Phone"_s,
+                              u"Organization"_s,
+                              u"Space Type"_s,
+                              u"From - To"_s,
+                              u"Unreserved"_s,
+                              u"Permanently Reserved"_s,
+                              u"Non-Permanently Reserved"_s,
+                              u"Permanent"_s,
+                              u"Non-Permanent"_s,
+                              u"Total"_s};
+    for (const QString& text : english) {
+        dictionary.Add(text, u'<' + text.toUpper() + u'>');
+    }
+    state_.chkUsageDetail = true;
+    QByteArray all;
+    for (const NamedReport& report : reports) {
+        all += Fresh(report.print);
+    }
+    for (const QString& text : english) {
+        EXPECT_TRUE(all.contains('<' + text.toUpper().toUtf8() + '>')) << text.toStdString();
+    }
 }
 
 TEST(OccupancyDaysTest, TheNextWorkingDayIsThatDayAlone) {

@@ -22,14 +22,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::map<DeskReport, std::function<void(ReportContext&)>> Reports() {
+std::map<DeskReport, std::function<void(ReportContext&)>> Reports(layouts::LayoutPreviews& layouts) {
     return {{DeskReport::Starts, PrintDailyReport},
             {DeskReport::Ends, PrintDailyReport},
             {DeskReport::Combined, PrintDailyReport},
             {DeskReport::Occupant, PrintOccupantReport},
             {DeskReport::Directory, PrintDirectoryReport},
             {DeskReport::Exception, PrintExceptionReport},
-            {DeskReport::Usage, PrintUsageReport}};
+            {DeskReport::Usage, PrintUsageReport},
+            {DeskReport::Layout, [&layouts](ReportContext& context) { layouts.Run(context.state, context.database); }}};
 }
 
 std::function<void(qint32, QWidget*)> NotesOpener() {
@@ -54,11 +55,11 @@ DeskProgram::DeskProgram(const QString& startupArgument)
       previewPages_(program_.services(), previews_, printerPages_, program_.Title()),
       job_({program_.services(), delivery_, [] { return print::ReadPrintAttributes(OpenedDatabase()); },
             &previewPages_}),
-      help_([this] { return HelpTopic(); }) {}
+      layoutPreviews_(program_, output_), help_([this] { return HelpTopic(); }) {}
 
 void DeskProgram::Start() {
     LoadTranslations();
-    main_ = std::make_unique<frmScmain>(DeskParts{program_, job_, Reports(), NotesOpener()});
+    main_ = std::make_unique<frmScmain>(DeskParts{program_, job_, Reports(layoutPreviews_), NotesOpener()});
     frmIntro intro(program_);
     intro.Form_Load([this] { main_->Form_Load(); }, [this] { main_->show(); });
 }

@@ -4,6 +4,7 @@
 #include "base/windows/WindowEventLoop.h"
 #include "desk/windows/DeskWindows.h"
 #include "desk/windows/frmScmain.h"
+#include "layouts/windows/LayoutPreviews.h"
 #include "ops/ErrorReport.h"
 #include "ops/windows/Help.h"
 #include "ops/windows/WindowMail.h"
@@ -58,6 +59,7 @@ private:
     print::WindowPreviews previews_;
     print::PreviewPages previewPages_;
     print::PrintJob job_;
+    layouts::LayoutPreviews layoutPreviews_;
     HelpKey help_;
     std::unique_ptr<frmScmain> main_;
 };

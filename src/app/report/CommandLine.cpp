@@ -1,5 +1,6 @@
 #include "app/report/CommandLine.h"
 
+#include "app/report/LayoutOptions.h"
 #include "app/report/OptionTable.h"
 #include "app/report/OptionValues.h"
 #include "app/report/ReportOptions.h"
@@ -104,8 +105,13 @@ Command ParseCommandLine(const QStringList& words) {
         }
         return command;
     }
-    ParseReport(rest, global, command);
-    if (!command.help) {
+    if (rest.Peek() == u"layout") {
+        rest.Take();
+        ParseLayout(rest, global, command);
+    } else {
+        ParseReport(rest, global, command);
+    }
+    if (!command.help && !command.showFormula) {
         CheckOutput(command, hasOutput);
     }
     return command;
@@ -120,7 +126,8 @@ QString Usage() {
        velmora-report [OPTIONS] exception --type space|area1|area2|area3|not-checked-in --date YYYY-MM-DD
            [--exclude-conference-rooms]
        velmora-report [OPTIONS] usage --by location|area1|area2|area3 --date YYYY-MM-DD [--detail]
-DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
+)"_s + LayoutUsage() +
+           uR"(DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
 OPTIONS: --data DIR  --to text|html|mail|pdf|printer  --output FILE|-  --printer NAME  --mail-to ADDRESS...
          --orientation portrait|landscape  --leader none|boxes|lines  --startup-argument TEXT
          --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
@@ -133,6 +140,7 @@ occupant   the locations and who is there, by location
 directory  the persons and where they are, by name
 exception  persons outside of their space type or area; reservations that are not checked in
 usage      how many locations or persons are unreserved, permanently reserved or reserved for a time
+layout     one of the report layouts in the data directory; --show-formula prints its selection formula instead
 
 Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.
 )"_s;

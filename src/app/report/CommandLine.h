@@ -37,6 +37,9 @@ struct Command {
     std::optional<LocaleText> locale;
     // In place of the printer's own.
     std::optional<Orientation> orientation;
+    // A report layout is run, or its formula shown and nothing run.
+    bool isLayout = false;
+    bool showFormula = false;
     // The routine that prints the report.
     void (*print)(ReportContext& context) = nullptr;
     // The report's options, as the main window's controls would have them.

@@ -3,6 +3,7 @@
 #include "app/report/CommandLineSettings.h"
 #include "app/report/OutputDelivery.h"
 #include "app/report/ReportPrinters.h"
+#include "app/report/RunLayout.h"
 #include "base/Program.h"
 #include "data/Configuration.h"
 #include "data/NativePath.h"
@@ -110,6 +111,11 @@ int PrintReport(const Command& command, ConsoleProgram& console) {
     SmtpMailSession session(program.services());
     OutputDelivery delivery(command.output, session, command.mailTo);
     print::PageOutput output(printers, printers, delivery);
+    const auto exitCode = [&] { return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed; };
+    if (command.isLayout) {
+        RunLayout(command, program, database, delivery, output);
+        return exitCode();
+    }
     print::PrinterPages pages(printers, output, program.Title());
     print::PrintJob job({program.services(), delivery, [&] { return print::ReadPrintAttributes(database); }, &pages});
     DeskState state = command.state;
@@ -118,12 +124,15 @@ int PrintReport(const Command& command, ConsoleProgram& console) {
     NoView view;
     ReportContext context{program, state, view, database, job};
     command.print(context);
-    return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed;
+    return exitCode();
 }
 
 } // namespace
 
 int RunReport(const Command& command, const QString& executablePath) {
+    if (command.showFormula) {
+        return ShowFormula(command) ? 0 : failed;
+    }
     ConsoleProgram console(command, executablePath);
     try {
         return PrintReport(command, console);

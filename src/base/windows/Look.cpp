@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QPainter>
 #include <QProxyStyle>
+#include <QStyleOption>
 
 namespace velmora {
 
@@ -30,6 +32,21 @@ constexpr Shades dark = {0xff26292d, 0xff1c1f22, 0xff212428, 0xff32363b, 0xffe6e
 class LookStyle : public QProxyStyle {
 public:
     LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    // One flat bar: a report paints it with every per cent.
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+        if (element != CE_ProgressBar || bar == nullptr || bar->maximum <= bar->minimum) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        QRect done = bar->rect.adjusted(1, 1, -1, -1);
+        painter->fillRect(bar->rect, bar->palette.color(QPalette::Mid));
+        painter->fillRect(done, bar->palette.color(QPalette::Base));
+        done.setWidth(done.width() * (bar->progress - bar->minimum) / (bar->maximum - bar->minimum));
+        painter->fillRect(done, bar->palette.color(QPalette::Highlight));
+    }
 
     // Answers are words: the toolkit's own pictures beside them are not in our hand.
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

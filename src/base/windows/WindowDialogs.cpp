@@ -69,6 +69,26 @@ Answer BoxAnswer(int button) {
     }
 }
 
+// A question has the ordinary pointer, also one that is asked in the middle of long work.
+class QuestionPointer {
+public:
+    QuestionPointer() : busy_(QApplication::overrideCursor() != nullptr) {
+        if (busy_) {
+            QApplication::setOverrideCursor(Qt::ArrowCursor);
+        }
+    }
+    ~QuestionPointer() {
+        if (busy_) {
+            QApplication::restoreOverrideCursor();
+        }
+    }
+    QuestionPointer(const QuestionPointer&) = delete;
+    QuestionPointer& operator=(const QuestionPointer&) = delete;
+
+private:
+    bool busy_;
+};
+
 bool MayReplace(const QString& path) {
     return QMessageBox::question(
                QApplication::activeWindow(), Translate(QStringLiteral("Save File As")),
@@ -89,6 +109,7 @@ QString NameFilters(const QString& filter) {
 }
 
 Answer WindowDialogs::ShowMessage(const Message& message) {
+    const QuestionPointer pointer;
     QMessageBox box(BoxIcon(message.icon), message.title, message.text, QMessageBox::NoButton,
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
@@ -109,6 +130,7 @@ Answer WindowDialogs::ShowMessage(const Message& message) {
 }
 
 std::optional<QString> WindowDialogs::AskText(const QString& prompt, const QString& title, const QString& initial) {
+    const QuestionPointer pointer;
     bool entered = false;
     const QString text =
         QInputDialog::getText(QApplication::activeWindow(), title, prompt, QLineEdit::Normal, initial, &entered);
@@ -116,6 +138,7 @@ std::optional<QString> WindowDialogs::AskText(const QString& prompt, const QStri
 }
 
 std::optional<SaveFileAnswer> WindowDialogs::AskSaveFile(const SaveFileRequest& request) {
+    const QuestionPointer pointer;
     QFileDialog dialog(QApplication::activeWindow(), request.title, request.folder, NameFilters(request.filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     // The question about an existing file comes below, when the name has its ending.
@@ -133,6 +156,7 @@ std::optional<SaveFileAnswer> WindowDialogs::AskSaveFile(const SaveFileRequest& 
 }
 
 std::optional<FontChoice> WindowDialogs::AskFont(const FontChoice& initial) {
+    const QuestionPointer pointer;
     QFont font(initial.family);
     font.setPointSizeF(initial.points);
     font.setBold(initial.bold);

@@ -7,7 +7,13 @@
 namespace velmora {
 
 void WindowEventLoop::ProcessPendingEvents() {
+    // Asking the desktop costs more than the rows of a fast report.
+    constexpr qint64 interval = 20;
+    if (lastRound_.isValid() && lastRound_.elapsed() < interval) {
+        return;
+    }
     QApplication::processEvents();
+    lastRound_.start();
 }
 
 void WindowEventLoop::SetPointer(Pointer pointer) {

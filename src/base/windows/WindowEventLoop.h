@@ -2,9 +2,12 @@
 
 #include "base/services/EventLoop.h"
 
+#include <QElapsedTimer>
+
 namespace velmora {
 
-// The event loop of a program with windows.
+// The event loop of a program with windows. Pending events are handled fifty times a second at most: a call that
+// comes sooner after the last leaves them to the next one.
 class WindowEventLoop : public EventLoop {
 public:
     ~WindowEventLoop() override { WindowEventLoop::SetPointer(Pointer::Default); }
@@ -15,6 +18,7 @@ public:
 
 private:
     Pointer pointer_ = Pointer::Default;
+    QElapsedTimer lastRound_;
 };
 
 } // namespace velmora

@@ -155,6 +155,10 @@ void DailyPage::Load(const DeskState& state) {
 }
 
 void DailyPage::ShowDays(Date today) {
+    if (shownToday_ == today) {
+        return;
+    }
+    shownToday_ = today;
     const DayCaptions captions = DayCaptions::On(today, host_.TheProgram().services().localeText);
     const auto show = [this](int index, const QString& caption, QChar mnemonic) {
         optDay.Button(index)->setText(WithMnemonic(caption, mnemonic, caption.indexOf(u'(')));

@@ -34,6 +34,7 @@ private:
     void dtcOtherDate_Change();
 
     DeskHost& host_;
+    std::optional<Date> shownToday_;
     OptionGroup optDay;
     DateBox* dtcOtherDate;
     // Its text is Label12, the number of days.

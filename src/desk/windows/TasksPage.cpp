@@ -176,9 +176,9 @@ QLayout* TasksPage::MakeNavigation() {
 
 void TasksPage::AddKeys() {
     const std::pair<QKeyCombination, QPushButton*> steps[] = {{Qt::ALT | Qt::Key_Home, cmdFirst},
-                                                  {Qt::ALT | Qt::Key_PageUp, cmdPrev},
-                                                  {Qt::ALT | Qt::Key_PageDown, cmdNext},
-                                                  {Qt::ALT | Qt::Key_End, cmdLast}};
+                                                              {Qt::ALT | Qt::Key_PageUp, cmdPrev},
+                                                              {Qt::ALT | Qt::Key_PageDown, cmdNext},
+                                                              {Qt::ALT | Qt::Key_End, cmdLast}};
     for (const auto& [key, button] : steps) {
         auto* shortcut = new QShortcut(QKeySequence(key), this);
         connect(shortcut, &QShortcut::activated, button, &QPushButton::click);

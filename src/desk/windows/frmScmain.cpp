@@ -81,7 +81,7 @@ QLineEdit* NewNumber(const QString& name, const QString& accessibleName) {
 } // namespace
 
 frmScmain::frmScmain(DeskParts parts)
-    : parts_(std::move(parts)), TabStrip1(new QTabBar), pages_(new QStackedWidget),
+    : parts_(std::move(parts)), TabStrip1(new QTabBar), stack_(new QStackedWidget),
       cmdClose(NewControl<QPushButton>(u"cmdClose"_s, u"&Close"_s)), lblStatus(NewControl<QLabel>(u"lblStatus"_s, {})),
       pbStatus(new QProgressBar), Timer1(new QTimer(this)), lblAsset(NewNumber(u"lblAsset"_s, u"Asset number"_s)),
       lblID(NewNumber(u"lblID"_s, u"Reservation number"_s)) {
@@ -91,26 +91,16 @@ frmScmain::frmScmain(DeskParts parts)
     TabStrip1->setAccessibleName(u"Pages"_s);
     TabStrip1->setExpanding(false);
     TabStrip1->setDrawBase(true);
-    daily_ = new DailyPage(*this);
-    tasks_ = new TasksPage(*this);
-    const std::vector<DeskPage*> pages = {daily_,
-                                          tasks_,
-                                          new LayoutPage(*this),
-                                          new StatusPage(*this),
-                                          new ExceptionPage(*this),
-                                          new UsagePage(*this),
-                                          new PrinterSettingsPage(*this)};
     for (const Tab& tab : Tabs()) {
         const int index = TabStrip1->addTab(tab.caption);
         TabStrip1->setTabData(index, tab.key);
         TabStrip1->setTabToolTip(index, tab.toolTip);
-        AddPage(u"Page"_s + QString::number(index), pages[static_cast<size_t>(index)]);
     }
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(spacing::normal, spacing::normal, spacing::normal, 0);
     column->setSpacing(0);
     column->addWidget(TabStrip1);
-    column->addWidget(pages_, 1);
+    column->addWidget(stack_, 1);
     column->addLayout(MakeFooter());
     AddTabKeys();
     TranslateForm(*this);
@@ -121,10 +111,39 @@ frmScmain::frmScmain(DeskParts parts)
 
 frmScmain::~frmScmain() = default;
 
-void frmScmain::AddPage(const QString& name, DeskPage* page) {
-    page->setObjectName(name);
-    order_.push_back(page);
-    pages_->addWidget(page);
+DeskPage* frmScmain::NewPage(int index) {
+    switch (index) {
+    case 0:
+        return daily_ = new DailyPage(*this);
+    case 1:
+        return tasks_ = new TasksPage(*this);
+    case 2:
+        return new LayoutPage(*this);
+    case 3:
+        return new StatusPage(*this);
+    case 4:
+        return new ExceptionPage(*this);
+    case 5:
+        return new UsagePage(*this);
+    default:
+        return new PrinterSettingsPage(*this);
+    }
+}
+
+DeskPage& frmScmain::Page(int index) {
+    DeskPage*& page = pages_.at(static_cast<size_t>(index));
+    if (page == nullptr) {
+        page = NewPage(index);
+        page->setObjectName(u"Page"_s + QString::number(index));
+        TranslateForm(*page);
+        page->Load(state_);
+        stack_->addWidget(page);
+        // What is below the pages comes behind all of them.
+        setTabOrder(previousInFocusChain(), lblAsset);
+        setTabOrder(lblAsset, lblID);
+        setTabOrder(lblID, cmdClose);
+    }
+    return *page;
 }
 
 void frmScmain::AddTabKeys() {
@@ -148,6 +167,7 @@ QLayout* frmScmain::MakeFooter() {
     pbStatus->setObjectName(u"pbStatus"_s);
     pbStatus->setAccessibleName(u"Progress"_s);
     pbStatus->setRange(0, 100);
+    pbStatus->setTextVisible(false);
     constexpr int barWidth = 240;
     pbStatus->setFixedWidth(barWidth);
     numbers_ = new QWidget;
@@ -171,8 +191,12 @@ QLayout* frmScmain::MakeFooter() {
     return footer;
 }
 
-DeskPage* frmScmain::CurrentPage() const {
-    return order_[static_cast<size_t>(pages_->currentIndex())];
+DeskPage& frmScmain::CurrentPage() {
+    return Page(TabStrip1->currentIndex());
+}
+
+bool frmScmain::ShowsTasks() const {
+    return tasks_ != nullptr && stack_->currentWidget() == tasks_;
 }
 
 QStringList frmScmain::PageKeys() {
@@ -215,27 +239,27 @@ void frmScmain::SetStartState() {
     state_.dtcUsage = today;
     state_.optOrientation = services().printers.CurrentOrientation();
     state_.PrinterControl1 = PrinterControlBox::Stored(services().userSettings);
-    LoadPages();
+    stack_->setCurrentWidget(&CurrentPage());
     daily_->ShowDays(today);
 }
 
-void frmScmain::LoadPages() {
-    for (DeskPage* page : order_) {
-        page->Load(state_);
-    }
-}
-
 bool frmScmain::StorePages() {
-    if (DateBox* refused = FindRefusedDate(*CurrentPage())) {
+    if (DateBox* refused = FindRefusedDate(CurrentPage())) {
         refused->setFocus();
         refused->selectAll();
         services().eventLoop.Beep();
         return false;
     }
-    for (const DeskPage* page : order_) {
-        page->Store(state_);
-    }
+    StoreControls();
     return true;
+}
+
+void frmScmain::StoreControls() {
+    for (const DeskPage* page : pages_) {
+        if (page != nullptr) {
+            page->Store(state_);
+        }
+    }
 }
 
 void frmScmain::Guard(const QString& procedure, const std::function<void()>& work) {
@@ -248,7 +272,10 @@ void frmScmain::RunReport(DeskReport report) {
         return;
     }
     Guard(u"Run Report"_s, [&] {
-        parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
+        // A layout has a window of its own and leaves the print job alone.
+        if (report != DeskReport::Layout) {
+            parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
+        }
         if (const auto variant = VariantOf(report)) {
             const auto day = static_cast<DayChoice>(std::clamp<int>(state_.optDay, 0, 2));
             state_.ReportDayMode = DailyMode{*variant, day}.Code();
@@ -267,7 +294,7 @@ void frmScmain::OpenNotes(qint32 reservation) {
 void frmScmain::ShowNumbers(const QString& asset, const QString& reservation) {
     lblAsset->setText(asset);
     lblID->setText(reservation);
-    numbers_->setVisible(!reservation.isEmpty() && CurrentPage() == tasks_);
+    numbers_->setVisible(!reservation.isEmpty() && ShowsTasks() && !state_.ReportRunning);
 }
 
 void frmScmain::SetCloseCaption(const QString& caption) {
@@ -275,13 +302,20 @@ void frmScmain::SetCloseCaption(const QString& caption) {
 }
 
 void frmScmain::ShowProgress(const QString& text, int percent) {
-    // A report tells its progress before each row; most of the time nothing is new.
-    if (lblStatus->text() == text && pbStatus->value() == percent && pbStatus->isVisibleTo(this)) {
+    const bool sameText = lblStatus->text() == text && lblStatus->isVisibleTo(this);
+    // A report tells its progress before each row; nobody sees more than fifty steps a second.
+    constexpr qint64 blink = 20;
+    if (sameText && (pbStatus->value() == percent || lastProgress_.elapsed() < blink)) {
+        return;
+    }
+    lastProgress_.start();
+    // Paints the bar at once.
+    pbStatus->setValue(percent);
+    if (sameText) {
         return;
     }
     numbers_->hide();
     lblStatus->setText(text);
-    pbStatus->setValue(percent);
     lblStatus->show();
     pbStatus->show();
     repaint();
@@ -291,7 +325,7 @@ void frmScmain::HideProgress() {
     lblStatus->hide();
     lblStatus->clear();
     pbStatus->hide();
-    numbers_->setVisible(CurrentPage() == tasks_ && !lblID->text().isEmpty());
+    numbers_->setVisible(ShowsTasks() && !lblID->text().isEmpty());
     repaint();
 }
 
@@ -305,7 +339,9 @@ bool frmScmain::event(QEvent* event) {
 
 void frmScmain::Form_Activate() {
     daily_->ShowDays(services().clock.Today());
-    tasks_->Refresh();
+    if (tasks_ != nullptr) {
+        tasks_->Refresh();
+    }
     ShowStatus(QString());
 }
 
@@ -324,7 +360,7 @@ void frmScmain::Form_QueryUnload() {
 void frmScmain::keyPressEvent(QKeyEvent* event) {
     // Return presses the page's own button, wherever in the page the focus is.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        for (auto* button : CurrentPage()->findChildren<QPushButton*>()) {
+        for (auto* button : CurrentPage().findChildren<QPushButton*>()) {
             if (button->isDefault() && button->isVisible() && button->isEnabled()) {
                 button->click();
                 return;
@@ -342,17 +378,15 @@ void frmScmain::ApplyPrinterSettings() {
 }
 
 void frmScmain::TabStrip1_Click() {
-    for (const DeskPage* page : order_) {
-        page->Store(state_);
-    }
+    StoreControls();
     Guard(u"Apply Printer Settings"_s, [this] { ApplyPrinterSettings(); });
     ShowTab();
 }
 
 void frmScmain::ShowTab() {
-    pages_->setCurrentIndex(TabStrip1->currentIndex());
-    numbers_->setVisible(CurrentPage() == tasks_ && !lblID->text().isEmpty() && !state_.ReportRunning);
-    CurrentPage()->Chosen();
+    stack_->setCurrentWidget(&CurrentPage());
+    numbers_->setVisible(ShowsTasks() && !lblID->text().isEmpty() && !state_.ReportRunning);
+    CurrentPage().Chosen();
 }
 
 void frmScmain::cmdClose_Click() {

@@ -3,6 +3,7 @@
 #include "desk/ReportContext.h"
 #include "desk/windows/DeskHost.h"
 
+#include <QElapsedTimer>
 #include <QWidget>
 
 #include <array>
@@ -69,11 +70,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void AddPage(const QString& name, DeskPage* page);
+    // The page of a tab, made when it is first asked for.
+    DeskPage& Page(int index);
+    DeskPage* NewPage(int index);
     void AddTabKeys();
     QLayout* MakeFooter();
-    DeskPage* CurrentPage() const;
-    void LoadPages();
+    DeskPage& CurrentPage();
+    bool ShowsTasks() const;
+    void StoreControls();
     void SetStartState();
     void ApplyPrinterSettings();
     // Runs what a handler does; its failures are reported with the procedure's name.
@@ -91,17 +95,19 @@ private:
     DeskParts parts_;
     DeskState state_;
     QTabBar* TabStrip1;
-    QStackedWidget* pages_;
+    QStackedWidget* stack_;
     QPushButton* cmdClose;
     QLabel* lblStatus;
     QProgressBar* pbStatus;
+    QElapsedTimer lastProgress_;
     QTimer* Timer1;
     QLineEdit* lblAsset;
     QLineEdit* lblID;
     QWidget* numbers_ = nullptr;
     DailyPage* daily_ = nullptr;
     TasksPage* tasks_ = nullptr;
-    std::vector<DeskPage*> order_;
+    // By tab; none for those that were not on view yet, which cost no time at the start.
+    std::array<DeskPage*, 7> pages_{};
 };
 
 } // namespace velmora

@@ -39,6 +39,7 @@ frmProgress::frmProgress()
     Label1->setFixedWidth(textWidth);
     pnlProgress->setObjectName(QStringLiteral("pnlProgress"));
     pnlProgress->setRange(0, 100);
+    pnlProgress->setTextVisible(false);
     pnlProgress->setAccessibleName(QStringLiteral("Progress"));
 
     auto* texts = new QVBoxLayout;

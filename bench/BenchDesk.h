@@ -1,0 +1,109 @@
+#pragma once
+
+#include "data/SiteSchema.h"
+#include "desk/ReportContext.h"
+#include "platform/ConsoleServices.h"
+#include "platform/NativeUserSettings.h"
+#include "platform/SystemClock.h"
+#include "platform/printers/NoQueues.h"
+#include "platform/printers/SystemPrinters.h"
+#include "print/ReadPrintAttributes.h"
+
+#include <time.h>
+
+#include <algorithm>
+
+namespace velmora::bench {
+
+using namespace Qt::StringLiterals;
+
+// Processor time of the work.
+inline double Milliseconds(const std::function<void()>& work) {
+    const auto now = [] {
+        timespec time{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return 1e3 * static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e6;
+    };
+    const double start = now();
+    work();
+    return now() - start;
+}
+
+inline double Median(std::vector<double> numbers) {
+    std::sort(numbers.begin(), numbers.end());
+    return numbers[numbers.size() / 2];
+}
+
+class NoView : public ReportView {
+public:
+    void SetCloseCaption(const QString&) override {}
+    void ShowProgress(const QString&, int) override {}
+    void HideProgress() override {}
+};
+
+class MemoryDelivery : public print::Delivery {
+public:
+    void SendMail(const QByteArray& text) override { last = text; }
+    void SaveFile(const QByteArray& text, print::ReportFileKind) override { last = text; }
+    QByteArray last;
+};
+
+// A failure ends the measurement.
+class NoErrors : public ErrorReporter {
+public:
+    Answer Report(const Error& error, const FailurePlace&) override { throw error; }
+};
+
+class NoLog : public Log {
+public:
+    void Write(const QString&) noexcept override {}
+};
+
+// A desk whose reports go as text into memory, as velmora-report runs them.
+class BenchDesk {
+public:
+    explicit BenchDesk(Date day) : clock_(StartOfDay(day)) {}
+    void Run(engine::Database& database, void (*print)(ReportContext& context)) {
+        print::PrintJob job({program_.services(), delivery_, [&] { return print::ReadPrintAttributes(database); }});
+        job.SetOutputTarget(3);
+        ReportContext context{program_, state, view_, database, job};
+        print(context);
+    }
+    // What the last report printed.
+    const QByteArray& Text() const { return delivery_.last; }
+
+    DeskState state;
+
+private:
+    FixedClock clock_;
+    ConsoleDialogs dialogs_{stderr};
+    ConsoleEventLoop eventLoop_;
+    printers::SystemPrinters printers_{std::make_unique<printers::NoQueues>(), QLocale(u"en_US"_s)};
+    ConsoleProgress progress_;
+    ConsoleMail mail_;
+    ConsoleWindows windows_;
+    ConsoleProcess process_;
+    NativeUserSettings settings_;
+    NoErrors errors_;
+    NoLog log_;
+    Program program_{Services{dialogs_,
+                              clock_,
+                              eventLoop_,
+                              printers_,
+                              progress_,
+                              mail_,
+                              errors_,
+                              windows_,
+                              process_,
+                              settings_,
+                              log_,
+                              {},
+                              {},
+                              LocaleText(QLocale(u"en_US"_s))},
+                     u"Service Administration"_s};
+    ProgramInstaller installer_{program_};
+    NoView view_;
+    MemoryDelivery delivery_;
+};
+
+} // namespace velmora::bench

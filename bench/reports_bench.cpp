@@ -1,0 +1,201 @@
+// Measures the management reports as text into memory: each on the large demo site against the store's plain C
+// interface running the same queries; the same day with a long history against a short one; and a day deep in the past
+// against the current day and one pass over a covering index. Processor times, the sides in turn; fails when a ratio is
+// above its limit. Without an argument the large demo site is made for it; an argument names a site's folder that is
+// there already, made for the day below. The folder is not changed.
+#include "bench/BareReports.h"
+#include "bench/BenchDesk.h"
+#include "data/CreateSite.h"
+#include "reports/DirectoryReport.h"
+#include "reports/ExceptionReport.h"
+#include "reports/OccupantReport.h"
+#include "reports/UsageReport.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace velmora;
+using namespace velmora::bench;
+
+namespace {
+
+constexpr double bareLimit = 2.0;
+constexpr double historyLimit = 1.3;
+constexpr double pastLimit = 1.0;
+constexpr int rounds = 9;
+
+struct Report {
+    const char* name;
+    void (*print)(ReportContext& context);
+    qint64 (BareReports::*bare)();
+    qint16 optException = 0;
+    qint16 optUsage = 0;
+};
+
+constexpr Report reports[] = {
+    {"occupants", &PrintOccupantReport, &BareReports::Occupants},
+    {"directory", &PrintDirectoryReport, &BareReports::Directory},
+    {"persons outside of their space type", &PrintExceptionReport, &BareReports::Exceptions},
+    {"reservations not checked in", &PrintExceptionReport, &BareReports::NotCheckedIn, 4},
+    {"usage by location", &PrintUsageReport, &BareReports::LocationUsage},
+    {"usage by first area", &PrintUsageReport, &BareReports::PersonUsage, 0, 1},
+};
+
+// The desk with one report's options chosen for a day.
+void Choose(BenchDesk& desk, const Report& report, Date day) {
+    desk.state.optDay = 2;
+    desk.state.dtcOtherDate = desk.state.dtcException = desk.state.dtcUsage = day;
+    desk.state.optException = report.optException;
+    desk.state.OptUsage = report.optUsage;
+}
+
+// What a report lists: the rows of its table, or all that its figures count.
+qint64 Listed(const QByteArray& text) {
+    qint64 rows = 0;
+    qint64 counted = 0;
+    for (const QByteArray& line : text.split('\n')) {
+        rows += line.count('\t') == 5 ? 1 : 0;
+        if (const qsizetype total = line.indexOf(" Total\t"); total > 0) {
+            counted += line.mid(total + 7).trimmed().toLongLong();
+        }
+    }
+    return rows > 0 ? rows - 1 : counted;
+}
+
+bool Row(const std::string& what, double base, double measured, double ratio, double limit) {
+    std::printf("%-58s %9.2f ms %9.2f ms %6.2f %6.2f %s\n", what.c_str(), base, measured, ratio, limit,
+                ratio <= limit ? "" : "ABOVE");
+    return ratio <= limit;
+}
+
+// Times two sides in turn and prints their ratio.
+bool Compare(const std::string& what, const std::function<void()>& base, const std::function<void()>& measured,
+             double limit) {
+    std::vector<double> baseTimes;
+    std::vector<double> measuredTimes;
+    std::vector<double> ratios;
+    for (int round = 0; round < rounds; ++round) {
+        baseTimes.push_back(Milliseconds(base));
+        measuredTimes.push_back(Milliseconds(measured));
+        ratios.push_back(measuredTimes.back() / baseTimes.back());
+    }
+    return Row(what, Median(baseTimes), Median(measuredTimes), Median(ratios), limit);
+}
+
+bool AgainstBareStore(BenchDesk& desk, const QString& path, Date day) {
+    BareReports bare(path, day);
+    const auto database = OpenSite(path);
+    bool good = true;
+    std::printf("%-58s %12s %12s %6s %6s\n", "", "bare store", "report", "ratio", "limit");
+    for (const Report& report : reports) {
+        Choose(desk, report, day);
+        desk.Run(*database, report.print);
+        const qint64 listed = (bare.*report.bare)();
+        if (listed == 0 || Listed(desk.Text()) != listed) {
+            std::fprintf(stderr, "The two sides of \"%s\" do not list the same: %lld and %lld\n", report.name,
+                         static_cast<long long>(listed), static_cast<long long>(Listed(desk.Text())));
+            return false;
+        }
+        good &= Compare(
+            std::to_string(listed) + ' ' + report.name, [&] { (bare.*report.bare)(); },
+            [&] { desk.Run(*database, report.print); }, bareLimit);
+    }
+    return good;
+}
+
+// A copy of the site with that many reservations. What begins two months after the day or later is left out of it;
+// those that were over before the day are more or fewer.
+QString WithHistory(const QString& path, const QString& copy, Date day, qint64 reservations) {
+    if (!QFile::copy(path, copy)) {
+        std::fprintf(stderr, "Cannot copy %s to %s\n", qPrintable(path), qPrintable(copy));
+        std::exit(1);
+    }
+    BareStore store(copy);
+    const auto moment = [](Date of) { return '\'' + StorageText(StartOfDay(of)).toStdString() + '\''; };
+    const std::string over = "\"End\" <= " + moment(day);
+    const std::string count = "(SELECT count(*) FROM Reservation)";
+    const std::string wanted = std::to_string(reservations);
+    store.Run("DELETE FROM Reservation WHERE Start >= " + moment(day + std::chrono::days(60)));
+    store.Run("DELETE FROM Reservation WHERE ID IN (SELECT ID FROM Reservation WHERE " + over +
+              " ORDER BY \"End\" LIMIT max(0, " + count + " - " + wanted + "))");
+    for (int doubling = 0; doubling < 2; ++doubling) {
+        store.Run("INSERT INTO Reservation SELECT NULL, Asset, Start, \"End\", Name, EventType, LastName, FirstName, "
+                  "Organization, Attendees, Permanent, Link, SLockStart, SLockEnd, TLockStart, TLockEnd, TextStart, "
+                  "TextEnd FROM Reservation WHERE " +
+                  over + " LIMIT max(0, " + wanted + " - " + count + ")");
+    }
+    return copy;
+}
+
+bool AgainstHistory(BenchDesk& desk, const QString& path, Date day) {
+    const QTemporaryDir folder;
+    const auto fewer = OpenSite(WithHistory(path, folder.filePath(u"fewer.MDB"_s), day, 100'000));
+    const auto more = OpenSite(WithHistory(path, folder.filePath(u"more.MDB"_s), day, 2'200'000));
+    bool good = true;
+    std::printf("\n%-58s %12s %12s %6s %6s\n", "the same day with a history", "100,000", "2,200,000", "ratio", "limit");
+    for (const Report& report : reports) {
+        Choose(desk, report, day);
+        desk.Run(*more, report.print);
+        const qint64 listed = Listed(desk.Text());
+        desk.Run(*fewer, report.print);
+        if (listed != Listed(desk.Text())) {
+            std::fprintf(stderr, "The two sides of \"%s\" do not list the same\n", report.name);
+            return false;
+        }
+        good &= Compare(
+            report.name, [&] { desk.Run(*fewer, report.print); }, [&] { desk.Run(*more, report.print); }, historyLimit);
+    }
+    return good;
+}
+
+bool DeepInThePast(BenchDesk& desk, const QString& path, Date day) {
+    const Date past = day - std::chrono::days(4 * 364);
+    BareReports bare(path, past);
+    const auto database = OpenSite(path);
+    bool good = true;
+    std::printf("\n%-58s %12s %12s %6s %6s\n", "a day 4 years ago", "now + pass", "then", "ratio", "limit");
+    for (const Report& report : reports) {
+        const auto run = [&](Date of) {
+            Choose(desk, report, of);
+            desk.Run(*database, report.print);
+        };
+        good &= Compare(
+            report.name,
+            [&] {
+                run(day);
+                bare.Pass();
+            },
+            [&] { run(past); }, pastLimit);
+    }
+    return good;
+}
+
+int Measure(const QString& folder, Date day) {
+    const QString path = SiteDatabasePath(folder);
+    BenchDesk desk(day);
+    bool good = AgainstBareStore(desk, path, day);
+    good &= DeepInThePast(desk, path, day);
+    good &= AgainstHistory(desk, path, day);
+    return good ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // A Wednesday.
+    const Date day = *MakeDate(2026, 3, 4);
+    try {
+        if (argc == 2) {
+            return Measure(QString::fromUtf8(argv[1]), day);
+        }
+        const QTemporaryDir folder;
+        CreateSite(folder.path(), demo::Options{demo::Tier::Large, day});
+        return Measure(folder.path(), day);
+    } catch (const Error& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+}

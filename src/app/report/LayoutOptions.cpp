@@ -1,0 +1,65 @@
+#include "app/report/LayoutOptions.h"
+
+#include "app/report/OptionValues.h"
+
+namespace velmora::report {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The index of the layout's option button.
+qint16 LayoutIndex(const QString& value) {
+    return OneOf<qint16>(u"--report"_s, value,
+                         {{u"work-requests"_s, 1},
+                          {u"setup"_s, 2},
+                          {u"takedown"_s, 3},
+                          {u"phone-connect"_s, 4},
+                          {u"phone-disconnect"_s, 5},
+                          {u"occupant"_s, 6},
+                          {u"reminder"_s, 7},
+                          {u"directory"_s, 9}});
+}
+
+void CheckLayout(const DeskState& state) {
+    if (state.SelectedLayout == 0) {
+        throw BadUsage{u"--report NAME is missing"_s};
+    }
+    if (!state.ReportStart || !state.ReportEnd) {
+        throw BadUsage{u"--start YYYY-MM-DD and --end YYYY-MM-DD are needed"_s};
+    }
+    if (*state.ReportEnd <= *state.ReportStart) {
+        throw BadUsage{u"--end is the day after the last one: it comes after --start"_s};
+    }
+}
+
+} // namespace
+
+void ParseLayout(Words& words, const OptionTable& global, Command& command) {
+    DeskState& state = command.state;
+    command.isLayout = true;
+    OptionTable table;
+    table.AddValue(u"--report"_s, [&](const QString& v) { state.SelectedLayout = LayoutIndex(v); });
+    table.AddValue(u"--start"_s, [&](const QString& v) { state.ReportStart = DayValue(u"--start"_s, v); });
+    table.AddValue(u"--end"_s, [&](const QString& v) { state.ReportEnd = DayValue(u"--end"_s, v); });
+    table.AddFlag(u"--exclude-conference-rooms"_s, state.chkConference);
+    table.AddFlag(u"--completion-filter"_s, state.chkReportCompleted);
+    table.AddFlag(u"--show-formula"_s, command.showFormula);
+    while (!words.AtEnd()) {
+        if (!table.TakeOption(words) && !global.TakeOption(words)) {
+            throw BadUsage{u"\"%1\" is no option of a layout"_s.arg(words.Peek())};
+        }
+    }
+    if (!command.help) {
+        CheckLayout(state);
+    }
+}
+
+QString LayoutUsage() {
+    return uR"(       velmora-report [OPTIONS] layout --report work-requests|setup|takedown|phone-connect|
+           phone-disconnect|occupant|reminder|directory --start YYYY-MM-DD --end YYYY-MM-DD
+           [--exclude-conference-rooms] [--completion-filter] [--show-formula]
+)"_s;
+}
+
+} // namespace velmora::report

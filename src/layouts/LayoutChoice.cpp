@@ -1,0 +1,109 @@
+#include "layouts/LayoutChoice.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmora::layouts {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView starts = u"{Reservation.Start} >= Date(%1) And {Reservation.Start} < Date(%2)";
+constexpr QStringView ends = u"{Reservation.End} > Date(%1) And {Reservation.End} <= Date(%2)";
+constexpr QStringView overlaps = u"{Reservation.End} > Date(%1) And {Reservation.Start} < Date(%2)";
+constexpr QStringView notPermanent = u" and {Reservation.Permanent} = No";
+
+// What a layout's formula is put together from.
+struct LayoutTerms {
+    qint16 index;
+    // %1 and %2 are the arguments of the two dates.
+    QStringView base;
+    // For a checked chkReportCompleted.
+    QStringView completed;
+    // For a checked chkConference.
+    QStringView noConference;
+};
+
+constexpr QStringView noConferenceRooms = u" and {Asset.AssetID} >= 256";
+
+constexpr std::array layoutTerms = std::to_array<LayoutTerms>({
+    {1, u"{WorkOrder.Requested} >= Date(%1) And {WorkOrder.Requested} < Date(%2)", u" and {WorkOrder.Completed} = No",
+     u""},
+    {2, starts, u" and {Reservation.SLockStart} = No", noConferenceRooms},
+    {3, ends, u" and {Reservation.SLockEnd} = No", noConferenceRooms},
+    {4, starts, u" and {Reservation.TLockStart} = No", noConferenceRooms},
+    {5, ends, u" and {Reservation.TLockEnd} = No", noConferenceRooms},
+    {6, overlaps, notPermanent, noConferenceRooms},
+    {7, u"{Reservation.End} > Date(%1) And {Reservation.End} < Date(%2)", notPermanent, noConferenceRooms},
+    {9, overlaps, u"", u""},
+});
+
+constexpr std::array layoutChoices = std::to_array<LayoutChoice>({
+    {1, u"Work Requests", u"WorkOrd.rpx"},
+    {2, u"Setup", u"Setup.rpx"},
+    {3, u"Takedown", u"Takedown.rpx"},
+    {4, u"Phone Conect", u"Connect.rpx"},
+    {5, u"Phone Disconnect", u"Disconn.rpx"},
+    {6, u"Occupant", u"Occupant.rpt"},
+    {7, u"Reminder", u"Reminder.rpx"},
+    {9, u"Directory", u"Directry.rpx"},
+});
+
+// The arguments of Date: 2026,03,10.
+QString DateArguments(const std::optional<Date>& day) {
+    if (!day) {
+        return {};
+    }
+    const DateTimeFields fields = Fields(StartOfDay(*day));
+    const QChar zero = u'0';
+    return u"%1,%2,%3"_s.arg(fields.year, 4, 10, zero).arg(fields.month, 2, 10, zero).arg(fields.day, 2, 10, zero);
+}
+
+} // namespace
+
+std::span<const LayoutChoice> LayoutChoices() {
+    return layoutChoices;
+}
+
+const LayoutChoice* FindLayoutChoice(qint16 index) {
+    const auto found = std::find_if(layoutChoices.begin(), layoutChoices.end(),
+                                    [&](const LayoutChoice& choice) { return choice.index == index; });
+    return found == layoutChoices.end() ? nullptr : &*found;
+}
+
+std::optional<LayoutPageView> ShowReportSelection(DeskState& state, qint16 index, bool isSet) {
+    if (!isSet) {
+        return std::nullopt;
+    }
+    state.SelectedLayout = index;
+    switch (index) {
+    case 6:
+    case 7:
+        return LayoutPageView{true, u"Non-Permanent Only"_s};
+    case 9:
+    case 10:
+    case 11:
+        return LayoutPageView{false, {}};
+    default:
+        return LayoutPageView{true, u"Uncompleted Only"_s};
+    }
+}
+
+QString SelectionFormula(qint16 index, const DeskState& state) {
+    const auto terms = std::find_if(layoutTerms.begin(), layoutTerms.end(),
+                                    [&](const LayoutTerms& each) { return each.index == index; });
+    if (terms == layoutTerms.end()) {
+        return {};
+    }
+    QString formula = terms->base.toString().arg(DateArguments(state.ReportStart), DateArguments(state.ReportEnd));
+    if (state.chkReportCompleted) {
+        formula += terms->completed;
+    }
+    if (state.chkConference) {
+        formula += terms->noConference;
+    }
+    return formula;
+}
+
+} // namespace velmora::layouts

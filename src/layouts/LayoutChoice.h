@@ -1,0 +1,44 @@
+#pragma once
+
+#include "base/DateTime.h"
+#include "desk/DeskState.h"
+
+#include <QString>
+
+#include <optional>
+#include <span>
+
+namespace velmora::layouts {
+
+// One option of the layout page.
+struct LayoutChoice {
+    // The option button's index, which stays what it is: 8 is nobody's.
+    qint16 index;
+    QStringView caption;
+    // The layout file's name in the data directory.
+    QStringView file;
+};
+
+// The options in the order of the page.
+std::span<const LayoutChoice> LayoutChoices();
+// Null for an index that is no layout's.
+const LayoutChoice* FindLayoutChoice(qint16 index);
+
+// What the option buttons make of the page.
+struct LayoutPageView {
+    // The check box chkReportCompleted.
+    bool showCompleted = true;
+    // As it is shown; empty while the box is hidden.
+    QString completedCaption;
+};
+
+// The click on an option button: `isSet` is the button's state after it. Remembers the layout in `state` and returns
+// what the page shows from now on, with the button Command3 enabled; none, and nothing remembered, when the button is
+// not set.
+std::optional<LayoutPageView> ShowReportSelection(DeskState& state, qint16 index, bool isSet);
+
+// The record selection formula of the layout with that index for the choices on the page; empty for an index that is no
+// layout's. A date box without a date leaves its place in the formula empty, which the report refuses.
+QString SelectionFormula(qint16 index, const DeskState& state);
+
+} // namespace velmora::layouts

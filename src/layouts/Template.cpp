@@ -1,0 +1,179 @@
+#include "layouts/Template.h"
+
+#include "layouts/FieldFormat.h"
+
+#include <algorithm>
+
+namespace velmora::layouts {
+
+using namespace Qt::StringLiterals;
+
+int FieldList::Add(const FieldName& field) {
+    const auto found = std::find(names_.begin(), names_.end(), field);
+    if (found != names_.end()) {
+        return static_cast<int>(found - names_.begin());
+    }
+    names_.push_back(field);
+    return static_cast<int>(names_.size()) - 1;
+}
+
+// Reads the text of one template.
+class Template::Parser {
+public:
+    Parser(const QString& text, const TemplateUse& use) : text_(text), use_(use) {}
+
+    std::vector<Piece> Parse() {
+        std::vector<Piece> pieces = ParsePieces(false);
+        if (at_ < text_.size()) {
+            throw TemplateFault{u"the \"]\" closes nothing; a bracket itself is written ]]"_s};
+        }
+        return pieces;
+    }
+
+private:
+    // Takes a doubled mark, which stands for itself.
+    bool TakeDoubled(QChar mark) {
+        const bool doubled = text_[at_] == mark && at_ + 1 < text_.size() && text_[at_ + 1] == mark;
+        at_ += doubled ? 2 : 0;
+        return doubled;
+    }
+
+    static void AddText(std::vector<Piece>& pieces, QChar c) {
+        if (pieces.empty() || pieces.back().kind != Piece::Kind::Text) {
+            pieces.push_back({});
+        }
+        pieces.back().text += c;
+    }
+
+    std::vector<Piece> ParsePieces(bool optional) {
+        std::vector<Piece> pieces;
+        while (at_ < text_.size()) {
+            const QChar c = text_[at_];
+            if (QStringView(u"{}[]").contains(c) && TakeDoubled(c)) {
+                AddText(pieces, c);
+            } else if (c == u'{') {
+                pieces.push_back(ParsePlace());
+            } else if (c == u'[') {
+                pieces.push_back(ParseOptional(optional));
+            } else if (c == u']') {
+                return pieces;
+            } else if (c == u'}') {
+                throw TemplateFault{u"the \"}\" closes nothing; a brace itself is written }}"_s};
+            } else {
+                AddText(pieces, c);
+                ++at_;
+            }
+        }
+        return pieces;
+    }
+
+    Piece ParseOptional(bool inside) {
+        if (inside) {
+            throw TemplateFault{u"parts in brackets do not nest; a bracket itself is written [["_s};
+        }
+        ++at_;
+        Piece piece;
+        piece.kind = Piece::Kind::Optional;
+        piece.inner = ParsePieces(true);
+        if (at_ >= text_.size()) {
+            throw TemplateFault{u"the closing \"]\" is missing"_s};
+        }
+        ++at_;
+        const bool anyField = std::any_of(piece.inner.begin(), piece.inner.end(),
+                                          [](const Piece& each) { return each.kind == Piece::Kind::Field; });
+        if (!anyField) {
+            throw TemplateFault{
+                u"a part in brackets needs a field that decides whether it is shown; a bracket itself is written [["_s};
+        }
+        return piece;
+    }
+
+    Piece ParsePlace() {
+        const qsizetype end = text_.indexOf(u'}', at_);
+        if (end < 0) {
+            throw TemplateFault{u"the closing \"}\" is missing"_s};
+        }
+        const QString place = text_.mid(at_ + 1, end - at_ - 1);
+        at_ = end + 1;
+        const QString name = place.section(u':', 0, 0).trimmed();
+        return name.contains(u'.') ? ParseField(place, name) : ParseSpecial(name);
+    }
+
+    Piece ParseSpecial(const QString& name) const {
+        static constexpr std::array<QStringView, 6> names = {u"Count", u"Now", u"Page", u"Pages", u"Period", u"Today"};
+        const auto found = std::find(names.begin(), names.end(), QStringView(name));
+        if (found == names.end()) {
+            throw TemplateFault{u"there is nothing called {%1}; a field is written {Table.Field}"_s.arg(name)};
+        }
+        Piece piece;
+        piece.kind = Piece::Kind::Special;
+        piece.special = static_cast<Special>(found - names.begin());
+        if (piece.special == Special::Count && !use_.count) {
+            throw TemplateFault{u"{Count} belongs into \"total\" and into a group's \"footer\""_s};
+        }
+        if ((piece.special == Special::Page || piece.special == Special::Pages) && !use_.pages) {
+            throw TemplateFault{u"{%1} belongs into \"pageHeader\" and \"pageFooter\""_s.arg(name)};
+        }
+        return piece;
+    }
+
+    Piece ParseField(const QString& place, const QString& name) {
+        if (use_.scope == nullptr) {
+            throw TemplateFault{u"there is no record here to take {%1} from"_s.arg(name)};
+        }
+        const auto field = use_.scope->Find(name);
+        if (!field) {
+            throw TemplateFault{u"there is no field {%1}; %2"_s.arg(name, use_.scope->Choices(name))};
+        }
+        Piece piece;
+        piece.kind = Piece::Kind::Field;
+        piece.field = use_.fields->Add(*field);
+        if (place.contains(u':')) {
+            const FormatChoice choice = ParseFieldFormat(place.section(u':', 1), field->type);
+            piece.format = choice.format;
+            piece.text = choice.whenYes;
+        }
+        return piece;
+    }
+
+    const QString& text_;
+    const TemplateUse& use_;
+    qsizetype at_ = 0;
+};
+
+Template::Template(const QString& text, const TemplateUse& use) : pieces_(Parser(text, use).Parse()) {}
+
+QString Template::Fill(const FillIn& from) const {
+    bool anyField = false;
+    return FillPieces(pieces_, from, anyField);
+}
+
+QString Template::FillPieces(const std::vector<Piece>& pieces, const FillIn& from, bool& anyField) {
+    QString filled;
+    for (const Piece& piece : pieces) {
+        switch (piece.kind) {
+        case Piece::Kind::Text:
+            filled += piece.text;
+            break;
+        case Piece::Kind::Special:
+            filled += from.specials[static_cast<size_t>(piece.special)];
+            break;
+        case Piece::Kind::Field: {
+            const QString value = FormatField(from.rows->FieldAt(piece.field), piece.format, from.locale, piece.text);
+            anyField = anyField || !value.isEmpty();
+            filled += value;
+            break;
+        }
+        case Piece::Kind::Optional: {
+            bool any = false;
+            const QString inner = FillPieces(piece.inner, from, any);
+            anyField = anyField || any;
+            filled += any ? inner : QString();
+            break;
+        }
+        }
+    }
+    return filled;
+}
+
+} // namespace velmora::layouts

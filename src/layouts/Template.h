@@ -1,0 +1,71 @@
+#pragma once
+
+#include "layouts/FieldFormat.h"
+#include "layouts/FieldScope.h"
+
+#include <QString>
+
+#include <array>
+#include <vector>
+
+namespace velmora::layouts {
+
+// The fields that a layout reads, each once, in the order of the query's columns.
+class FieldList {
+public:
+    // The field's place, which is a new one for a field that is not in the list yet.
+    int Add(const FieldName& field);
+    const std::vector<FieldName>& Names() const { return names_; }
+
+private:
+    std::vector<FieldName> names_;
+};
+
+// What a text can name besides fields.
+enum class Special { Count, Now, Page, Pages, Period, Today };
+using SpecialTexts = std::array<QString, 6>;
+
+// Where a text stands decides what it may name.
+struct TemplateUse {
+    // Null where no record is at hand.
+    const FieldScope* scope = nullptr;
+    FieldList* fields = nullptr;
+    bool count = false;
+    bool pages = false;
+};
+
+// What a text is filled in from.
+struct FillIn {
+    // Null where no record is at hand; its fields are in the order of the FieldList.
+    const engine::Recordset* rows = nullptr;
+    const SpecialTexts& specials;
+    const LocaleText& locale;
+};
+
+// A text with places to fill in: {Table.Field}, {Table.Field:format}, {Page} and other names. A part in square brackets
+// is left out where every field in it is empty. {{ }} [[ ]] stand for the marks themselves.
+class Template {
+public:
+    Template() = default;
+    // Throws TemplateFault.
+    Template(const QString& text, const TemplateUse& use);
+
+    bool IsEmpty() const { return pieces_.empty(); }
+    QString Fill(const FillIn& from) const;
+
+private:
+    struct Piece {
+        enum class Kind { Text, Field, Special, Optional } kind = Kind::Text;
+        QString text;
+        int field = 0;
+        FieldFormat format = FieldFormat::Plain;
+        Special special = Special::Count;
+        std::vector<Piece> inner;
+    };
+    class Parser;
+    static QString FillPieces(const std::vector<Piece>& pieces, const FillIn& from, bool& anyField);
+
+    std::vector<Piece> pieces_;
+};
+
+} // namespace velmora::layouts

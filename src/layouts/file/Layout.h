@@ -1,0 +1,125 @@
+#pragma once
+
+#include "base/services/Printers.h"
+#include "layouts/Template.h"
+#include "layouts/formula/Formula.h"
+
+#include <optional>
+#include <vector>
+
+namespace velmora::layouts {
+
+// A report layout as its file describes it (docs/layouts.md has the meaning of every key). Fields are places in a
+// FieldList.
+
+struct LayoutTable {
+    QString table;
+    QString alias;
+    // Rows of the tables before it stay without a partner of this one.
+    bool optional = false;
+    // The first table has none.
+    Formula on;
+};
+
+struct SortKey {
+    FieldName field;
+    bool descending = false;
+};
+
+// What of a field makes a group: its value, its day, the day that it closes (exactly midnight belongs to the day
+// before), its first letter.
+enum class GroupUnit { Value, Day, ClosingDay, Initial };
+
+struct LayoutGroup {
+    FieldName field;
+    GroupUnit unit = GroupUnit::Value;
+    Template heading;
+    // The heading of records whose field is empty; the ordinary one without it.
+    Template none;
+    Template footer;
+    bool newPage = false;
+};
+
+enum class Alignment { Left, Center, Right };
+
+struct LayoutColumn {
+    enum class Kind { Text, Tick, Blank };
+    Kind kind = Kind::Text;
+    QString heading;
+    Template value;
+    // In smaller letters below the value.
+    Template below;
+    // Of a tick box, the yes/no field that ticks it.
+    int tick = 0;
+    // In proportion to the other columns.
+    double width = 10;
+    Alignment alignment = Alignment::Left;
+    bool bold = false;
+    // False: an equal value in the next row is left out.
+    bool repeat = true;
+};
+
+// One piece of a record that is written as text and not as a row of columns.
+struct BodyItem {
+    enum class Kind { Text, LabelValue, Space, Rule };
+    Kind kind = Kind::Text;
+    QString label;
+    Template text;
+    bool bold = false;
+    // In proportion to the layout's font.
+    double size = 1;
+    // Of a Space, in points.
+    double points = 0;
+};
+
+// Records of another table below each record.
+struct LayoutDetails {
+    QString table;
+    // The table's field that equals the record's field `parent`.
+    FieldName key;
+    int parent = 0;
+    Formula select;
+    std::vector<SortKey> sort;
+    Template text;
+    FieldList fields;
+};
+
+// A line at the top or foot of every page.
+struct PageStrip {
+    Template left;
+    Template center;
+    Template right;
+    bool IsEmpty() const { return left.IsEmpty() && center.IsEmpty() && right.IsEmpty(); }
+};
+
+struct Layout {
+    // The file's name without its folder.
+    QString file;
+    Template title;
+    Template subtitle;
+    Template total;
+    // What stands in place of the records where there are none.
+    Template empty;
+    Orientation orientation = Orientation::Portrait;
+    double fontPoints = 9.5;
+    // At all four edges of the paper.
+    double marginInches = 0.5;
+    // Pages are counted anew from each group that begins a page.
+    bool numberPagesPerGroup = false;
+    // Lines between the rows.
+    bool rowLines = true;
+
+    FieldScope scope;
+    std::vector<LayoutTable> tables;
+    Formula select;
+    std::vector<SortKey> sort;
+    std::vector<LayoutGroup> groups;
+    std::vector<LayoutColumn> columns;
+    std::vector<BodyItem> body;
+    std::optional<LayoutDetails> details;
+    PageStrip pageHeader;
+    PageStrip pageFooter;
+    FieldList fields;
+};
+
+} // namespace velmora::layouts

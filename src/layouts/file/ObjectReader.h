@@ -1,0 +1,58 @@
+#pragma once
+
+#include "layouts/file/JsonText.h"
+
+#include <optional>
+
+namespace velmora::layouts {
+
+// A place in a layout file, for messages.
+struct LayoutPlace {
+    // The file's name without its folder.
+    QString file;
+    int line = 1;
+    // The key with the keys and item numbers (from 1) that lead to it: "columns[2].width".
+    QString key;
+
+    // Throws the Error that names file, line and key.
+    [[noreturn]] void Fail(const QString& what) const;
+};
+
+// Reads the keys of one object. Each throws Error, naming file, line and key, for a value of another kind. Finish,
+// called last, throws for a key that was not asked for: a slip of the pen is told and not passed over.
+class ObjectReader {
+public:
+    // Throws when the node is no object. `node` outlives the reader.
+    ObjectReader(const JsonNode& node, LayoutPlace place);
+
+    bool Has(const QString& key) { return Find(key) != nullptr; }
+    // Empty without the key.
+    QString Text(const QString& key);
+    // Throws without the key, and for an empty text.
+    QString RequiredText(const QString& key);
+    bool Flag(const QString& key, bool otherwise);
+    // Throws for a number out of the range.
+    double Number(const QString& key, double otherwise, double least, double most);
+    // One of the words. Throws listing them.
+    int OneOf(const QString& key, const std::vector<QString>& words, int otherwise);
+    // The items of a list, none without the key.
+    std::vector<std::pair<const JsonNode*, LayoutPlace>> List(const QString& key);
+    // The value itself; null without the key.
+    const JsonNode* Node(const QString& key) { return Find(key); }
+    void Finish() const;
+
+    // The object's own place, and the place of one of its keys (its own when the key is missing).
+    const LayoutPlace& Place() const { return place_; }
+    LayoutPlace PlaceOf(const QString& key) const;
+
+private:
+    const JsonNode* Find(const QString& key);
+    const JsonNode* FindKind(const QString& key, JsonNode::Kind kind, const QString& what);
+
+    const JsonNode& node_;
+    LayoutPlace place_;
+    // In the order in which they were asked for.
+    std::vector<QString> known_;
+};
+
+} // namespace velmora::layouts

@@ -1,0 +1,104 @@
+#include "layouts/formula/Condition.h"
+
+#include "engine/dialect/Types.h"
+
+namespace velmora::layouts {
+
+using namespace Qt::StringLiterals;
+using engine::dialect::SqlType;
+
+namespace {
+
+QString TypeName(SqlType type) {
+    switch (type) {
+    case SqlType::YesNo:
+        return u"YesNo"_s;
+    case SqlType::Integer:
+        return u"Long"_s;
+    case SqlType::Real:
+        return u"Double"_s;
+    case SqlType::Text:
+        return u"Text"_s;
+    case SqlType::DateTime:
+        return u"DateTime"_s;
+    case SqlType::Unknown:
+        break;
+    }
+    return u"Value"_s;
+}
+
+QString Sign(Formula::Comparison comparison) {
+    switch (comparison) {
+    case Formula::Comparison::Equal:
+        return u"="_s;
+    case Formula::Comparison::NotEqual:
+        return u"<>"_s;
+    case Formula::Comparison::Less:
+        return u"<"_s;
+    case Formula::Comparison::LessEqual:
+        return u"<="_s;
+    case Formula::Comparison::Greater:
+        return u">"_s;
+    case Formula::Comparison::GreaterEqual:
+        break;
+    }
+    return u">="_s;
+}
+
+} // namespace
+
+void QueryText::Declare(const QString& name, SqlType type) {
+    declarations_ += name + u' ' + TypeName(type);
+}
+
+QString QueryText::Parameter(const Value& value) {
+    const QString name = u"LayoutValue%1"_s.arg(values_.size() + 1);
+    Declare(name, engine::dialect::TypeOfValue(value));
+    values_.push_back({name, value});
+    return name;
+}
+
+QString QueryText::Operand(const FormulaOperand& operand) {
+    return operand.field ? QueryName(*operand.field) : Parameter(operand.value);
+}
+
+QString QueryText::Series(const std::vector<Formula>& parts, const QString& word) {
+    QStringList conditions;
+    for (const Formula& part : parts) {
+        conditions += Condition(part);
+    }
+    return u'(' + conditions.join(word) + u')';
+}
+
+QString QueryText::Condition(const Formula& formula) {
+    switch (formula.kind) {
+    case Formula::Kind::All:
+        return {};
+    case Formula::Kind::And:
+        return Series(formula.parts, u" And "_s);
+    case Formula::Kind::Or:
+        return Series(formula.parts, u" Or "_s);
+    case Formula::Kind::Not:
+        return u"(Not "_s + Condition(formula.parts.front()) + u')';
+    case Formula::Kind::Flag:
+        return u'(' + Operand(formula.left) + u" = "_s + Parameter(true) + u')';
+    case Formula::Kind::Compare:
+        break;
+    }
+    const QString left = Operand(formula.left);
+    return u'(' + left + u' ' + Sign(formula.comparison) + u' ' + Operand(formula.right) + u')';
+}
+
+QString QueryText::WithParameters(const QString& statement) const {
+    return declarations_.isEmpty() ? statement : u"PARAMETERS "_s + declarations_.join(u", "_s) + u"; "_s + statement;
+}
+
+engine::QueryDef QueryText::Open(engine::Database& database, const QString& statement) const {
+    engine::QueryDef query = database.CreateQueryDef(WithParameters(statement));
+    for (const engine::NamedValue& value : values_) {
+        query.SetParameter(value.name, value.value);
+    }
+    return query;
+}
+
+} // namespace velmora::layouts

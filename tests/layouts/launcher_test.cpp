@@ -1,0 +1,169 @@
+#include "layouts/LayoutChoice.h"
+#include "tests/layouts/LayoutFixture.h"
+
+namespace velmora::layouts {
+namespace {
+
+// Records what the launcher hands over, in its order.
+class RecordingControl : public ReportControl {
+public:
+    explicit RecordingControl(std::function<void()> onRun = {}) : onRun_(std::move(onRun)) {}
+    void SetSelectionFormula(const QString& formula) override { calls += u"formula "_s + formula; }
+    void SetReportFile(const QString& path) override { calls += u"file "_s + path; }
+    void Run() override {
+        calls += u"run"_s;
+        if (onRun_) {
+            onRun_();
+        }
+    }
+    QStringList calls;
+
+private:
+    std::function<void()> onRun_;
+};
+
+class LauncherTest : public LayoutFixture {
+protected:
+    LauncherTest() {
+        state_.ReportStart = MakeDate(2026, 3, 10);
+        state_.ReportEnd = MakeDate(2026, 3, 11);
+    }
+    DeskState state_;
+};
+
+TEST_F(LauncherTest, BuildsEveryFormula) {
+    const QString starts = u"{Reservation.Start} >= Date(2026,03,10) And {Reservation.Start} < Date(2026,03,11)"_s;
+    const QString ends = u"{Reservation.End} > Date(2026,03,10) And {Reservation.End} <= Date(2026,03,11)"_s;
+    const QString overlaps = u"{Reservation.End} > Date(2026,03,10) And {Reservation.Start} < Date(2026,03,11)"_s;
+    const QString permanent = u" and {Reservation.Permanent} = No"_s;
+    struct Case {
+        qint16 index;
+        QString caption;
+        QString file;
+        QString base;
+        QString completed;
+        bool excludesConference;
+    };
+    const std::vector<Case> cases = {
+        {1, u"Work Requests"_s, u"WorkOrd.rpx"_s,
+         u"{WorkOrder.Requested} >= Date(2026,03,10) And {WorkOrder.Requested} < Date(2026,03,11)"_s,
+         u" and {WorkOrder.Completed} = No"_s, false},
+        {2, u"Setup"_s, u"Setup.rpx"_s, starts, u" and {Reservation.SLockStart} = No"_s, true},
+        {3, u"Takedown"_s, u"Takedown.rpx"_s, ends, u" and {Reservation.SLockEnd} = No"_s, true},
+        {4, u"Phone Conect"_s, u"Connect.rpx"_s, starts, u" and {Reservation.TLockStart} = No"_s, true},
+        {5, u"Phone Disconnect"_s, u"Disconn.rpx"_s, ends, u" and {Reservation.TLockEnd} = No"_s, true},
+        {6, u"Occupant"_s, u"Occupant.rpt"_s, overlaps, permanent, true},
+        {7, u"Reminder"_s, u"Reminder.rpx"_s,
+         u"{Reservation.End} > Date(2026,03,10) And {Reservation.End} < Date(2026,03,11)"_s, permanent, true},
+        {9, u"Directory"_s, u"Directry.rpx"_s, overlaps, QString(), false},
+    };
+    ASSERT_EQ(LayoutChoices().size(), cases.size());
+    for (size_t i = 0; i < cases.size(); ++i) {
+        const Case& c = cases[i];
+        EXPECT_EQ(LayoutChoices()[i].index, c.index);
+        EXPECT_EQ(LayoutChoices()[i].caption, c.caption);
+        EXPECT_EQ(LayoutChoices()[i].file, c.file);
+        for (const bool completed : {false, true}) {
+            for (const bool conference : {false, true}) {
+                state_.chkReportCompleted = completed;
+                state_.chkConference = conference;
+                const QString expected =
+                    c.base + (completed ? c.completed : QString()) +
+                    (conference && c.excludesConference ? u" and {Asset.AssetID} >= 256"_s : QString());
+                EXPECT_EQ(SelectionFormula(c.index, state_).toStdString(), expected.toStdString());
+            }
+        }
+    }
+    EXPECT_EQ(FindLayoutChoice(8), nullptr);
+}
+
+TEST_F(LauncherTest, AnOptionRelabelsTheCheckBox) {
+    for (qint16 index = 1; index <= 12; ++index) {
+        const auto view = ShowReportSelection(state_, index, true);
+        ASSERT_TRUE(view) << index;
+        EXPECT_EQ(state_.SelectedLayout, index);
+        const bool hidden = index >= 9 && index <= 11;
+        EXPECT_EQ(view->showCompleted, !hidden) << index;
+        EXPECT_EQ(view->completedCaption, hidden                     ? QString()
+                                          : index == 6 || index == 7 ? u"Non-Permanent Only"_s
+                                                                     : u"Uncompleted Only"_s);
+    }
+    // The button that another one releases.
+    EXPECT_FALSE(ShowReportSelection(state_, 3, false));
+    EXPECT_EQ(state_.SelectedLayout, 12);
+}
+
+TEST_F(LauncherTest, HandsOverRefreshesAndRuns) {
+    store_->Run(u"UPDATE Reservation SET TextStart = 'old' WHERE ID = 1"_s);
+    QString textAtRun;
+    RecordingControl control([&] { textAtRun = store_->Rows(u"SELECT TextStart FROM Reservation WHERE ID = 1"_s)[0]; });
+    state_.SelectedLayout = 2;
+    RunCrystalReport(fakes_.program, state_, *database_, control);
+    EXPECT_EQ(control.calls, (QStringList{u"formula "_s + SelectionFormula(2, state_),
+                                          u"file "_s + folder_.path() + u"\\Setup.rpx"_s, u"run"_s}));
+    EXPECT_EQ(textAtRun, store_->Rows(u"SELECT TextStart FROM Reservation WHERE ID = 1"_s)[0]);
+    EXPECT_TRUE(textAtRun.startsWith(u"3/6/2026 "_s)) << textAtRun.toStdString();
+    EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
+    EXPECT_EQ(fakes_.eventLoop.pointers.front(), Pointer::Hourglass);
+    EXPECT_EQ(fakes_.progress.shown.front().first, u"Preparing Report"_s);
+    EXPECT_EQ(fakes_.progress.shown.back().first, QString());
+}
+
+TEST_F(LauncherTest, RunsNothingWithoutALayout) {
+    for (const qint16 index : std::array<qint16, 3>{0, 8, 10}) {
+        RecordingControl control;
+        state_.SelectedLayout = index;
+        fakes_.dialogs.answers.push_back(Answer::Ok);
+        RunCrystalReport(fakes_.program, state_, *database_, control);
+        EXPECT_EQ(control.calls, QStringList());
+        const Message& message = fakes_.dialogs.messages.back();
+        EXPECT_EQ(message.text, u"No Report Selected"_s);
+        EXPECT_EQ(message.title, u"Service Administration"_s);
+        EXPECT_EQ(message.buttons, Buttons::Ok);
+    }
+}
+
+TEST_F(LauncherTest, LeavesARunningReportAlone) {
+    RecordingControl control;
+    state_.SelectedLayout = 6;
+    state_.ReportRunning = true;
+    RunCrystalReport(fakes_.program, state_, *database_, control);
+    EXPECT_EQ(control.calls.back(), u"run"_s);
+    EXPECT_TRUE(fakes_.eventLoop.pointers.empty());
+    EXPECT_TRUE(fakes_.progress.shown.empty());
+    EXPECT_TRUE(state_.ReportRunning);
+}
+
+TEST_F(LauncherTest, ReportsFailuresAndCarriesOn) {
+    state_.SelectedLayout = 7;
+    QFile::remove(Path(u"Reminder.rpx"_s));
+    TextOutput output(TheServices(), delivery_, TextOutput::Kind::File);
+    LayoutRunner runner(TheServices(), *database_, output);
+    fakes_.errors.answers = {Answer::Ignore};
+    RunCrystalReport(fakes_.program, state_, *database_, runner);
+    ASSERT_EQ(fakes_.errors.reports.size(), 1U);
+    const auto& report = fakes_.errors.reports[0];
+    EXPECT_EQ(report.error.Number(), static_cast<int>(ErrorNumber::FileNotFound));
+    EXPECT_TRUE(report.error.Description().contains(Path(u"Reminder.rpx"_s)));
+    EXPECT_EQ(report.place.module, u"Service Administration"_s);
+    EXPECT_EQ(report.place.procedure, u"Run Crystal Report"_s);
+
+    // A query that the site broke: the report runs all the same when the person says so.
+    store_->Run(u"UPDATE StoredQuery SET Text = 'UPDATE Nowhere SET A = 1' WHERE Name = 'RefreshTextDates'"_s);
+    database_ = engine::Database::Open(Path(u"Velmora.MDB"_s));
+    RecordingControl control;
+    fakes_.errors.answers = {Answer::Ignore};
+    RunCrystalReport(fakes_.program, state_, *database_, control);
+    EXPECT_EQ(control.calls.back(), u"run"_s);
+
+    // A box without a date.
+    state_.SelectedLayout = 2;
+    state_.ReportStart.reset();
+    LayoutRunner second(TheServices(), *database_, output);
+    fakes_.errors.answers = {Answer::Ignore, Answer::Ignore};
+    RunCrystalReport(fakes_.program, state_, *database_, second);
+    EXPECT_TRUE(fakes_.errors.reports.back().error.Description().contains(u"Date(year, month, day)"_s));
+}
+
+} // namespace
+} // namespace velmora::layouts
