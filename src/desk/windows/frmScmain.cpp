@@ -241,6 +241,9 @@ void frmScmain::SetStartState() {
     state_.PrinterControl1 = PrinterControlBox::Stored(services().userSettings);
     stack_->setCurrentWidget(&CurrentPage());
     daily_->ShowDays(today);
+    // Notes that are printed before any report go where reports go.
+    parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
+    parts_.job.SetPreviewMode(state_.PrinterControl1.ShowPreview);
 }
 
 bool frmScmain::StorePages() {
