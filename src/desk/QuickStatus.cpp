@@ -93,15 +93,4 @@ QStringList StatusSummary(const Program& program, const DeskState& state, engine
     return lines;
 }
 
-int FindStatusEntry(const std::vector<StatusEntry>& entries, const QString& typed, int from) {
-    const auto count = static_cast<int>(entries.size());
-    for (int i = 0; i < count; ++i) {
-        const int place = (std::max(from, 0) + i) % count;
-        if (entries[static_cast<size_t>(place)].text.startsWith(typed, Qt::CaseInsensitive)) {
-            return place;
-        }
-    }
-    return -1;
-}
-
 } // namespace velmora

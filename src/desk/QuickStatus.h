@@ -28,8 +28,4 @@ std::vector<StatusEntry> FillStatusList(const Program& program, const DeskState&
 QStringList StatusSummary(const Program& program, const DeskState& state, engine::Database& database,
                           const StatusEntry& entry);
 
-// The place of the first entry from `from` on whose text begins with what was typed, whatever its letter case, going
-// round at the end; -1 when there is none.
-int FindStatusEntry(const std::vector<StatusEntry>& entries, const QString& typed, int from = 0);
-
 } // namespace velmora

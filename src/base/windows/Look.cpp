@@ -148,7 +148,8 @@ QColor QuietColour(const QPalette& palette) {
 }
 
 void ApplyLook(QApplication& application, Shade shade) {
-    application.setStyle(new LookStyle);
+    // The application owns its style.
+    application.setStyle(std::make_unique<LookStyle>().release());
     application.setPalette(LookPalette(shade));
     QFont font(QStringLiteral("Liberation Sans"));
     font.setPointSizeF(10);

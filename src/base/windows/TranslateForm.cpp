@@ -25,7 +25,7 @@ QString WithoutMnemonic(QString caption) {
 }
 
 QString Translated(const QString& caption) {
-    const QString found = Translate(caption);
+    QString found = Translate(caption);
     if (found != caption || !caption.contains(u'&')) {
         return found;
     }

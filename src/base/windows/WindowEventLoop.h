@@ -10,7 +10,10 @@ namespace velmora {
 // comes sooner after the last leaves them to the next one.
 class WindowEventLoop : public EventLoop {
 public:
+    WindowEventLoop() = default;
     ~WindowEventLoop() override { WindowEventLoop::SetPointer(Pointer::Default); }
+    WindowEventLoop(const WindowEventLoop&) = delete;
+    WindowEventLoop& operator=(const WindowEventLoop&) = delete;
     void ProcessPendingEvents() override;
     void SetPointer(Pointer pointer) override;
     void Beep() override;

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <string_view>
+
 namespace velmora::engine::dialect {
 
 // How a character of a text begins or continues a word of it. The lexer and the quick scan of shapes share these
@@ -19,18 +21,23 @@ struct CharClasses {
         for (int c = 0; c < 128; ++c) {
             of[c] = c < 32 || c == 127 ? CharClass::Control : CharClass::Other;
         }
-        for (int c = 'A'; c <= 'Z'; ++c) {
+        for (size_t c = 'A'; c <= 'Z'; ++c) {
             of[c] = of[c + 32] = CharClass::Word;
         }
-        for (int c = '0'; c <= '9'; ++c) {
+        for (size_t c = '0'; c <= '9'; ++c) {
             of[c] = CharClass::Digit;
         }
-        of[' '] = of['\t'] = of['\r'] = of['\n'] = CharClass::Blank;
-        of['_'] = CharClass::Word;
-        of['"'] = of['\''] = CharClass::Quote;
-        of['['] = CharClass::Bracket;
-        of['#'] = CharClass::Hash;
-        of['.'] = CharClass::Dot;
+        const auto set = [this](std::string_view characters, CharClass what) constexpr {
+            for (const char c : characters) {
+                of[static_cast<size_t>(c)] = what;
+            }
+        };
+        set(" \t\r\n", CharClass::Blank);
+        set("_", CharClass::Word);
+        set("\"'", CharClass::Quote);
+        set("[", CharClass::Bracket);
+        set("#", CharClass::Hash);
+        set(".", CharClass::Dot);
     }
 };
 inline constexpr CharClasses charClasses;
