@@ -143,37 +143,77 @@ private:
 
 Template::Template(const QString& text, const TemplateUse& use) : pieces_(Parser(text, use).Parse()) {}
 
-QString Template::Fill(const FillIn& from) const {
-    bool anyField = false;
-    return FillPieces(pieces_, from, anyField);
-}
-
-QString Template::FillPieces(const std::vector<Piece>& pieces, const FillIn& from, bool& anyField) {
-    QString filled;
-    for (const Piece& piece : pieces) {
-        switch (piece.kind) {
-        case Piece::Kind::Text:
-            filled += piece.text;
-            break;
-        case Piece::Kind::Special:
-            filled += from.specials[static_cast<size_t>(piece.special)];
-            break;
-        case Piece::Kind::Field: {
-            const QString value = FormatField(from.rows->FieldAt(piece.field), piece.format, from.locale, piece.text);
-            anyField = anyField || !value.isEmpty();
-            filled += value;
-            break;
+// Puts a text together so that a field without a value leaves no blank or comma of its own behind.
+class Template::Filling {
+public:
+    void AddFixed(QStringView text) {
+        const bool isOpen = text_.isEmpty() || text_.endsWith(u' ');
+        while (gap_ && isOpen && !text.isEmpty() && IsSeparator(text.front())) {
+            text = text.sliced(1);
         }
-        case Piece::Kind::Optional: {
-            bool any = false;
-            const QString inner = FillPieces(piece.inner, from, any);
-            anyField = anyField || any;
-            filled += any ? inner : QString();
-            break;
-        }
+        gap_ = gap_ && text.isEmpty();
+        const auto seen = std::find_if_not(text.rbegin(), text.rend(), IsSeparator);
+        kept_ = seen == text.rend() ? kept_ : text_.size() + (text.rend() - seen);
+        text_ += text;
+    }
+    void AddValue(const QString& value) {
+        gap_ = gap_ || value.isEmpty();
+        endsOpen_ = value.isEmpty();
+        if (!value.isEmpty()) {
+            text_ += value;
+            kept_ = text_.size();
+            gap_ = false;
         }
     }
-    return filled;
+    QString Finished() && {
+        if (endsOpen_) {
+            text_.truncate(kept_);
+        }
+        return std::move(text_);
+    }
+
+private:
+    static bool IsSeparator(QChar c) { return c == u' ' || c == u','; }
+
+    QString text_;
+    // How much of it ends with something to see.
+    qsizetype kept_ = 0;
+    // A value is missing where the text ends now.
+    bool gap_ = false;
+    // The last value is missing.
+    bool endsOpen_ = false;
+};
+
+QString Template::Fill(const FillIn& from) const {
+    Filling filling;
+    FillPieces(pieces_, from, filling);
+    return std::move(filling).Finished();
+}
+
+QString Template::ValueOf(const Piece& piece, const FillIn& from) {
+    return piece.kind == Piece::Kind::Special
+               ? from.specials[static_cast<size_t>(piece.special)]
+               : FormatField(from.rows->FieldAt(piece.field), piece.format, from.locale, piece.text);
+}
+
+bool Template::HasField(const std::vector<Piece>& pieces, const FillIn& from) {
+    return std::any_of(pieces.begin(), pieces.end(), [&](const Piece& piece) {
+        return piece.kind == Piece::Kind::Field && !ValueOf(piece, from).isEmpty();
+    });
+}
+
+void Template::FillPieces(const std::vector<Piece>& pieces, const FillIn& from, Filling& filling) {
+    for (const Piece& piece : pieces) {
+        if (piece.kind == Piece::Kind::Text) {
+            filling.AddFixed(piece.text);
+        } else if (piece.kind != Piece::Kind::Optional) {
+            filling.AddValue(ValueOf(piece, from));
+        } else if (HasField(piece.inner, from)) {
+            FillPieces(piece.inner, from, filling);
+        } else {
+            filling.AddValue({});
+        }
+    }
 }
 
 } // namespace velmora::layouts

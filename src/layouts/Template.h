@@ -43,7 +43,8 @@ struct FillIn {
 };
 
 // A text with places to fill in: {Table.Field}, {Table.Field:format}, {Page} and other names. A part in square brackets
-// is left out where every field in it is empty. {{ }} [[ ]] stand for the marks themselves.
+// is left out where every field in it is empty, and so are the blanks and commas that an empty field would leave
+// doubled or at an end. {{ }} [[ ]] stand for the marks themselves.
 class Template {
 public:
     Template() = default;
@@ -63,7 +64,10 @@ private:
         std::vector<Piece> inner;
     };
     class Parser;
-    static QString FillPieces(const std::vector<Piece>& pieces, const FillIn& from, bool& anyField);
+    class Filling;
+    static QString ValueOf(const Piece& piece, const FillIn& from);
+    static bool HasField(const std::vector<Piece>& pieces, const FillIn& from);
+    static void FillPieces(const std::vector<Piece>& pieces, const FillIn& from, Filling& filling);
 
     std::vector<Piece> pieces_;
 };

@@ -144,6 +144,14 @@ TEST_F(DocumentsTest, WritesTextsAndFormats) {
         {"{Reservation.SLockStart:if done}.", "."},
         {"{Reservation.LastName:initial}", "A"},
         {"a[, level {Asset.LocationLvl}]b[ ({Asset.AssetID})]", "ab (12)"},
+        // What is empty leaves no separator behind.
+        {"<{Asset.LocationLvl} {Reservation.LastName}>", "< Abel>"},
+        {"{Asset.LocationLvl}[, {Reservation.LastName}]", "Abel"},
+        {"{Asset.LocationLvl}, {Asset.LocationLvl} {Reservation.LastName}, {Asset.LocationLvl}, {Reservation.ID}",
+         "Abel, 1"},
+        {"Level {Asset.LocationLvl}", "Level"},
+        {"Dear {Asset.LocationLvl} {Reservation.LastName},", "Dear Abel,"},
+        {"a, b[, {Asset.LocationLvl}], {Reservation.ID}, ", "a, b, 1,"},
         {"{{x}} [[y]] {Today}", "{x} [y] Thursday, March 5, 2026"},
         {"{Now}", "3/5/2026 2:15 PM"},
         {"{Period}", "Friday, March 6, 2026"},
@@ -212,6 +220,26 @@ TEST_F(DocumentsTest, JoinsATableTwiceAndKeepsRowsWithoutAPartner) {
     EXPECT_EQ(RunText(u"Mine.rpx"_s, u"{Person.LastName} < 'C'"_s).section(u"\r\n"_s, 2, 3), u"Abel-Abel\r\nBaker-"_s);
 }
 
+TEST_F(DocumentsTest, LettersAreApartInTextAndHtml) {
+    store_->Run(u"UPDATE Reservation SET FirstName = '', Organization = NULL WHERE ID = 1"_s);
+    const QString formula = u"{Reservation.ID} = 1 Or {Reservation.ID} = 2"_s;
+    const QString text = RunText(u"Reminder.rpx"_s, formula);
+    // Nothing is left of what is empty, and the first letter begins below the title.
+    EXPECT_TRUE(text.contains(u"=\r\n\r\nAbel\r\n\r\n"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"\r\nDear Abel,\r\n"_s)) << text.toStdString();
+    EXPECT_EQ(text.count(QString(50, u'-')), 1);
+    TextOutput output(TheServices(), delivery_, TextOutput::Kind::Html);
+    Run(output, u"Reminder.rpx"_s, formula);
+    const QByteArray html = delivery_.delivered;
+    EXPECT_EQ(html.count("break-before:page"), 1) << html.toStdString();
+    EXPECT_FALSE(html.contains("<p></p>")) << html.toStdString();
+    EXPECT_EQ(html.count("<table>"), 2) << html.toStdString();
+    EXPECT_EQ(html.count("<table>"), html.count("</table>"));
+    Run(output, u"Setup.rpx"_s, u"{Reservation.Start} < Date(2026,3,7)"_s);
+    EXPECT_EQ(delivery_.delivered.count("<h2 style=\"break-before:page\">"), delivery_.delivered.count("<h2") - 1);
+    EXPECT_GT(delivery_.delivered.count("<h2"), 1);
+}
+
 TEST_F(DocumentsTest, EscapesWhatItPutsIntoHtml) {
     store_->Run(u"UPDATE Asset SET Name = '<Board & Room>' WHERE AssetID = 12"_s);
     WriteLayout(u"htmlpre.txt"_s, "PRE<b>");
@@ -220,11 +248,14 @@ TEST_F(DocumentsTest, EscapesWhatItPutsIntoHtml) {
     Run(output, u"Setup.rpx"_s, u"{Reservation.ID} = 1"_s);
     const QByteArray html = delivery_.delivered;
     EXPECT_TRUE(html.startsWith("PRE<b><h1>Setup</h1>") && html.endsWith("POST")) << html.toStdString();
-    EXPECT_TRUE(html.contains("<td>&lt;Board &amp; Room&gt;")) << html.toStdString();
+    EXPECT_TRUE(html.contains("<td><b>&lt;Board &amp; Room&gt;</b>")) << html.toStdString();
     EXPECT_TRUE(html.contains("<li>\u00dcn\u00efcode &amp; &lt;b&gt;bold&lt;/b&gt;</li>")) << html.toStdString();
     EXPECT_EQ(html.count("<table>"), html.count("</table>"));
     EXPECT_EQ(html.count("<td"), html.count("</td>"));
     EXPECT_EQ(html.count("<tr>"), html.count("</tr>"));
+    // Columns have the layout's widths and places.
+    EXPECT_TRUE(html.contains("<th style=\"width:3.7%;text-align:left\"></th>")) << html.toStdString();
+    EXPECT_TRUE(html.contains("text-align:center\">Persons</th>")) << html.toStdString();
 
     TextOutput mail(TheServices(), delivery_, TextOutput::Kind::Mail);
     Run(mail, u"Reminder.rpx"_s, u"{Reservation.ID} = 1"_s);

@@ -97,6 +97,11 @@ TEST_F(LayoutFileTest, NamesFileLineAndKey) {
         {With(QByteArray(column) + ",\n\"details\": {\"table\": \"Note\", \"text\": \"{Reservation.ID}\",\n\"field\": "
                                    "\"Note.Reservation\", \"equals\": \"Reservation.ID\"}"),
          5, u"details.text"_s, u"the tables are Note"_s},
+        {With(QByteArray(column) +
+              ",\n\"details\": {\"table\": \"Note\", \"text\": \"x\", \"field\": \"Note.Reservation\",\n"
+              "\"equals\": \"Reservation.Start\"}"),
+         6, u"details.equals"_s, u"holds a date and \"field\" a number"_s},
+        {With("\"body\": [{\"text\": \"x\"},\n{\"rule\": false}]"), 5, u"body[2].rule"_s, u"is true"_s},
         {With(QByteArray(column) + ",\n\"pageFooter\": {\"middle\": \"x\"}"), 5, u"pageFooter.middle"_s,
          u"left, center, right"_s},
     };
@@ -119,6 +124,23 @@ TEST_F(LayoutFileTest, RefusesWhatIsNoFile) {
     // Values never become part of the query's text, and names are the database's own.
     EXPECT_TRUE(
         Failure([&] { Read(With("\"sort\": [\"Reservation.ID DESC; DROP TABLE Asset\"]")); }).contains(u"no field"_s));
+}
+
+// Who changes a layout has the document alone.
+TEST_F(LayoutFileTest, TheDocumentKnowsTheTablesAndItsExampleRuns) {
+    const QString document = QString::fromUtf8(FileBytes(ShareFolder() + u"/../docs/layouts.md"_s));
+    const QString example = document.section(u"```json"_s, 1, 1).section(u"```"_s, 0, 0);
+    EXPECT_EQ(Failure([&] { Read(example.toUtf8()); }), QString());
+    for (const QString& table : store_->Rows(u"SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
+                                             "'sqlite%' AND name NOT IN ('StoredQuery', 'PrintAttributes')"_s)) {
+        const QString fields = document.section(u"\n| `"_s + table + u"` | "_s, 1).section(u'\n', 0, 0);
+        for (const engine::dialect::CatalogColumn& each : database_->Schema().FindTable(table)->columns) {
+            const QString name = u'`' + each.name + u'`';
+            const bool isText = each.type == engine::dialect::SqlType::Text;
+            EXPECT_TRUE(fields.contains(name + (isText ? u""_s : u" ("_s)))
+                << table.toStdString() << name.toStdString();
+        }
+    }
 }
 
 } // namespace

@@ -202,10 +202,16 @@ void Moment(sqlite3_context* context, const Arguments& arguments) {
 }
 
 void GeneralDateText(sqlite3_context* context, const Arguments& arguments) {
-    Return(context, IsMoment(arguments, 0) ? GeneralDate(arguments.Moment(0)) : arguments.Text(0));
+    GeneralDateBuffer buffer;
+    Return(context, IsMoment(arguments, 0) ? GeneralDate(arguments.Moment(0), buffer) : arguments.Utf8(0));
 }
 
 void Format(sqlite3_context* context, const Arguments& arguments) {
+    if (arguments.Count() == 1 && !arguments.IsNumber(0)) {
+        GeneralDateBuffer buffer;
+        Return(context, GeneralDate(arguments.Moment(0), buffer));
+        return;
+    }
     const QString pattern = arguments.Count() == 2 ? arguments.Text(1) : QString();
     if (arguments.IsNumber(0)) {
         Return(context, FormatNumber(arguments.Real(0), pattern));

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 
 namespace velmora::engine::sqlite {
@@ -187,17 +188,40 @@ private:
 
 } // namespace
 
-QString GeneralDate(DateTime moment) {
+std::string_view GeneralDate(DateTime moment, GeneralDateBuffer& buffer) {
     const DateTimeFields fields = Fields(moment);
-    if (fields.hour == 0 && fields.minute == 0 && fields.second == 0) {
-        return MomentFormatter(moment, u"m/d/yyyy").Run();
+    char* at = buffer.data();
+    const auto put = [&at](int number) { at = std::to_chars(at, at + 2, number).ptr; };
+    const auto putTwo = [&at](int number) {
+        *at++ = static_cast<char>('0' + number / 10);
+        *at++ = static_cast<char>('0' + number % 10);
+    };
+    put(fields.month);
+    *at++ = '/';
+    put(fields.day);
+    *at++ = '/';
+    putTwo(fields.year / 100);
+    putTwo(fields.year % 100);
+    if (fields.hour != 0 || fields.minute != 0 || fields.second != 0) {
+        *at++ = ' ';
+        put((fields.hour + 11) % 12 + 1);
+        *at++ = ':';
+        putTwo(fields.minute);
+        if (fields.second != 0) {
+            *at++ = ':';
+            putTwo(fields.second);
+        }
+        *at++ = ' ';
+        *at++ = fields.hour >= 12 ? 'P' : 'A';
+        *at++ = 'M';
     }
-    return MomentFormatter(moment, fields.second == 0 ? u"m/d/yyyy h:nn AM/PM" : u"m/d/yyyy h:nn:ss AM/PM").Run();
+    return {buffer.data(), static_cast<size_t>(at - buffer.data())};
 }
 
 QString FormatMoment(DateTime moment, QStringView pattern) {
     if (pattern.isEmpty() || pattern.compare(u"General Date", Qt::CaseInsensitive) == 0) {
-        return GeneralDate(moment);
+        GeneralDateBuffer buffer;
+        return QString::fromLatin1(QByteArrayView(GeneralDate(moment, buffer)));
     }
     return MomentFormatter(moment, Meant(datePatterns, pattern)).Run();
 }

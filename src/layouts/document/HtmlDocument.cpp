@@ -3,27 +3,36 @@
 #include "print/HtmlWrapper.h"
 #include "print/Text.h"
 
+#include <algorithm>
+
 namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const char* AlignedCell(Alignment alignment) {
+const char* NameOf(Alignment alignment) {
     switch (alignment) {
     case Alignment::Center:
-        return "<td align=\"center\">";
+        return "center";
     case Alignment::Right:
-        return "<td align=\"right\">";
+        return "right";
     case Alignment::Left:
         break;
     }
-    return "<td>";
+    return "left";
+}
+
+// A style of its own, so that the wrapper's rules for tables of labels leave it alone.
+QByteArray AlignedCell(const LayoutColumn& column) {
+    return column.alignment == Alignment::Left
+               ? QByteArray("<td>")
+               : QByteArray("<td style=\"text-align:") + NameOf(column.alignment) + "\">";
 }
 
 } // namespace
 
-void HtmlDocument::AppendElement(const char* open, const QString& text, const char* close) {
+void HtmlDocument::AppendElement(const QByteArray& open, const QString& text, const char* close) {
     html_ += open;
     // Texts of several lines keep them.
     const QStringList lines = text.split(u'\n');
@@ -39,9 +48,19 @@ void HtmlDocument::OpenTable() {
         return;
     }
     tableIsOpen_ = true;
-    html_ += "<table>\r\n<tr>";
+    html_ += "<table>\r\n";
+    if (layout_.columns.empty()) {
+        return;
+    }
+    double sum = 0;
     for (const LayoutColumn& column : layout_.columns) {
-        AppendElement("<th align=\"left\">", column.heading, "</th>");
+        sum += column.width;
+    }
+    html_ += "<tr>";
+    for (const LayoutColumn& column : layout_.columns) {
+        const QByteArray width = QByteArray::number(column.width * 100 / std::max(sum, 1.0), 'f', 1);
+        AppendElement("<th style=\"width:" + width + "%;text-align:" + NameOf(column.alignment) + "\">", column.heading,
+                      "</th>");
     }
     html_ += "</tr>\r\n";
 }
@@ -62,11 +81,19 @@ void HtmlDocument::Begin(const SpecialTexts& specials) {
 
 void HtmlDocument::BeginGroup(size_t level, const QString& heading) {
     CloseTable();
+    // The groups within it begin with it. What the browser prints breaks where the pages do.
+    const bool startsPage = std::any_of(layout_.groups.begin() + static_cast<std::ptrdiff_t>(level),
+                                        layout_.groups.end(), [](const LayoutGroup& group) { return group.newPage; }) &&
+                            !isPageStart_;
+    const QByteArray style = startsPage ? " style=\"break-before:page\">" : ">";
     if (!heading.isEmpty()) {
-        level == 0 ? AppendElement("<h2>", heading, "</h2>\r\n") : AppendElement("<h3>", heading, "</h3>\r\n");
-    } else if (layout_.groups[level].newPage) {
-        html_ += "<hr>\r\n";
+        const QByteArray name = level == 0 ? "h2" : "h3";
+        AppendElement('<' + name + style, heading, "");
+        html_ += "</" + name + ">\r\n";
+    } else if (startsPage) {
+        html_ += "<hr" + style + "\r\n";
     }
+    isPageStart_ = isPageStart_ || startsPage;
 }
 
 void HtmlDocument::AppendCell(const LayoutColumn& column, const FilledCell& cell) {
@@ -80,33 +107,42 @@ void HtmlDocument::AppendCell(const LayoutColumn& column, const FilledCell& cell
     case LayoutColumn::Kind::Text:
         break;
     }
-    AppendElement(AlignedCell(column.alignment), cell.repeated ? QString() : cell.value, "");
-    if (!cell.below.isEmpty() && !cell.repeated) {
-        AppendElement(cell.value.isEmpty() ? "<small>" : "<br><small>", cell.below, "</small>");
+    html_ += AlignedCell(column);
+    if (!cell.repeated) {
+        if (!cell.value.isEmpty()) {
+            AppendElement(column.bold ? "<b>" : "", cell.value, column.bold ? "</b>" : "");
+        }
+        if (!cell.below.isEmpty()) {
+            AppendElement(cell.value.isEmpty() ? "<small>" : "<br><small>", cell.below, "</small>");
+        }
     }
     html_ += "</td>";
 }
 
 void HtmlDocument::AppendBody(const FilledRecord& record) {
     for (size_t i = 0; i < layout_.body.size(); ++i) {
-        const BodyItem& item = layout_.body[i];
-        const QString& value = record.cells[i].value;
-        switch (item.kind) {
-        case BodyItem::Kind::Text:
-            item.bold ? AppendElement("<p><b>", value, "</b></p>\r\n") : AppendElement("<p>", value, "</p>\r\n");
-            break;
-        case BodyItem::Kind::LabelValue:
-            if (!value.isEmpty()) {
-                AppendElement("<p><b>", item.label, "</b> ");
-                AppendElement("", value, "</p>\r\n");
-            }
-            break;
-        case BodyItem::Kind::Rule:
-            html_ += "<hr>\r\n";
-            break;
-        case BodyItem::Kind::Space:
-            break;
-        }
+        AppendBodyItem(layout_.body[i], record.cells[i].value);
+    }
+    CloseTable();
+}
+
+void HtmlDocument::AppendBodyItem(const BodyItem& item, const QString& value) {
+    const bool hasText = item.kind == BodyItem::Kind::Text || item.kind == BodyItem::Kind::LabelValue;
+    if (hasText && value.isEmpty()) {
+        return;
+    }
+    // Labels below each other are one table, which lines their values up.
+    if (item.kind == BodyItem::Kind::LabelValue) {
+        OpenTable();
+        AppendElement("<tr><th align=\"left\">", item.label, "</th>");
+        AppendElement("<td>", value, "</td></tr>\r\n");
+        return;
+    }
+    CloseTable();
+    if (item.kind == BodyItem::Kind::Text) {
+        AppendElement(item.bold ? "<p><b>" : "<p>", value, item.bold ? "</b></p>\r\n" : "</p>\r\n");
+    } else if (item.kind == BodyItem::Kind::Rule) {
+        html_ += "<hr>\r\n";
     }
 }
 
@@ -123,6 +159,7 @@ void HtmlDocument::AppendDetails(const QStringList& lines) {
 }
 
 void HtmlDocument::Record(const FilledRecord& record) {
+    isPageStart_ = false;
     if (!layout_.columns.empty()) {
         OpenTable();
         html_ += "<tr>";
@@ -130,8 +167,9 @@ void HtmlDocument::Record(const FilledRecord& record) {
             AppendCell(layout_.columns[i], record.cells[i]);
         }
         html_ += "</tr>\r\n";
+    } else {
+        AppendBody(record);
     }
-    AppendBody(record);
     AppendDetails(record.details);
 }
 

@@ -20,17 +20,20 @@ public:
     const QByteArray& Bytes() const { return html_; }
 
 private:
-    void AppendElement(const char* open, const QString& text, const char* close);
+    void AppendElement(const QByteArray& open, const QString& text, const char* close);
     void OpenTable();
     void CloseTable();
     void AppendCell(const LayoutColumn& column, const FilledCell& cell);
     void AppendBody(const FilledRecord& record);
+    void AppendBodyItem(const BodyItem& item, const QString& value);
     void AppendDetails(const QStringList& lines);
 
     const Layout& layout_;
     const LocaleText& locale_;
     QByteArray html_;
     bool tableIsOpen_ = false;
+    // No record stands on the page yet that the next one would be printed on.
+    bool isPageStart_ = true;
 };
 
 } // namespace velmora::layouts

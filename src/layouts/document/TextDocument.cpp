@@ -50,7 +50,7 @@ void TextDocument::Begin(const SpecialTexts& specials) {
 }
 
 void TextDocument::BeginGroup(size_t level, const QString& heading) {
-    if (!heading.isEmpty() || layout_.groups[level].newPage) {
+    if (!heading.isEmpty() || (layout_.groups[level].newPage && hasRecords_)) {
         AppendLine(QString(ruleLength, u'-'));
     }
     if (!heading.isEmpty()) {
@@ -64,7 +64,9 @@ void TextDocument::AppendBody(const FilledRecord& record) {
         const QString& value = record.cells[i].value;
         switch (item.kind) {
         case BodyItem::Kind::Text:
-            AppendLine(value);
+            if (!value.isEmpty()) {
+                AppendLine(value);
+            }
             break;
         case BodyItem::Kind::LabelValue:
             if (!value.isEmpty()) {
@@ -82,6 +84,7 @@ void TextDocument::AppendBody(const FilledRecord& record) {
 }
 
 void TextDocument::Record(const FilledRecord& record) {
+    hasRecords_ = true;
     QStringList cells;
     for (size_t i = 0; i < layout_.columns.size(); ++i) {
         cells += CellText(layout_.columns[i], record.cells[i]);

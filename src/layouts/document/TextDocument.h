@@ -27,6 +27,7 @@ private:
     const Layout& layout_;
     const LocaleText& locale_;
     QByteArray text_;
+    bool hasRecords_ = false;
 };
 
 } // namespace velmora::layouts

@@ -1,6 +1,7 @@
 #include "layouts/file/LayoutFile.h"
 
 #include "base/Error.h"
+#include "engine/dialect/Types.h"
 #include "layouts/file/ObjectReader.h"
 #include "layouts/formula/FormulaError.h"
 
@@ -204,6 +205,12 @@ private:
         }
     }
 
+    static void RequireTrue(ObjectReader& reader, const QString& key) {
+        if (!reader.Flag(key, true)) {
+            reader.PlaceOf(key).Fail(u"\"%1\" is true, or the item is left out"_s.arg(key));
+        }
+    }
+
     void ReadColumnContent(ObjectReader& reader, LayoutColumn& column) {
         const int contents = int(reader.Has(u"value"_s)) + int(reader.Has(u"tick"_s)) + int(reader.Has(u"blank"_s));
         if (contents != 1) {
@@ -218,9 +225,7 @@ private:
             column.kind = LayoutColumn::Kind::Tick;
             column.tick = layout_.fields.Add(field);
         } else if (reader.Has(u"blank"_s)) {
-            if (!reader.Flag(u"blank"_s, true)) {
-                reader.PlaceOf(u"blank"_s).Fail(u"\"blank\" is true"_s);
-            }
+            RequireTrue(reader, u"blank"_s);
             column.kind = LayoutColumn::Kind::Blank;
         } else {
             column.value = ReadTemplate(reader, u"value"_s, OfRecord());
@@ -237,7 +242,7 @@ private:
                 item.points = reader.Number(u"space"_s, 0, 0, 500);
             } else if (reader.Has(u"rule"_s)) {
                 item.kind = BodyItem::Kind::Rule;
-                reader.Flag(u"rule"_s, true);
+                RequireTrue(reader, u"rule"_s);
             } else if (reader.Has(u"label"_s)) {
                 item.kind = BodyItem::Kind::LabelValue;
                 item.label = reader.RequiredText(u"label"_s);
@@ -266,8 +271,13 @@ private:
         FieldScope scope;
         scope.Add(table, {});
         details.key = ReadField(reader.RequiredText(u"field"_s), scope, reader.PlaceOf(u"field"_s));
-        details.parent =
-            layout_.fields.Add(ReadField(reader.RequiredText(u"equals"_s), layout_.scope, reader.PlaceOf(u"equals"_s)));
+        const LayoutPlace equals = reader.PlaceOf(u"equals"_s);
+        const FieldName parent = ReadField(reader.RequiredText(u"equals"_s), layout_.scope, equals);
+        if (!SameKind(details.key.type, parent.type)) {
+            equals.Fail(u"the field holds %1 and \"field\" %2, which are never equal"_s.arg(
+                engine::dialect::Describe(parent.type), engine::dialect::Describe(details.key.type)));
+        }
+        details.parent = layout_.fields.Add(parent);
         details.select = ReadFormula(reader, u"select"_s, scope);
         details.sort = ReadSort(reader, scope);
         reader.RequiredText(u"text"_s);

@@ -47,4 +47,7 @@ struct Formula {
 // not exist, values of kinds that do not compare, and a text that is longer or nests deeper than any sensible one.
 Formula ParseFormula(QStringView text, const FieldScope& scope);
 
+// Whether a formula can compare values of the two types.
+bool SameKind(engine::dialect::SqlType left, engine::dialect::SqlType right);
+
 } // namespace velmora::layouts

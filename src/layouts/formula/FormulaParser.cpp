@@ -151,11 +151,6 @@ private:
         return condition;
     }
 
-    static bool SameKind(SqlType left, SqlType right) {
-        return left == right || left == SqlType::Unknown || right == SqlType::Unknown ||
-               (engine::dialect::IsNumber(left) && engine::dialect::IsNumber(right));
-    }
-
     FormulaOperand ParseOperand() {
         const FormulaToken& token = Peek();
         switch (token.mark) {
@@ -261,6 +256,11 @@ std::vector<DateTime> Formula::Dates() const {
     std::vector<DateTime> dates;
     CollectDates(*this, dates);
     return dates;
+}
+
+bool SameKind(SqlType left, SqlType right) {
+    return left == right || left == SqlType::Unknown || right == SqlType::Unknown ||
+           (engine::dialect::IsNumber(left) && engine::dialect::IsNumber(right));
 }
 
 Formula ParseFormula(QStringView text, const FieldScope& scope) {
