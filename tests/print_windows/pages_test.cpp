@@ -57,6 +57,7 @@ TEST(PreviewPages, Refuses256thPageInABoxOnceAndThenInTheStatusLine) {
     EXPECT_EQ(fakes.progress.shown.size(), 39U);
     EXPECT_EQ(fakes.progress.shown.back().first, refusal);
     writer->Deliver();
+    EXPECT_EQ(fakes.progress.shown.back().first, QString()) << "nothing stands before the preview";
     ASSERT_EQ(windows.opened.size(), 1U);
     const pages::Document& document = windows.opened[0].document;
     EXPECT_EQ(document.pages.size(), 255U);
@@ -134,6 +135,20 @@ TEST(Sheets, GrownPagesAreStretchedOrCutAndLoseNothing) {
             << c.name << " height " << report.pages[0].Height();
         EXPECT_EQ(sheets.pages[0].Placed() == pages::Placement(), c.trueSize) << c.name;
     }
+}
+
+TEST(Sheets, APdfHasNoPageBeyondWhatPdfKnows) {
+    pages::Document report = GrownPage(3000, 0);
+    report.pages.push_back(GrownPage(60, 0).pages[0]);
+    const pages::Document made = pages::ForPdf(report);
+    QStringList texts;
+    for (const pages::Page& page : made.pages) {
+        EXPECT_LE(page.Height(), 200 * 1440);
+        texts += TextsOf(page);
+    }
+    EXPECT_EQ(texts, TextsOf(report.pages[0]) + TextsOf(report.pages[1]));
+    EXPECT_EQ(made.pages.back().Height(), report.pages[1].Height())
+        << "a long page stays one where PDF has room for it";
 }
 
 TEST(Sheets, ABoxAcrossTheCutIsClosedOnBothSheets) {

@@ -1,5 +1,6 @@
 #include "platform/pages/Sheets.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmora::pages {
@@ -114,6 +115,15 @@ Document OnSheets(const Document& document, const PaperSize& paper) {
 
 Document CutIntoSheets(const Document& document, const PaperSize& paper) {
     return Laid(document, paper, 1);
+}
+
+Document ForPdf(const Document& document) {
+    constexpr int margin = 720;
+    PaperSize tallest{0, tallestPdfPage, 0, margin, 0, margin};
+    for (const Page& page : document.pages) {
+        tallest.width = std::max(tallest.width, page.Width());
+    }
+    return CutIntoSheets(document, tallest);
 }
 
 } // namespace velmora::pages

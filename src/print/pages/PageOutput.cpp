@@ -6,13 +6,6 @@
 
 namespace velmora::print {
 
-namespace {
-
-// PDF knows no page beyond 200 inches.
-constexpr int tallestPdfPage = 288000;
-
-} // namespace
-
 PageDestination PageDestination::Of(const Printers& printers) {
     const PrinterPage page = printers.CurrentPage();
     return {printers.CurrentDevice(), printers.PrintsToFile(),
@@ -23,7 +16,7 @@ PageDestination PageDestination::Of(const Printers& printers) {
 void PageOutput::PrintReport(const pages::Document& document, const PageDestination& destination) {
     pages::PaperSize paper = destination.paper;
     if (destination.toFile) {
-        paper.height = tallestPdfPage;
+        paper.height = pages::tallestPdfPage;
     }
     const bool fits = std::all_of(document.pages.begin(), document.pages.end(),
                                   [&](const pages::Page& page) { return page.Height() <= paper.height; });
