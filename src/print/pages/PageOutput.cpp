@@ -31,19 +31,19 @@ pages::PaperSize PageOutput::Paper() const {
     return PageDestination::Of(printers_).paper;
 }
 
-void PageOutput::Print(const pages::Document& document) {
-    Send(document, PageDestination::Of(printers_));
+bool PageOutput::Print(const pages::Document& document) {
+    return Send(document, PageDestination::Of(printers_));
 }
 
-void PageOutput::Send(const pages::Document& document, const PageDestination& destination) {
+bool PageOutput::Send(const pages::Document& document, const PageDestination& destination) {
     const QByteArray pdf = PdfBytes(document);
     if (destination.toFile) {
-        delivery_.SaveFile(pdf, ReportFileKind::Pdf);
-        return;
+        return delivery_.SaveFile(pdf, ReportFileKind::Pdf);
     }
     const pages::PaperSize& paper = destination.paper;
     printer_.Print(destination.deviceName,
                    {document.name, pdf, std::min(paper.width, paper.height), std::max(paper.width, paper.height)});
+    return true;
 }
 
 } // namespace velmora::print
