@@ -4,7 +4,25 @@
 #include "app/desk/DeskProgram.h"
 #include "base/windows/Look.h"
 
+#include "platform/NativeUserSettings.h"
+
 #include <QApplication>
+
+namespace {
+
+// What the user has chosen, else as the desktop is; some desktops do not tell.
+velmora::Shade ChosenShade(const QApplication& application) {
+    const velmora::NativeUserSettings settings;
+    const auto chosen =
+        settings.Read(QStringLiteral("Velmora"), QStringLiteral("Look"), QStringLiteral("Shade")).value_or(QString());
+    if (chosen.compare(QStringLiteral("dark"), Qt::CaseInsensitive) == 0) {
+        return velmora::Shade::Dark;
+    }
+    return chosen.compare(QStringLiteral("light"), Qt::CaseInsensitive) == 0 ? velmora::Shade::Light
+                                                                             : velmora::DesktopShade(application);
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     velmora::PrepareStandardStreams();
@@ -17,7 +35,7 @@ int main(int argc, char** argv) {
     QApplication application(ownName, argv);
     QApplication::setApplicationName(QStringLiteral("velmora-desk"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
-    velmora::ApplyLook(application, velmora::DesktopShade(application));
+    velmora::ApplyLook(application, ChosenShade(application));
     velmora::desk::DeskProgram desk(words.join(u' '));
     desk.Start();
     return QApplication::exec();

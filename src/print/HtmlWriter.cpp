@@ -100,4 +100,14 @@ void HtmlWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
     AppendRow({c0, c1, c2, c3, c4});
 }
 
+void HtmlWriter::PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) {
+    const bool heading = kind == GridRow::Heading;
+    OpenHtmlTable();
+    Append("<tr>");
+    for (const GridCell& cell : cells) {
+        AppendElement(heading ? "<th>" : "<td>", cell.text, heading ? "</th>" : "</td>");
+    }
+    Append("</tr>");
+}
+
 } // namespace velmora::print

@@ -23,6 +23,7 @@ public:
     void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
     void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
     void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
+    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) override;
 
 private:
     // Both look at the end of the text alone, letter case ignored, so that a wrapper file may open a table too.

@@ -24,6 +24,7 @@ public:
     void PrintTwoLabelValues(Text, Text, Text, Text, std::optional<qint16>) override {}
     void PrintTableRow(Text, Text, Text, Text) override {}
     void PrintTableRow5(Text, Text, Text, Text, Text) override {}
+    void PrintGridRow(const std::vector<GridCell>&, GridRow) override {}
 };
 
 } // namespace velmora::print

@@ -82,6 +82,7 @@ public:
     void PrintTableRow5(Text c0, Text c1 = {}, Text c2 = {}, Text c3 = {}, Text c4 = {}) {
         writer_->PrintTableRow5(c0, c1, c2, c3, c4);
     }
+    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) { writer_->PrintGridRow(cells, kind); }
 
     // What the next report will use.
     const TargetChoice& Choice() const { return choice_; }

@@ -3,8 +3,17 @@
 #include "print/Text.h"
 
 #include <optional>
+#include <vector>
 
 namespace velmora::print {
+
+// One cell of a printed grid: its text, and the width of its column in twips.
+struct GridCell {
+    QString text;
+    int width = 0;
+};
+
+enum class GridRow { Heading, Record };
 
 // One report on its way to one kind of target: each layout operation, written or drawn as that target has it. The job
 // opens it with Begin, lays the report out, closes it with Finish and hands it over with Deliver.
@@ -48,6 +57,10 @@ public:
 
     virtual void PrintTableRow(Text c1, Text c2, Text c3, Text c4) = 0;
     virtual void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) = 0;
+
+    // The cells of one row of a grid beside each other, one line high. Pages cut what does not fit its column or is
+    // behind a line end; the other targets write the whole texts.
+    virtual void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) = 0;
 
 protected:
     ReportWriter() = default;

@@ -1,6 +1,10 @@
 #include "print/TextWriter.h"
 
+#include <algorithm>
+
 namespace velmora::print {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 constexpr char lineEnd[] = "\r\n";
@@ -18,10 +22,14 @@ void TextWriter::AppendLine(Text text) {
 
 void TextWriter::AppendCells(std::initializer_list<Text> cells) {
     for (const Text cell : cells) {
-        ReportText().append('\t');
-        AppendUtf8(ReportText(), cell);
+        AppendCell(cell);
     }
     ReportText().append(lineEnd);
+}
+
+void TextWriter::AppendCell(Text cell) {
+    ReportText().append('\t');
+    AppendUtf8(ReportText(), cell);
 }
 
 void TextWriter::PrintRule(qint16, qint16, qint16) {
@@ -68,6 +76,18 @@ void TextWriter::PrintTableRow(Text c1, Text c2, Text c3, Text c4) {
 
 void TextWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
     AppendCells({c0, c1, c2, c3, c4});
+}
+
+void TextWriter::PrintGridRow(const std::vector<GridCell>& cells, GridRow) {
+    // What would end the line or begin another column is a blank: a row stays one line.
+    for (const GridCell& cell : cells) {
+        QString text = cell.text;
+        text.replace(u"\r\n"_s, u" "_s);
+        std::replace_if(
+            text.begin(), text.end(), [](QChar c) { return c < u' '; }, QChar(u' '));
+        AppendCell(text);
+    }
+    ReportText().append(lineEnd);
 }
 
 } // namespace velmora::print

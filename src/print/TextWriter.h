@@ -23,12 +23,14 @@ public:
     void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
     void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
     void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
+    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) override;
 
 private:
     void AppendRule();
     void AppendLine(Text text);
     // A TAB before every cell, the first one included.
     void AppendCells(std::initializer_list<Text> cells);
+    void AppendCell(Text cell);
 };
 
 } // namespace velmora::print

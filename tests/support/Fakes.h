@@ -97,6 +97,7 @@ public:
     bool PrintsToFile() const override { return printsToFile; }
     PrinterFont CurrentFont() const override { return font; }
     void SetFontName(const QString& family) override { font.family = family; }
+    void SetFont(const PrinterFont& value) override { font = value; }
     Orientation CurrentOrientation() const override { return orientation; }
     void SetOrientation(Orientation value) override { orientation = value; }
     PrinterPage CurrentPage() const override {

@@ -2,6 +2,7 @@
 
 #include "desk/DailyReport.h"
 #include "desk/windows/frmIntro.h"
+#include "notes/windows/WindowNotes.h"
 #include "ops/SharedDatabase.h"
 #include "ops/TranslationLoader.h"
 #include "platform/printers/CupsQueues.h"
@@ -33,10 +34,6 @@ std::map<DeskReport, std::function<void(ReportContext&)>> Reports(layouts::Layou
             {DeskReport::Layout, [&layouts](ReportContext& context) { layouts.Run(context.state, context.database); }}};
 }
 
-std::function<void(qint32, QWidget*)> NotesOpener() {
-    return {};
-}
-
 } // namespace
 
 void DeskProcess::EndNow(int exitCode) {
@@ -52,16 +49,28 @@ DeskProgram::DeskProgram(const QString& startupArgument)
                u"Service Administration"_s),
       installer_(program_), delivery_(program_.services()), output_(printers_, printers_, delivery_),
       printerPages_(printers_, output_, program_.Title()), previews_(program_.services(), output_),
-      previewPages_(program_.services(), previews_, printerPages_, program_.Title()),
-      job_({program_.services(), delivery_, [] { return print::ReadPrintAttributes(OpenedDatabase()); },
-            &previewPages_}),
-      layoutPreviews_(program_, output_), help_([this] { return HelpTopic(); }) {}
+      previewPages_(program_.services(), previews_, printerPages_, program_.Title()), job_(JobServices()),
+      notesJob_(JobServices()), layoutPreviews_(program_, output_), help_([this] { return HelpTopic(); }) {}
+
+print::PrintServices DeskProgram::JobServices() {
+    return {program_.services(), delivery_, [] { return print::ReadPrintAttributes(OpenedDatabase()); },
+            &previewPages_};
+}
 
 void DeskProgram::Start() {
     LoadTranslations();
-    main_ = std::make_unique<frmScmain>(DeskParts{program_, job_, Reports(layoutPreviews_), NotesOpener()});
+    main_ = std::make_unique<frmScmain>(
+        DeskParts{program_, job_, Reports(layoutPreviews_),
+                  [this](qint32 reservation, QWidget* owner) { ShowNotes(reservation, owner); }});
     frmIntro intro(program_);
     intro.Form_Load([this] { main_->Form_Load(); }, [this] { main_->show(); });
+}
+
+void DeskProgram::ShowNotes(qint32 reservation, QWidget* owner) {
+    // To where the last report went; a report that is running keeps its job to itself.
+    notesJob_.SetOutputTarget(static_cast<qint16>(job_.Choice().OutputTarget));
+    notesJob_.SetPreviewMode(job_.Choice().PreviewMode);
+    OpenNotes({program_, OpenedDatabase(), notesJob_}, reservation, owner);
 }
 
 QString DeskProgram::HelpTopic() const {

@@ -37,6 +37,8 @@ public:
     void Start();
 
 private:
+    print::PrintServices JobServices();
+    void ShowNotes(qint32 reservation, QWidget* owner);
     QString HelpTopic() const;
 
     LocaleText locale_;
@@ -59,6 +61,7 @@ private:
     print::WindowPreviews previews_;
     print::PreviewPages previewPages_;
     print::PrintJob job_;
+    print::PrintJob notesJob_;
     layouts::LayoutPreviews layoutPreviews_;
     HelpKey help_;
     std::unique_ptr<frmScmain> main_;

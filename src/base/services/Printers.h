@@ -45,6 +45,7 @@ public:
     virtual bool PrintsToFile() const = 0;
     virtual PrinterFont CurrentFont() const = 0;
     virtual void SetFontName(const QString& family) = 0;
+    virtual void SetFont(const PrinterFont& font) = 0;
     virtual Orientation CurrentOrientation() const = 0;
     virtual void SetOrientation(Orientation orientation) = 0;
     // The current paper in the current orientation.

@@ -1,12 +1,14 @@
 #include "base/windows/CalendarPopup.h"
 
 #include "base/Translate.h"
+#include "base/windows/Glyph.h"
 #include "base/windows/Look.h"
 
 #include <QCalendarWidget>
 #include <QPushButton>
 #include <QScreen>
 #include <QTextCharFormat>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace velmora {
@@ -18,6 +20,23 @@ namespace {
 QDate ToCalendar(Date day) {
     const DateTimeFields fields = Fields(StartOfDay(day));
     return {fields.year, fields.month, fields.day};
+}
+
+// The toolkit's calendar has pictures and colours of its own at its top; these are the program's.
+void DressTop(QCalendarWidget& month) {
+    if (auto* top = month.findChild<QWidget*>(u"qt_calendar_navigationbar"_s)) {
+        QPalette colours = top->palette();
+        colours.setColor(QPalette::Highlight, colours.color(QPalette::Window));
+        colours.setColor(QPalette::HighlightedText, colours.color(QPalette::WindowText));
+        top->setPalette(colours);
+    }
+    const std::pair<QString, Glyph> steps[] = {{u"qt_calendar_prevmonth"_s, Glyph::Previous},
+                                               {u"qt_calendar_nextmonth"_s, Glyph::Next}};
+    for (const auto& [name, glyph] : steps) {
+        if (auto* button = month.findChild<QToolButton*>(name)) {
+            button->setIcon(GlyphIcon(glyph));
+        }
+    }
 }
 
 } // namespace
@@ -33,6 +52,7 @@ CalendarPopup::CalendarPopup(const QLocale& locale, Date shown, Date today, QWid
     month_->setDateEditEnabled(false);
     month_->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
     month_->setSelectedDate(ToCalendar(shown));
+    DressTop(*month_);
     QTextCharFormat plain;
     plain.setForeground(palette().text());
     month_->setWeekdayTextFormat(Qt::Saturday, plain);

@@ -1,6 +1,7 @@
 #include "desk/windows/LayoutPage.h"
 
 #include "base/windows/DateBox.h"
+#include "layouts/LayoutChoice.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -25,16 +26,16 @@ LayoutPage::LayoutPage(DeskHost& host)
       ReportStart(new DateBox(host.TheProgram().services().localeText, host.TheProgram().services().clock)),
       ReportEnd(new DateBox(host.TheProgram().services().localeText, host.TheProgram().services().clock)),
       chkConference(NewControl<QCheckBox>(u"chkConference"_s, u"E&xclude Conf. Rooms"_s)),
-      chkReportCompleted(NewControl<QCheckBox>(u"chkReportCompleted"_s, u"&Uncompleted Only"_s)) {
+      chkReportCompleted(NewControl<QCheckBox>(u"chkReportCompleted"_s, u"&Uncompleted Only"_s)),
+      Command3(NewControl<QPushButton>(u"Command3"_s, u"&Run Report"_s)) {
     QVBoxLayout* column = NewPageColumn(this);
     column->addWidget(MakeReportFrame());
     column->addWidget(MakeRangeFrame());
-    auto* run = NewControl<QPushButton>(u"Command3"_s, u"&Run Report"_s);
-    run->setDefault(true);
-    run->setEnabled(false);
+    Command3->setDefault(true);
+    Command3->setEnabled(false);
     column->addStretch();
-    column->addLayout(NewButtonRow({run}));
-    connect(run, &QPushButton::clicked, this, &LayoutPage::Command3_Click);
+    column->addLayout(NewButtonRow({Command3}));
+    connect(Command3, &QPushButton::clicked, this, &LayoutPage::Command3_Click);
     connect(ReportStart, &DateBox::Change, this, &LayoutPage::ReportStart_Change);
     connect(ReportEnd, &DateBox::Change, this, &LayoutPage::ReportEnd_Change);
     connect(optReport.Group(), &QButtonGroup::idClicked, this, &LayoutPage::optReport_Click);
@@ -115,13 +116,15 @@ void LayoutPage::ReportEnd_Change() {
 }
 
 void LayoutPage::optReport_Click(int index) {
-    constexpr int occupant = 6;
-    constexpr int reminder = 7;
-    constexpr int directory = 9;
-    const bool permanence = index == occupant || index == reminder;
-    chkReportCompleted->setText(permanence ? u"&Non-Permanent Only"_s : u"&Uncompleted Only"_s);
-    chkReportCompleted->setVisible(index != directory);
-    findChild<QPushButton*>(u"Command3"_s)->setEnabled(true);
+    const auto view =
+        layouts::ShowReportSelection(host_.State(), static_cast<qint16>(index), optReport.Button(index)->isChecked());
+    if (!view) {
+        return;
+    }
+    const QChar letter = view->completedCaption.startsWith(u'U') ? u'u' : u'n';
+    chkReportCompleted->setText(WithMnemonic(view->completedCaption, letter));
+    chkReportCompleted->setVisible(view->showCompleted);
+    Command3->setEnabled(true);
 }
 
 void LayoutPage::Command3_Click() {

@@ -33,6 +33,7 @@ private:
     DateBox* ReportEnd;
     QCheckBox* chkConference;
     QCheckBox* chkReportCompleted;
+    QPushButton* Command3;
 };
 
 } // namespace velmora

@@ -12,6 +12,7 @@
 #include "desk/PrinterChoice.h"
 #include "desk/windows/DailyPage.h"
 #include "desk/windows/LayoutPage.h"
+#include "desk/windows/MainTabs.h"
 #include "desk/windows/ManagementPages.h"
 #include "desk/windows/PrinterControlBox.h"
 #include "desk/windows/PrinterSettingsPage.h"
@@ -39,22 +40,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int holdInterval = 60000;
-
-struct Tab {
-    QString caption;
-    QString key;
-    QString toolTip;
-};
-
-std::vector<Tab> Tabs() {
-    return {{u"Daily Reports"_s, u"Daily"_s, u"Daily Reports"_s},
-            {u"View Tasks"_s, u"View"_s, u"View Daily Tasks"_s},
-            {u"CR Reports"_s, u"Crystal"_s, u"Crystal Reports"_s},
-            {u"Quick Status"_s, u"Status"_s, u"Quick Status Viewing"_s},
-            {u"Exception"_s, u"Exception"_s, u"Exception Reports"_s},
-            {u"Usage"_s, u"Usage"_s, u"Usage Reports"_s},
-            {u"Printer"_s, u"Printer"_s, u"Printer Settings"_s}};
-}
 
 std::optional<DailyVariant> VariantOf(DeskReport report) {
     switch (report) {
@@ -91,7 +76,7 @@ frmScmain::frmScmain(DeskParts parts)
     TabStrip1->setAccessibleName(u"Pages"_s);
     TabStrip1->setExpanding(false);
     TabStrip1->setDrawBase(true);
-    for (const Tab& tab : Tabs()) {
+    for (const MainTab& tab : MainTabs()) {
         const int index = TabStrip1->addTab(tab.caption);
         TabStrip1->setTabData(index, tab.key);
         TabStrip1->setTabToolTip(index, tab.toolTip);
@@ -201,7 +186,7 @@ bool frmScmain::ShowsTasks() const {
 
 QStringList frmScmain::PageKeys() {
     QStringList keys;
-    for (const Tab& tab : Tabs()) {
+    for (const MainTab& tab : MainTabs()) {
         keys += tab.key;
     }
     return keys;
@@ -241,6 +226,9 @@ void frmScmain::SetStartState() {
     state_.PrinterControl1 = PrinterControlBox::Stored(services().userSettings);
     stack_->setCurrentWidget(&CurrentPage());
     daily_->ShowDays(today);
+    // Notes that are printed before any report go where reports go.
+    parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
+    parts_.job.SetPreviewMode(state_.PrinterControl1.ShowPreview);
 }
 
 bool frmScmain::StorePages() {

@@ -25,6 +25,7 @@ public:
     PrinterFont CurrentFont() const override { return font_; }
     // An empty name leaves the font as it is.
     void SetFontName(const QString& family) override;
+    void SetFont(const PrinterFont& font) override { font_ = font; }
     Orientation CurrentOrientation() const override { return orientation_; }
     void SetOrientation(Orientation orientation) override { orientation_ = orientation; }
     PrinterPage CurrentPage() const override;

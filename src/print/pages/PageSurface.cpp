@@ -66,6 +66,21 @@ std::vector<QStringView> PageSurface::Wrap(QStringView text, int width) const {
     return lines;
 }
 
+QStringView PageSurface::Fitting(QStringView line, int width) const {
+    const pages::PageFont& font = *fonts_[font_];
+    double used = 0;
+    qsizetype end = 0;
+    while (end < line.size()) {
+        const qsizetype letter = line[end].isHighSurrogate() && end + 1 < line.size() ? 2 : 1;
+        used += font.Advance(line.mid(end, letter));
+        if (std::lround(used) > width) {
+            break;
+        }
+        end += letter;
+    }
+    return line.first(end);
+}
+
 void PageSurface::Print(QStringView text) {
     if (text.isEmpty()) {
         return;

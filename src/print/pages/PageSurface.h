@@ -48,6 +48,9 @@ public:
     // word that is wider than the line. The views are into `text`.
     std::vector<QStringView> Wrap(QStringView text, int width) const;
 
+    // The longest beginning of a line that is no wider than `width`.
+    QStringView Fitting(QStringView line, int width) const;
+
     // How far down texts and boxes reach on the page, at least to its top.
     int Lowest() const { return lowest_; }
 

@@ -389,4 +389,30 @@ void PageWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
                4);
 }
 
+void PageWriter::PrintGridCell(const GridCell& cell) {
+    const int x = surface_.CurrentX;
+    const int y = surface_.CurrentY;
+    qsizetype end = 0;
+    while (end < cell.text.size() && cell.text[end] != u'\n' && cell.text[end] != u'\r') {
+        ++end;
+    }
+    const QString line = OnPage(QStringView(cell.text).first(end));
+    surface_.Print(surface_.Fitting(line, cell.width));
+    surface_.CurrentX = x + cell.width;
+    surface_.CurrentY = y;
+}
+
+void PageWriter::PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) {
+    const pages::FontSpec before = surface_.Font();
+    pages::FontSpec font = before;
+    font.bold = font.bold || kind == GridRow::Heading;
+    surface_.SetFont(font);
+    surface_.CurrentX = 0;
+    for (const GridCell& cell : cells) {
+        PrintGridCell(cell);
+    }
+    surface_.EndLine();
+    surface_.SetFont(before);
+}
+
 } // namespace velmora::print

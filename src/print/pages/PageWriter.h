@@ -47,6 +47,7 @@ public:
     void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
     void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
     void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
+    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) override;
 
 private:
     using Lines = std::vector<QStringView>;
@@ -89,6 +90,8 @@ private:
     // Draws the cells of one row; the print position ends below the longest. `least` is the room that a row of one line
     // asks for.
     void PrintCells(std::vector<Cell> cells, qint16 least);
+    // Draws what fits of the cell; the print position ends at the next column.
+    void PrintGridCell(const GridCell& cell);
     // Forgets empty cells and wraps each of the others before the next one.
     void PlaceCells(std::vector<Cell>& cells) const;
     // Draws lines below each other; the last is not ended.

@@ -1,0 +1,172 @@
+#include "notes/RowKeeper.h"
+
+#include "base/Steps.h"
+#include "base/Translate.h"
+
+#include <algorithm>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+using Outcome = BoundRows::Outcome;
+
+RowKeeper::RowKeeper(const Program& program, BoundRows& rows, RowRules& rules, QString module)
+    : program_(program), rows_(rows), rules_(rules), module_(std::move(module)), texts_(program.services().localeText) {
+}
+
+Answer RowKeeper::Ask(const QString& text, Buttons buttons, Icon icon) const {
+    return program_.services().dialogs.ShowMessage({text, program_.Title(), buttons, icon});
+}
+
+QString RowKeeper::Excerpt(const Value& value, int column) const {
+    constexpr qsizetype longest = 300;
+    const QString shown = texts_.Shown(value, rows_.Columns()[static_cast<size_t>(column)].kind);
+    if (shown.isEmpty()) {
+        return Translate(u"(empty)"_s);
+    }
+    return shown.size() > longest ? shown.first(longest) + u'\u2026' : shown;
+}
+
+QString RowKeeper::BothVersions() const {
+    QStringList lines;
+    for (const BoundRows::Conflict& each : rows_.Conflicts()) {
+        lines.append(Translate(u"%1\n    before: %2\n    yours: %3\n    the other desk's: %4"_s)
+                         .arg(Translate(rows_.Columns()[static_cast<size_t>(each.column)].caption),
+                              Excerpt(each.before, each.column), Excerpt(each.mine, each.column),
+                              Excerpt(each.theirs, each.column)));
+    }
+    return lines.join(u'\n');
+}
+
+QString RowKeeper::MyVersion() const {
+    QStringList lines;
+    const int row = *rows_.PendingRow();
+    for (size_t i = 0; i < rows_.Columns().size(); ++i) {
+        const BoundColumn& column = rows_.Columns()[i];
+        const Value& value = rows_.At(row, static_cast<int>(i));
+        if (column.editing == Editing::Allowed && !value.IsNull()) {
+            lines.append(u"%1: %2"_s.arg(Translate(column.caption), Excerpt(value, static_cast<int>(i))));
+        }
+    }
+    return lines.join(u'\n');
+}
+
+bool RowKeeper::MayWrite() {
+    wanting_.reset();
+    if (const auto refusal = rules_.Refuse(rows_)) {
+        wanting_ = refusal->column;
+        Ask(refusal->reason, Buttons::Ok, Icon::Exclamation);
+        return false;
+    }
+    return true;
+}
+
+bool RowKeeper::Store() {
+    if (!rows_.PendingRow()) {
+        return true;
+    }
+    if (!MayWrite()) {
+        return false;
+    }
+    Steps steps(program_.services().errors, module_, u"Update Row"_s);
+    QString question;
+    if (!steps.Step(u"Checking Row"_s, [&] { question = rules_.QuestionBeforeWriting(rows_); })) {
+        return false;
+    }
+    if (!question.isEmpty() && Ask(question, Buttons::YesNo, Icon::Question) != Answer::Yes) {
+        rows_.Undo();
+        return true;
+    }
+    while (rows_.PendingRow()) {
+        Outcome outcome = Outcome::Done;
+        if (!steps.Step(u"Writing Row"_s, [&] { outcome = rules_.Write(rows_); })) {
+            return false;
+        }
+        if ((outcome == Outcome::Changed && !SettleChange()) || (outcome == Outcome::Gone && !SettleLoss())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool RowKeeper::SettleChange() {
+    const Answer answer = Ask(Translate(u"Another desk changed this row while you were editing it.\n\n%1\n\n"
+                                        "Yes stores yours, No keeps the other desk's, Cancel goes on editing."_s)
+                                  .arg(BothVersions()),
+                              Buttons::YesNoCancel, Icon::Question);
+    if (answer == Answer::Yes) {
+        rows_.KeepMine();
+    } else if (answer == Answer::No) {
+        rows_.Undo();
+    }
+    return answer != Answer::Cancel;
+}
+
+bool RowKeeper::SettleLoss() {
+    const Answer answer = Ask(Translate(u"Another desk deleted this row while you were editing it. Yours is:\n\n%1\n\n"
+                                        "Yes adds it again as a new row, No gives it up, Cancel goes on editing."_s)
+                                  .arg(MyVersion()),
+                              Buttons::YesNoCancel, Icon::Question);
+    if (answer == Answer::Yes) {
+        rows_.AddAgain();
+    } else if (answer == Answer::No) {
+        rows_.Undo();
+    }
+    return answer != Answer::Cancel;
+}
+
+bool RowKeeper::MayDelete(const std::vector<int>& rows) {
+    const QString count = QString::number(rows.size());
+    const QString question = Translate(u"Delete"_s) + u' ' + count + u' ' + Translate(u"Rows"_s) + u'?';
+    Dialogs& dialogs = program_.services().dialogs;
+    if (dialogs.ShowMessage({question, {}, Buttons::YesNo, Icon::Question}) != Answer::Yes) {
+        return false;
+    }
+    Steps steps(program_.services().errors, module_, u"Keyboard Trap"_s);
+    QString more;
+    return steps.Step(u"Delete Rows"_s, [&] { more = rules_.QuestionBeforeDeleting(rows_, rows); }) &&
+           (more.isEmpty() || Ask(more, Buttons::YesNo, Icon::Question) == Answer::Yes);
+}
+
+bool RowKeeper::DeleteRow(Steps& steps, int row) {
+    Outcome outcome = Outcome::Done;
+    const auto tryTo = [&](BoundRows::Force force) {
+        return steps.Step(u"Delete Rows"_s, [&] { outcome = rows_.Delete(row, force); });
+    };
+    if (!tryTo(BoundRows::Force::No)) {
+        return false;
+    }
+    if (outcome != Outcome::Changed) {
+        return true;
+    }
+    QStringList changes;
+    for (const BoundRows::Conflict& each : rows_.Conflicts()) {
+        changes.append(Translate(u"%1\n    shown here: %2\n    the other desk's: %3"_s)
+                           .arg(Translate(rows_.Columns()[static_cast<size_t>(each.column)].caption),
+                                Excerpt(each.before, each.column), Excerpt(each.theirs, each.column)));
+    }
+    const QString question = Translate(u"Another desk changed a row that is to be deleted.\n\n%1\n\n"
+                                       "Delete it all the same?"_s)
+                                 .arg(changes.join(u'\n'));
+    return Ask(question, Buttons::YesNo, Icon::Question) != Answer::Yes || tryTo(BoundRows::Force::Yes);
+}
+
+bool RowKeeper::Delete(const std::vector<int>& rows) {
+    if (rows.empty() || !MayDelete(rows)) {
+        return false;
+    }
+    const auto pending = rows_.PendingRow();
+    if (pending && std::find(rows.begin(), rows.end(), *pending) != rows.end()) {
+        rows_.Undo();
+    }
+    Steps steps(program_.services().errors, module_, u"Keyboard Trap"_s);
+    for (const int row : rows) {
+        if (!DeleteRow(steps, row)) {
+            break;
+        }
+    }
+    return true;
+}
+
+} // namespace velmora

@@ -1,0 +1,122 @@
+#include "notes/windows/GridForm.h"
+
+#include "base/Steps.h"
+#include "base/Translate.h"
+#include "base/windows/CenterForm.h"
+#include "base/windows/Glyph.h"
+#include "base/windows/TranslateForm.h"
+#include "notes/windows/BoundGrid.h"
+#include "print/PrintGrid.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPushButton>
+#include <QTimer>
+#include <QToolButton>
+
+namespace velmora {
+
+using namespace Qt::StringLiterals;
+
+GridForm::GridForm(const NotesContext& context, QString module, QWidget* parent)
+    : QDialog(parent), context_(context), module_(std::move(module)) {
+    // The owner waits; other windows of the desk, such as previews, do not.
+    setWindowModality(parent != nullptr ? Qt::WindowModal : Qt::ApplicationModal);
+}
+
+Steps GridForm::MakeSteps(const QString& procedure) const {
+    return Steps(context_.program.services().errors, module_, procedure);
+}
+
+QPushButton* GridForm::MakeButton(const QString& name, const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(name);
+    // Return belongs to the grid.
+    button->setAutoDefault(false);
+    return button;
+}
+
+QToolButton* GridForm::MakePrintPicture() {
+    auto* picture = new QToolButton;
+    picture->setObjectName(u"Image1"_s);
+    picture->setIcon(GlyphIcon(Glyph::PrintPage));
+    picture->setText(u"&Print"_s);
+    picture->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    picture->setToolTip(Translate(u"Print the selected rows (Ctrl+P)"_s));
+    picture->setFocusPolicy(Qt::StrongFocus);
+    picture->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(picture, &QToolButton::clicked, this, &GridForm::PrintSelection);
+    auto* shortcut = new QAction(this);
+    shortcut->setShortcut(QKeySequence::Print);
+    connect(shortcut, &QAction::triggered, this, &GridForm::PrintSelection);
+    addAction(shortcut);
+    return picture;
+}
+
+void GridForm::Form_Load(QSize size) {
+    const BusyPointer busy(context_.program.services().eventLoop);
+    TranslateForm(*this);
+    resize(size.expandedTo(sizeHint()));
+    CenterForm(*this);
+}
+
+bool GridForm::Activate(const std::function<void()>& work) {
+    const BusyPointer busy(context_.program.services().eventLoop);
+    return MakeSteps(u"Activate"_s).Step({}, work);
+}
+
+void GridForm::ShowModal() {
+    left_ = Left::No;
+    if (Form_Activate()) {
+        Grid().setFocus();
+        exec();
+    }
+}
+
+void GridForm::reject() {
+    if (Grid().UpdateRow()) {
+        QDialog::reject();
+    }
+}
+
+void GridForm::PrintSelection() {
+    if (Grid().UpdateRow()) {
+        print::PrintGridSelection(context_.program, context_.job, Grid().ToPrint());
+    }
+}
+
+bool GridForm::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate && isVisible()) {
+        left_ = Left::Unjudged;
+        // Which window comes next is known only later.
+        QTimer::singleShot(0, this, &GridForm::JudgeLeaving);
+    } else if (event->type() == QEvent::WindowActivate && std::exchange(left_, Left::No) == Left::ForOther) {
+        QTimer::singleShot(0, this, [this] { Form_Activate(); });
+    }
+    return QDialog::event(event);
+}
+
+bool GridForm::IsOwnWindowInFront() const {
+    const QWidget* modal = QApplication::activeModalWidget();
+    if ((modal != nullptr && modal != this) || QApplication::activePopupWidget() != nullptr) {
+        return true;
+    }
+    for (const QWidget* active = QApplication::activeWindow(); active != nullptr; active = active->parentWidget()) {
+        if (active == this) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void GridForm::JudgeLeaving() {
+    if (left_ != Left::Unjudged || !isVisible()) {
+        return;
+    }
+    left_ = IsOwnWindowInFront() ? Left::ForOwnWindow : Left::ForOther;
+    if (left_ == Left::ForOther) {
+        Form_LostFocus();
+    }
+}
+
+} // namespace velmora

@@ -1,0 +1,26 @@
+#include "notes/windows/WindowNotes.h"
+
+#include "notes/windows/frmNoteCategory.h"
+#include "notes/windows/frmNotes.h"
+
+namespace velmora {
+
+namespace {
+
+// The name by which the person signed on to this machine; empty where it does not tell.
+QString UserName() {
+    const QString name = qEnvironmentVariable("USER");
+    return name.isEmpty() ? qEnvironmentVariable("USERNAME") : name;
+}
+
+} // namespace
+
+void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner) {
+    frmNotes(context, reservation, UserName(), owner).ShowModal();
+}
+
+void OpenNoteCategories(const NotesContext& context, QWidget* owner) {
+    frmNoteCategory(context, owner).ShowModal();
+}
+
+} // namespace velmora

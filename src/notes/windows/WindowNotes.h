@@ -1,0 +1,16 @@
+#pragma once
+
+#include "notes/windows/NotesContext.h"
+
+class QWidget;
+
+namespace velmora {
+
+// Shows the notes of a reservation in front of `owner`, to be edited, until their window is closed or left. Nothing is
+// thrown.
+void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner);
+
+// The same for the list of the categories.
+void OpenNoteCategories(const NotesContext& context, QWidget* owner);
+
+} // namespace velmora

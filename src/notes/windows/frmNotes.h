@@ -1,0 +1,36 @@
+#pragma once
+
+#include "notes/NoteRules.h"
+#include "notes/windows/GridForm.h"
+
+namespace velmora {
+
+// The notes of one reservation in an editable grid. It closes when another window is gone to, and stores what is typed
+// first.
+class frmNotes : public GridForm {
+    Q_OBJECT
+
+public:
+    // The reservation's ID; its notes are shown from ShowModal on. `userName` signs completed notes.
+    frmNotes(const NotesContext& context, qint32 reservationId, const QString& userName, QWidget* parent = nullptr);
+
+    const qint32 ReservationID;
+
+protected:
+    bool Form_Activate() override;
+    void Form_LostFocus() override;
+    BoundGrid& Grid() override { return *TDBGrid1; }
+
+private:
+    void LayOut();
+    void RefuseWithoutCategories();
+    void cmdAssetStdNotes_Click() { SelectStandardNotes(QStringLiteral("1")); }
+    void cmdEventStdNotes_Click() { SelectStandardNotes(QStringLiteral("2")); }
+    void Command1_Click();
+    void SelectStandardNotes(const QString& mode);
+
+    NoteRules rules_;
+    BoundGrid* TDBGrid1;
+};
+
+} // namespace velmora

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "data/CreateSite.h"
+#include "data/SiteSchema.h"
+#include "notes/windows/BoundGrid.h"
+#include "notes/windows/BoundModel.h"
+#include "notes/windows/frmNoteCategory.h"
+#include "notes/windows/frmNotes.h"
+#include "notes/windows/frmSelectStdNotes.h"
+#include "print/ReadPrintAttributes.h"
+#include "tests/notes/NoteSite.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace velmora {
+
+class KeptText : public print::Delivery {
+public:
+    void SendMail(const QByteArray& text) override { texts.push_back(text); }
+    void SaveFile(const QByteArray& text, print::ReportFileKind) override { texts.push_back(text); }
+    std::vector<QByteArray> texts;
+};
+
+template <typename T>
+T& Child(QWidget& window, const QString& name) {
+    auto* child = window.findChild<T*>(name);
+    if (child == nullptr) {
+        throw std::logic_error("no control named " + name.toStdString());
+    }
+    return *child;
+}
+
+// Does something with the modal window of that type once it is there.
+template <typename Window, typename Work>
+void Then(Work work) {
+    auto* timer = new QTimer(QCoreApplication::instance());
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
+        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
+        if (window != nullptr && window->isActiveWindow()) {
+            timer->stop();
+            timer->deleteLater();
+            work(*window);
+        }
+    });
+    timer->start(5);
+}
+
+// A grid under the fingers of a test.
+class GridHand {
+public:
+    explicit GridHand(QWidget& window, const QString& name = QStringLiteral("TDBGrid1"))
+        : grid(Child<BoundGrid>(window, name)), view(grid.View()) {}
+
+    QModelIndex At(int row, int column) const { return view.model()->index(row, column); }
+    QString Text(int row, int column) const { return At(row, column).data().toString(); }
+    int RowCount() const { return view.model()->rowCount(); }
+    int Row() const { return view.currentIndex().row(); }
+    int Column() const { return view.currentIndex().column(); }
+    QWidget* Editor() const { return view.findChild<QWidget*>(QStringLiteral("CellEditor")); }
+    bool IsEditing() const { return Editor() != nullptr && Editor()->isVisible(); }
+
+    void Click(int row, int column, Qt::KeyboardModifiers modifiers = {}) {
+        view.scrollTo(At(row, column));
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, view.visualRect(At(row, column)).center());
+        Settle();
+    }
+    void Tick(int row, int column) {
+        view.scrollTo(At(row, column));
+        const QRect cell = view.visualRect(At(row, column));
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(cell.left() + 14, cell.center().y()));
+        Settle();
+    }
+    void Select(int row, Qt::KeyboardModifiers modifiers = {}) {
+        QHeaderView& header = *view.verticalHeader();
+        const QPoint place(5, header.sectionViewportPosition(row) + 5);
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, modifiers, place);
+        Settle();
+    }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(Focus(), key, modifiers);
+        Settle();
+    }
+    void Type(const QString& text) {
+        for (const QChar letter : text) {
+            QTest::keyClick(Focus(), letter.toLatin1());
+        }
+        Settle();
+    }
+
+    BoundGrid& grid;
+    GridView& view;
+
+private:
+    // Where the keys go: to the window's focus, even while another window is in front.
+    QWidget* Focus() {
+        QWidget* focus = view.window()->focusWidget();
+        return focus != nullptr ? focus : &view;
+    }
+    static void Settle() {
+        QApplication::processEvents();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+};
+
+} // namespace velmora

@@ -1,0 +1,277 @@
+// The three windows: what opens, closes and keeps them, and how they work together.
+#include "tests/notes_windows/NotesFixture.h"
+
+#include "base/Translate.h"
+#include "notes/windows/WindowNotes.h"
+
+#include <QLabel>
+#include <QThread>
+
+namespace velmora {
+namespace {
+
+class NotesWindowsTest : public testing::Test {
+protected:
+    NotesWindowsTest() { owner_.show(); }
+    ~NotesWindowsTest() override { EXPECT_EQ(test_.eventLoop.pointer, Pointer::Default); }
+
+    void OpenNotes(qint32 reservation = 7) { velmora::OpenNotes(context_, reservation, &owner_); }
+    static void Press(QWidget& window, const QString& name) { Child<QAbstractButton>(window, name).click(); }
+    static void WaitUntil(const std::function<bool()>& done) {
+        for (int i = 0; i < 400 && !done(); ++i) {
+            QApplication::processEvents(QEventLoop::AllEvents, 5);
+            QThread::msleep(5);
+        }
+        EXPECT_TRUE(done());
+    }
+    const std::vector<Message>& Told() const { return test_.dialogs.messages; }
+
+    fakes::TestProgram test_;
+    NoteSite site_;
+    KeptText delivery_;
+    print::PrintJob job_{
+        {test_.program.services(), delivery_, [this] { return print::ReadPrintAttributes(*site_.desk); }}};
+    const NotesContext context_{test_.program, *site_.desk, job_};
+    QWidget owner_;
+};
+
+TEST_F(NotesWindowsTest, TheEditorRefusesToOpenWithoutCategories) {
+    site_.other->Execute(u"Delete from NoteCategory");
+    test_.dialogs.answers = {Answer::Ok};
+    OpenNotes();
+    EXPECT_EQ(Told().at(0).text,
+              u"There are no Note Categories Defined.  Define Note Categories before creating any Notes."_s);
+    EXPECT_EQ(Told().at(0).icon, Icon::None);
+}
+
+TEST_F(NotesWindowsTest, ARowThatIsStillTypedIsStoredWhenAnotherWindowIsGoneTo) {
+    QWidget another;
+    Then<frmNotes>([&](frmNotes& window) {
+        GridHand hand(window);
+        hand.Type(u"Stools"_s);
+        // A row that cannot be stored keeps the window, which says why.
+        test_.dialogs.answers = {Answer::Ok};
+        hand.Key(Qt::Key_Tab);
+        hand.Type(u"nope"_s);
+        another.show();
+        another.activateWindow();
+        WaitUntil([&] { return !Told().empty(); });
+        EXPECT_TRUE(window.isVisible());
+        window.activateWindow();
+        WaitUntil([&] { return window.isActiveWindow(); });
+        hand.Key(Qt::Key_Escape);
+        EXPECT_EQ(hand.Text(0, 2), u"Stools"_s);
+        another.activateWindow();
+    });
+    OpenNotes();
+    EXPECT_EQ(site_.Names(), u"Stools / Coffee / Cable"_s);
+    EXPECT_EQ(Told().size(), 1U);
+}
+
+TEST_F(NotesWindowsTest, AWindowOfItsOwnDoesNotCloseItAndKeepsTheEdit) {
+    Then<frmNotes>([&](frmNotes& window) {
+        GridHand hand(window);
+        hand.Type(u"Stools"_s);
+        hand.Key(Qt::Key_Tab);
+        hand.Select(0);
+        bool asked = false;
+        QDialog question(&window);
+        QTimer::singleShot(100, &question, [&] {
+            asked = question.isActiveWindow() && !window.isActiveWindow();
+            question.accept();
+        });
+        question.exec();
+        EXPECT_TRUE(asked);
+        window.activateWindow();
+        WaitUntil([&] { return window.isActiveWindow(); });
+        QApplication::processEvents();
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{0}));
+        EXPECT_EQ(hand.Text(0, 2), u"Stools"_s);
+        EXPECT_EQ(site_.Names(), u"Chairs / Coffee / Cable"_s);
+        window.reject();
+    });
+    OpenNotes();
+    EXPECT_EQ(site_.Names(), u"Stools / Coffee / Cable"_s);
+}
+
+TEST_F(NotesWindowsTest, StandardNotesAreAddedInTheOrderOfSelection) {
+    Then<frmNotes>([&](frmNotes& window) {
+        GridHand notes(window);
+        Then<frmSelectStdNotes>([&](frmSelectStdNotes& selection) {
+            EXPECT_EQ(selection.windowTitle(), u"Select Asset Standard Notes"_s);
+            GridHand hand(selection, u"Table1"_s);
+            ASSERT_EQ(hand.RowCount(), 3);
+            EXPECT_EQ(hand.Text(0, 0) + hand.Text(1, 0) + hand.Text(2, 0), u"CakeArchBench"_s);
+            EXPECT_EQ(hand.Text(0, 3), u"$12.50"_s);
+            hand.Key(Qt::Key_Delete);
+            hand.Type(u"x"_s);
+            EXPECT_FALSE(hand.IsEditing());
+            hand.Select(2);
+            hand.Click(0, 1, Qt::ControlModifier);
+            hand.Key(Qt::Key_Return);
+        });
+        Press(window, u"cmdAssetStdNotes"_s);
+        EXPECT_EQ(notes.RowCount(), 6);
+        EXPECT_EQ(notes.Text(4, 2), u"Cake"_s);
+        // Cancelled, and confirmed without a selection.
+        for (const auto& button : {u"cmdCancel"_s, u"cmdOK"_s}) {
+            Then<frmSelectStdNotes>([&](frmSelectStdNotes& selection) {
+                EXPECT_EQ(selection.windowTitle(), u"Select Event Standard Notes"_s);
+                GridHand hand(selection, u"Table1"_s);
+                EXPECT_EQ(hand.RowCount(), 1);
+                EXPECT_TRUE(hand.grid.SelectedRows().empty());
+                if (button == u"cmdCancel") {
+                    hand.Select(0);
+                }
+                Press(selection, button);
+            });
+            Press(window, u"cmdEventStdNotes"_s);
+        }
+        window.reject();
+    });
+    OpenNotes();
+    EXPECT_EQ(site_.Shown(u"Select Name, NoteCategory, [Note], Cost from [Note] where Reservation = 7 and ID > 4"_s),
+              u"Bench|Setup|long| / Cake|Catering|big|12.5"_s);
+}
+
+TEST_F(NotesWindowsTest, AReservationWithoutAssetHasNoStandards) {
+    Then<frmNotes>([&](frmNotes& window) {
+        for (const auto& [button, told] : {std::pair{u"cmdAssetStdNotes"_s, u"this asset"_s},
+                                           std::pair{u"cmdEventStdNotes"_s, u"this event type"_s}}) {
+            Then<frmSelectStdNotes>([&](frmSelectStdNotes& selection) {
+                GridHand hand(selection, u"Table1"_s);
+                EXPECT_EQ(hand.RowCount(), 0);
+                QTest::mouseClick(&hand.grid, Qt::LeftButton, {}, QPoint(200, 6));
+                hand.Key(Qt::Key_Space);
+                EXPECT_TRUE(Child<QLabel>(selection, u"Label1"_s).text().contains(told));
+                Press(selection, u"cmdOK"_s);
+            });
+            Press(window, button);
+        }
+        window.reject();
+    });
+    OpenNotes(8);
+    EXPECT_EQ(site_.Shown(u"Select Name from [Note] where Reservation = 8"_s), QString());
+}
+
+TEST_F(NotesWindowsTest, AStandardNoteDeletedMeanwhileAddsNothingAtAll) {
+    Then<frmNotes>([&](frmNotes& window) {
+        Then<frmSelectStdNotes>([&](frmSelectStdNotes& selection) {
+            GridHand hand(selection, u"Table1"_s);
+            hand.Key(Qt::Key_A, Qt::ControlModifier);
+            site_.other->Execute(u"Delete from StandardNotes Where Name = \"Bench\"");
+            test_.errors.answers = {Answer::Ignore};
+            Press(selection, u"cmdOK"_s);
+            EXPECT_TRUE(selection.isVisible());
+            Press(selection, u"cmdCancel"_s);
+        });
+        Press(window, u"cmdAssetStdNotes"_s);
+        window.reject();
+    });
+    OpenNotes();
+    EXPECT_TRUE(test_.errors.reports.at(0).error.Description().contains(u"\"Bench\" was deleted"));
+    EXPECT_EQ(test_.errors.reports[0].place.module, u"Select Standard Notes"_s);
+    EXPECT_EQ(site_.Names(), u"Chairs / Coffee / Cable"_s);
+}
+
+TEST_F(NotesWindowsTest, CategoriesAreEditedAndOfferedAtOnce) {
+    test_.program.Part<TranslationDictionary>().Add(u"Note Categories"_s, u"Kategorien"_s);
+    Then<frmNotes>([&](frmNotes& window) {
+        GridHand notes(window);
+        Then<frmNoteCategory>([&](frmNoteCategory& categories) {
+            EXPECT_EQ(categories.windowTitle(), u"Kategorien"_s);
+            GridHand hand(categories, u"Table1"_s);
+            hand.Key(Qt::Key_End, Qt::ControlModifier);
+            hand.Type(u"Music"_s);
+            // A name that is there already is reported with the data error's number, and stays to be mended.
+            hand.Key(Qt::Key_Return);
+            hand.Type(u"setup"_s);
+            test_.errors.answers = {Answer::Ignore};
+            hand.Key(Qt::Key_Up);
+            EXPECT_EQ(test_.errors.reports.at(0).error.Number(), 3022);
+            EXPECT_EQ(test_.errors.reports[0].place.module, u"Note Category Form"_s);
+            hand.Key(Qt::Key_Escape);
+            categories.reject();
+        });
+        Press(window, u"Command1"_s);
+        notes.Click(0, 3);
+        notes.Type(u"Music"_s);
+        notes.Key(Qt::Key_Return);
+        window.reject();
+    });
+    OpenNotes();
+    EXPECT_EQ(site_.Shown(u"Select Top 1 NoteCategory from [Note]"_s), u"Music"_s);
+    EXPECT_EQ(site_.Shown(u"NoteCategory"_s), u"Catering / Music / Setup / Unused"_s);
+}
+
+TEST_F(NotesWindowsTest, ACategoryInUseIsRenamedAndDeletedOnlyAfterAQuestion) {
+    Then<frmNoteCategory>([&](frmNoteCategory& window) {
+        GridHand hand(window, u"Table1"_s);
+        const auto rename = [&](int row, const QString& name) {
+            hand.Click(row, 0);
+            hand.Type(name);
+            hand.Key(Qt::Key_Return);
+        };
+        test_.dialogs.answers = {Answer::No};
+        rename(1, u"Rigging"_s);
+        EXPECT_TRUE(Told().at(0).text.startsWith(
+            u"The category \"Setup\" is used by 3 notes and 2 standard notes. Rename it to \"Rigging\""))
+            << Told()[0].text.toStdString();
+        EXPECT_EQ(hand.Text(1, 0), u"Setup"_s);
+        test_.dialogs.answers = {Answer::Yes};
+        rename(1, u"Rigging"_s);
+        EXPECT_EQ(site_.Shown(u"NoteCategory"_s), u"Catering / Rigging / Unused"_s);
+        EXPECT_EQ(site_.Shown(u"Select NoteCategory from [Note]"_s), u"Rigging / Catering / Rigging / Rigging"_s);
+        EXPECT_EQ(site_.Shown(u"Select NoteCategory from StandardNotes"_s), u"Rigging / Rigging / Catering"_s);
+        // Nobody uses it: no question.
+        rename(2, u"Spare"_s);
+
+        hand.Key(Qt::Key_A, Qt::ControlModifier);
+        test_.dialogs.answers = {Answer::Yes, Answer::No};
+        hand.Key(Qt::Key_Delete);
+        EXPECT_EQ(Told().back().text.section(u"\n\n"_s, 0, 0),
+                  u"\"Catering\" is used by 1 notes and 1 standard notes.\n\"Rigging\" is used by 3 notes and 2 "
+                  "standard notes."_s);
+        EXPECT_EQ(site_.Shown(u"NoteCategory"_s), u"Catering / Rigging / Spare"_s);
+        hand.Select(2);
+        test_.dialogs.answers = {Answer::Yes};
+        hand.Key(Qt::Key_Delete);
+        EXPECT_EQ(site_.Shown(u"NoteCategory"_s), u"Catering / Rigging"_s);
+        // Written, but not kept because another desk reads: neither is renamed and the name stays typed.
+        {
+            const engine::ReadScope reading(*site_.other);
+            site_.other->OpenRecordset(u"NoteCategory");
+            test_.errors.answers = {Answer::Ignore};
+            test_.dialogs.answers = {Answer::Yes};
+            rename(1, u"Later"_s);
+            EXPECT_EQ(test_.errors.reports.at(0).error.Number(), 3260);
+        }
+        EXPECT_EQ(hand.Text(1, 0), u"Later"_s);
+        EXPECT_EQ(site_.Shown(u"Select Top 1 NoteCategory from [Note]"_s), u"Rigging"_s);
+        test_.dialogs.answers = {Answer::Yes};
+        hand.Key(Qt::Key_Up);
+        EXPECT_EQ(site_.Shown(u"Select Top 1 NoteCategory from [Note]"_s), u"Later"_s);
+        window.reject();
+    });
+    OpenNoteCategories(context_, &owner_);
+    EXPECT_TRUE(test_.dialogs.answers.empty());
+}
+
+TEST_F(NotesWindowsTest, AFailureToReadIsReportedAndNothingShown) {
+    site_.other->Execute(u"Delete from StoredQuery Where Name = \"AssetStdNoteSelect\"");
+    site_.desk->Idle(engine::IdleOption::RefreshCache);
+    Then<frmNotes>([&](frmNotes& window) {
+        test_.errors.answers = {Answer::Retry, Answer::Ignore};
+        Press(window, u"cmdAssetStdNotes"_s);
+        EXPECT_TRUE(window.isVisible());
+        window.reject();
+    });
+    OpenNotes();
+    ASSERT_EQ(test_.errors.reports.size(), 2U);
+    EXPECT_EQ(test_.errors.reports[0].place.procedure, u"Activate"_s);
+    EXPECT_EQ(test_.errors.reports[0].place.task, u"undefined"_s);
+}
+
+} // namespace
+} // namespace velmora
