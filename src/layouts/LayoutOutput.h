@@ -78,7 +78,7 @@ public:
     OrientedPrinter(const Printers& printers, print::PageOutput& output, Orientation orientation)
         : printers_(printers), output_(output), orientation_(orientation) {}
     pages::PaperSize Paper() const override;
-    void Print(const pages::Document& document) override { output_.Print(document); }
+    bool Print(const pages::Document& document) override { return output_.Print(document); }
 
 private:
     const Printers& printers_;

@@ -12,7 +12,8 @@ class Delivery {
 public:
     virtual ~Delivery() = default;
     virtual void SendMail(const QByteArray& text) = 0;
-    virtual void SaveFile(const QByteArray& bytes, ReportFileKind kind) = 0;
+    // False when the user was asked for the file and gave none.
+    virtual bool SaveFile(const QByteArray& bytes, ReportFileKind kind) = 0;
 };
 
 } // namespace velmora::print

@@ -26,17 +26,18 @@ QString FilterOf(ReportFileKind kind) {
 
 } // namespace
 
-void DialogDelivery::SaveFile(const QByteArray& bytes, ReportFileKind kind) {
+bool DialogDelivery::SaveFile(const QByteArray& bytes, ReportFileKind kind) {
     const QString filter = FilterOf(kind);
     services_.eventLoop.SetPointer(Pointer::Default);
     const auto answer =
         services_.dialogs.AskSaveFile({Translate(QStringLiteral("Save File As")), filter, NativePath(DataDirectory())});
     // A file without a name would be one named by its extension alone.
     if (!answer || answer->name.isEmpty()) {
-        return;
+        return false;
     }
     const BusyPointer busy(services_.eventLoop);
     WriteReportFile(NativePath(ReportFilePath(answer->folder, answer->name, filter)), bytes, kind);
+    return true;
 }
 
 } // namespace velmora::print

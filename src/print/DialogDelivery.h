@@ -12,7 +12,7 @@ public:
     explicit DialogDelivery(const Services& services) : services_(services) {}
     void SendMail(const QByteArray& text) override;
     // Writes nothing when the person cancels the dialog.
-    void SaveFile(const QByteArray& bytes, ReportFileKind kind) override;
+    bool SaveFile(const QByteArray& bytes, ReportFileKind kind) override;
 
 private:
     const Services& services_;

@@ -48,8 +48,11 @@ void DirectoryReport::Run() {
     if (!steps_.Step({}, [this] { ChooseDays(); })) {
         return;
     }
-    const bool opened =
-        steps_.Step({}, [this] { rows_ = OpenOverDays(context_.database, u"RangePerson", days_.start, days_.end); });
+    const bool opened = steps_.Step({}, [this] {
+        rows_ = OpenOverDays(context_.database, u"RangePerson", days_.start, days_.end,
+                             {"LastName", "FirstName", "Name", "Phone", "Extension", "Organization", "EventType",
+                              "Start", "End", "Permanent"});
+    });
     const auto rowOf = [this](const Recordset& rows) { return RowOf(rows); };
     if (!opened || ReadTable(context_, steps_, frame_, *rows_, rowOf, table_)) {
         rows_.reset();

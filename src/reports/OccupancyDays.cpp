@@ -17,11 +17,18 @@ ReportDays OccupancyDays(const DeskState& state, Date today, const LocaleText& l
     return {day, day + std::chrono::days(1), u" for "_s + locale.ShortDate(day)};
 }
 
-std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query, Date start, Date end) {
+std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query, Date start, Date end,
+                                                std::initializer_list<const char*> fields) {
     engine::QueryDef definition = database.OpenQueryDef(query);
     definition.SetParameter(u"RStart", StartOfDay(start));
     definition.SetParameter(u"REnd", StartOfDay(end));
-    return definition.OpenRecordset(engine::RecordsetKind::Snapshot);
+    auto rows = definition.OpenRecordset(engine::RecordsetKind::Snapshot);
+    if (!rows->EndOfFile()) {
+        for (const char* field : fields) {
+            static_cast<void>((*rows)[field]);
+        }
+    }
+    return rows;
 }
 
 } // namespace velmora

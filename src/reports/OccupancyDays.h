@@ -9,7 +9,9 @@ namespace velmora {
 // weekend before it. No day option at all counts as the current day. Throws Error for another day without a date.
 ReportDays OccupancyDays(const DeskState& state, Date today, const LocaleText& locale);
 
-// Opens the stored query of that name over the days.
-std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query, Date start, Date end);
+// Opens the stored query of that name over the days. Throws Error where its rows lack one of the fields: a site may
+// have a query of its own, and what is wrong with it is told once, not for each row.
+std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query, Date start, Date end,
+                                                std::initializer_list<const char*> fields);
 
 } // namespace velmora

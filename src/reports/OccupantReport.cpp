@@ -53,8 +53,11 @@ void OccupantReport::Run() {
     if (!steps_.Step({}, [this] { ChooseDays(); })) {
         return;
     }
-    const bool opened =
-        steps_.Step({}, [this] { rows_ = OpenOverDays(context_.database, u"QReport2", days_.start, days_.end); });
+    const bool opened = steps_.Step({}, [this] {
+        rows_ = OpenOverDays(
+            context_.database, u"QReport2", days_.start, days_.end,
+            {"Name", "Location", "Start", "End", "Permanent", "EventType", "LastName", "FirstName", "Organization"});
+    });
     frame_.SetOrientation();
     const auto rowOf = [this](const Recordset& rows) { return RowOf(rows); };
     if (!opened || ReadTable(context_, steps_, frame_, *rows_, rowOf, table_)) {

@@ -104,7 +104,10 @@ void UsageReport::Run() {
     frame_.ShowRunning();
     context_.state.CancelRequested = false;
     if (Step([this] {
-            rows_ = OpenOverDays(context_.database, breakdown_.query, *date_, *date_ + std::chrono::days(1));
+            const auto& keys = breakdown_.keys;
+            rows_ = OpenOverDays(context_.database, breakdown_.query, *date_, *date_ + std::chrono::days(1),
+                                 {keys[0], keys[1], keys[2], "Perm", breakdown_.locations ? "Name" : "FirstName",
+                                  breakdown_.locations ? "Name" : "LastName"});
         })) {
         PrintRows();
     }

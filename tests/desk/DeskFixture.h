@@ -68,7 +68,10 @@ public:
 class KeepingDelivery : public print::Delivery {
 public:
     void SendMail(const QByteArray& text) override { delivered.push_back(text); }
-    void SaveFile(const QByteArray& text, print::ReportFileKind) override { delivered.push_back(text); }
+    bool SaveFile(const QByteArray& text, print::ReportFileKind) override {
+        delivered.push_back(text);
+        return true;
+    }
     std::vector<QByteArray> delivered;
 };
 

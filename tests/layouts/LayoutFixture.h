@@ -17,7 +17,10 @@ using namespace Qt::StringLiterals;
 class KeepingDelivery : public print::Delivery {
 public:
     void SendMail(const QByteArray& text) override { delivered = "mail:" + text; }
-    void SaveFile(const QByteArray& bytes, print::ReportFileKind) override { delivered = bytes; }
+    bool SaveFile(const QByteArray& bytes, print::ReportFileKind) override {
+        delivered = bytes;
+        return true;
+    }
     QByteArray delivered;
 };
 

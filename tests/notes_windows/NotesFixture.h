@@ -21,7 +21,10 @@ namespace velmora {
 class KeptText : public print::Delivery {
 public:
     void SendMail(const QByteArray& text) override { texts.push_back(text); }
-    void SaveFile(const QByteArray& text, print::ReportFileKind) override { texts.push_back(text); }
+    bool SaveFile(const QByteArray& text, print::ReportFileKind) override {
+        texts.push_back(text);
+        return true;
+    }
     std::vector<QByteArray> texts;
 };
 

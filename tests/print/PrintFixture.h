@@ -17,8 +17,9 @@ using namespace Qt::StringLiterals;
 class FakeDelivery : public Delivery {
 public:
     void SendMail(const QByteArray& text) override { Take("mail", text); }
-    void SaveFile(const QByteArray& text, ReportFileKind kind) override {
+    bool SaveFile(const QByteArray& text, ReportFileKind kind) override {
         Take(kind == ReportFileKind::Html ? "html" : kind == ReportFileKind::Pdf ? "pdf" : "text", text);
+        return true;
     }
 
     // Failures to come before a delivery succeeds.

@@ -74,8 +74,8 @@ TEST_F(DialogDeliveryTest, TheChosenNameGetsTheFiltersExtension) {
 
 TEST_F(DialogDeliveryTest, ACancelledDialogWritesNothing) {
     fakes_.dialogs.saveAnswers = {std::nullopt, SaveFileAnswer{folder_.path(), QString()}};
-    desk_.SaveFile("text", ReportFileKind::PlainText);
-    desk_.SaveFile("text", ReportFileKind::PlainText);
+    EXPECT_FALSE(desk_.SaveFile("text", ReportFileKind::PlainText));
+    EXPECT_FALSE(desk_.SaveFile("text", ReportFileKind::PlainText));
     EXPECT_TRUE(FileNames().isEmpty());
     EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
 }

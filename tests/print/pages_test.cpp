@@ -189,6 +189,27 @@ TEST_F(PagesTest, ParagraphsAreWrappedBetweenTabStopAndEdge) {
     EXPECT_EQ(Texts().front().text, u"tab here "_s);
 }
 
+TEST_F(PagesTest, TheShortLinesOfAParagraphStayTogether) {
+    const int fullPage = height / LineHeight();
+    const auto linesOnFirstPage = [&](const QByteArray& text) {
+        Lay([&](PrintJob& job) {
+            job.AddVerticalSpace(static_cast<qint16>(height / 2.4 - 5 * LineHeight() / 2.4));
+            job.PrintParagraph(text);
+        });
+        return std::ssize(Texts(0)) - (factory_.document.pages.size() > 1 ? 1 : 0);
+    };
+    EXPECT_EQ(linesOnFirstPage("one\ntwo\nthree"), 3) << "there is room";
+    EXPECT_EQ(linesOnFirstPage("one\ntwo\nthree\nfour\nfive\nsix"), 0);
+    EXPECT_EQ(Texts(1).size(), 6U);
+    // A wrapped line asks for its own room only; what follows it stays together.
+    const QByteArray wrapped = QByteArray("word ").repeated(25);
+    EXPECT_EQ(linesOnFirstPage(wrapped + "\ntwo\nthree\nfour\nfive\nsix"), 1);
+    // What no page holds is broken where the page ends, and nothing is lost.
+    linesOnFirstPage(QByteArray("line\n").repeated(fullPage + 20));
+    ASSERT_EQ(factory_.document.pages.size(), 3U);
+    EXPECT_EQ(std::ssize(Texts(1)) - 1 + std::ssize(Texts(2)), fullPage + 20);
+}
+
 TEST_F(PagesTest, PairsStandAtTheirTabStopsInTheirStyle) {
     attributes_ = {{u"Jack"_s, Bold | Underlined}, {u"Jack"_s, Italic}};
     Lay([](PrintJob& job) {

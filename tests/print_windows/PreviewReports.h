@@ -16,16 +16,22 @@ inline PageGeometry LetterPaper() {
 class FakePagePrinter : public PagePrinter {
 public:
     pages::PaperSize Paper() const override { return paper; }
-    void Print(const pages::Document& document) override {
+    bool Print(const pages::Document& document) override {
         if (failures > 0) {
             --failures;
             throw ProgramError(ErrorNumber::Unavailable, QStringLiteral("the queue is gone"));
         }
+        if (cancelled) {
+            return false;
+        }
         printed.push_back(document);
+        return true;
     }
 
     pages::PaperSize paper{12240, 15840, 360, 360, 360, 360};
     int failures = 0;
+    // Whoever is asked for the file to print into names none.
+    bool cancelled = false;
     std::vector<pages::Document> printed;
 };
 

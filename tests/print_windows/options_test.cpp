@@ -12,6 +12,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -132,6 +133,21 @@ TEST(Samples, AreDrawnAsTheStylesLook) {
     EXPECT_EQ(kinds(1, 0), (std::array{2, 0, 2}));
     EXPECT_EQ(kinds(2, 0), (std::array{2, 1, 0}));
     EXPECT_EQ(kinds(0, GreyBox), (std::array{2, 0, 1}));
+}
+
+TEST(Samples, ALongCaptionIsNotCut) {
+    constexpr int rowHeight = 30;
+    QImage row(220, rowHeight, QImage::Format_Grayscale8);
+    QPainter painter(&row);
+    DrawSample(painter, row.rect(), SampleDocument({u"Default Extension"_s, u"Value"_s, 0, 0}), 96);
+    painter.end();
+    const auto isBlank = [&](int y) {
+        const uchar* line = row.constScanLine(y);
+        return std::all_of(line, line + row.width(), [](uchar dot) { return dot == 255; });
+    };
+    EXPECT_TRUE(isBlank(0));
+    EXPECT_TRUE(isBlank(rowHeight - 1));
+    EXPECT_FALSE(isBlank(rowHeight * 2 / 3)) << "the second line is there";
 }
 
 class StylesTest : public DialogTest {

@@ -6,6 +6,10 @@
 #include "print/pages/PreviewPages.h"
 #include "tests/print_windows/PreviewReports.h"
 
+#include <QElapsedTimer>
+
+#include <limits>
+
 namespace velmora::print {
 namespace {
 
@@ -57,6 +61,7 @@ TEST(PreviewPages, Refuses256thPageInABoxOnceAndThenInTheStatusLine) {
     EXPECT_EQ(fakes.progress.shown.size(), 39U);
     EXPECT_EQ(fakes.progress.shown.back().first, refusal);
     writer->Deliver();
+    EXPECT_EQ(fakes.progress.shown.back().first, QString()) << "nothing stands before the preview";
     ASSERT_EQ(windows.opened.size(), 1U);
     const pages::Document& document = windows.opened[0].document;
     EXPECT_EQ(document.pages.size(), 255U);
@@ -134,6 +139,39 @@ TEST(Sheets, GrownPagesAreStretchedOrCutAndLoseNothing) {
             << c.name << " height " << report.pages[0].Height();
         EXPECT_EQ(sheets.pages[0].Placed() == pages::Placement(), c.trueSize) << c.name;
     }
+}
+
+// Every sheet looks at its own items alone, so a strip of a thousand sheets is cut in a moment.
+TEST(Sheets, AStripTwiceAsLongTakesAboutTwiceTheTime) {
+    const pages::PaperSize letter{12240, 15840, 360, 360, 360, 360};
+    const auto fastest = [&](int entries) {
+        const pages::Document report = GrownPage(entries, 1);
+        qint64 best = std::numeric_limits<qint64>::max();
+        for (int run = 0; run < 3; ++run) {
+            QElapsedTimer timer;
+            timer.start();
+            const pages::Document sheets = pages::CutIntoSheets(report, letter);
+            best = std::min(best, timer.nsecsElapsed());
+            EXPECT_GT(std::ssize(sheets.pages), entries / 10);
+        }
+        return static_cast<double>(best);
+    };
+    // Eight times the length; time that grows with the square of it would be 64 times as much.
+    EXPECT_LT(fastest(8000) / fastest(1000), 24);
+}
+
+TEST(Sheets, APdfHasNoPageBeyondWhatPdfKnows) {
+    pages::Document report = GrownPage(3000, 0);
+    report.pages.push_back(GrownPage(60, 0).pages[0]);
+    const pages::Document made = pages::ForPdf(report);
+    QStringList texts;
+    for (const pages::Page& page : made.pages) {
+        EXPECT_LE(page.Height(), 200 * 1440);
+        texts += TextsOf(page);
+    }
+    EXPECT_EQ(texts, TextsOf(report.pages[0]) + TextsOf(report.pages[1]));
+    EXPECT_EQ(made.pages.back().Height(), report.pages[1].Height())
+        << "a long page stays one where PDF has room for it";
 }
 
 TEST(Sheets, ABoxAcrossTheCutIsClosedOnBothSheets) {

@@ -124,7 +124,12 @@ TEST_F(PreviewTest, PrintsOnePageOrAllAsOneDocument) {
     const pages::Document report = DailyList(3);
     Show(report);
     Click("Next");
+    printer_.cancelled = true;
+    Click("Print");
+    EXPECT_EQ(Get<QLabel>("lblNotice").text(), QString()) << "nothing was printed";
+    printer_.cancelled = false;
     Click("PrintPage");
+    EXPECT_EQ(Get<QLabel>("lblNotice").text(), u"Page 2 went to the printer");
     Click("Print");
     ASSERT_EQ(printer_.printed.size(), 2U);
     ASSERT_EQ(printer_.printed[0].pages.size(), 1U);

@@ -114,6 +114,24 @@ TEST_F(ReportRunsTest, ARetriedFailureLeavesNoTraceAndAnIgnoredOneNoRows) {
     }
 }
 
+TEST_F(ReportRunsTest, AStoredQueryWithoutTheFieldsIsToldOnce) {
+    // The error of each row would be a box for each row.
+    database_->Execute(u"Update StoredQuery Set Text = 'PARAMETERS RStart DateTime, REnd DateTime; Select FirstName, "
+                       "EventType, Area From Person' Where Name In ('QReport2', 'RangePerson', 'A1')");
+    for (const NamedReport& report : reports) {
+        if (report.print == &PrintExceptionReport) {
+            continue;
+        }
+        fakes_.errors.reports.clear();
+        fakes_.errors.answers = {Answer::Ignore};
+        Fresh(report.print);
+        ASSERT_EQ(fakes_.errors.reports.size(), 1U) << report.name;
+        EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"no field"_s))
+            << report.name << ": " << fakes_.errors.reports[0].error.what();
+        ExpectIdle();
+    }
+}
+
 TEST_F(ReportRunsTest, AFailureBelowARecordCostsThatRowAlone) {
     struct Case {
         PrintRoutine print;

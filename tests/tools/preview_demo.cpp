@@ -21,9 +21,10 @@ namespace {
 
 class TellingPrinter : public FakePagePrinter {
 public:
-    void Print(const pages::Document& document) override {
+    bool Print(const pages::Document& document) override {
         std::printf("printed %zu pages\n", document.pages.size());
         std::fflush(stdout);
+        return true;
     }
 };
 

@@ -50,13 +50,14 @@ void OutputDelivery::SendMail(const QByteArray& bytes) {
     delivered_ = true;
 }
 
-void OutputDelivery::SaveFile(const QByteArray& bytes, print::ReportFileKind kind) {
+bool OutputDelivery::SaveFile(const QByteArray& bytes, print::ReportFileKind kind) {
     if (output_ == u"-") {
         WriteToStandardOutput(bytes, kind);
     } else {
         print::WriteReportFile(output_, bytes, kind);
     }
     delivered_ = true;
+    return true;
 }
 
 } // namespace velmora::report

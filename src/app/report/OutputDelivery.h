@@ -15,7 +15,7 @@ public:
     OutputDelivery(QString output, MailSession& session, std::vector<MailRecipient> recipients)
         : output_(std::move(output)), session_(session), recipients_(std::move(recipients)) {}
     void SendMail(const QByteArray& text) override;
-    void SaveFile(const QByteArray& bytes, print::ReportFileKind kind) override;
+    bool SaveFile(const QByteArray& bytes, print::ReportFileKind kind) override;
 
     bool HasDelivered() const { return delivered_; }
 

@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 #include "platform/pages/PagePainter.h"
+#include "platform/pages/Sheets.h"
 
 #include <QBuffer>
 #include <QPageSize>
@@ -45,7 +46,7 @@ QByteArray PdfBytes(const Document& document) {
 }
 
 void WritePdf(const Document& document, const QString& path) {
-    const QByteArray bytes = PdfBytes(document);
+    const QByteArray bytes = PdfBytes(ForPdf(document));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         throw ProgramError(ErrorNumber::FileAccess,

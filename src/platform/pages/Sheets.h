@@ -25,4 +25,10 @@ Document OnSheets(const Document& document, const PaperSize& paper);
 // The same, but whatever is too long is cut, however little it may be: for a strip of paper without pages.
 Document CutIntoSheets(const Document& document, const PaperSize& paper);
 
+// PDF knows no page beyond 200 inches.
+constexpr int tallestPdfPage = 288000;
+
+// The document with every page at its own size, but none beyond what PDF knows: a longer one is cut.
+Document ForPdf(const Document& document);
+
 } // namespace velmora::pages

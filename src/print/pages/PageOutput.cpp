@@ -6,13 +6,6 @@
 
 namespace velmora::print {
 
-namespace {
-
-// PDF knows no page beyond 200 inches.
-constexpr int tallestPdfPage = 288000;
-
-} // namespace
-
 PageDestination PageDestination::Of(const Printers& printers) {
     const PrinterPage page = printers.CurrentPage();
     return {printers.CurrentDevice(), printers.PrintsToFile(),
@@ -23,7 +16,7 @@ PageDestination PageDestination::Of(const Printers& printers) {
 void PageOutput::PrintReport(const pages::Document& document, const PageDestination& destination) {
     pages::PaperSize paper = destination.paper;
     if (destination.toFile) {
-        paper.height = tallestPdfPage;
+        paper.height = pages::tallestPdfPage;
     }
     const bool fits = std::all_of(document.pages.begin(), document.pages.end(),
                                   [&](const pages::Page& page) { return page.Height() <= paper.height; });
@@ -38,19 +31,19 @@ pages::PaperSize PageOutput::Paper() const {
     return PageDestination::Of(printers_).paper;
 }
 
-void PageOutput::Print(const pages::Document& document) {
-    Send(document, PageDestination::Of(printers_));
+bool PageOutput::Print(const pages::Document& document) {
+    return Send(document, PageDestination::Of(printers_));
 }
 
-void PageOutput::Send(const pages::Document& document, const PageDestination& destination) {
+bool PageOutput::Send(const pages::Document& document, const PageDestination& destination) {
     const QByteArray pdf = PdfBytes(document);
     if (destination.toFile) {
-        delivery_.SaveFile(pdf, ReportFileKind::Pdf);
-        return;
+        return delivery_.SaveFile(pdf, ReportFileKind::Pdf);
     }
     const pages::PaperSize& paper = destination.paper;
     printer_.Print(destination.deviceName,
                    {document.name, pdf, std::min(paper.width, paper.height), std::max(paper.width, paper.height)});
+    return true;
 }
 
 } // namespace velmora::print

@@ -29,10 +29,10 @@ public:
     void PrintReport(const pages::Document& document, const PageDestination& destination);
 
     pages::PaperSize Paper() const override;
-    void Print(const pages::Document& document) override;
+    bool Print(const pages::Document& document) override;
 
 private:
-    void Send(const pages::Document& document, const PageDestination& destination);
+    bool Send(const pages::Document& document, const PageDestination& destination);
 
     const Printers& printers_;
     printers::DocumentPrinter& printer_;

@@ -11,8 +11,8 @@ public:
     // The current paper, in the current orientation.
     virtual pages::PaperSize Paper() const = 0;
     // Prints the pages in their order as one printer document. They fit the paper. Throws Error unless the printer has
-    // taken the whole document.
-    virtual void Print(const pages::Document& document) = 0;
+    // taken the whole document. False when the user was asked for a file to print into and gave none.
+    virtual bool Print(const pages::Document& document) = 0;
 };
 
 } // namespace velmora::print

@@ -31,6 +31,18 @@ QString OnPage(Text text) {
     return shown;
 }
 
+// The index of the first line that no broken line follows or is. The lines are views into `text`.
+size_t BehindLastBroken(const std::vector<QStringView>& lines, QStringView text) {
+    size_t index = lines.size() - 1;
+    const auto isBroken = [text](QStringView line) {
+        return line.end() != text.end() && *line.end() != u'\n' && *line.end() != u'\r';
+    };
+    while (index > 0 && !isBroken(lines[index - 1])) {
+        --index;
+    }
+    return index;
+}
+
 } // namespace
 
 PageWriter::PageWriter(JobState& state, PageTarget target, const QString& documentName)
@@ -179,10 +191,13 @@ void PageWriter::PrintParagraph(Text text) {
         return;
     }
     const QString whole = OnPage(text);
-    for (const QStringView line : surface_.Wrap(whole, surface_.Width() - state_.TabStop1)) {
-        EnsureRoom(2);
+    const Lines lines = surface_.Wrap(whole, surface_.Width() - state_.TabStop1);
+    // The lines behind the last one that was too long stay together, as far as a page holds them.
+    const size_t rest = BehindLastBroken(lines, whole);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        EnsureRoom(i == rest ? RoomFor(lines.size() - rest, 2) : qint16{2});
         surface_.CurrentX = state_.TabStop1;
-        surface_.Print(line);
+        surface_.Print(lines[i]);
         surface_.EndLine();
     }
 }

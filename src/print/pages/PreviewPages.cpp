@@ -4,6 +4,8 @@
 #include "print/pages/PageWriter.h"
 #include "print/pages/PrinterPages.h"
 
+#include <utility>
+
 namespace velmora::print {
 
 namespace {
@@ -16,6 +18,9 @@ constexpr int ruleDivisor = 5;
 class Refusals {
 public:
     explicit Refusals(const Services& services) : services_(services) {}
+    ~Refusals() { Clear(); }
+    Refusals(const Refusals&) = delete;
+    Refusals& operator=(const Refusals&) = delete;
 
     void Refuse() {
         const bool first = notice_.isEmpty();
@@ -23,7 +28,14 @@ public:
         if (first) {
             services_.dialogs.ShowMessage({notice_, CurrentProgram().Title(), Buttons::Ok, Icon::Exclamation});
         } else {
+            told_ = true;
             services_.progress.Show(notice_, std::nullopt);
+        }
+    }
+    // Takes the notice off the screen, so that it neither covers the preview nor makes the desk look busy.
+    void Clear() {
+        if (std::exchange(told_, false)) {
+            services_.progress.Show({}, std::nullopt);
         }
     }
     const QString& Notice() const { return notice_; }
@@ -31,6 +43,8 @@ public:
 private:
     const Services& services_;
     QString notice_;
+    // The notice stands in the status line.
+    bool told_ = false;
 };
 
 } // namespace
@@ -47,6 +61,7 @@ std::unique_ptr<ReportWriter> PreviewPages::MakeWriter(JobState& state) {
     target.ruleDivisor = ruleDivisor;
     target.refusePage = [refusals] { refusals->Refuse(); };
     target.deliver = [refusals, &windows = windows_](const pages::Document& document) {
+        refusals->Clear();
         windows.Open({document, refusals->Notice()});
     };
     return std::make_unique<PageWriter>(state, std::move(target), documentName_);

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace velmora::print {
 
 namespace {
@@ -40,10 +42,13 @@ void DrawSample(QPainter& painter, const QRect& rect, const pages::Document& doc
     painter.save();
     painter.fillRect(rect, Qt::white);
     painter.setClipRect(rect);
-    const double scale = static_cast<double>(dotsPerInch) / inch;
-    painter.translate(rect.left(), rect.top() + (rect.height() - sampleHeight * scale) / 2);
+    const pages::Page& page = document.pages.front();
+    // A caption of several lines is shown whole, if smaller.
+    const double scale =
+        std::min(static_cast<double>(dotsPerInch) / inch, static_cast<double>(rect.height()) / page.Height());
+    painter.translate(rect.left(), rect.top() + (rect.height() - page.Height() * scale) / 2);
     painter.scale(scale, scale);
-    pages::PagePainter(document).Draw(painter, document.pages.front());
+    pages::PagePainter(document).Draw(painter, page);
     painter.restore();
 }
 

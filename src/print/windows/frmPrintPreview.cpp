@@ -143,10 +143,11 @@ void frmPrintPreview::Toolbar1_ButtonClick(const QString& key) {
 void frmPrintPreview::Print(const QString& task, int first, int count) {
     const OpenQuestion question(openQuestions_);
     Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Preview"));
-    const bool printed = steps.Step(task, [&] {
+    bool printed = false;
+    steps.Step(task, [&] {
         const auto begin = document_.pages.begin() + first;
         const pages::Document chosen{document_.name, document_.fonts, {begin, begin + count}};
-        printer_.Print(pages::OnSheets(chosen, printer_.Paper()));
+        printed = printer_.Print(pages::OnSheets(chosen, printer_.Paper()));
     });
     if (printed) {
         TellNotice(count == 1 ? Translate(QStringLiteral("Page %1 went to the printer")).arg(first + 1)
