@@ -58,8 +58,8 @@ std::optional<RowRules::Refusal> CategoryRules::Refuse(BoundRows& rows) {
     if (!NewName(rows).trimmed().isEmpty()) {
         return std::nullopt;
     }
-    return Refusal{Translate(u"A category needs a name. Type one, or press Escape to take the change back."_s),
-                   nameColumn};
+    return Refusal{
+        Translate(u"A category needs a name. Type one, or press Escape to take the change back."_s), nameColumn, {}};
 }
 
 QString CategoryRules::QuestionBeforeWriting(BoundRows& rows) {

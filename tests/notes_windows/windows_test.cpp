@@ -37,8 +37,22 @@ protected:
 
 TEST_F(NotesWindowsTest, TheEditorRefusesToOpenWithoutCategories) {
     site_.other->Execute(u"Delete from NoteCategory");
-    test_.dialogs.answers = {Answer::Ok};
+    // The list of the categories takes its place; closed without one, nothing follows.
+    test_.dialogs.answers = {Answer::Ok, Answer::Ok};
+    Then<frmNoteCategory>([](frmNoteCategory& categories) { categories.reject(); });
     OpenNotes();
+    Then<frmNoteCategory>([](frmNoteCategory& categories) {
+        GridHand hand(categories, u"Table1"_s);
+        hand.Type(u"Music"_s);
+        categories.reject();
+    });
+    bool opened = false;
+    Then<frmNotes>([&](frmNotes& window) {
+        opened = GridHand(window).RowCount() == 4;
+        window.reject();
+    });
+    OpenNotes();
+    EXPECT_TRUE(opened);
     EXPECT_EQ(Told().at(0).text,
               u"There are no Note Categories Defined.  Define Note Categories before creating any Notes."_s);
     EXPECT_EQ(Told().at(0).icon, Icon::None);
@@ -107,6 +121,10 @@ TEST_F(NotesWindowsTest, StandardNotesAreAddedInTheOrderOfSelection) {
             hand.Key(Qt::Key_Delete);
             hand.Type(u"x"_s);
             EXPECT_FALSE(hand.IsEditing());
+            // A range begins at the cell that was clicked, as at a selector.
+            hand.Click(1, 1);
+            hand.Click(2, 1, Qt::ShiftModifier);
+            EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{1, 2}));
             hand.Select(2);
             hand.Click(0, 1, Qt::ControlModifier);
             hand.Key(Qt::Key_Return);
@@ -192,6 +210,17 @@ TEST_F(NotesWindowsTest, CategoriesAreEditedAndOfferedAtOnce) {
             EXPECT_EQ(test_.errors.reports.at(0).error.Number(), 3022);
             EXPECT_EQ(test_.errors.reports[0].place.module, u"Note Category Form"_s);
             hand.Key(Qt::Key_Escape);
+            // Gone to another window and back, the cursor is where it was.
+            hand.Click(2, 0);
+            QWidget another;
+            another.show();
+            another.activateWindow();
+            WaitUntil([&] { return another.isActiveWindow(); });
+            QApplication::processEvents();
+            categories.activateWindow();
+            WaitUntil([&] { return categories.isActiveWindow(); });
+            QApplication::processEvents();
+            EXPECT_EQ(hand.Row(), 2);
             categories.reject();
         });
         Press(window, u"Command1"_s);

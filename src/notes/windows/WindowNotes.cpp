@@ -16,7 +16,19 @@ QString UserName() {
 } // namespace
 
 void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner) {
-    frmNotes(context, reservation, UserName(), owner).ShowModal();
+    for (;;) {
+        frmNotes notes(context, reservation, UserName(), owner);
+        notes.ShowModal();
+        if (!notes.LackedCategories()) {
+            return;
+        }
+        // Where there are none, this is the way to the first.
+        frmNoteCategory categories(context, owner);
+        categories.ShowModal();
+        if (categories.IsEmpty()) {
+            return;
+        }
+    }
 }
 
 void OpenNoteCategories(const NotesContext& context, QWidget* owner) {

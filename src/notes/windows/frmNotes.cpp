@@ -95,6 +95,7 @@ bool frmNotes::Form_Activate() {
 }
 
 void frmNotes::RefuseWithoutCategories() {
+    lackedCategories_ = true;
     Context().program.services().dialogs.ShowMessage(
         {Translate(u"There are no Note Categories Defined.  Define Note Categories before creating any Notes."_s),
          Context().program.Title(), Buttons::Ok, Icon::None});
