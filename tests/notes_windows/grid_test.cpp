@@ -146,6 +146,11 @@ TEST_F(NotesGridTest, AnEditorGoesOnAtTheEndOfTheTextAndTypingOverReplacesIt) {
     hand.Click(0, Note);
     hand.Key(Qt::Key_F2);
     hand.Type(u"!"_s);
+    // Its frame is told from the grid in every shade.
+    auto* sheet = qobject_cast<QPlainTextEdit*>(hand.Editor());
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(sheet->grab().toImage().pixelColor(sheet->width() / 2, 0),
+              hand.view.palette().color(QPalette::Highlight));
     hand.Key(Qt::Key_Tab);
     EXPECT_EQ(hand.Text(0, Note), u"ten!"_s);
     // A second click opens it as well; a short entry is then typed over.

@@ -223,7 +223,10 @@ TEST_F(NotesWindowsTest, CategoriesAreEditedAndOfferedAtOnce) {
             EXPECT_EQ(hand.Row(), 2);
             categories.reject();
         });
+        notes.Click(1, 4);
         Press(window, u"Command1"_s);
+        EXPECT_EQ(notes.Row(), 1);
+        EXPECT_EQ(notes.Column(), 4);
         notes.Click(0, 3);
         notes.Type(u"Music"_s);
         notes.Key(Qt::Key_Return);

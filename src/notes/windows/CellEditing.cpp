@@ -26,6 +26,13 @@ constexpr int lettersOnSheet = 44;
 constexpr int lettersOfChoice = 8;
 constexpr int lettersInList = 60;
 
+// A frame that is seen on a dark grid too, which the style's own is not.
+void SetApart(QFrame& area) {
+    area.setFrameStyle(int{QFrame::Box} | int{QFrame::Plain});
+    area.setLineWidth(1);
+    area.setForegroundRole(QPalette::Highlight);
+}
+
 // Knows whether a choice came from its open list; the arrow keys choose without.
 class ChoiceBox : public QComboBox {
 public:
@@ -40,6 +47,7 @@ public:
     void showPopup() override {
         const int widest = fontMetrics().averageCharWidth() * lettersInList;
         const int entries = view()->sizeHintForColumn(0) + 2 * view()->verticalScrollBar()->sizeHint().width();
+        SetApart(*view());
         view()->setMinimumWidth(std::clamp(entries, width(), std::max(width(), widest)));
         QComboBox::showPopup();
     }
@@ -84,6 +92,7 @@ QWidget* CellEditing::MakeEditor(const BoundColumn& column) {
     if (column.kind == CellKind::Lines) {
         auto* sheet = new QPlainTextEdit(parent);
         sheet->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        SetApart(*sheet);
         return sheet;
     }
     if (column.kind == CellKind::Moment) {

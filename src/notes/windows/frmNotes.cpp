@@ -82,7 +82,9 @@ void frmNotes::LayOut() {
 bool frmNotes::Form_Activate() {
     QStringList categories;
     const bool read = Activate([&] {
-        if (!TDBGrid1->HasPendingEdit()) {
+        if (TDBGrid1->Rows().IsOpen() && !TDBGrid1->HasPendingEdit()) {
+            TDBGrid1->Requery();
+        } else if (!TDBGrid1->HasPendingEdit()) {
             TDBGrid1->Open(NotesOf(ReservationID));
         }
         categories = CategoryNames(Context().database);
