@@ -90,10 +90,12 @@ bool frmNotes::Form_Activate() {
         categories = CategoryNames(Context().database);
     });
     TDBGrid1->SetChoices(categories);
-    if (read && categories.isEmpty()) {
+    // What is typed is not given up for it.
+    const bool refused = categories.isEmpty() && !TDBGrid1->HasPendingEdit();
+    if (read && refused) {
         RefuseWithoutCategories();
     }
-    return read && !categories.isEmpty();
+    return read && !refused;
 }
 
 void frmNotes::RefuseWithoutCategories() {
