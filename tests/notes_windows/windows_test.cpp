@@ -67,12 +67,12 @@ TEST_F(NotesWindowsTest, ARowThatIsStillTypedIsStoredWhenAnotherWindowIsGoneTo) 
         test_.dialogs.answers = {Answer::Ok};
         hand.Key(Qt::Key_Tab);
         hand.Type(u"nope"_s);
+        // Neither is it given up because the last category went meanwhile.
+        site_.other->Execute(u"Delete from NoteCategory");
         another.show();
         another.activateWindow();
         WaitUntil([&] { return !Told().empty(); });
         EXPECT_TRUE(window.isVisible());
-        // Neither is it given up when the last category went meanwhile.
-        site_.other->Execute(u"Delete from NoteCategory");
         window.activateWindow();
         WaitUntil([&] { return window.isActiveWindow(); });
         QApplication::processEvents();
