@@ -29,7 +29,7 @@ std::vector<BoundColumn> NoteColumns() {
             {u"Cost"_s, "Cost", CellKind::Money, Editing::Allowed, 10},
             {u"Confirm"_s, "Confirm", CellKind::YesNo, Editing::Allowed, 9},
             {u"Completed"_s, "Completed", CellKind::YesNo, Editing::Allowed, 11},
-            {u"CompletedTime"_s, "CompletedTime", CellKind::Moment, Editing::Allowed, 17},
+            {u"CompletedTime"_s, "CompletedTime", CellKind::Moment, Editing::Allowed, 20},
             {u"CompletedBy"_s, "CompletedBy", CellKind::Text, Editing::Allowed, 12}};
 }
 

@@ -157,6 +157,26 @@ TEST_F(NotesWindowsTest, StandardNotesAreAddedInTheOrderOfSelection) {
               u"Bench|Setup|long| / Cake|Catering|big|12.5"_s);
 }
 
+TEST_F(NotesWindowsTest, CompletedNotesAreSignedWithoutTheHelpOfTheEnvironment) {
+    qunsetenv("USER");
+    qunsetenv("USERNAME");
+    Then<frmNotes>([](frmNotes& window) {
+        GridHand hand(window);
+        hand.Tick(0, 7);
+        EXPECT_FALSE(hand.Text(0, 9).isEmpty());
+        qputenv("USER", "cleo");
+        window.reject();
+    });
+    OpenNotes();
+    Then<frmNotes>([](frmNotes& window) {
+        GridHand hand(window);
+        hand.Tick(1, 7);
+        EXPECT_EQ(hand.Text(1, 9), u"cleo"_s);
+        window.reject();
+    });
+    OpenNotes();
+}
+
 TEST_F(NotesWindowsTest, AReservationWithoutAssetHasNoStandards) {
     Then<frmNotes>([&](frmNotes& window) {
         for (const auto& [button, told] : {std::pair{u"cmdAssetStdNotes"_s, u"this asset"_s},

@@ -2,18 +2,9 @@
 
 #include "notes/windows/frmNoteCategory.h"
 #include "notes/windows/frmNotes.h"
+#include "platform/UserName.h"
 
 namespace velmora {
-
-namespace {
-
-// The name by which the person signed on to this machine; empty where it does not tell.
-QString UserName() {
-    const QString name = qEnvironmentVariable("USER");
-    return name.isEmpty() ? qEnvironmentVariable("USERNAME") : name;
-}
-
-} // namespace
 
 void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner) {
     for (;;) {
