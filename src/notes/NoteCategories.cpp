@@ -84,6 +84,10 @@ QString CategoryRules::QuestionBeforeDeleting(BoundRows& rows, const std::vector
             lines.append(Translate(u"\"%1\" is used by %2."_s).arg(name, UseInWords(use)));
         }
     }
+    constexpr qsizetype mostLines = 15;
+    if (const qsizetype more = lines.size() - mostLines; more > 0) {
+        lines = lines.first(mostLines) << Translate(u"%1 more of them are used."_s).arg(more);
+    }
     return lines.isEmpty() ? QString()
                            : Translate(u"%1\n\nThey keep the name, but it can no longer be chosen. Delete all the "
                                        "same?"_s)

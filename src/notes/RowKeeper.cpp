@@ -13,27 +13,33 @@ using Outcome = BoundRows::Outcome;
 
 namespace {
 
-// What of a text a message has room for, from that place on.
-QString ExcerptFrom(const QString& text, qsizetype difference) {
-    constexpr qsizetype longest = 300;
-    constexpr qsizetype mostLines = 8;
+constexpr qsizetype longestExcerpt = 300;
+constexpr qsizetype mostLines = 8;
+
+// Where a text is begun to be shown, so that the place of a difference is among what there is room for.
+qsizetype BeginOfExcerpt(const QString& text, qsizetype difference) {
     constexpr qsizetype before = 40;
+    const QString begin = text.first(difference);
+    if (difference <= longestExcerpt / 2 && begin.count(u'\n') <= mostLines / 2) {
+        return 0;
+    }
+    // The line of the difference from its beginning where that is near.
+    const qsizetype line = begin.lastIndexOf(u'\n') + 1;
+    const qsizetype from = std::max(line, difference - before);
+    return from < text.size() && text[from].isLowSurrogate() ? from - 1 : from;
+}
+
+// What of a text a message has room for, its further lines set in below its first.
+QString ExcerptFrom(const QString& text, qsizetype difference) {
     if (text.isEmpty()) {
         return Translate(u"(empty)"_s);
     }
-    // The whole beginning where it is short enough to stand there.
-    qsizetype from = difference > longest / 2 || text.first(difference).count(u'\n') > mostLines / 2
-                         ? std::max(qsizetype{0}, difference - before)
-                         : 0;
-    from -= from > 0 && from < text.size() && text[from].isLowSurrogate() ? 1 : 0;
-    qsizetype end = std::min(text.size(), from + longest);
-    for (qsizetype at = from, lines = 1; at < end; ++at) {
-        if (text[at] == u'\n' && ++lines > mostLines) {
-            end = at;
-        }
-    }
-    return (from > 0 ? u"\u2026"_s : QString()) + text.sliced(from, end - from) +
-           (end < text.size() ? u"\u2026"_s : QString());
+    const qsizetype from = BeginOfExcerpt(text, difference);
+    QStringList lines = text.sliced(from, std::min(longestExcerpt, text.size() - from)).split(u'\n');
+    const bool cut = from + longestExcerpt < text.size() || lines.size() > mostLines;
+    lines = lines.first(std::min(mostLines, lines.size()));
+    return (from > 0 ? u"\u2026"_s : QString()) + lines.join(u"\n        "_s).remove(u'\r') +
+           (cut ? u"\u2026"_s : QString());
 }
 
 qsizetype FirstDifference(const QString& one, const QString& other) {

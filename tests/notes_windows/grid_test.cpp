@@ -431,6 +431,19 @@ TEST_F(NotesGridTest, OfLongTextsTheChangedPartIsShown) {
     const QString told = Told().back().text;
     EXPECT_TRUE(told.contains(u"mine") && told.contains(u"of the other\n")) << told.toStdString();
     EXPECT_LT(told.count(u'\n'), 36);
+
+    // Short lines as well, whose end is what differs.
+    const QString figures = u"1\n2\n3\n4\n5\n6\n7\n8\n9\n10"_s;
+    otherSets(figures);
+    Open(7);
+    hand_->Click(0, Note);
+    hand_->Key(Qt::Key_F2);
+    hand_->Type(u" mine"_s);
+    otherSets(figures + u"\ntheirs"_s);
+    Plan({Answer::No});
+    hand_->Click(1, Note);
+    EXPECT_TRUE(Told().back().text.contains(u"yours: \u202610 mine\n    the other desk's: \u202610\n        theirs\n"))
+        << Told().back().text.toStdString();
 }
 
 TEST_F(NotesGridTest, ARowThatAnotherDeskDeletedIsNotLostUnasked) {
