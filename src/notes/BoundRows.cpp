@@ -133,7 +133,11 @@ void BoundRows::Set(int row, int column, const Value& value) {
     if (pending_ && *pending_ != row) {
         throw std::logic_error("another row is being edited");
     }
-    if (Stored(row, column) == value) {
+    const Value& stored = Stored(row, column);
+    // A tick box that was never set shows no tick either.
+    const bool stillNoTick =
+        columns_.at(static_cast<size_t>(column)).kind == CellKind::YesNo && stored.IsNull() && !value.ToBool();
+    if (stored == value || stillNoTick) {
         edits_.erase(column);
     } else {
         edits_[column] = value;

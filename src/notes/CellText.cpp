@@ -22,6 +22,24 @@ QString PlainBlanks(QString text) {
     return text;
 }
 
+QString Shortened(const QString& text) {
+    constexpr qsizetype longest = 60;
+    return text.size() > longest ? text.first(longest) + u'\u2026' : text;
+}
+
+// As many as can be read in a message.
+QString SomeOf(const QStringList& choices) {
+    constexpr qsizetype most = 12;
+    QStringList some;
+    for (const QString& choice : choices.first(std::min(most, choices.size()))) {
+        some.append(Shortened(choice));
+    }
+    if (choices.size() > most) {
+        some.append(u"\u2026"_s);
+    }
+    return some.join(u", "_s);
+}
+
 Error Refusal(const QString& sentence, const QString& text, const BoundColumn& column, const QString& example) {
     return ProgramError(ErrorNumber::TypeMismatch, Translate(sentence).arg(text, Translate(column.caption), example));
 }
@@ -84,8 +102,8 @@ Value CellText::ReadChoice(const QString& text, const BoundColumn& column, const
         return choice.compare(text, Qt::CaseInsensitive) == 0;
     });
     if (found == choices.end()) {
-        throw Refusal(u"\"%1\" is not in the list of the column %2. Choose one of its entries: %3."_s, text, column,
-                      choices.join(u", "_s));
+        throw Refusal(u"\"%1\" is not in the list of the column %2. Choose one of its entries: %3."_s, Shortened(text),
+                      column, SomeOf(choices));
     }
     return Value(*found);
 }

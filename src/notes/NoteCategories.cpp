@@ -58,8 +58,8 @@ std::optional<RowRules::Refusal> CategoryRules::Refuse(BoundRows& rows) {
     if (!NewName(rows).trimmed().isEmpty()) {
         return std::nullopt;
     }
-    return Refusal{Translate(u"A category needs a name. Type one, or press Escape to take the change back."_s),
-                   nameColumn};
+    return Refusal{
+        Translate(u"A category needs a name. Type one, or press Escape to take the change back."_s), nameColumn, {}};
 }
 
 QString CategoryRules::QuestionBeforeWriting(BoundRows& rows) {
@@ -83,6 +83,10 @@ QString CategoryRules::QuestionBeforeDeleting(BoundRows& rows, const std::vector
         if (use.Any()) {
             lines.append(Translate(u"\"%1\" is used by %2."_s).arg(name, UseInWords(use)));
         }
+    }
+    constexpr qsizetype mostLines = 15;
+    if (const qsizetype more = lines.size() - mostLines; more > 0) {
+        lines = lines.first(mostLines) << Translate(u"%1 more of them are used."_s).arg(more);
     }
     return lines.isEmpty() ? QString()
                            : Translate(u"%1\n\nThey keep the name, but it can no longer be chosen. Delete all the "

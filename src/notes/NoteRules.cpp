@@ -1,6 +1,7 @@
 #include "notes/NoteRules.h"
 
 #include "base/Translate.h"
+#include "notes/NoteCategories.h"
 
 #include <chrono>
 
@@ -28,7 +29,7 @@ std::vector<BoundColumn> NoteColumns() {
             {u"Cost"_s, "Cost", CellKind::Money, Editing::Allowed, 10},
             {u"Confirm"_s, "Confirm", CellKind::YesNo, Editing::Allowed, 9},
             {u"Completed"_s, "Completed", CellKind::YesNo, Editing::Allowed, 11},
-            {u"CompletedTime"_s, "CompletedTime", CellKind::Moment, Editing::Allowed, 17},
+            {u"CompletedTime"_s, "CompletedTime", CellKind::Moment, Editing::Allowed, 20},
             {u"CompletedBy"_s, "CompletedBy", CellKind::Text, Editing::Allowed, 12}};
 }
 
@@ -47,12 +48,26 @@ std::optional<RowRules::Refusal> NoteRules::Refuse(BoundRows& rows) {
     const int category = rows.ColumnOf("NoteCategory");
     // A stored note that never had a category can still be ticked and changed otherwise.
     const bool needed = rows.IsAdding() || rows.IsChanged(category);
-    if (!needed || !rows.At(*rows.PendingRow(), category).ToText().trimmed().isEmpty()) {
+    if (!needed) {
         return std::nullopt;
     }
-    return Refusal{Translate(u"Every note needs a category. Choose one in the column NoteCategory, or press Escape to "
-                             "take the changes of this row back."_s),
-                   category};
+    const QString name = rows.At(*rows.PendingRow(), category).ToText();
+    if (name.trimmed().isEmpty()) {
+        return Refusal{Translate(u"Every note needs a category. Choose one in the column NoteCategory, or press Escape "
+                                 "to take the changes of this row back."_s),
+                       category,
+                       {}};
+    }
+    // Another desk may have taken it away since it was offered. A stored note has to have chosen it to be asked.
+    const QStringList names = CategoryNames(rows.TheDatabase());
+    if (names.contains(name, Qt::CaseInsensitive)) {
+        return std::nullopt;
+    }
+    return Refusal{Translate(u"The category \"%1\" is no longer defined: another desk renamed or deleted it. Choose "
+                             "another one in the column NoteCategory, or press Escape to take the changes of this row "
+                             "back."_s)
+                       .arg(name),
+                   category, names};
 }
 
 } // namespace velmora

@@ -11,6 +11,43 @@ using namespace Qt::StringLiterals;
 
 using Outcome = BoundRows::Outcome;
 
+namespace {
+
+constexpr qsizetype longestExcerpt = 300;
+constexpr qsizetype mostLines = 8;
+
+// Where a text is begun to be shown, so that the place of a difference is among what there is room for.
+qsizetype BeginOfExcerpt(const QString& text, qsizetype difference) {
+    constexpr qsizetype before = 40;
+    const QString begin = text.first(difference);
+    if (difference <= longestExcerpt / 2 && begin.count(u'\n') <= mostLines / 2) {
+        return 0;
+    }
+    // The line of the difference from its beginning where that is near.
+    const qsizetype line = begin.lastIndexOf(u'\n') + 1;
+    const qsizetype from = std::max(line, difference - before);
+    return from < text.size() && text[from].isLowSurrogate() ? from - 1 : from;
+}
+
+// What of a text a message has room for, its further lines set in below its first.
+QString ExcerptFrom(const QString& text, qsizetype difference) {
+    if (text.isEmpty()) {
+        return Translate(u"(empty)"_s);
+    }
+    const qsizetype from = BeginOfExcerpt(text, difference);
+    QStringList lines = text.sliced(from, std::min(longestExcerpt, text.size() - from)).split(u'\n');
+    const bool cut = from + longestExcerpt < text.size() || lines.size() > mostLines;
+    lines = lines.first(std::min(mostLines, lines.size()));
+    return (from > 0 ? u"\u2026"_s : QString()) + lines.join(u"\n        "_s).remove(u'\r') +
+           (cut ? u"\u2026"_s : QString());
+}
+
+qsizetype FirstDifference(const QString& one, const QString& other) {
+    return std::mismatch(one.cbegin(), one.cend(), other.cbegin(), other.cend()).first - one.cbegin();
+}
+
+} // namespace
+
 RowKeeper::RowKeeper(const Program& program, BoundRows& rows, RowRules& rules, QString module)
     : program_(program), rows_(rows), rules_(rules), module_(std::move(module)), texts_(program.services().localeText) {
 }
@@ -19,22 +56,27 @@ Answer RowKeeper::Ask(const QString& text, Buttons buttons, Icon icon) const {
     return program_.services().dialogs.ShowMessage({text, program_.Title(), buttons, icon});
 }
 
+QString RowKeeper::Shown(const Value& value, int column) const {
+    return texts_.Shown(value, rows_.Columns()[static_cast<size_t>(column)].kind);
+}
+
 QString RowKeeper::Excerpt(const Value& value, int column) const {
-    constexpr qsizetype longest = 300;
-    const QString shown = texts_.Shown(value, rows_.Columns()[static_cast<size_t>(column)].kind);
-    if (shown.isEmpty()) {
-        return Translate(u"(empty)"_s);
-    }
-    return shown.size() > longest ? shown.first(longest) + u'\u2026' : shown;
+    return ExcerptFrom(Shown(value, column), 0);
 }
 
 QString RowKeeper::BothVersions() const {
     QStringList lines;
     for (const BoundRows::Conflict& each : rows_.Conflicts()) {
+        const QString before = Shown(each.before, each.column);
+        const QString mine = Shown(each.mine, each.column);
+        const QString theirs = Shown(each.theirs, each.column);
+        // Of long texts the part that each desk changed.
+        const qsizetype mineAt = FirstDifference(before, mine);
+        const qsizetype theirsAt = FirstDifference(before, theirs);
         lines.append(Translate(u"%1\n    before: %2\n    yours: %3\n    the other desk's: %4"_s)
                          .arg(Translate(rows_.Columns()[static_cast<size_t>(each.column)].caption),
-                              Excerpt(each.before, each.column), Excerpt(each.mine, each.column),
-                              Excerpt(each.theirs, each.column)));
+                              ExcerptFrom(before, std::min(mineAt, theirsAt)), ExcerptFrom(mine, mineAt),
+                              ExcerptFrom(theirs, theirsAt)));
     }
     return lines.join(u'\n');
 }
@@ -52,24 +94,27 @@ QString RowKeeper::MyVersion() const {
     return lines.join(u'\n');
 }
 
-bool RowKeeper::MayWrite() {
+bool RowKeeper::MayWrite(Steps& steps) {
     wanting_.reset();
-    if (const auto refusal = rules_.Refuse(rows_)) {
-        wanting_ = refusal->column;
-        Ask(refusal->reason, Buttons::Ok, Icon::Exclamation);
+    if (!steps.Step(u"Checking Row"_s, [this] { wanting_ = rules_.Refuse(rows_); })) {
         return false;
     }
-    return true;
+    if (wanting_) {
+        Ask(wanting_->reason, Buttons::Ok, Icon::Exclamation);
+    }
+    return !wanting_;
 }
 
 bool RowKeeper::Store() {
     if (!rows_.PendingRow()) {
         return true;
     }
-    if (!MayWrite()) {
+    // Another desk's lock is waited for.
+    const BusyPointer busy(program_.services().eventLoop);
+    Steps steps(program_.services().errors, module_, u"Update Row"_s);
+    if (!MayWrite(steps)) {
         return false;
     }
-    Steps steps(program_.services().errors, module_, u"Update Row"_s);
     QString question;
     if (!steps.Step(u"Checking Row"_s, [&] { question = rules_.QuestionBeforeWriting(rows_); })) {
         return false;
@@ -142,9 +187,12 @@ bool RowKeeper::DeleteRow(Steps& steps, int row) {
     }
     QStringList changes;
     for (const BoundRows::Conflict& each : rows_.Conflicts()) {
+        const QString before = Shown(each.before, each.column);
+        const QString theirs = Shown(each.theirs, each.column);
+        const qsizetype difference = FirstDifference(before, theirs);
         changes.append(Translate(u"%1\n    shown here: %2\n    the other desk's: %3"_s)
                            .arg(Translate(rows_.Columns()[static_cast<size_t>(each.column)].caption),
-                                Excerpt(each.before, each.column), Excerpt(each.theirs, each.column)));
+                                ExcerptFrom(before, difference), ExcerptFrom(theirs, difference)));
     }
     const QString question = Translate(u"Another desk changed a row that is to be deleted.\n\n%1\n\n"
                                        "Delete it all the same?"_s)
@@ -160,6 +208,7 @@ bool RowKeeper::Delete(const std::vector<int>& rows) {
     if (pending && std::find(rows.begin(), rows.end(), *pending) != rows.end()) {
         rows_.Undo();
     }
+    const BusyPointer busy(program_.services().eventLoop);
     Steps steps(program_.services().errors, module_, u"Keyboard Trap"_s);
     for (const int row : rows) {
         if (!DeleteRow(steps, row)) {

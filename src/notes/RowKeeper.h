@@ -19,7 +19,9 @@ public:
     // pending, which the person was told.
     bool Store();
     // The column of the pending row that the last Store found wanting; none when that was not the reason.
-    std::optional<int> WantingColumn() const { return wanting_; }
+    std::optional<int> WantingColumn() const { return wanting_ ? std::optional(wanting_->column) : std::nullopt; }
+    // What that column offers by now, where it is other than what was offered.
+    std::optional<QStringList> NewChoices() const { return wanting_ ? wanting_->choices : std::nullopt; }
 
     // Deletes the rows in their order after a question that names their number. False when nothing was tried; else the
     // rows are to be read again.
@@ -28,7 +30,7 @@ public:
     const CellText& Texts() const { return texts_; }
 
 private:
-    bool MayWrite();
+    bool MayWrite(Steps& steps);
     // What Yes, No and Cancel do with a row that another desk changed or deleted: false when it stays pending as it is.
     bool SettleChange();
     bool SettleLoss();
@@ -36,6 +38,7 @@ private:
     bool DeleteRow(Steps& steps, int row);
     QString MyVersion() const;
     QString BothVersions() const;
+    QString Shown(const Value& value, int column) const;
     QString Excerpt(const Value& value, int column) const;
     Answer Ask(const QString& text, Buttons buttons, Icon icon) const;
 
@@ -44,7 +47,7 @@ private:
     RowRules& rules_;
     QString module_;
     CellText texts_;
-    std::optional<int> wanting_;
+    std::optional<RowRules::Refusal> wanting_;
 };
 
 } // namespace velmora

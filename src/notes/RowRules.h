@@ -2,7 +2,7 @@
 
 #include "notes/BoundRows.h"
 
-#include <QString>
+#include <QStringList>
 
 namespace velmora {
 
@@ -19,8 +19,10 @@ public:
         QString reason;
         // Where it is to be entered.
         int column = 0;
+        // What that column offers by now, where it turned out to be other than what was offered.
+        std::optional<QStringList> choices;
     };
-    // Why the pending row cannot be stored.
+    // Why the pending row cannot be stored. May throw.
     virtual std::optional<Refusal> Refuse(BoundRows&) { return std::nullopt; }
 
     // A question to be answered with Yes before the pending row is written, or the rows are deleted; empty without one.

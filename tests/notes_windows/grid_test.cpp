@@ -141,6 +141,101 @@ TEST_F(NotesGridTest, RefusedEntriesStayOpenAndSayWhy) {
     EXPECT_EQ(Stored(u"Top 1 CompletedTime, Cost, NoteCategory"_s), u"2026-03-01 00:00:00|5|Setup"_s);
 }
 
+TEST_F(NotesGridTest, AnEditorGoesOnAtTheEndOfTheTextAndTypingOverReplacesIt) {
+    GridHand& hand = *hand_;
+    hand.Click(0, Note);
+    hand.Key(Qt::Key_F2);
+    hand.Type(u"!"_s);
+    // Its frame is told from the grid in every shade.
+    auto* sheet = qobject_cast<QPlainTextEdit*>(hand.Editor());
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(sheet->grab().toImage().pixelColor(sheet->width() / 2, 0),
+              hand.view.palette().color(QPalette::Highlight));
+    hand.Key(Qt::Key_Tab);
+    EXPECT_EQ(hand.Text(0, Note), u"ten!"_s);
+    // A second click opens it as well; a short entry is then typed over.
+    hand.Click(0, Note);
+    hand.Click(0, Note);
+    hand.Type(u"?"_s);
+    hand.Key(Qt::Key_Tab);
+    EXPECT_EQ(hand.Text(0, Note), u"ten!?"_s);
+    hand.Click(0, Name);
+    hand.Click(0, Name);
+    hand.Type(u"Stools"_s);
+    hand.Key(Qt::Key_Tab);
+    EXPECT_EQ(hand.Text(0, Name), u"Stools"_s);
+    // Backspace empties the cell; a letter put together by the input method begins an entry.
+    hand.Click(0, Note);
+    hand.Key(Qt::Key_Backspace);
+    hand.Key(Qt::Key_Tab);
+    EXPECT_EQ(hand.Text(0, Note), QString());
+    hand.Click(0, Name);
+    EXPECT_TRUE(hand.view.testAttribute(Qt::WA_InputMethodEnabled));
+    QInputMethodEvent letter;
+    letter.setCommitString(u"\u00e9"_s);
+    QApplication::sendEvent(&hand.view, &letter);
+    hand.Type(u"tage"_s);
+    hand.Key(Qt::Key_Tab);
+    EXPECT_EQ(hand.Text(0, Name), u"\u00e9tage"_s);
+}
+
+TEST_F(NotesGridTest, LongCategoriesNeitherWidenTheEditorNorTheMessage) {
+    const QString longName = u"responsible for everything "_s.repeated(20).trimmed();
+    site_.other->Execute(u"Insert into NoteCategory (Name) Values (\"%1\")"_s.arg(longName));
+    for (int i = 0; i < 40; ++i) {
+        site_.other->Execute(u"Insert into NoteCategory (Name) Values (\"Category %1\")"_s.arg(i));
+    }
+    Open(7);
+    GridHand& hand = *hand_;
+    hand.Click(0, Category);
+    hand.Key(Qt::Key_F4);
+    auto* box = qobject_cast<QComboBox*>(hand.Editor());
+    ASSERT_NE(box, nullptr);
+    EXPECT_LE(box->width(), hand.view.columnWidth(Category) + 20);
+    EXPECT_LT(box->view()->window()->width(), 700);
+    box->hidePopup();
+    box->lineEdit()->setText(u"nope"_s);
+    Plan({Answer::Ok});
+    hand.Key(Qt::Key_Tab);
+    EXPECT_TRUE(Told().back().text.contains(u"Category 0, Category 1, ")) << Told().back().text.toStdString();
+    EXPECT_LT(Told().back().text.size(), 400);
+}
+
+TEST_F(NotesGridTest, ACategoryTakenAwayMeanwhileIsNotStored) {
+    GridHand& hand = *hand_;
+    hand.Click(0, Category);
+    hand.Type(u"Unused"_s);
+    site_.other->Execute(u"Delete from NoteCategory Where Name = \"Unused\"");
+    Plan({Answer::Ok});
+    hand.Key(Qt::Key_Return);
+    ASSERT_FALSE(Told().empty());
+    EXPECT_TRUE(Told().back().text.startsWith(u"The category \"Unused\" is no longer defined"));
+    EXPECT_EQ(hand.Row(), 0);
+    EXPECT_EQ(hand.Column(), Category);
+    // It is not offered any more.
+    hand.Key(Qt::Key_F2);
+    EXPECT_EQ(qobject_cast<QComboBox*>(hand.Editor())->findText(u"Unused"_s), -1);
+    hand.Key(Qt::Key_Escape);
+    hand.Type(u"Catering"_s);
+    hand.Key(Qt::Key_Return);
+    EXPECT_EQ(Stored(u"Top 1 NoteCategory"_s), u"Catering"_s);
+    // What was chosen before its category went is left alone.
+    site_.other->Execute(u"Delete from NoteCategory Where Name = \"Setup\"");
+    hand.Click(2, Note);
+    hand.Type(u"long"_s);
+    hand.Click(0, Name);
+    EXPECT_EQ(Stored(u"NoteCategory, [Note]"_s), u"Catering|ten / Catering|hot / Setup|long"_s);
+}
+
+TEST_F(NotesGridTest, ATextIsShownInFullAsItStands) {
+    site_.other->Execute(u"Update [Note] Set [Note] = \"<b>5 < 6</b>\" Where Name = \"Chairs\"");
+    Open(7);
+    const QString tip = hand_->At(0, Note).data(Qt::ToolTipRole).toString();
+    EXPECT_TRUE(tip.contains(u"&lt;b&gt;5 &lt; 6&lt;/b&gt;")) << tip.toStdString();
+    EXPECT_TRUE(tip.contains(u"pre-wrap"));
+    EXPECT_EQ(hand_->At(2, Note).data(Qt::ToolTipRole).toString(), QString());
+}
+
 TEST_F(NotesGridTest, AnEntryChosenFromTheListIsTakenAtOnce) {
     GridHand& hand = *hand_;
     hand.Click(0, Category);
@@ -190,6 +285,11 @@ TEST_F(NotesGridTest, TickingCompletedTellsWhenAndByWhom) {
     hand.Key(Qt::Key_Down);
     EXPECT_EQ(Stored(u"Confirm, Completed, CompletedTime, CompletedBy"_s),
               u"False|True|2026-03-07 14:15:00|ann / False|True|2026-03-07 14:15:00|bob / False|False||"_s);
+    // A box that is ticked and cleared again leaves the empty row empty.
+    hand.Click(3, Confirm);
+    hand.Key(Qt::Key_Space);
+    hand.Key(Qt::Key_Space);
+    EXPECT_FALSE(hand.grid.HasPendingEdit());
     // A day that is typed keeps the time of day; clearing the tick keeps what was filled in.
     hand.Click(0, Time);
     hand.Type(u"3/5/2026"_s);
@@ -212,6 +312,7 @@ TEST_F(NotesGridTest, PastedLinesStayTogetherInANoteAndBecomeOneLineElsewhere) {
     // The same into an editor that is open.
     hand.Click(1, Name);
     hand.Key(Qt::Key_F2);
+    hand.Key(Qt::Key_A, Qt::ControlModifier);
     hand.Key(Qt::Key_V, Qt::ControlModifier);
     hand.Key(Qt::Key_Return);
     EXPECT_EQ(Stored(u"Name, [Note]"_s), u"one two three|one\ntwo\nthree / one two three|hot / Cable|"_s);
@@ -306,6 +407,43 @@ TEST_F(NotesGridTest, BothDesksChangesOfARowAreKeptAndConflictsAreAsked) {
     hand.Click(1, Cost);
     EXPECT_EQ(hand.Text(0, Cost), u"$3.00"_s);
     EXPECT_EQ(Stored(u"Top 1 Cost"_s), u"3"_s);
+}
+
+TEST_F(NotesGridTest, OfLongTextsTheChangedPartIsShown) {
+    const QString begin = u"a line of it\n"_s.repeated(60);
+    const auto otherSets = [&](const QString& text) {
+        auto set = site_.other->OpenRecordset(u"Select * from [Note] where Name = \"Chairs\"",
+                                              engine::RecordsetKind::Updatable);
+        set->Edit();
+        set->Set("Note", Value(text));
+        set->Update();
+    };
+    otherSets(begin);
+    Open(7);
+    GridHand& hand = *hand_;
+    hand.Click(0, Note);
+    hand.Key(Qt::Key_F2);
+    hand.Type(u"mine"_s);
+    otherSets(begin + u"of the other"_s);
+    Plan({Answer::No});
+    hand.Click(1, Note);
+    ASSERT_FALSE(Told().empty());
+    const QString told = Told().back().text;
+    EXPECT_TRUE(told.contains(u"mine") && told.contains(u"of the other\n")) << told.toStdString();
+    EXPECT_LT(told.count(u'\n'), 36);
+
+    // Short lines as well, whose end is what differs.
+    const QString figures = u"1\n2\n3\n4\n5\n6\n7\n8\n9\n10"_s;
+    otherSets(figures);
+    Open(7);
+    hand_->Click(0, Note);
+    hand_->Key(Qt::Key_F2);
+    hand_->Type(u" mine"_s);
+    otherSets(figures + u"\ntheirs"_s);
+    Plan({Answer::No});
+    hand_->Click(1, Note);
+    EXPECT_TRUE(Told().back().text.contains(u"yours: \u202610 mine\n    the other desk's: \u202610\n        theirs\n"))
+        << Told().back().text.toStdString();
 }
 
 TEST_F(NotesGridTest, ARowThatAnotherDeskDeletedIsNotLostUnasked) {

@@ -37,8 +37,22 @@ protected:
 
 TEST_F(NotesWindowsTest, TheEditorRefusesToOpenWithoutCategories) {
     site_.other->Execute(u"Delete from NoteCategory");
-    test_.dialogs.answers = {Answer::Ok};
+    // The list of the categories takes its place; closed without one, nothing follows.
+    test_.dialogs.answers = {Answer::Ok, Answer::Ok};
+    Then<frmNoteCategory>([](frmNoteCategory& categories) { categories.reject(); });
     OpenNotes();
+    Then<frmNoteCategory>([](frmNoteCategory& categories) {
+        GridHand hand(categories, u"Table1"_s);
+        hand.Type(u"Music"_s);
+        categories.reject();
+    });
+    bool opened = false;
+    Then<frmNotes>([&](frmNotes& window) {
+        opened = GridHand(window).RowCount() == 4;
+        window.reject();
+    });
+    OpenNotes();
+    EXPECT_TRUE(opened);
     EXPECT_EQ(Told().at(0).text,
               u"There are no Note Categories Defined.  Define Note Categories before creating any Notes."_s);
     EXPECT_EQ(Told().at(0).icon, Icon::None);
@@ -53,12 +67,16 @@ TEST_F(NotesWindowsTest, ARowThatIsStillTypedIsStoredWhenAnotherWindowIsGoneTo) 
         test_.dialogs.answers = {Answer::Ok};
         hand.Key(Qt::Key_Tab);
         hand.Type(u"nope"_s);
+        // Neither is it given up because the last category went meanwhile.
+        site_.other->Execute(u"Delete from NoteCategory");
         another.show();
         another.activateWindow();
         WaitUntil([&] { return !Told().empty(); });
         EXPECT_TRUE(window.isVisible());
         window.activateWindow();
         WaitUntil([&] { return window.isActiveWindow(); });
+        QApplication::processEvents();
+        EXPECT_TRUE(window.isVisible());
         hand.Key(Qt::Key_Escape);
         EXPECT_EQ(hand.Text(0, 2), u"Stools"_s);
         another.activateWindow();
@@ -107,6 +125,10 @@ TEST_F(NotesWindowsTest, StandardNotesAreAddedInTheOrderOfSelection) {
             hand.Key(Qt::Key_Delete);
             hand.Type(u"x"_s);
             EXPECT_FALSE(hand.IsEditing());
+            // A range begins at the cell that was clicked, as at a selector.
+            hand.Click(1, 1);
+            hand.Click(2, 1, Qt::ShiftModifier);
+            EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{1, 2}));
             hand.Select(2);
             hand.Click(0, 1, Qt::ControlModifier);
             hand.Key(Qt::Key_Return);
@@ -133,6 +155,26 @@ TEST_F(NotesWindowsTest, StandardNotesAreAddedInTheOrderOfSelection) {
     OpenNotes();
     EXPECT_EQ(site_.Shown(u"Select Name, NoteCategory, [Note], Cost from [Note] where Reservation = 7 and ID > 4"_s),
               u"Bench|Setup|long| / Cake|Catering|big|12.5"_s);
+}
+
+TEST_F(NotesWindowsTest, CompletedNotesAreSignedWithoutTheHelpOfTheEnvironment) {
+    qunsetenv("USER");
+    qunsetenv("USERNAME");
+    Then<frmNotes>([](frmNotes& window) {
+        GridHand hand(window);
+        hand.Tick(0, 7);
+        EXPECT_FALSE(hand.Text(0, 9).isEmpty());
+        qputenv("USER", "cleo");
+        window.reject();
+    });
+    OpenNotes();
+    Then<frmNotes>([](frmNotes& window) {
+        GridHand hand(window);
+        hand.Tick(1, 7);
+        EXPECT_EQ(hand.Text(1, 9), u"cleo"_s);
+        window.reject();
+    });
+    OpenNotes();
 }
 
 TEST_F(NotesWindowsTest, AReservationWithoutAssetHasNoStandards) {
@@ -192,9 +234,23 @@ TEST_F(NotesWindowsTest, CategoriesAreEditedAndOfferedAtOnce) {
             EXPECT_EQ(test_.errors.reports.at(0).error.Number(), 3022);
             EXPECT_EQ(test_.errors.reports[0].place.module, u"Note Category Form"_s);
             hand.Key(Qt::Key_Escape);
+            // Gone to another window and back, the cursor is where it was.
+            hand.Click(2, 0);
+            QWidget another;
+            another.show();
+            another.activateWindow();
+            WaitUntil([&] { return another.isActiveWindow(); });
+            QApplication::processEvents();
+            categories.activateWindow();
+            WaitUntil([&] { return categories.isActiveWindow(); });
+            QApplication::processEvents();
+            EXPECT_EQ(hand.Row(), 2);
             categories.reject();
         });
+        notes.Click(1, 4);
         Press(window, u"Command1"_s);
+        EXPECT_EQ(notes.Row(), 1);
+        EXPECT_EQ(notes.Column(), 4);
         notes.Click(0, 3);
         notes.Type(u"Music"_s);
         notes.Key(Qt::Key_Return);

@@ -304,6 +304,9 @@ bool BoundGrid::UpdateRow() {
     const bool stored = keeper_.Store();
     model_->RowChanged(*row);
     if (!stored) {
+        if (const auto choices = keeper_.NewChoices()) {
+            editing_->SetChoices(*choices);
+        }
         PutCursor(*rows_.PendingRow(), keeper_.WantingColumn().value_or(view_->currentIndex().column()));
         view_->setFocus();
     }
@@ -330,6 +333,14 @@ void BoundGrid::EditCell(const QModelIndex& index, const QString& typed) {
     if (CanEditCell(index) && model_->Column(index.column()).kind != CellKind::YesNo) {
         view_->scrollTo(index);
         editing_->Open(index, typed);
+    }
+}
+
+void BoundGrid::ClickCell(const QModelIndex& index) {
+    EditCell(index, {});
+    // A short entry is typed over. A text of several lines would be lost to one slip of a finger.
+    if (model_->Column(index.column()).kind != CellKind::Lines) {
+        editing_->TakeFocus();
     }
 }
 
@@ -484,9 +495,12 @@ void BoundGrid::SelectRow(int row, Qt::KeyboardModifiers modifiers) {
     if (!modifiers.testFlag(Qt::ControlModifier)) {
         selection_.Clear();
     }
+    if (!modifiers.testFlag(Qt::ShiftModifier)) {
+        anchor_ = row;
+    }
     // The empty row cannot be selected.
     if (row < rows_.Count() && modifiers.testFlag(Qt::ShiftModifier)) {
-        SelectRange(std::min(selectors_->Anchor(), rows_.Count() - 1), row);
+        SelectRange(std::min(anchor_, rows_.Count() - 1), row);
     } else if (row < rows_.Count()) {
         selection_.Toggle(row);
     }
@@ -506,6 +520,7 @@ void BoundGrid::PressCell(int row, Qt::KeyboardModifiers modifiers) {
     if (modifiers != Qt::NoModifier || !model_->CanAdd()) {
         Selectors_Pressed(row, modifiers);
     } else {
+        anchor_ = row;
         ClearSelection();
     }
 }

@@ -80,6 +80,7 @@ private:
     bool CommitCell() override;
     bool LeaveRow() override { return UpdateRow(); }
     void EditCell(const QModelIndex& index, const QString& typed) override;
+    void ClickCell(const QModelIndex& index) override;
     void OpenChoices(const QModelIndex& index) override;
     void ToggleCell(const QModelIndex& index) override;
     bool GridKey(const QKeyEvent& event) override;
@@ -113,6 +114,8 @@ private:
     RowKeeper keeper_;
     GridSettings settings_;
     RowSelection selection_;
+    // The row that was selected last without Shift, where a range begins.
+    int anchor_ = 0;
     BoundModel* model_;
     QLabel* lblCaption_;
     GridView* view_;

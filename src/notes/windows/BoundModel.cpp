@@ -8,6 +8,20 @@ namespace velmora {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// A text as it stands, never read as markup, in lines that fit a screen.
+QString InFull(const QString& text) {
+    constexpr qsizetype longest = 2000;
+    if (text.isEmpty()) {
+        return {};
+    }
+    const QString shown = text.size() > longest ? text.first(longest) + u'\u2026' : text;
+    return u"<div style=\"white-space: pre-wrap\">%1</div>"_s.arg(shown.toHtmlEscaped());
+}
+
+} // namespace
+
 BoundModel::BoundModel(BoundRows& rows, const CellText& texts, QObject* parent)
     : QAbstractTableModel(parent), rows_(rows), texts_(texts),
       canAdd_(std::any_of(rows.Columns().begin(), rows.Columns().end(),
@@ -63,7 +77,7 @@ QVariant BoundModel::data(const QModelIndex& index, int role) const {
         return Text(index);
     case Qt::ToolTipRole:
         return IsGone(index.row())       ? Translate(u"Another desk deleted this row."_s)
-               : kind == CellKind::Lines ? Text(index)
+               : kind == CellKind::Lines ? InFull(Text(index))
                                          : QString();
     case Qt::TextAlignmentRole: {
         const bool right = kind == CellKind::Money || kind == CellKind::Number;

@@ -23,6 +23,15 @@ namespace {
 
 constexpr int linesOnSheet = 6;
 constexpr int lettersOnSheet = 44;
+constexpr int lettersOfChoice = 8;
+constexpr int lettersInList = 60;
+
+// A frame that is seen on a dark grid too, which the style's own is not.
+void SetApart(QFrame& area) {
+    area.setFrameStyle(int{QFrame::Box} | int{QFrame::Plain});
+    area.setLineWidth(1);
+    area.setForegroundRole(QPalette::Highlight);
+}
 
 // Knows whether a choice came from its open list; the arrow keys choose without.
 class ChoiceBox : public QComboBox {
@@ -33,6 +42,14 @@ public:
         QComboBox::hidePopup();
         listClosed_ = true;
         QTimer::singleShot(0, this, [this] { listClosed_ = false; });
+    }
+    // The list may be wider than the box, but not as wide as the longest entry can be.
+    void showPopup() override {
+        const int widest = fontMetrics().averageCharWidth() * lettersInList;
+        const int entries = view()->sizeHintForColumn(0) + 2 * view()->verticalScrollBar()->sizeHint().width();
+        SetApart(*view());
+        view()->setMinimumWidth(std::clamp(entries, width(), std::max(width(), widest)));
+        QComboBox::showPopup();
     }
     bool WasChosenFromList() const { return listClosed_; }
 
@@ -75,6 +92,7 @@ QWidget* CellEditing::MakeEditor(const BoundColumn& column) {
     if (column.kind == CellKind::Lines) {
         auto* sheet = new QPlainTextEdit(parent);
         sheet->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        SetApart(*sheet);
         return sheet;
     }
     if (column.kind == CellKind::Moment) {
@@ -84,6 +102,9 @@ QWidget* CellEditing::MakeEditor(const BoundColumn& column) {
         auto* combo = new ChoiceBox(parent);
         combo->setEditable(true);
         combo->setInsertPolicy(QComboBox::NoInsert);
+        // As wide as its cell, however long an entry is.
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        combo->setMinimumContentsLength(lettersOfChoice);
         combo->addItems(choices_);
         connect(combo, &QComboBox::activated, this, [this, combo] {
             if (combo->WasChosenFromList()) {
@@ -124,7 +145,9 @@ void CellEditing::Open(const QModelIndex& index, const QString& typed) {
     Place();
     editor_->show();
     TakeFocus();
-    if (!typed.isNull()) {
+    if (typed.isNull()) {
+        StandBehindText();
+    } else {
         SetText(typed);
     }
 }
@@ -175,6 +198,7 @@ void CellEditing::Place() {
 
 void CellEditing::DropDown() {
     if (auto* combo = qobject_cast<QComboBox*>(editor_)) {
+        combo->lineEdit()->selectAll();
         combo->showPopup();
     } else if (auto* date = qobject_cast<DateBox*>(editor_)) {
         date->OpenCalendar();
@@ -240,6 +264,14 @@ void CellEditing::TakeFocus() {
         sheet->selectAll();
     } else if (QLineEdit* line = LineOf(editor_)) {
         line->selectAll();
+    }
+}
+
+void CellEditing::StandBehindText() {
+    if (auto* sheet = qobject_cast<QPlainTextEdit*>(editor_)) {
+        sheet->moveCursor(QTextCursor::End);
+    } else if (QLineEdit* line = LineOf(editor_)) {
+        line->end(false);
     }
 }
 

@@ -24,7 +24,7 @@ public:
     // What a Choice column offers from the next opening on.
     void SetChoices(QStringList choices) { choices_ = std::move(choices); }
 
-    // `typed` takes the place of the cell's text; null leaves it, selected.
+    // `typed` takes the place of the cell's text; null leaves it, to be gone on with at its end.
     void Open(const QModelIndex& index, const QString& typed);
     // Shows the list or the calendar of the open editor, where it has one.
     void DropDown();
@@ -53,6 +53,7 @@ private:
     QWidget* MakeEditor(const BoundColumn& column);
     QString EditorText() const;
     void SetText(const QString& text);
+    void StandBehindText();
     void Place();
     bool IsGridKey(const QKeyEvent& event) const;
     Value ReadMoment() const;

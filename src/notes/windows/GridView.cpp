@@ -98,6 +98,10 @@ bool GridView::CellKey(const QKeyEvent& event) {
         handler_.EditCell(currentIndex(), {});
         return true;
     }
+    if (event.key() == Qt::Key_Backspace && event.modifiers() == Qt::NoModifier) {
+        handler_.EditCell(currentIndex(), QStringLiteral(""));
+        return true;
+    }
     if (event.key() == Qt::Key_F4 || (alt && event.key() == Qt::Key_Down)) {
         handler_.OpenChoices(currentIndex());
         return true;
@@ -113,11 +117,19 @@ bool GridView::CellKey(const QKeyEvent& event) {
 bool GridView::TypedKey(const QKeyEvent& event) {
     const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     const bool altGr = event.modifiers() == (Qt::ControlModifier | Qt::AltModifier);
-    if ((command && !altGr) || event.text().isEmpty() || !event.text().front().isPrint()) {
+    const bool letter = !event.text().isEmpty() && QChar::isPrint(event.text().toUcs4().front());
+    if ((command && !altGr) || !letter) {
         return false;
     }
     handler_.EditCell(currentIndex(), event.text());
     return true;
+}
+
+void GridView::inputMethodEvent(QInputMethodEvent* event) {
+    if (currentIndex().isValid() && !event->commitString().isEmpty()) {
+        handler_.EditCell(currentIndex(), event->commitString());
+    }
+    event->accept();
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
@@ -159,7 +171,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     }
     if (bound_.Column(column).kind != CellKind::YesNo) {
         if (wasCurrent) {
-            handler_.EditCell(currentIndex(), {});
+            handler_.ClickCell(currentIndex());
         }
         return;
     }
@@ -182,6 +194,8 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
+    // Letters that are put together from several keys arrive by way of the input method.
+    setAttribute(Qt::WA_InputMethodEnabled, current.isValid() && bound_.CanEdit(current.column()));
     verticalHeader()->viewport()->update();
     // The frame of the cell is drawn by the cells themselves.
     viewport()->update();

@@ -16,6 +16,8 @@ public:
     virtual bool LeaveRow() = 0;
     // Opens the cell's editor. `typed` replaces the cell's text; null leaves it.
     virtual void EditCell(const QModelIndex& index, const QString& typed) = 0;
+    // The cell under the cursor was clicked once more.
+    virtual void ClickCell(const QModelIndex& index) = 0;
     virtual void OpenChoices(const QModelIndex& index) = 0;
     virtual void ToggleCell(const QModelIndex& index) = 0;
     // A cell was pressed, and the cursor is there.
@@ -43,6 +45,7 @@ public:
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent*) override {}

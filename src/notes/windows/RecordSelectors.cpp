@@ -81,9 +81,6 @@ void RecordSelectors::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || row < 0) {
         return;
     }
-    if (!event->modifiers().testFlag(Qt::ShiftModifier)) {
-        anchor_ = row;
-    }
     dragged_ = row;
     Q_EMIT Pressed(row, event->modifiers());
 }

@@ -18,9 +18,6 @@ public:
     RecordSelectors(const BoundModel& model, const RowSelection& selection, QWidget* parent);
 
     QSize sizeHint() const override;
-    // The row whose selector was pressed last without Shift, where a range begins.
-    int Anchor() const { return anchor_; }
-
 Q_SIGNALS:
     // A row's selector was pressed, or the pointer was dragged onto it (with Shift then).
     void Pressed(int row, Qt::KeyboardModifiers modifiers);
@@ -34,7 +31,6 @@ protected:
 private:
     const BoundModel& bound_;
     const RowSelection& selection_;
-    int anchor_ = 0;
     // The row that the pressed pointer is on; -1 while it is not pressed.
     int dragged_ = -1;
 };

@@ -2,21 +2,24 @@
 
 #include "notes/windows/frmNoteCategory.h"
 #include "notes/windows/frmNotes.h"
+#include "platform/UserName.h"
 
 namespace velmora {
 
-namespace {
-
-// The name by which the person signed on to this machine; empty where it does not tell.
-QString UserName() {
-    const QString name = qEnvironmentVariable("USER");
-    return name.isEmpty() ? qEnvironmentVariable("USERNAME") : name;
-}
-
-} // namespace
-
 void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner) {
-    frmNotes(context, reservation, UserName(), owner).ShowModal();
+    for (;;) {
+        frmNotes notes(context, reservation, UserName(), owner);
+        notes.ShowModal();
+        if (!notes.LackedCategories()) {
+            return;
+        }
+        // Where there are none, this is the way to the first.
+        frmNoteCategory categories(context, owner);
+        categories.ShowModal();
+        if (categories.IsEmpty()) {
+            return;
+        }
+    }
 }
 
 void OpenNoteCategories(const NotesContext& context, QWidget* owner) {

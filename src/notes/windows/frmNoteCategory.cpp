@@ -46,9 +46,15 @@ frmNoteCategory::frmNoteCategory(const NotesContext& context, QWidget* parent)
     Form_Load(QSize(560, 420));
 }
 
+bool frmNoteCategory::IsEmpty() const {
+    return Table1->Rows().Count() == 0;
+}
+
 bool frmNoteCategory::Form_Activate() {
     return Activate([this] {
-        if (!Table1->HasPendingEdit()) {
+        if (Table1->Rows().IsOpen() && !Table1->HasPendingEdit()) {
+            Table1->Requery();
+        } else if (!Table1->HasPendingEdit()) {
             Table1->Open(u"NoteCategory"_s);
         }
     });

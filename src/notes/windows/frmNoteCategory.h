@@ -12,6 +12,9 @@ class frmNoteCategory : public GridForm {
 public:
     explicit frmNoteCategory(const NotesContext& context, QWidget* parent = nullptr);
 
+    // No category is in its list.
+    bool IsEmpty() const;
+
 protected:
     bool Form_Activate() override;
     void Form_LostFocus() override;

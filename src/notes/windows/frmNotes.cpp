@@ -82,19 +82,24 @@ void frmNotes::LayOut() {
 bool frmNotes::Form_Activate() {
     QStringList categories;
     const bool read = Activate([&] {
-        if (!TDBGrid1->HasPendingEdit()) {
+        if (TDBGrid1->Rows().IsOpen() && !TDBGrid1->HasPendingEdit()) {
+            TDBGrid1->Requery();
+        } else if (!TDBGrid1->HasPendingEdit()) {
             TDBGrid1->Open(NotesOf(ReservationID));
         }
         categories = CategoryNames(Context().database);
     });
     TDBGrid1->SetChoices(categories);
-    if (read && categories.isEmpty()) {
+    // What is typed is not given up for it.
+    const bool refused = categories.isEmpty() && !TDBGrid1->HasPendingEdit();
+    if (read && refused) {
         RefuseWithoutCategories();
     }
-    return read && !categories.isEmpty();
+    return read && !refused;
 }
 
 void frmNotes::RefuseWithoutCategories() {
+    lackedCategories_ = true;
     Context().program.services().dialogs.ShowMessage(
         {Translate(u"There are no Note Categories Defined.  Define Note Categories before creating any Notes."_s),
          Context().program.Title(), Buttons::Ok, Icon::None});

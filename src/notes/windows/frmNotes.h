@@ -16,6 +16,9 @@ public:
 
     const qint32 ReservationID;
 
+    // It closed because no categories are defined, which the user was told.
+    bool LackedCategories() const { return lackedCategories_; }
+
 protected:
     bool Form_Activate() override;
     void Form_LostFocus() override;
@@ -30,6 +33,7 @@ private:
     void SelectStandardNotes(const QString& mode);
 
     NoteRules rules_;
+    bool lackedCategories_ = false;
     BoundGrid* TDBGrid1;
 };
 
