@@ -44,7 +44,10 @@ public:
 class MemoryDelivery : public print::Delivery {
 public:
     void SendMail(const QByteArray& text) override { last = text; }
-    void SaveFile(const QByteArray& text, print::ReportFileKind) override { last = text; }
+    bool SaveFile(const QByteArray& text, print::ReportFileKind) override {
+        last = text;
+        return true;
+    }
     QByteArray last;
 };
 

@@ -140,7 +140,10 @@ public:
         QApplication::processEvents();
     }
     void SendMail(const QByteArray&) override {}
-    void SaveFile(const QByteArray& bytes, print::ReportFileKind) override { size = bytes.size(); }
+    bool SaveFile(const QByteArray& bytes, print::ReportFileKind) override {
+        size = bytes.size();
+        return true;
+    }
 
     template <typename T>
     T& Child(const QString& name) {

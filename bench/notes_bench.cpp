@@ -24,7 +24,7 @@ constexpr int noteCount = 5000;
 
 class NoDelivery : public print::Delivery {
     void SendMail(const QByteArray&) override {}
-    void SaveFile(const QByteArray&, print::ReportFileKind) override {}
+    bool SaveFile(const QByteArray&, print::ReportFileKind) override { return true; }
 };
 
 double MillisecondsOf(const auto& work) {

@@ -24,8 +24,6 @@ struct ReservationDetails {
 class DetailReader {
 public:
     DetailReader(engine::Database& database, const DailyFilter& filter, DetailChoice choice);
-    DetailReader(const DetailReader&) = delete;
-    DetailReader& operator=(const DetailReader&) = delete;
 
     // The details of the current row; null when they were not read, or the row is left out. As LookAhead::Next.
     ReservationDetails* Next(engine::Recordset& rows);

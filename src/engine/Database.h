@@ -61,6 +61,8 @@ public:
     ~QueryDef();
     QueryDef(QueryDef&&) noexcept;
     QueryDef& operator=(QueryDef&&) noexcept;
+    QueryDef(const QueryDef&) = delete;
+    QueryDef& operator=(const QueryDef&) = delete;
 
     // Throws UnknownItem when the query has no parameter of that name.
     void SetParameter(QStringView name, const Value& value);

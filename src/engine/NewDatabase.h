@@ -19,6 +19,8 @@ public:
     ~Loader();
     Loader(Loader&&) noexcept;
     Loader& operator=(Loader&&) noexcept;
+    Loader(const Loader&) = delete;
+    Loader& operator=(const Loader&) = delete;
 
     // One row, its values in the order of the columns given to NewDatabase::Load; yes/no is stored as 0 or 1, a
     // date-time in storage form. Rows are stored fastest in the order of their key.

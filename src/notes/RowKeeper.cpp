@@ -135,6 +135,22 @@ bool RowKeeper::Store() {
     return true;
 }
 
+void RowKeeper::StoreUnasked() noexcept {
+    if (!rows_.PendingRow()) {
+        return;
+    }
+    try {
+        const bool mayWrite = !rules_.Refuse(rows_) && rules_.QuestionBeforeWriting(rows_).isEmpty();
+        if (mayWrite && rules_.Write(rows_) == Outcome::Done) {
+            return;
+        }
+        program_.services().log.Write(module_ + u": not stored when the program ended\n"_s + MyVersion());
+    } catch (const std::exception& failure) {
+        program_.services().log.Write(module_ + u": not stored when the program ended, "_s +
+                                      QString::fromUtf8(failure.what()) + u'\n' + MyVersion());
+    }
+}
+
 bool RowKeeper::SettleChange() {
     const Answer answer = Ask(Translate(u"Another desk changed this row while you were editing it.\n\n%1\n\n"
                                         "Yes stores yours, No keeps the other desk's, Cancel goes on editing."_s)

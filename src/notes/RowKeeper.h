@@ -18,6 +18,9 @@ public:
     // Sees to it that no row is pending: it was stored, or given up by the person's own answer. False when it is still
     // pending, which the person was told.
     bool Store();
+    // Stores the pending row if that needs no question; else gives it up, and the log keeps what was typed. For a
+    // program that must end, whatever its user is doing.
+    void StoreUnasked() noexcept;
     // The column of the pending row that the last Store found wanting; none when that was not the reason.
     std::optional<int> WantingColumn() const { return wanting_ ? std::optional(wanting_->column) : std::nullopt; }
     // What that column offers by now, where it is other than what was offered.

@@ -10,7 +10,7 @@ namespace velmora {
 // little. Several programs may write to it at once.
 class LogFile : public Log {
 public:
-    static constexpr qint64 defaultLimit = 512 * 1024;
+    static constexpr qint64 defaultLimit = 512LL * 1024;
 
     LogFile(QString path, const Clock& clock, qint64 limit = defaultLimit)
         : path_(std::move(path)), clock_(clock), limit_(limit) {}

@@ -86,6 +86,33 @@ TEST_F(NotesWindowsTest, ARowThatIsStillTypedIsStoredWhenAnotherWindowIsGoneTo) 
     EXPECT_EQ(Told().size(), 1U);
 }
 
+TEST_F(NotesWindowsTest, AWindowUnloadedWithTheProgramAsksNothingAndLosesNothing) {
+    const auto unload = [](frmNotes& window) {
+        window.setProperty("unloading", true);
+        window.close();
+        EXPECT_FALSE(window.isVisible());
+    };
+    Then<frmNotes>([&](frmNotes& window) {
+        GridHand(window).Type(u"Stools"_s);
+        unload(window);
+    });
+    OpenNotes();
+    EXPECT_EQ(site_.other->OpenRecordset(u"Select * from [Note] where Name = 'Stools'")->RecordCount(), 1);
+    // A row that lacks its category cannot be stored.
+    Then<frmNotes>([&](frmNotes& window) {
+        GridHand hand(window);
+        hand.Key(Qt::Key_End, Qt::ControlModifier);
+        hand.Click(hand.RowCount() - 1, hand.Column());
+        hand.Key(Qt::Key_Home);
+        hand.Click(hand.RowCount() - 1, 2);
+        hand.Type(u"Lamps"_s);
+        unload(window);
+    });
+    OpenNotes();
+    EXPECT_TRUE(Told().empty());
+    EXPECT_TRUE(test_.log.entries.join(u'\n').contains(u"Lamps"_s));
+}
+
 TEST_F(NotesWindowsTest, AWindowOfItsOwnDoesNotCloseItAndKeepsTheEdit) {
     Then<frmNotes>([&](frmNotes& window) {
         GridHand hand(window);

@@ -17,8 +17,8 @@ public:
         ++parser_.level_;
     }
     ~Level() { --parser_.level_; }
-    Level(Level&&) = delete;
-    Level& operator=(Level&&) = delete;
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
 
 private:
     Parser& parser_;

@@ -19,8 +19,8 @@ public:
         resolver_.declaredHere_ = std::move(outerDeclared_);
         resolver_.openQueries_.pop_back();
     }
-    StoredQueryText(StoredQueryText&&) = delete;
-    StoredQueryText& operator=(StoredQueryText&&) = delete;
+    StoredQueryText(const StoredQueryText&) = delete;
+    StoredQueryText& operator=(const StoredQueryText&) = delete;
 
 private:
     Resolver& resolver_;

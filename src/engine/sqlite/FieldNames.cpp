@@ -2,6 +2,8 @@
 
 #include "engine/EngineError.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;

@@ -13,6 +13,8 @@ public:
     ~FileHandle();
     FileHandle(FileHandle&& other) noexcept;
     FileHandle& operator=(FileHandle&& other) noexcept;
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
 
     explicit operator bool() const { return descriptor_ >= 0; }
     int Get() const { return descriptor_; }

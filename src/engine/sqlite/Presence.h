@@ -25,6 +25,8 @@ public:
     ~Presence();
     Presence(Presence&&) noexcept = default;
     Presence& operator=(Presence&& other) noexcept;
+    Presence(const Presence&) = delete;
+    Presence& operator=(const Presence&) = delete;
 
     // False for a presence that had to do without its lock.
     bool IsLocked() const { return static_cast<bool>(file_); }

@@ -71,6 +71,7 @@ PreparedText& RecordWriter::UpdateOf(std::size_t base, const std::vector<FieldCh
         known.erase(known.begin());
     }
     std::vector<int> fields;
+    fields.reserve(changes.size());
     for (const FieldChange& change : changes) {
         fields.push_back(change.field);
     }

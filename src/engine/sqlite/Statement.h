@@ -22,6 +22,8 @@ public:
     Statement(std::shared_ptr<PreparedText> text, sqlite3_stmt* handle) : text_(std::move(text)), handle_(handle) {}
     Statement(Statement&& other) noexcept;
     Statement& operator=(Statement&& other) noexcept;
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
     ~Statement();
 
     explicit operator bool() const { return handle_ != nullptr; }

@@ -209,7 +209,7 @@ std::vector<std::vector<FieldChange>> UpdatableRecordset::Changes() const {
                 continue;
             }
         }
-        changes[static_cast<std::size_t>(plan.compiled.columns[position].base)].push_back(std::move(change));
+        changes[static_cast<std::size_t>(plan.compiled.columns[position].base)].push_back(change);
     }
     return changes;
 }

@@ -292,6 +292,18 @@ bool BoundGrid::SetValue(const QModelIndex& index, const Value& value) {
     return taken;
 }
 
+void BoundGrid::StoreUnasked() noexcept {
+    try {
+        const QModelIndex cell = editing_->Index();
+        if (editing_->IsOpen() && !editing_->IsUntouched() && rows_.PendingRow().value_or(cell.row()) == cell.row()) {
+            rows_.Set(cell.row(), cell.column(), editing_->Read());
+        }
+    } catch (const std::exception& failure) {
+        program_.services().log.Write(setup_.module + u": "_s + QString::fromUtf8(failure.what()));
+    }
+    keeper_.StoreUnasked();
+}
+
 bool BoundGrid::UpdateRow() {
     if (busy_ || !CommitCell()) {
         return false;

@@ -46,6 +46,8 @@ public:
     // What the grid's Choice column offers.
     void SetChoices(QStringList choices) { editing_->SetChoices(std::move(choices)); }
 
+    // Takes what is being typed and stores the row if that needs no question; else the log keeps it.
+    void StoreUnasked() noexcept;
     // Takes what is being typed and writes the row. False when it must stay, which the user was told.
     bool UpdateRow();
     bool HasPendingEdit() const { return editing_->IsOpen() || rows_.PendingRow(); }

@@ -74,6 +74,12 @@ void GridForm::ShowModal() {
 }
 
 void GridForm::reject() {
+    // The program ends around the window; nobody is there to be asked.
+    if (property("unloading").toBool()) {
+        Grid().StoreUnasked();
+        QDialog::reject();
+        return;
+    }
     if (Grid().UpdateRow()) {
         QDialog::reject();
     }

@@ -25,7 +25,8 @@ public:
 
     // Shows the window in front of its owner until it is closed.
     void ShowModal();
-    // Stores what is pending before it closes; stays open when that fails.
+    // Stores what is pending before it closes; stays open when that fails. A window that is unloaded with the program
+    // (its property "unloading" is set) asks nothing and always closes.
     void reject() override;
 
 protected:

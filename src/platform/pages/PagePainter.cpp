@@ -20,9 +20,9 @@ constexpr double reach = 200;
 PagePainter::PagePainter(const Document& document) {
     fonts_.reserve(document.fonts.size());
     for (const FontSpec& spec : document.fonts) {
-        QFont font = PageFont::MakeFont(spec);
+        const QFont font = PageFont::MakeFont(spec);
         const double ascent = QFontMetricsF(font).ascent();
-        fonts_.push_back({std::move(font), ascent});
+        fonts_.push_back({font, ascent});
     }
 }
 

@@ -4,7 +4,7 @@
 
 namespace velmora::print {
 
-PageSurface::PageSurface(pages::Document& document, const PageGeometry& geometry, pages::FontSpec font)
+PageSurface::PageSurface(pages::Document& document, const PageGeometry& geometry, const pages::FontSpec& font)
     : document_(document), geometry_(geometry) {
     SetFont(font);
     StartPage();

@@ -27,7 +27,7 @@ struct PageGeometry {
 // The drawing state over the pages of one document: print position, font, pen and fill.
 class PageSurface {
 public:
-    PageSurface(pages::Document& document, const PageGeometry& geometry, pages::FontSpec font);
+    PageSurface(pages::Document& document, const PageGeometry& geometry, const pages::FontSpec& font);
 
     const PageGeometry& Geometry() const { return geometry_; }
     int Width() const { return geometry_.width; }
