@@ -113,6 +113,35 @@ TEST_F(DeskWindowTest, TabReachesEveryControlOfAPageInReadingOrder) {
     }
 }
 
+TEST_F(DeskWindowTest, ReturnPressesTheButtonWithTheFocusElseThePagesOwn) {
+    Choose(u"Daily"_s);
+    const std::pair<const char*, int> presses[] = {{"Command6", 1}, {"Command2", 8}, {"chkBrief", 0}};
+    for (const auto& [control, mode] : presses) {
+        auto& focused = Child(QString::fromLatin1(control));
+        focused.setFocus();
+        QTest::keyClick(&focused, Qt::Key_Return);
+        EXPECT_EQ(window_->State().ReportDayMode, mode) << control;
+    }
+    EXPECT_EQ(delivery_.delivered.size(), 3U);
+    // Also below the pages: a running report is stopped with the focus on its button.
+    Child(u"cmdClose"_s).setFocus();
+    fakes_.eventLoop.onEvents = [this] { QTest::keyClick(&Child(u"cmdClose"_s), Qt::Key_Enter); };
+    Click(u"Command5"_s);
+    EXPECT_TRUE(fakes_.dialogs.messages.empty());
+    EXPECT_LT(delivery_.delivered.at(3).size(), delivery_.delivered[2].size());
+}
+
+TEST_F(DeskWindowTest, TheFocusOfAPageStandsOnTheOptionChosen) {
+    Choose(u"Status"_s);
+    Child(u"optStatusType0"_s).setFocus();
+    Click(u"optStatusType0"_s);
+    Choose(u"Daily"_s);
+    Child(u"chkBrief"_s).setFocus();
+    // Comes with the locations chosen.
+    Choose(u"Status"_s);
+    EXPECT_TRUE(Child(u"optStatusType1"_s).hasFocus());
+}
+
 TEST_F(DeskWindowTest, NothingIsCutWithTextsLongerByTwoFifths) {
     auto& dictionary = fakes_.program.Part<TranslationDictionary>();
     const auto lengthen = [&](const QString& text) {

@@ -179,6 +179,20 @@ TEST_F(StatusPageTest, ALocationIsRenamedAndDeletedFromItsMenu) {
     EXPECT_EQ(Sql("SELECT count(*) FROM Asset WHERE AssetID = 300"), u"0"_s);
     EXPECT_EQ(Sql("SELECT count(*) FROM Reservation WHERE Asset = 300"), u"0"_s);
     EXPECT_FALSE(List().contains(u"B12 west"_s));
+    // A number below 1 puts no other asset into its place.
+    Sql("INSERT INTO Asset (AssetID, Name) VALUES (-3, 'Annex')");
+    FillAssetCollection(OpenedDatabase());
+    Click(u"optStatusType0"_s);
+    Click(u"optStatusType1"_s);
+    Pick(u"A12"_s);
+    const QByteArray number = Sql("SELECT AssetID FROM Asset WHERE Name = 'A12'").toUtf8();
+    fakes_.dialogs.texts = {u"A12 east"_s};
+    Child<QAction>(u"mnuRename"_s).trigger();
+    EXPECT_EQ(Sql("SELECT Name FROM Asset WHERE AssetID = " + number), u"A12 east"_s);
+    // One that another desk deleted meanwhile is told.
+    Sql("DELETE FROM Asset WHERE AssetID = (SELECT max(AssetID) FROM Asset)");
+    auto& list = Child<QListView>(u"lstStatus"_s);
+    list.setCurrentIndex(list.model()->index(0, 0));
     // Persons have no such menu.
     Click(u"optStatusType0"_s);
     Pick(u"Abel, Anna"_s);

@@ -21,6 +21,20 @@ namespace {
 constexpr qint16 locations = 1;
 constexpr int listWidth = 280;
 
+// The asset of that number, null when there is none. It stands at its number's place unless there are numbers below 1.
+AssetCollection::Item FindAsset(int number) {
+    const AssetCollection& assets = Assets();
+    if (auto asset = assets.At(number); asset != nullptr && asset->nAsset() == number) {
+        return asset;
+    }
+    for (int position = 1; position <= assets.Count(); ++position) {
+        if (auto asset = assets.At(position); asset->nAsset() == number) {
+            return asset;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 StatusPage::StatusPage(DeskHost& host)
@@ -189,21 +203,27 @@ void StatusPage::ChangeAsset(const QString& procedure, const std::function<bool(
     if (!entry || host_.State().StatusType != locations) {
         return;
     }
-    // Another desk may have made the asset after this one read its list.
-    AssetCollection::Item asset = Assets().At(entry->itemData);
-    if (asset == nullptr || asset->nAsset() != entry->itemData || asset->Name() != entry->text) {
+    AssetCollection::Item asset = FindAsset(entry->itemData);
+    if (asset == nullptr || asset->Name() != entry->text) {
+        // Another desk may have made the asset after this one read its list.
         FillAssetCollection(host_.Database());
-        asset = Assets().At(entry->itemData);
+        asset = FindAsset(entry->itemData);
     }
     bool changed = false;
     Steps steps(host_.TheProgram().services().errors, u"Internal Data"_s, procedure);
-    steps.Step(entry->text, [&] { changed = asset != nullptr && change(*asset); });
+    steps.Step(entry->text, [&] {
+        if (asset == nullptr) {
+            throw ProgramError(ErrorNumber::Unavailable,
+                               Translate(u"Record not found, possibly deleted by another user"_s));
+        }
+        changed = change(*asset);
+    });
     if (!changed) {
         return;
     }
     FillAssetCollection(host_.Database());
     FillList();
-    if (const auto still = Assets().At(entry->itemData)) {
+    if (const auto still = FindAsset(entry->itemData)) {
         lstStatus->setCurrentIndex(model_.index(model_.RowOf({still->Name(), entry->itemData})));
     }
 }

@@ -360,14 +360,22 @@ void frmScmain::Form_QueryUnload() {
     services().process.End(0);
 }
 
+QPushButton* frmScmain::ReturnButton() {
+    if (auto* focused = qobject_cast<QPushButton*>(focusWidget())) {
+        return focused;
+    }
+    const auto buttons = CurrentPage().findChildren<QPushButton*>();
+    const auto own = std::ranges::find_if(buttons, [](const QPushButton* button) {
+        return button->isDefault() && button->isVisible() && button->isEnabled();
+    });
+    return own == buttons.end() ? nullptr : *own;
+}
+
 void frmScmain::keyPressEvent(QKeyEvent* event) {
-    // Return presses the page's own button, wherever in the page the focus is.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        for (auto* button : CurrentPage().findChildren<QPushButton*>()) {
-            if (button->isDefault() && button->isVisible() && button->isEnabled()) {
-                button->click();
-                return;
-            }
+        if (QPushButton* button = ReturnButton()) {
+            button->click();
+            return;
         }
     }
     QWidget::keyPressEvent(event);

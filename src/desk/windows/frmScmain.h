@@ -77,6 +77,8 @@ private:
     QLayout* MakeFooter();
     DeskPage& CurrentPage();
     bool ShowsTasks() const;
+    // What the Return key presses: the button with the focus; elsewhere the page's own button, null for none.
+    QPushButton* ReturnButton();
     void StoreControls();
     void SetStartState();
     void ApplyPrinterSettings();
