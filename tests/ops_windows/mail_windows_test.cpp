@@ -248,6 +248,10 @@ TEST(ProgressWindowTest, ShowsMovesAndHides) {
     EXPECT_EQ(bar.value(), 70);
     window.ShowStatus(u"Two\r\nlines"_s, std::nullopt);
     EXPECT_TRUE(window.isVisible());
+    // A word longer than a line is not cut.
+    window.ShowStatus(u"Database /srv/"_s + QString(70, u'm') + u"/Velmora.MDB cannot be found."_s, std::nullopt);
+    EXPECT_GE(label.width(), std::min(label.fontMetrics().horizontalAdvance(QString(70, u'm')),
+                                      window.screen()->availableGeometry().width() / 2));
     window.ShowStatus({}, std::nullopt);
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(label.text().isEmpty());

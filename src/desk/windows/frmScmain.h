@@ -73,6 +73,9 @@ private:
     // The page of a tab, made when it is first asked for.
     DeskPage& Page(int index);
     DeskPage* NewPage(int index);
+    // Makes the window large enough for the page, as far as the screen is.
+    void GrowTo(const DeskPage& page);
+    void ShowPage(DeskPage& page);
     void AddTabKeys();
     QLayout* MakeFooter();
     DeskPage& CurrentPage();
