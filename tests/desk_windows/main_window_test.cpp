@@ -254,6 +254,11 @@ TEST_F(DeskWindowTest, TheStartUpWindowLoadsAndShowsTheMainWindow) {
             EXPECT_FALSE(intro.isVisible());
         });
     EXPECT_EQ(order, (QStringList{u"load"_s, u"show"_s}));
+    // A main window that could not be loaded is not shown.
+    fakes_.errors.answers = {Answer::Ignore};
+    EXPECT_THROW(intro.Form_Load([] { throw ProgramError(ErrorNumber::Unavailable, u"no list"_s); }, [] { FAIL(); }),
+                 ProgramEnd);
+    EXPECT_EQ(fakes_.errors.reports.at(0).place.module, u"Intro Form"_s);
     // A hold ends the program before anything is loaded.
     QFile hold(folder_.filePath(u"HOLD.TXT"_s));
     ASSERT_TRUE(hold.open(QIODevice::WriteOnly));

@@ -158,6 +158,20 @@ TEST_F(StatusPageTest, TypingFindsEntries) {
     EXPECT_GT(List().size(), 5);
 }
 
+TEST_F(StatusPageTest, TheFocusPassingThroughTheListPicksNothing) {
+    auto& list = Child<QListView>(u"lstStatus"_s);
+    Child(u"txtFind"_s).setFocus();
+    QTest::keyClick(&Child(u"txtFind"_s), Qt::Key_Tab);
+    ASSERT_TRUE(list.hasFocus());
+    EXPECT_TRUE(Summary().at(0).isEmpty());
+    EXPECT_FALSE(Child<QAction>(u"mnuDelete"_s).isEnabled());
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_EQ(Summary().at(0), u"Summary for "_s + List().at(0));
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_EQ(Summary().at(0), u"Summary for "_s + List().at(1));
+    EXPECT_TRUE(Child<QAction>(u"mnuDelete"_s).isEnabled());
+}
+
 TEST_F(StatusPageTest, ALocationIsRenamedAndDeletedFromItsMenu) {
     Pick(u"B12"_s);
     fakes_.dialogs.texts = {u"B12 west"_s};
@@ -190,9 +204,14 @@ TEST_F(StatusPageTest, ALocationIsRenamedAndDeletedFromItsMenu) {
     Child<QAction>(u"mnuRename"_s).trigger();
     EXPECT_EQ(Sql("SELECT Name FROM Asset WHERE AssetID = " + number), u"A12 east"_s);
     // One that another desk deleted meanwhile is told.
-    Sql("DELETE FROM Asset WHERE AssetID = (SELECT max(AssetID) FROM Asset)");
-    auto& list = Child<QListView>(u"lstStatus"_s);
-    list.setCurrentIndex(list.model()->index(0, 0));
+    Sql("INSERT INTO Asset (AssetID, Name) VALUES (32000, 'Tent')");
+    Click(u"optStatusType0"_s);
+    Click(u"optStatusType1"_s);
+    Pick(u"Tent"_s);
+    Sql("DELETE FROM Asset WHERE AssetID = 32000");
+    fakes_.errors.answers = {Answer::Ignore};
+    Child<QAction>(u"mnuRename"_s).trigger();
+    EXPECT_EQ(fakes_.errors.reports.at(0).error.Description(), u"Record not found, possibly deleted by another user"_s);
     // Persons have no such menu.
     Click(u"optStatusType0"_s);
     Pick(u"Abel, Anna"_s);

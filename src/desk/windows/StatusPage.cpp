@@ -54,7 +54,7 @@ StatusPage::StatusPage(DeskHost& host)
         }
     });
     connect(txtFind, &QLineEdit::textChanged, this, &StatusPage::txtFind_Change);
-    connect(lstStatus->selectionModel(), &QItemSelectionModel::currentChanged, this, &StatusPage::lstStatus_Click);
+    connect(lstStatus->selectionModel(), &QItemSelectionModel::selectionChanged, this, &StatusPage::lstStatus_Click);
 }
 
 QWidget* StatusPage::MakeListColumn() {
@@ -166,18 +166,19 @@ void StatusPage::txtFind_Change(const QString& text) {
 }
 
 std::optional<StatusEntry> StatusPage::PickedEntry() const {
-    const QModelIndex current = lstStatus->currentIndex();
-    return current.isValid() ? std::optional(model_.Entry(current.row())) : std::nullopt;
+    // The focus passing through the list picks nothing.
+    const QModelIndexList picked = lstStatus->selectionModel()->selectedIndexes();
+    return picked.isEmpty() ? std::nullopt : std::optional(model_.Entry(picked.front().row()));
 }
 
 void StatusPage::lstStatus_Click() {
     const auto entry = PickedEntry();
+    const bool location = entry && host_.State().StatusType == locations;
+    mnuRename->setEnabled(location);
+    mnuDelete->setEnabled(location);
     if (!entry) {
         return;
     }
-    const bool location = host_.State().StatusType == locations;
-    mnuRename->setEnabled(location);
-    mnuDelete->setEnabled(location);
     ShowSummary(StatusSummary(host_.TheProgram(), host_.State(), host_.Database(), *entry));
 }
 
