@@ -179,6 +179,14 @@ TEST_F(StatusPageTest, ALocationIsRenamedAndDeletedFromItsMenu) {
     EXPECT_EQ(Sql("SELECT Name FROM Asset WHERE AssetID = 300"), u"B12 west"_s);
     EXPECT_TRUE(List().contains(u"B12 west"_s));
     EXPECT_EQ(Summary().at(0), u"Summary for B12 west"_s);
+    // Also when the new name is not what was looked for.
+    Child<QLineEdit>(u"txtFind"_s).setText(u"west"_s);
+    Pick(u"B12 west"_s);
+    fakes_.dialogs.texts = {u"B12 south of the court"_s};
+    Child<QAction>(u"mnuRename"_s).trigger();
+    EXPECT_EQ(Summary().at(0), u"Summary for B12 south of the court"_s);
+    fakes_.dialogs.texts = {u"B12 west"_s};
+    Child<QAction>(u"mnuRename"_s).trigger();
     // The name of another asset is refused.
     fakes_.dialogs.texts = {u"Boardroom"_s};
     fakes_.dialogs.answers = {Answer::Ok};

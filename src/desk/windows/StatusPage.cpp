@@ -224,9 +224,23 @@ void StatusPage::ChangeAsset(const QString& procedure, const std::function<bool(
     }
     FillAssetCollection(host_.Database());
     FillList();
-    if (const auto still = FindAsset(entry->itemData)) {
-        lstStatus->setCurrentIndex(model_.index(model_.RowOf({still->Name(), entry->itemData})));
+    if (FindAsset(entry->itemData) == nullptr) {
+        return;
     }
+    if (RowOfAsset(entry->itemData) < 0) {
+        // The new name is not what was looked for.
+        txtFind->clear();
+    }
+    lstStatus->setCurrentIndex(model_.index(RowOfAsset(entry->itemData)));
+}
+
+int StatusPage::RowOfAsset(int number) const {
+    for (int row = 0; row < model_.rowCount(); ++row) {
+        if (model_.Entry(row).itemData == number) {
+            return row;
+        }
+    }
+    return -1;
 }
 
 } // namespace velmora
