@@ -113,6 +113,58 @@ TEST_F(DeskWindowTest, TabReachesEveryControlOfAPageInReadingOrder) {
     }
 }
 
+TEST_F(DeskWindowTest, ReturnPressesTheButtonWithTheFocusElseThePagesOwn) {
+    Choose(u"Daily"_s);
+    const std::pair<const char*, int> presses[] = {{"Command6", 1}, {"Command2", 8}, {"chkBrief", 0}};
+    for (const auto& [control, mode] : presses) {
+        auto& focused = Child(QString::fromLatin1(control));
+        focused.setFocus();
+        QTest::keyClick(&focused, Qt::Key_Return);
+        EXPECT_EQ(window_->State().ReportDayMode, mode) << control;
+    }
+    EXPECT_EQ(delivery_.delivered.size(), 3U);
+    // Also below the pages: a running report is stopped with the focus on its button.
+    Child(u"cmdClose"_s).setFocus();
+    fakes_.eventLoop.onEvents = [this] { QTest::keyClick(&Child(u"cmdClose"_s), Qt::Key_Enter); };
+    Click(u"Command5"_s);
+    EXPECT_TRUE(fakes_.dialogs.messages.empty());
+    EXPECT_LT(delivery_.delivered.at(3).size(), delivery_.delivered[2].size());
+}
+
+TEST_F(DeskWindowTest, TheFocusOfAPageStandsOnTheOptionChosen) {
+    Choose(u"Status"_s);
+    Child(u"optStatusType0"_s).setFocus();
+    Click(u"optStatusType0"_s);
+    Choose(u"Daily"_s);
+    Child(u"chkBrief"_s).setFocus();
+    // Comes with the locations chosen.
+    Choose(u"Status"_s);
+    EXPECT_TRUE(Child(u"optStatusType1"_s).hasFocus());
+}
+
+TEST_F(DeskWindowTest, APageScrollsOnASmallScreenAndTheButtonBelowItStays) {
+    // A screen of 1080 lines at twice the size, less the window's frame and the desktop's own bar.
+    constexpr QSize room(940, 480);
+    window_->showNormal();
+    window_->resize(room);
+    QApplication::processEvents();
+    ASSERT_EQ(window_->size(), room);
+    for (int page = 0; page < 7; ++page) {
+        Child<QTabBar>(u"TabStrip1"_s).setCurrentIndex(page);
+        QApplication::processEvents();
+        EXPECT_TRUE(Child(u"cmdClose"_s).visibleRegion().contains(Child(u"cmdClose"_s).rect())) << page;
+    }
+    // The keyboard brings what it reaches into sight.
+    EXPECT_TRUE(Child(u"cmdOptions"_s).visibleRegion().contains(Child(u"cmdOptions"_s).rect()));
+    Choose(u"Daily"_s);
+    auto& directory = Child(u"Command4"_s);
+    EXPECT_TRUE(directory.visibleRegion().isEmpty());
+    Child(u"Command1"_s).setFocus();
+    QTest::keyClick(&Child(u"Command1"_s), Qt::Key_Tab);
+    EXPECT_TRUE(directory.hasFocus());
+    EXPECT_FALSE(directory.visibleRegion().isEmpty());
+}
+
 TEST_F(DeskWindowTest, NothingIsCutWithTextsLongerByTwoFifths) {
     auto& dictionary = fakes_.program.Part<TranslationDictionary>();
     const auto lengthen = [&](const QString& text) {
@@ -132,11 +184,11 @@ TEST_F(DeskWindowTest, NothingIsCutWithTextsLongerByTwoFifths) {
     OpenDesk();
     window_->showNormal();
     window_->resize(1280, 760);
-    EXPECT_LE(window_->minimumSizeHint().width(), 1280);
-    EXPECT_LE(window_->minimumSizeHint().height(), 760);
     for (int page = 0; page < 7; ++page) {
         Child<QTabBar>(u"TabStrip1"_s).setCurrentIndex(page);
         QApplication::processEvents();
+        const QWidget& shown = Child(u"Page"_s + QString::number(page));
+        EXPECT_EQ(shown.size(), shown.parentWidget()->size()) << "page " << page << " scrolls";
         for (auto* button : Child(u"Page"_s + QString::number(page)).findChildren<QAbstractButton*>()) {
             if (button->isVisible() && !button->text().isEmpty() &&
                 qobject_cast<QLineEdit*>(button->parentWidget()) == nullptr) {

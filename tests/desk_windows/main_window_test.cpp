@@ -254,6 +254,11 @@ TEST_F(DeskWindowTest, TheStartUpWindowLoadsAndShowsTheMainWindow) {
             EXPECT_FALSE(intro.isVisible());
         });
     EXPECT_EQ(order, (QStringList{u"load"_s, u"show"_s}));
+    // A main window that could not be loaded is not shown.
+    fakes_.errors.answers = {Answer::Ignore};
+    EXPECT_THROW(intro.Form_Load([] { throw ProgramError(ErrorNumber::Unavailable, u"no list"_s); }, [] { FAIL(); }),
+                 ProgramEnd);
+    EXPECT_EQ(fakes_.errors.reports.at(0).place.module, u"Intro Form"_s);
     // A hold ends the program before anything is loaded.
     QFile hold(folder_.filePath(u"HOLD.TXT"_s));
     ASSERT_TRUE(hold.open(QIODevice::WriteOnly));
@@ -273,6 +278,28 @@ TEST_F(DeskWindowTest, F1OpensTheHelpAtThePageInUse) {
     ASSERT_NE(help, nullptr);
     auto* topics = help->findChild<QListWidget*>();
     EXPECT_EQ(topics->currentItem()->text(), u"Quick Status"_s);
+    // The topic is at the top, also after the desktop gave the window another size.
+    auto* text = help->findChild<QTextBrowser*>();
+    const auto top = [text] {
+        QTextCursor cursor = text->cursorForPosition(QPoint(8, 8));
+        cursor.select(QTextCursor::BlockUnderCursor);
+        return cursor.selectedText().trimmed();
+    };
+    EXPECT_EQ(top(), u"Quick Status"_s);
+    help->resize(620, 420);
+    QApplication::processEvents();
+    EXPECT_EQ(top(), u"Quick Status"_s);
+    // What is not found is told, and the reader stays in place.
+    auto& find = *help->findChild<QLineEdit*>(u"txtFind"_s);
+    QTest::keyClicks(&find, u"zzzz"_s);
+    QTest::keyClick(&find, Qt::Key_Return);
+    EXPECT_EQ(help->findChild<QLabel*>(u"lblFound"_s)->text(), u"\"zzzz\" is not in the help."_s);
+    QApplication::processEvents();
+    EXPECT_EQ(top(), u"Quick Status"_s);
+    find.setText(u"semicolons"_s);
+    QTest::keyClick(&find, Qt::Key_Return);
+    EXPECT_FALSE(help->findChild<QLabel*>(u"lblFound"_s)->isVisible());
+    EXPECT_EQ(text->textCursor().selectedText(), u"semicolons"_s);
     // Every page has its topic.
     QStringList keys;
     for (int i = 0; i < topics->count(); ++i) {

@@ -158,6 +158,20 @@ TEST_F(StatusPageTest, TypingFindsEntries) {
     EXPECT_GT(List().size(), 5);
 }
 
+TEST_F(StatusPageTest, TheFocusPassingThroughTheListPicksNothing) {
+    auto& list = Child<QListView>(u"lstStatus"_s);
+    Child(u"txtFind"_s).setFocus();
+    QTest::keyClick(&Child(u"txtFind"_s), Qt::Key_Tab);
+    ASSERT_TRUE(list.hasFocus());
+    EXPECT_TRUE(Summary().at(0).isEmpty());
+    EXPECT_FALSE(Child<QAction>(u"mnuDelete"_s).isEnabled());
+    QTest::keyClick(&list, Qt::Key_Space);
+    EXPECT_EQ(Summary().at(0), u"Summary for "_s + List().at(0));
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_EQ(Summary().at(0), u"Summary for "_s + List().at(1));
+    EXPECT_TRUE(Child<QAction>(u"mnuDelete"_s).isEnabled());
+}
+
 TEST_F(StatusPageTest, ALocationIsRenamedAndDeletedFromItsMenu) {
     Pick(u"B12"_s);
     fakes_.dialogs.texts = {u"B12 west"_s};
@@ -165,6 +179,14 @@ TEST_F(StatusPageTest, ALocationIsRenamedAndDeletedFromItsMenu) {
     EXPECT_EQ(Sql("SELECT Name FROM Asset WHERE AssetID = 300"), u"B12 west"_s);
     EXPECT_TRUE(List().contains(u"B12 west"_s));
     EXPECT_EQ(Summary().at(0), u"Summary for B12 west"_s);
+    // Also when the new name is not what was looked for.
+    Child<QLineEdit>(u"txtFind"_s).setText(u"west"_s);
+    Pick(u"B12 west"_s);
+    fakes_.dialogs.texts = {u"B12 south of the court"_s};
+    Child<QAction>(u"mnuRename"_s).trigger();
+    EXPECT_EQ(Summary().at(0), u"Summary for B12 south of the court"_s);
+    fakes_.dialogs.texts = {u"B12 west"_s};
+    Child<QAction>(u"mnuRename"_s).trigger();
     // The name of another asset is refused.
     fakes_.dialogs.texts = {u"Boardroom"_s};
     fakes_.dialogs.answers = {Answer::Ok};
@@ -179,6 +201,25 @@ TEST_F(StatusPageTest, ALocationIsRenamedAndDeletedFromItsMenu) {
     EXPECT_EQ(Sql("SELECT count(*) FROM Asset WHERE AssetID = 300"), u"0"_s);
     EXPECT_EQ(Sql("SELECT count(*) FROM Reservation WHERE Asset = 300"), u"0"_s);
     EXPECT_FALSE(List().contains(u"B12 west"_s));
+    // A number below 1 puts no other asset into its place.
+    Sql("INSERT INTO Asset (AssetID, Name) VALUES (-3, 'Annex')");
+    FillAssetCollection(OpenedDatabase());
+    Click(u"optStatusType0"_s);
+    Click(u"optStatusType1"_s);
+    Pick(u"A12"_s);
+    const QByteArray number = Sql("SELECT AssetID FROM Asset WHERE Name = 'A12'").toUtf8();
+    fakes_.dialogs.texts = {u"A12 east"_s};
+    Child<QAction>(u"mnuRename"_s).trigger();
+    EXPECT_EQ(Sql("SELECT Name FROM Asset WHERE AssetID = " + number), u"A12 east"_s);
+    // One that another desk deleted meanwhile is told.
+    Sql("INSERT INTO Asset (AssetID, Name) VALUES (32000, 'Tent')");
+    Click(u"optStatusType0"_s);
+    Click(u"optStatusType1"_s);
+    Pick(u"Tent"_s);
+    Sql("DELETE FROM Asset WHERE AssetID = 32000");
+    fakes_.errors.answers = {Answer::Ignore};
+    Child<QAction>(u"mnuRename"_s).trigger();
+    EXPECT_EQ(fakes_.errors.reports.at(0).error.Description(), u"Record not found, possibly deleted by another user"_s);
     // Persons have no such menu.
     Click(u"optStatusType0"_s);
     Pick(u"Abel, Anna"_s);

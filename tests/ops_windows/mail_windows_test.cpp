@@ -98,11 +98,14 @@ TEST_F(MailWindowsTest, ARefusalIsToldAndTheTextStays) {
     test_.dialogs.saveAnswers = {SaveFileAnswer{folder_.path(), u"kept"_s}};
     Then<frmCompose>([](frmCompose& window) {
         Child<QLineEdit>(window, u"txtTo"_s).setText(u"ann@example.org"_s);
-        Click(window, u"cmdSend"_s);
+        Child<QLineEdit>(window, u"txtTo"_s).setFocus();
+        Child<QPushButton>(window, u"cmdSend"_s).click();
         EXPECT_TRUE(window.isVisible());
         EXPECT_TRUE(Child<QLabel>(window, u"lblState"_s).text().contains(u"550 5.1.1 nobody of that name"_s));
         EXPECT_TRUE(Child<QPushButton>(window, u"cmdSend"_s).isEnabled());
         EXPECT_EQ(Child<QPlainTextEdit>(window, u"txtText"_s).toPlainText(), u"the list"_s);
+        // Space does not cancel the message.
+        EXPECT_EQ(window.focusWidget(), &Child<QLineEdit>(window, u"txtTo"_s));
         Click(window, u"cmdSave"_s);
         Click(window, u"cmdCancel"_s);
     });
@@ -245,6 +248,10 @@ TEST(ProgressWindowTest, ShowsMovesAndHides) {
     EXPECT_EQ(bar.value(), 70);
     window.ShowStatus(u"Two\r\nlines"_s, std::nullopt);
     EXPECT_TRUE(window.isVisible());
+    // A word longer than a line is not cut.
+    window.ShowStatus(u"Database /srv/"_s + QString(70, u'm') + u"/Velmora.MDB cannot be found."_s, std::nullopt);
+    EXPECT_GE(label.width(), std::min(label.fontMetrics().horizontalAdvance(QString(70, u'm')),
+                                      window.screen()->availableGeometry().width() / 2));
     window.ShowStatus({}, std::nullopt);
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(label.text().isEmpty());

@@ -93,6 +93,9 @@ TEST_F(PlatformTest, UserSettingsTellAbsentFromEmpty) {
     EXPECT_EQ(NativeUserSettings().Read(u"Velmora"_s, u"Print Options"_s, u"Leader Style"_s), QString());
     settings.Write(u"Velmora"_s, u"Files"_s, u"Database"_s, u"\\\\srv\\a;b, c"_s);
     EXPECT_EQ(NativeUserSettings().Read(u"Velmora"_s, u"Files"_s, u"Database"_s), u"\\\\srv\\a;b, c"_s);
+    // Mail passwords are among them.
+    const auto others = QFile::permissions(Path(u"Velmora/Velmora.conf"_s)) & (QFile::ReadGroup | QFile::ReadOther);
+    EXPECT_EQ(others, QFile::Permissions());
 }
 
 } // namespace

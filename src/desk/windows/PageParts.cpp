@@ -70,7 +70,13 @@ void OptionGroup::FixTabStops(const QButtonGroup& group) {
 
 void OptionGroup::Choose(int index) {
     if (QAbstractButton* button = group_->button(index)) {
+        const auto buttons = group_->buttons();
+        const bool focused = std::ranges::any_of(buttons, &QAbstractButton::hasFocus);
         button->setChecked(true);
+        if (focused) {
+            // Space would press an option that is not chosen.
+            button->setFocus();
+        }
         FixTabStops(*group_);
         return;
     }

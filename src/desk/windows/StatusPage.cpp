@@ -21,6 +21,20 @@ namespace {
 constexpr qint16 locations = 1;
 constexpr int listWidth = 280;
 
+// The asset of that number, null when there is none. It stands at its number's place unless there are numbers below 1.
+AssetCollection::Item FindAsset(int number) {
+    const AssetCollection& assets = Assets();
+    if (auto asset = assets.At(number); asset != nullptr && asset->nAsset() == number) {
+        return asset;
+    }
+    for (int position = 1; position <= assets.Count(); ++position) {
+        if (auto asset = assets.At(position); asset->nAsset() == number) {
+            return asset;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 StatusPage::StatusPage(DeskHost& host)
@@ -40,7 +54,7 @@ StatusPage::StatusPage(DeskHost& host)
         }
     });
     connect(txtFind, &QLineEdit::textChanged, this, &StatusPage::txtFind_Change);
-    connect(lstStatus->selectionModel(), &QItemSelectionModel::currentChanged, this, &StatusPage::lstStatus_Click);
+    connect(lstStatus->selectionModel(), &QItemSelectionModel::selectionChanged, this, &StatusPage::lstStatus_Click);
 }
 
 QWidget* StatusPage::MakeListColumn() {
@@ -152,18 +166,19 @@ void StatusPage::txtFind_Change(const QString& text) {
 }
 
 std::optional<StatusEntry> StatusPage::PickedEntry() const {
-    const QModelIndex current = lstStatus->currentIndex();
-    return current.isValid() ? std::optional(model_.Entry(current.row())) : std::nullopt;
+    // The focus passing through the list picks nothing.
+    const QModelIndexList picked = lstStatus->selectionModel()->selectedIndexes();
+    return picked.isEmpty() ? std::nullopt : std::optional(model_.Entry(picked.front().row()));
 }
 
 void StatusPage::lstStatus_Click() {
     const auto entry = PickedEntry();
+    const bool location = entry && host_.State().StatusType == locations;
+    mnuRename->setEnabled(location);
+    mnuDelete->setEnabled(location);
     if (!entry) {
         return;
     }
-    const bool location = host_.State().StatusType == locations;
-    mnuRename->setEnabled(location);
-    mnuDelete->setEnabled(location);
     ShowSummary(StatusSummary(host_.TheProgram(), host_.State(), host_.Database(), *entry));
 }
 
@@ -189,23 +204,43 @@ void StatusPage::ChangeAsset(const QString& procedure, const std::function<bool(
     if (!entry || host_.State().StatusType != locations) {
         return;
     }
-    // Another desk may have made the asset after this one read its list.
-    AssetCollection::Item asset = Assets().At(entry->itemData);
-    if (asset == nullptr || asset->nAsset() != entry->itemData || asset->Name() != entry->text) {
+    AssetCollection::Item asset = FindAsset(entry->itemData);
+    if (asset == nullptr || asset->Name() != entry->text) {
+        // Another desk may have made the asset after this one read its list.
         FillAssetCollection(host_.Database());
-        asset = Assets().At(entry->itemData);
+        asset = FindAsset(entry->itemData);
     }
     bool changed = false;
     Steps steps(host_.TheProgram().services().errors, u"Internal Data"_s, procedure);
-    steps.Step(entry->text, [&] { changed = asset != nullptr && change(*asset); });
+    steps.Step(entry->text, [&] {
+        if (asset == nullptr) {
+            throw ProgramError(ErrorNumber::Unavailable,
+                               Translate(u"Record not found, possibly deleted by another user"_s));
+        }
+        changed = change(*asset);
+    });
     if (!changed) {
         return;
     }
     FillAssetCollection(host_.Database());
     FillList();
-    if (const auto still = Assets().At(entry->itemData)) {
-        lstStatus->setCurrentIndex(model_.index(model_.RowOf({still->Name(), entry->itemData})));
+    if (FindAsset(entry->itemData) == nullptr) {
+        return;
     }
+    if (RowOfAsset(entry->itemData) < 0) {
+        // The new name is not what was looked for.
+        txtFind->clear();
+    }
+    lstStatus->setCurrentIndex(model_.index(RowOfAsset(entry->itemData)));
+}
+
+int StatusPage::RowOfAsset(int number) const {
+    for (int row = 0; row < model_.rowCount(); ++row) {
+        if (model_.Entry(row).itemData == number) {
+            return row;
+        }
+    }
+    return -1;
 }
 
 } // namespace velmora

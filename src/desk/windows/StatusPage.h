@@ -42,6 +42,8 @@ private:
     void ShowSummary(const QStringList& lines);
     void mnuRename_Click();
     void mnuDelete_Click();
+    // The row of a location in the list, -1 while it is not there.
+    int RowOfAsset(int number) const;
     // Runs on the picked location; fills the list anew when it says that it changed the location.
     void ChangeAsset(const QString& procedure, const std::function<bool(AssetInfo&)>& change);
 

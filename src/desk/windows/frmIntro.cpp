@@ -5,6 +5,7 @@
 #include "base/windows/Look.h"
 #include "data/Configuration.h"
 #include "data/NativePath.h"
+#include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 
 #include <QApplication>
@@ -58,7 +59,11 @@ void frmIntro::Form_Load(const std::function<void()>& loadMain, const std::funct
     adjustSize();
     CenterForm(*this);
     ShowNow();
-    steps.Step({}, loadMain);
+    if (!steps.Step({}, loadMain)) {
+        // There is nothing to show: the main window has neither its pages nor a database.
+        ExitProgram();
+        program_.services().process.End(1);
+    }
     hide();
     showMain();
     program_.services().eventLoop.SetPointer(Pointer::Default);

@@ -28,6 +28,8 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -61,6 +63,16 @@ QLineEdit* NewNumber(const QString& name, const QString& accessibleName) {
     box->setReadOnly(true);
     box->setFixedWidth(box->fontMetrics().horizontalAdvance(u"00000000000"_s) + spacing::large);
     return box;
+}
+
+// On a screen smaller than the page the page scrolls, and what is below the pages stays in sight.
+QWidget* NewView(DeskPage* page) {
+    auto* view = new QScrollArea;
+    view->setWidgetResizable(true);
+    view->setFrameShape(QFrame::NoFrame);
+    view->setFocusPolicy(Qt::NoFocus);
+    view->setWidget(page);
+    return view;
 }
 
 } // namespace
@@ -122,13 +134,28 @@ DeskPage& frmScmain::Page(int index) {
         page->setObjectName(u"Page"_s + QString::number(index));
         TranslateForm(*page);
         page->Load(state_);
-        stack_->addWidget(page);
+        stack_->addWidget(NewView(page));
         // What is below the pages comes behind all of them.
         setTabOrder(previousInFocusChain(), lblAsset);
         setTabOrder(lblAsset, lblID);
         setTabOrder(lblID, cmdClose);
+        GrowTo(*page);
     }
     return *page;
+}
+
+void frmScmain::GrowTo(const DeskPage& page) {
+    if (isMaximized() || isFullScreen()) {
+        return;
+    }
+    const QMargins margins = layout()->contentsMargins();
+    const int around = layout()->totalMinimumSize().height() - stack_->minimumSizeHint().height();
+    const QSize whole = page.minimumSizeHint() + QSize(margins.left() + margins.right(), around);
+    resize(size().expandedTo(whole.boundedTo(screen()->availableSize())));
+}
+
+void frmScmain::ShowPage(DeskPage& page) {
+    stack_->setCurrentWidget(page.parentWidget()->parentWidget());
 }
 
 void frmScmain::AddTabKeys() {
@@ -181,7 +208,7 @@ DeskPage& frmScmain::CurrentPage() {
 }
 
 bool frmScmain::ShowsTasks() const {
-    return tasks_ != nullptr && stack_->currentWidget() == tasks_;
+    return tasks_ != nullptr && tasks_->isVisibleTo(stack_);
 }
 
 QStringList frmScmain::PageKeys() {
@@ -208,7 +235,7 @@ void frmScmain::Form_Load() {
     OpenSharedDatabase();
     LoadLookupLists(OpenedDatabase());
     constexpr QSize designed(960, 640);
-    resize(designed.expandedTo(sizeHint()));
+    resize(size().expandedTo(designed.boundedTo(screen()->availableSize())));
     CenterForm(*this);
     Timer1->start(holdInterval);
 }
@@ -224,7 +251,7 @@ void frmScmain::SetStartState() {
     state_.dtcUsage = today;
     state_.optOrientation = services().printers.CurrentOrientation();
     state_.PrinterControl1 = PrinterControlBox::Stored(services().userSettings);
-    stack_->setCurrentWidget(&CurrentPage());
+    ShowPage(CurrentPage());
     daily_->ShowDays(today);
     // Notes that are printed before any report go where reports go.
     parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
@@ -345,14 +372,22 @@ void frmScmain::Form_QueryUnload() {
     services().process.End(0);
 }
 
+QPushButton* frmScmain::ReturnButton() {
+    if (auto* focused = qobject_cast<QPushButton*>(focusWidget())) {
+        return focused;
+    }
+    const auto buttons = CurrentPage().findChildren<QPushButton*>();
+    const auto own = std::ranges::find_if(buttons, [](const QPushButton* button) {
+        return button->isDefault() && button->isVisible() && button->isEnabled();
+    });
+    return own == buttons.end() ? nullptr : *own;
+}
+
 void frmScmain::keyPressEvent(QKeyEvent* event) {
-    // Return presses the page's own button, wherever in the page the focus is.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        for (auto* button : CurrentPage().findChildren<QPushButton*>()) {
-            if (button->isDefault() && button->isVisible() && button->isEnabled()) {
-                button->click();
-                return;
-            }
+        if (QPushButton* button = ReturnButton()) {
+            button->click();
+            return;
         }
     }
     QWidget::keyPressEvent(event);
@@ -372,7 +407,7 @@ void frmScmain::TabStrip1_Click() {
 }
 
 void frmScmain::ShowTab() {
-    stack_->setCurrentWidget(&CurrentPage());
+    ShowPage(CurrentPage());
     numbers_->setVisible(ShowsTasks() && !lblID->text().isEmpty() && !state_.ReportRunning);
     CurrentPage().Chosen();
 }

@@ -73,10 +73,15 @@ private:
     // The page of a tab, made when it is first asked for.
     DeskPage& Page(int index);
     DeskPage* NewPage(int index);
+    // Makes the window large enough for the page, as far as the screen is.
+    void GrowTo(const DeskPage& page);
+    void ShowPage(DeskPage& page);
     void AddTabKeys();
     QLayout* MakeFooter();
     DeskPage& CurrentPage();
     bool ShowsTasks() const;
+    // What the Return key presses: the button with the focus; elsewhere the page's own button, null for none.
+    QPushButton* ReturnButton();
     void StoreControls();
     void SetStartState();
     void ApplyPrinterSettings();

@@ -35,6 +35,7 @@ frmCompose::frmCompose(const Services& services, const MailDraft& draft, const Q
     txtText->setTabStopDistance(fontMetrics().averageCharWidth() * 16);
     lblState->setObjectName(u"lblState"_s);
     lblState->setWordWrap(true);
+    lblState->setTextFormat(Qt::PlainText);
     lblState->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblState->hide();
 
@@ -102,12 +103,19 @@ void frmCompose::Tell(const QString& text, bool warning) {
 void frmCompose::ShowSending(bool sending) {
     sending_ = sending;
     stopRequested_ = false;
+    if (sending) {
+        focusBefore_ = focusWidget();
+    }
     for (QWidget* each :
          {static_cast<QWidget*>(txtTo), static_cast<QWidget*>(txtSubject), static_cast<QWidget*>(txtText),
           static_cast<QWidget*>(cmdSend), static_cast<QWidget*>(cmdSave)}) {
         each->setEnabled(!sending);
     }
     cmdCancel->setText(Translate(sending ? u"Stop Sending"_s : u"Cancel"_s));
+    if (!sending && focusBefore_ != nullptr) {
+        // Not on the button that drops the message.
+        focusBefore_->setFocus();
+    }
 }
 
 void frmCompose::cmdSend_Click() {

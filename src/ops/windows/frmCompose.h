@@ -36,6 +36,8 @@ private:
     MailWindows::SendDraft send_;
     bool sending_ = false;
     bool stopRequested_ = false;
+    // What had the focus before the message was on its way.
+    QWidget* focusBefore_ = nullptr;
 
     QLineEdit* txtTo;
     QLineEdit* txtSubject;

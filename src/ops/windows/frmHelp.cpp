@@ -1,5 +1,6 @@
 #include "ops/windows/frmHelp.h"
 
+#include "base/Translate.h"
 #include "base/windows/CenterForm.h"
 #include "base/windows/Glyph.h"
 #include "base/windows/Look.h"
@@ -19,7 +20,8 @@ namespace velmora {
 using namespace Qt::StringLiterals;
 
 frmHelp::frmHelp(const QString& html, QWidget* parent)
-    : QWidget(parent, Qt::Window), lstTopics(new QListWidget), txtFind(new QLineEdit), txtHelp(new QTextBrowser) {
+    : QWidget(parent, Qt::Window), lstTopics(new QListWidget), txtFind(new QLineEdit), txtHelp(new QTextBrowser),
+      lblFound(new QLabel) {
     setObjectName(u"frmHelp"_s);
     setWindowTitle(u"Service Administration Help"_s);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -34,6 +36,10 @@ frmHelp::frmHelp(const QString& html, QWidget* parent)
     txtHelp->document()->setDefaultStyleSheet(u"h1, h2 { font-weight: bold } h2 { margin-top: 24px } "
                                               "td, th { padding: 2px 12px 2px 0; text-align: left }"_s);
     txtHelp->setHtml(html);
+    lblFound->setObjectName(u"lblFound"_s);
+    lblFound->setTextFormat(Qt::PlainText);
+    lblFound->setWordWrap(true);
+    lblFound->hide();
     auto* find = new QLabel(u"&Find"_s);
     find->setBuddy(txtFind);
     auto* grid = new QGridLayout(this);
@@ -41,8 +47,10 @@ frmHelp::frmHelp(const QString& html, QWidget* parent)
     grid->setSpacing(spacing::normal);
     grid->addWidget(find, 0, 0);
     grid->addWidget(txtFind, 0, 1);
-    grid->addWidget(lstTopics, 1, 0, 1, 2);
-    grid->addWidget(txtHelp, 0, 2, 2, 1);
+    grid->addWidget(lblFound, 1, 0, 1, 2);
+    grid->addWidget(lstTopics, 2, 0, 1, 2);
+    grid->addWidget(txtHelp, 0, 2, 3, 1);
+    grid->setRowStretch(2, 1);
     grid->setColumnStretch(2, 1);
     ListTopics(html);
     constexpr int listWidth = 220;
@@ -52,6 +60,8 @@ frmHelp::frmHelp(const QString& html, QWidget* parent)
     resize(designed);
     CenterForm(*this);
     connect(lstTopics, &QListWidget::currentItemChanged, this, &frmHelp::lstTopics_Click);
+    connect(txtHelp->verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { atTopic_ = false; });
+    connect(txtFind, &QLineEdit::textEdited, lblFound, &QWidget::hide);
     connect(txtFind, &QLineEdit::returnPressed, this, &frmHelp::txtFind_Return);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txtFind, qOverload<>(&QWidget::setFocus));
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this, &QWidget::close);
@@ -83,15 +93,39 @@ void frmHelp::ShowTopic(const QString& key) {
 void frmHelp::lstTopics_Click() {
     if (const QListWidgetItem* item = lstTopics->currentItem()) {
         txtHelp->scrollToAnchor(item->data(Qt::UserRole).toString());
+        atTopic_ = true;
+    }
+}
+
+void frmHelp::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // The text breaks into other lines now; a desktop may change the size after the window is shown.
+    if (atTopic_) {
+        lstTopics_Click();
     }
 }
 
 void frmHelp::txtFind_Return() {
-    if (!txtHelp->find(txtFind->text())) {
+    const QString text = txtFind->text();
+    if (text.isEmpty()) {
+        return;
+    }
+    const QTextCursor before = txtHelp->textCursor();
+    const int place = txtHelp->verticalScrollBar()->value();
+    bool found = txtHelp->find(text);
+    if (!found) {
         // From the beginning once more.
         txtHelp->moveCursor(QTextCursor::Start);
-        txtHelp->find(txtFind->text());
+        found = txtHelp->find(text);
     }
+    lblFound->setVisible(!found);
+    if (found) {
+        atTopic_ = false;
+        return;
+    }
+    txtHelp->setTextCursor(before);
+    txtHelp->verticalScrollBar()->setValue(place);
+    lblFound->setText(Translate(u"\"%1\" is not in the help."_s).arg(text));
 }
 
 } // namespace velmora

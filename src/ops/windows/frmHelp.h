@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
@@ -19,6 +20,9 @@ public:
     // Shows the window at the topic of that key.
     void ShowTopic(const QString& key);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void ListTopics(const QString& html);
     void lstTopics_Click();
@@ -27,6 +31,9 @@ private:
     QListWidget* lstTopics;
     QLineEdit* txtFind;
     QTextBrowser* txtHelp;
+    QLabel* lblFound;
+    // The topic chosen is still at the top; its reader has gone nowhere else.
+    bool atTopic_ = false;
 };
 
 } // namespace velmora

@@ -35,7 +35,9 @@ frmPassword::frmPassword(const mail::SmtpServer& server, bool refused, QWidget* 
     auto* form = new QFormLayout;
     form->setHorizontalSpacing(spacing::large);
     form->setVerticalSpacing(spacing::normal);
-    form->addRow(u"User"_s, new QLabel(server.user));
+    auto* user = new QLabel(server.user);
+    user->setTextFormat(Qt::PlainText);
+    form->addRow(u"User"_s, user);
     form->addRow(u"&Password"_s, txtPassword);
     form->addRow(QString(), chkRemember);
     auto* column = new QVBoxLayout(this);

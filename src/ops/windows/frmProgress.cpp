@@ -76,6 +76,9 @@ void frmProgress::ShowStatus(const QString& text, std::optional<double> percent)
         return;
     }
     Label1->setText(text);
+    // A path can be longer than a line and has no blank to break it at.
+    const int most = std::max(textWidth, screen()->availableGeometry().width() / 2);
+    Label1->setFixedWidth(std::clamp(Label1->minimumSizeHint().width(), textWidth, most));
     setAccessibleName(text);
     if (text.isEmpty()) {
         hide();
