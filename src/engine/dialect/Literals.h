@@ -29,7 +29,7 @@ struct CharClasses {
         }
         const auto set = [this](std::string_view characters, CharClass what) constexpr {
             for (const char c : characters) {
-                of[static_cast<size_t>(c)] = what;
+                of[static_cast<unsigned char>(c)] = what;
             }
         };
         set(" \t\r\n", CharClass::Blank);
