@@ -92,7 +92,12 @@ void DailyReport::OpenRows() {
         query.SetParameter(u"RStart", StartOfDay(days_->start));
         query.SetParameter(u"REnd", StartOfDay(days_->end));
     }
-    rows_ = query.OpenRecordset(engine::RecordsetKind::Snapshot);
+    auto rows = query.OpenRecordset(engine::RecordsetKind::Snapshot);
+    if (!rows->EndOfFile()) {
+        // A query that lacks a field is told once, and not with every row.
+        static_cast<void>(DailyRow::Read(*rows));
+    }
+    rows_ = std::move(rows);
 }
 
 void DailyReport::PrintRows() {

@@ -148,9 +148,9 @@ QColor QuietColour(const QPalette& palette) {
 }
 
 void ApplyLook(QApplication& application, Shade shade) {
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns its style.
+    // The application owns its style, which the linter does not know.
     application.setStyle(new LookStyle);
-    application.setPalette(LookPalette(shade));
+    application.setPalette(LookPalette(shade)); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
     QFont font(QStringLiteral("Liberation Sans"));
     font.setPointSizeF(10);
     application.setFont(font);

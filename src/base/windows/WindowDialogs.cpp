@@ -2,6 +2,7 @@
 
 #include "base/Translate.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -89,6 +90,19 @@ private:
     bool busy_;
 };
 
+// Every button has a key; the toolkit gives one to Yes and No alone.
+void AddKeys(QMessageBox& box) {
+    const std::pair<QMessageBox::StandardButton, const char*> keys[] = {
+        {QMessageBox::Ok, "&OK"},       {QMessageBox::Cancel, "&Cancel"}, {QMessageBox::Abort, "&Abort"},
+        {QMessageBox::Retry, "&Retry"}, {QMessageBox::Ignore, "&Ignore"}, {QMessageBox::Yes, "&Yes"},
+        {QMessageBox::No, "&No"}};
+    for (const auto& [button, text] : keys) {
+        if (QAbstractButton* shown = box.button(button)) {
+            shown->setText(Translate(QString::fromLatin1(text)));
+        }
+    }
+}
+
 bool MayReplace(const QString& path) {
     return QMessageBox::question(
                QApplication::activeWindow(), Translate(QStringLiteral("Save File As")),
@@ -121,6 +135,7 @@ Answer WindowDialogs::ShowMessage(const Message& message) {
             }
         }
     }
+    AddKeys(box);
     // The box sizes itself by its text alone; this keeps a longer title whole.
     constexpr int frameButtons = 120;
     auto* grid = qobject_cast<QGridLayout*>(box.layout());
