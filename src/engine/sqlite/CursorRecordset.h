@@ -11,7 +11,6 @@ namespace velmora::engine::sqlite {
 // What snapshots and updatable sets share: moving, counting, bookmarks, and the names of the fields.
 class CursorRecordset : public Recordset {
 public:
-    CursorRecordset() = default;
     ~CursorRecordset() override;
     CursorRecordset(const CursorRecordset&) = delete;
     CursorRecordset& operator=(const CursorRecordset&) = delete;

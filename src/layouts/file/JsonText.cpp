@@ -1,5 +1,6 @@
 #include "layouts/file/JsonText.h"
 
+#include <QByteArrayList>
 #include <QStringView>
 
 #include <algorithm>
