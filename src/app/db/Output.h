@@ -9,8 +9,6 @@ namespace velmora::db {
 class Output {
 public:
     Output() = default;
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
 
     void Add(QByteArrayView bytes) {
         buffer_.append(bytes);
