@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bench/Measure.h"
 #include "data/SiteSchema.h"
 #include "desk/ReportContext.h"
 #include "platform/ConsoleServices.h"
@@ -9,30 +10,9 @@
 #include "platform/printers/SystemPrinters.h"
 #include "print/ReadPrintAttributes.h"
 
-#include <time.h>
-
-#include <algorithm>
-
 namespace velmora::bench {
 
 using namespace Qt::StringLiterals;
-
-// Processor time of the work.
-inline double Milliseconds(const std::function<void()>& work) {
-    const auto now = [] {
-        timespec time{};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-        return 1e3 * static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e6;
-    };
-    const double start = now();
-    work();
-    return now() - start;
-}
-
-inline double Median(std::vector<double> numbers) {
-    std::sort(numbers.begin(), numbers.end());
-    return numbers[numbers.size() / 2];
-}
 
 class NoView : public ReportView {
 public:

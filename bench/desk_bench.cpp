@@ -3,6 +3,7 @@
 // the status list. Fails when a ratio is above its limit. Without an argument the large demo site is made for it; an
 // argument names a site's folder that is there already, made for the day in the second argument.
 #include "bench/BareStore.h"
+#include "bench/Measure.h"
 #include "data/CreateSite.h"
 #include "data/LookupLists.h"
 #include "data/SiteSchema.h"
@@ -108,11 +109,6 @@ double Milliseconds(Time time, const std::function<void()>& work) {
     return Now(time) - start;
 }
 
-double Median(std::vector<double> numbers) {
-    std::sort(numbers.begin(), numbers.end());
-    return numbers[numbers.size() / 2];
-}
-
 // Runs both sides in turn, `prepare` before each round, and prints a line; false when the ratio is above the limit.
 bool Compare(
     const std::string& what, double limit, Time time, const std::function<void()>& bare,
@@ -128,9 +124,9 @@ bool Compare(
         deskTimes.push_back(Milliseconds(time, desk));
         ratios.push_back(deskTimes.back() / bareTimes.back());
     }
-    const double ratio = Median(ratios);
-    std::printf("%-52s %9.3f ms %9.3f ms %6.2f %6.2f %s\n", what.c_str(), Median(bareTimes), Median(deskTimes), ratio,
-                limit, ratio <= limit ? "" : "ABOVE");
+    const double ratio = bench::Median(ratios);
+    std::printf("%-52s %9.3f ms %9.3f ms %6.2f %6.2f %s\n", what.c_str(), bench::Median(bareTimes),
+                bench::Median(deskTimes), ratio, limit, ratio <= limit ? "" : "ABOVE");
     return ratio <= limit;
 }
 

@@ -5,6 +5,7 @@
 #include "app/desk/DeskProgram.h"
 #include "base/windows/Look.h"
 #include "bench/BareStore.h"
+#include "bench/Measure.h"
 #include "data/Configuration.h"
 #include "data/CreateSite.h"
 #include "desk/DailyReport.h"
@@ -40,18 +41,6 @@ double Elapsed(const std::function<void()>& work) {
     timer.start();
     work();
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-}
-
-// Processor time of this program: the clock on the wall tells of its neighbours too.
-double Processor(const std::function<void()>& work) {
-    const std::clock_t start = std::clock();
-    work();
-    return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
-double Median(std::vector<double> numbers) {
-    std::sort(numbers.begin(), numbers.end());
-    return numbers[numbers.size() / 2];
 }
 
 bool Print(const char* what, double measured, const char* unit, double limit) {
@@ -122,10 +111,10 @@ bool MeasureStart(const QString& folder) {
         }));
         sqlite3_reset(assets);
     }
-    std::printf("empty window %.0f ms, asset query %.1f ms, desk %.0f ms\n", Median(empty), Median(query),
-                Median(desk));
-    return Print("start until the main window is painted, ratio", Median(desk) / (Median(empty) + Median(query)), "",
-                 2);
+    std::printf("empty window %.0f ms, asset query %.1f ms, desk %.0f ms\n", bench::Median(empty), bench::Median(query),
+                bench::Median(desk));
+    return Print("start until the main window is painted, ratio",
+                 bench::Median(desk) / (bench::Median(empty) + bench::Median(query)), "", 2);
 }
 
 // The main window on the site, reports into memory.
@@ -162,7 +151,7 @@ public:
                 QApplication::processEvents();
             }));
         }
-        return Print("next task, from the key to the painted frame", Median(steps), "ms", 5);
+        return Print("next task, from the key to the painted frame", bench::Median(steps), "ms", 5);
     }
     bool MeasureTyping() {
         Choose(3);
@@ -195,11 +184,11 @@ public:
             loop_.real = false;
             ReportContext without{fakes_.program, plain, view, database, job_};
             job_.SetOutputTarget(3);
-            bare = std::min(bare, Processor([&] { PrintDailyReport(without); }));
+            bare = std::min(bare, bench::Milliseconds([&] { PrintDailyReport(without); }));
             loop_.real = true;
             ReportContext with{fakes_.program, window_.State(), window_, database, job_};
             job_.SetOutputTarget(3);
-            shown = std::min(shown, Processor([&] { PrintDailyReport(with); }));
+            shown = std::min(shown, bench::Milliseconds([&] { PrintDailyReport(with); }));
         }
         std::printf("a report of %d rows, %lld bytes: %.0f ms, without window %.0f ms\n", view.rows / 5,
                     static_cast<long long>(size), shown, bare);

@@ -2,6 +2,7 @@
 // above its limit.
 #include "bench/BareStore.h"
 #include "bench/BenchSite.h"
+#include "bench/Measure.h"
 #include "engine/Database.h"
 
 #include <QStringBuilder>
@@ -20,6 +21,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 using velmora::bench::BareStore;
+using velmora::bench::Median;
+using velmora::bench::Milliseconds;
 using velmora::engine::Database;
 using velmora::engine::Field;
 using velmora::engine::Recordset;
@@ -32,23 +35,6 @@ constexpr int changes = 2'000;
 // The short pieces of work are measured in slices, turn and turn about, so that what else the machine does meets both
 // sides alike.
 constexpr int slices = 20;
-
-// Processor time of this process: what other programs do meanwhile is none of the engine's doing.
-double Milliseconds(const std::function<void()>& work) {
-    const auto now = [] {
-        timespec time = {};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-    };
-    const double start = now();
-    work();
-    return now() - start;
-}
-
-double Median(std::vector<double> numbers) {
-    std::sort(numbers.begin(), numbers.end());
-    return numbers[numbers.size() / 2];
-}
 
 struct Measurement {
     const char* what;

@@ -1,6 +1,7 @@
 // The notes window on a reservation with 5,000 notes: its opening, and one page of scrolling beside a bare table view
 // on rows that are in memory already.
 #include "base/windows/Look.h"
+#include "bench/Measure.h"
 #include "notes/windows/BoundGrid.h"
 #include "notes/windows/frmNotes.h"
 #include "tests/notes/NoteSite.h"
@@ -26,17 +27,6 @@ class NoDelivery : public print::Delivery {
     void SendMail(const QByteArray&) override {}
     bool SaveFile(const QByteArray&, print::ReportFileKind) override { return true; }
 };
-
-double MillisecondsOf(const auto& work) {
-    const std::clock_t start = std::clock();
-    work();
-    return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 void GiveNotes(engine::Database& database) {
     engine::Transaction together(database);
@@ -80,7 +70,7 @@ std::vector<double> Scroll(QTableView& view) {
     QScrollBar& bar = *view.verticalScrollBar();
     bar.setValue(0);
     while (bar.value() < bar.maximum()) {
-        pages.push_back(MillisecondsOf([&] {
+        pages.push_back(bench::Milliseconds([&] {
             bar.setValue(bar.value() + bar.pageStep());
             view.viewport()->repaint();
             view.verticalHeader()->viewport()->repaint();
@@ -131,11 +121,11 @@ int main(int argc, char** argv) {
     bare.resize(size);
     bare.show();
     WaitForScreen(bare);
-    const double barePage = Median(Scroll(bare));
-    const double page = Median(pages);
+    const double barePage = bench::Median(Scroll(bare));
+    const double page = bench::Median(pages);
     const double slowest = *std::max_element(pages.begin(), pages.end());
-    std::printf("5,000 notes on the screen  %.1f ms (limit 60)\n", Median(openings));
+    std::printf("5,000 notes on the screen  %.1f ms (limit 60)\n", bench::Median(openings));
     std::printf("scrolling by a page        %.2f ms, slowest %.2f (limit 16), %.2f of a bare view's %.2f\n", page,
                 slowest, page / barePage, barePage);
-    return Median(openings) <= 60 && slowest <= 16 ? 0 : 1;
+    return bench::Median(openings) <= 60 && slowest <= 16 ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 // Printing a report of many rows into a PDF file: recording through the layout operations and writing, against a bare
 // painter that draws the same texts, at positions worked out beforehand, into the same kind of file. Times are
 // processor times, since other work on the machine would blur the ratios; memory is measured in processes of their own.
+#include "bench/Measure.h"
 #include "platform/pages/PdfFile.h"
 #include "print/pages/PageWriter.h"
 #include "print/pages/PrinterPages.h"
@@ -110,11 +111,6 @@ double Seconds(const auto& work) {
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 // Megabytes that a line of the process's status tells.
 double Status(const char* line) {
     QFile file(QStringLiteral("/proc/self/status"));
@@ -175,8 +171,8 @@ int MeasureAll() {
     }
     std::printf("%zu pages; %lld bytes, the bare painter's file %lld bytes\n\n", document.pages.size(),
                 static_cast<long long>(sizes[0]), static_cast<long long>(sizes[1]));
-    bool good = Row("report of 250 pages, recorded and written, to bare painter", Median(ratios), 1.1, "times");
-    good &= Row("twice the rows", Median(growth), 2.2, "times");
+    bool good = Row("report of 250 pages, recorded and written, to bare painter", bench::Median(ratios), 1.1, "times");
+    good &= Row("twice the rows", bench::Median(growth), 2.2, "times");
     good &= Row("peak memory of the report of 250 pages", Memory(QStringLiteral("report")), 60, "MB");
     const double kept = Memory(QStringLiteral("kept")) - Memory(QStringLiteral("empty"));
     good &= Row("255 pages kept, above the program with an empty page", kept, 30, "MB");

@@ -1,6 +1,7 @@
 // The preview window with the most pages it takes: the first page on the screen, the repaint of a page, and the memory
 // that the kept pages take above the empty program.
 #include "base/windows/Look.h"
+#include "bench/Measure.h"
 #include "print/windows/PageView.h"
 #include "print/windows/WindowPreviews.h"
 #include "print/windows/frmPrintPreview.h"
@@ -23,18 +24,6 @@ namespace {
 class NoPrinter : public PageWriterFactory {
     std::unique_ptr<ReportWriter> MakeWriter(JobState&) override { return nullptr; }
 };
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// Processor time of this program: the clock on the wall tells of its neighbours too.
-double MillisecondsOf(const auto& work) {
-    const std::clock_t start = std::clock();
-    work();
-    return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
 
 // The memory that belongs to this program alone.
 double PrivateMegabytes() {
@@ -101,8 +90,8 @@ int main(int argc, char** argv) {
     double slowest = 0;
     for (int run = 0; run < 5; ++run) {
         auto [state, writer] = report();
-        first.push_back(MillisecondsOf([&] {
-            opened.push_back(MillisecondsOf([&] { writer->Deliver(); }));
+        first.push_back(bench::Milliseconds([&] {
+            opened.push_back(bench::Milliseconds([&] { writer->Deliver(); }));
             while (!OpenWindow()->isActiveWindow() && !OpenWindow()->windowHandle()->isExposed()) {
                 QApplication::processEvents();
             }
@@ -117,17 +106,17 @@ int main(int argc, char** argv) {
             std::vector<double> repaints;
             for (int page = 0; page < 60; ++page) {
                 view.ShowPage(page);
-                repaints.push_back(MillisecondsOf([&] { view.viewport()->repaint(); }));
+                repaints.push_back(bench::Milliseconds([&] { view.viewport()->repaint(); }));
             }
-            repaint = Median(repaints);
+            repaint = bench::Median(repaints);
             slowest = *std::max_element(repaints.begin(), repaints.end());
         }
         window.close();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    std::printf("first page on the screen  %.1f ms (limit 50), of it until the window is there %.1f\n", Median(first),
-                Median(opened));
+    std::printf("first page on the screen  %.1f ms (limit 50), of it until the window is there %.1f\n",
+                bench::Median(first), bench::Median(opened));
     std::printf("repaint of a whole page   %.2f ms, slowest %.2f (limit 5)\n", repaint, slowest);
     std::printf("255 kept pages, window    %.1f MB above the empty program (limit 30)\n", kept - empty);
-    return Median(first) <= 50 && repaint <= 5 && kept - empty <= 30 ? 0 : 1;
+    return bench::Median(first) <= 50 && repaint <= 5 && kept - empty <= 30 ? 0 : 1;
 }

@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QListView>
 #include <QPlainTextEdit>
+#include <QTimer>
 
 namespace velmora {
 namespace {
@@ -80,6 +81,12 @@ TEST_F(TasksPageTest, AChangeOfAnotherDeskIsTold) {
     EXPECT_TRUE(Child(u"lblNotice"_s).isVisible());
     EXPECT_FALSE(Text(u"lblNotice"_s).isEmpty());
     EXPECT_EQ(Child<QGroupBox>(u"frEvent"_s).title(), u"R&&D renamed"_s);
+    // Nobody needs to touch the window for it.
+    Sql("UPDATE Reservation SET SLockStart = 1 WHERE ID = " + Text(u"lblID"_s).toUtf8());
+    auto& timer = Child<QTimer>(u"tmrRefresh"_s);
+    EXPECT_LE(timer.interval(), 5000);
+    timer.start(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Child<QCheckBox>(u"chkSLockStart"_s).isChecked(); }, 2000));
     // A reservation that is gone can be neither ticked nor noted.
     Sql("DELETE FROM Reservation WHERE ID = " + Text(u"lblID"_s).toUtf8());
     QApplication::sendEvent(window_.get(), &activation);

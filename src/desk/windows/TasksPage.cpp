@@ -3,18 +3,23 @@
 #include "base/windows/Glyph.h"
 #include "desk/windows/DateRangeBox.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QTimer>
 
 namespace velmora {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// How soon a desk that is only looked at shows what another desk did; one look-up by key each time.
+constexpr int refreshInterval = 5000;
 
 QPushButton* NewStep(const QString& name, const QString& caption, Glyph glyph, const QString& toolTip) {
     auto* button = NewControl<QPushButton>(name, caption);
@@ -41,7 +46,8 @@ TasksPage::TasksPage(DeskHost& host)
       lblNothing(NewHint(u"lblNothing"_s, {})), lblNotice(NewControl<QLabel>(u"lblNotice"_s, {})),
       picNotice(new QLabel), lblLastName(NewValue(u"lblLastName"_s)), lblFirstName(NewValue(u"lblFirstName"_s)),
       lblOrganization(NewValue(u"lblOrganization"_s)), lblEnd(NewValue(u"lblEnd"_s)), lblEvent(NewValue(u"lblEvent"_s)),
-      lblAttendees(NewValue(u"lblAttendees"_s)), lblAssetName(NewValue(u"lblAssetName"_s)) {
+      lblAttendees(NewValue(u"lblAttendees"_s)), lblAssetName(NewValue(u"lblAssetName"_s)),
+      tmrRefresh(new QTimer(this)) {
     QVBoxLayout* column = NewPageColumn(this);
     column->addWidget(MakeSelectionFrame());
     column->addWidget(MakeTaskFrame());
@@ -50,6 +56,9 @@ TasksPage::TasksPage(DeskHost& host)
     frEvent->hide();
     lblNothing->hide();
     AddKeys();
+    tmrRefresh->setObjectName(u"tmrRefresh"_s);
+    connect(tmrRefresh, &QTimer::timeout, this, &TasksPage::tmrRefresh_Timer);
+    tmrRefresh->start(refreshInterval);
 }
 
 TasksPage::~TasksPage() = default;
@@ -268,6 +277,13 @@ void TasksPage::ShowTasks() {
 void TasksPage::Refresh() {
     if (isVisible() && tasks_ != nullptr) {
         tasks_->Refresh();
+    }
+}
+
+void TasksPage::tmrRefresh_Timer() {
+    // A question that is open may be about the reservation shown.
+    if (QApplication::activeModalWidget() == nullptr) {
+        Refresh();
     }
 }
 

@@ -10,6 +10,7 @@
 class QCheckBox;
 class QLabel;
 class QPushButton;
+class QTimer;
 
 namespace velmora {
 
@@ -36,6 +37,7 @@ private:
     QLayout* MakeNavigation();
     QLabel* NewValue(const QString& name);
     void AddKeys();
+    void tmrRefresh_Timer();
 
     void ShowTask(const ShownTask& task) override;
     void HideTask(const QString& text) override;
@@ -84,6 +86,7 @@ private:
     QLabel* lblAttendees;
     QLabel* lblAssetName;
     std::optional<TaskKind> tickable_;
+    QTimer* tmrRefresh;
 };
 
 } // namespace velmora

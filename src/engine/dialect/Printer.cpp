@@ -2,6 +2,7 @@
 
 #include "engine/dialect/Lexer.h"
 #include "engine/dialect/Literals.h"
+#include "engine/dialect/Types.h"
 
 #include <QLocale>
 
@@ -233,29 +234,11 @@ QString Printer::Insertion(const dialect::Statement& statement) {
                                    : QStringLiteral("VALUES (") + values.join(QStringLiteral(", ")) + u')');
 }
 
-QString TypeWord(SqlType type) {
-    switch (type) {
-    case SqlType::YesNo:
-        return QStringLiteral("YesNo");
-    case SqlType::Integer:
-        return QStringLiteral("Long");
-    case SqlType::Real:
-        return QStringLiteral("Double");
-    case SqlType::Text:
-        return QStringLiteral("Text");
-    case SqlType::DateTime:
-        return QStringLiteral("DateTime");
-    case SqlType::Unknown:
-        break;
-    }
-    return QStringLiteral("Value");
-}
-
 QString Printer::Statement(const dialect::Statement& statement) {
     QString text;
     for (const ParameterDeclaration& one : statement.parameters) {
         text += (text.isEmpty() ? QStringLiteral("PARAMETERS ") : QStringLiteral(", ")) + Name(one.name) + u' ' +
-                TypeWord(one.type);
+                WordOfType(one.type);
     }
     text += text.isEmpty() ? QString() : QStringLiteral("; ");
     using Kind = dialect::Statement::Kind;

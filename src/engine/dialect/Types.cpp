@@ -34,6 +34,24 @@ std::optional<SqlType> TypeOfName(QStringView word) {
     return found == typeNames.end() ? std::nullopt : std::optional(found->type);
 }
 
+QString WordOfType(SqlType type) {
+    switch (type) {
+    case SqlType::YesNo:
+        return QStringLiteral("YesNo");
+    case SqlType::Integer:
+        return QStringLiteral("Long");
+    case SqlType::Real:
+        return QStringLiteral("Double");
+    case SqlType::Text:
+        return QStringLiteral("Text");
+    case SqlType::DateTime:
+        return QStringLiteral("DateTime");
+    case SqlType::Unknown:
+        break;
+    }
+    return QStringLiteral("Value");
+}
+
 SqlType TypeOfValue(const Value& value) {
     if (value.IsBool()) {
         return SqlType::YesNo;

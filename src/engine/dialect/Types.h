@@ -13,6 +13,9 @@ namespace velmora::engine::dialect {
 // The kind that a PARAMETERS clause means by a word; none for a word it does not know.
 std::optional<SqlType> TypeOfName(QStringView word);
 
+// The word by which a PARAMETERS clause declares the kind.
+QString WordOfType(SqlType type);
+
 SqlType TypeOfValue(const Value& value);
 
 // For error messages: "a date", "a text".

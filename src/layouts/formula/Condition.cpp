@@ -9,24 +9,6 @@ using engine::dialect::SqlType;
 
 namespace {
 
-QString TypeName(SqlType type) {
-    switch (type) {
-    case SqlType::YesNo:
-        return u"YesNo"_s;
-    case SqlType::Integer:
-        return u"Long"_s;
-    case SqlType::Real:
-        return u"Double"_s;
-    case SqlType::Text:
-        return u"Text"_s;
-    case SqlType::DateTime:
-        return u"DateTime"_s;
-    case SqlType::Unknown:
-        break;
-    }
-    return u"Value"_s;
-}
-
 QString Sign(Formula::Comparison comparison) {
     switch (comparison) {
     case Formula::Comparison::Equal:
@@ -48,7 +30,7 @@ QString Sign(Formula::Comparison comparison) {
 } // namespace
 
 void QueryText::Declare(const QString& name, SqlType type) {
-    declarations_ += name + u' ' + TypeName(type);
+    declarations_ += name + u' ' + engine::dialect::WordOfType(type);
 }
 
 QString QueryText::Parameter(const Value& value) {

@@ -21,22 +21,6 @@ bool IsCurrent(const QStyleOptionViewItem& option, const QModelIndex& index) {
     return view != nullptr && view->currentIndex() == index;
 }
 
-// The style's own box has no frame to be seen on a dark grid.
-void DrawTick(QPainter& painter, const QRect& box, const QPalette& palette, bool ticked) {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QuietColour(palette), 1));
-    painter.setBrush(palette.color(QPalette::Base));
-    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
-    if (ticked) {
-        const double unit = box.width() / 12.0;
-        painter.translate(box.topLeft());
-        painter.setPen(QPen(palette.color(QPalette::Text), 1.6 * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.drawPolyline(QPolygonF({QPointF(3, 6) * unit, QPointF(5.2, 8.4) * unit, QPointF(9.2, 3.4) * unit}));
-    }
-    painter.restore();
-}
-
 } // namespace
 
 QRect GridDelegate::BoxRect(const QRect& cell, const QWidget& view) {
@@ -70,7 +54,12 @@ void GridDelegate::PaintBox(QPainter& painter, const QStyleOptionViewItem& optio
     style.drawControl(QStyle::CE_ItemViewItem, &shown, &painter, option.widget);
 
     const QRect box = BoxRect(option.rect, *option.widget);
-    DrawTick(painter, box, shown.palette, ModelOf(index).ValueAt(index).ToBool());
+    QStyleOption tick;
+    tick.rect = box;
+    tick.palette = shown.palette;
+    tick.state =
+        QStyle::State_Enabled | (ModelOf(index).ValueAt(index).ToBool() ? QStyle::State_On : QStyle::State_Off);
+    style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &tick, &painter, option.widget);
 
     const bool selected = shown.state.testFlag(QStyle::State_Selected);
     painter.setPen(shown.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
