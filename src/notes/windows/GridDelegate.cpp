@@ -3,6 +3,7 @@
 #include "base/windows/Look.h"
 #include "notes/windows/BoundModel.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QTableView>
 
@@ -59,7 +60,8 @@ void GridDelegate::PaintBox(QPainter& painter, const QStyleOptionViewItem& optio
     tick.palette = shown.palette;
     tick.state =
         QStyle::State_Enabled | (ModelOf(index).ValueAt(index).ToBool() ? QStyle::State_On : QStyle::State_Off);
-    style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &tick, &painter, option.widget);
+    // As everywhere in the program: the grid's own style knows only rows and lines.
+    QApplication::style()->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &tick, &painter, option.widget);
 
     const bool selected = shown.state.testFlag(QStyle::State_Selected);
     painter.setPen(shown.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
