@@ -2,6 +2,7 @@
 
 #include "base/Steps.h"
 #include "base/Translate.h"
+#include "data/StoreAgainstOthers.h"
 #include "desk/TaskQuery.h"
 
 namespace velmora {
@@ -11,9 +12,6 @@ using engine::EngineError;
 using engine::EngineErrorNumber;
 
 namespace {
-
-// Two desks that tick and clear the same box in turn are let pass that often.
-constexpr int writeAttempts = 5;
 
 QString ChangeNotice(const QStringList& captions) {
     if (captions.isEmpty()) {
@@ -210,32 +208,29 @@ void Tasks::StoreTick(TaskKind task, bool done) {
 
 Tasks::Outcome Tasks::WriteTick(TaskKind task, bool done) {
     const QByteArray field = TaskField(task).toUtf8();
+    Outcome outcome = Outcome::Stored;
     bool refused = false;
-    for (int attempt = 1;; ++attempt) {
+    const auto find = [&]() -> engine::Recordset* {
         try {
             // After a refusal the field is read anew. Another desk may also have emptied it, which is no tick.
-            if (refused && !Record()[field.constData()].IsNull() && Record()[field.constData()].ToBool() == done) {
-                return Outcome::MadeByAnother;
+            if (std::exchange(refused, true) && !Record()[field.constData()].IsNull() &&
+                Record()[field.constData()].ToBool() == done) {
+                outcome = Outcome::MadeByAnother;
+                return nullptr;
             }
-            Record().Edit();
-            Record().Set(field.constData(), done);
-            Record().Update();
-            return Outcome::Stored;
         } catch (const EngineError& error) {
-            Record().CancelUpdate();
-            if (IsDeletion(error)) {
-                if (!Follow()) {
-                    return Outcome::Deleted;
-                }
-            } else if (error.Kind() != EngineErrorNumber::RecordChanged) {
+            if (!IsDeletion(error)) {
                 throw;
             }
-            if (attempt == writeAttempts) {
-                throw;
+            if (!Follow()) {
+                outcome = Outcome::Deleted;
+                return nullptr;
             }
-            refused = !IsDeletion(error);
         }
-    }
+        return &Record();
+    };
+    StoreAgainstOthers(find, [&](engine::Recordset& record) { record.Set(field.constData(), done); });
+    return outcome;
 }
 
 void Tasks::ShowAfterTick() {

@@ -1,5 +1,7 @@
 #include "notes/BoundRows.h"
 
+#include "data/StoreAgainstOthers.h"
+
 #include <algorithm>
 
 namespace velmora {
@@ -11,8 +13,6 @@ namespace {
 
 // Rows read together when one of them is shown: about a screenful.
 constexpr int rowsTogether = 64;
-// How often a row is looked at again when another desk wrote it in the moment before it was written here.
-constexpr int attempts = 5;
 
 bool IsDeletion(const EngineError& error) {
     return error.Kind() == EngineErrorNumber::RecordDeleted;
@@ -200,33 +200,26 @@ BoundRows::Outcome BoundRows::Write() {
         return Outcome::Done;
     }
     Row& row = rows_[static_cast<size_t>(*pending_)];
-    for (int attempt = 1;; ++attempt) {
+    Outcome outcome = Outcome::Done;
+    const auto find = [&]() -> engine::Recordset* {
         auto now = ReadNow(row);
         if (!now) {
-            return Outcome::Gone;
+            outcome = Outcome::Gone;
+            return nullptr;
         }
         FindConflicts(row, *now);
         if (!conflicts_.empty()) {
             theirs_ = std::move(*now);
-            return Outcome::Changed;
+            outcome = Outcome::Changed;
+            return nullptr;
         }
-        try {
-            set_->Edit();
-            AssignEdits();
-            set_->Update();
-            break;
-        } catch (const EngineError& error) {
-            set_->CancelUpdate();
-            // Another desk was here between the reading and the writing: the row is looked at again.
-            const bool otherDesk = error.Kind() == EngineErrorNumber::RecordChanged || IsDeletion(error);
-            if (!otherDesk || attempt == attempts) {
-                throw;
-            }
-        }
+        return set_.get();
+    };
+    if (StoreAgainstOthers(find, [this](engine::Recordset&) { AssignEdits(); })) {
+        EndEdit();
+        row.loaded = false;
     }
-    EndEdit();
-    row.loaded = false;
-    return Outcome::Done;
+    return outcome;
 }
 
 void BoundRows::KeepMine() {
