@@ -87,12 +87,12 @@ void DailyReport::ChooseReport() {
 }
 
 void DailyReport::OpenRows() {
-    engine::QueryDef query = context_.database.OpenQueryDef(mode_.QueryName());
+    const auto query = context_.database.OpenQueryDef(mode_.QueryName());
     if (days_) {
-        query.SetParameter(u"RStart", StartOfDay(days_->start));
-        query.SetParameter(u"REnd", StartOfDay(days_->end));
+        query->SetParameter(u"RStart", StartOfDay(days_->start));
+        query->SetParameter(u"REnd", StartOfDay(days_->end));
     }
-    auto rows = query.OpenRecordset(engine::RecordsetKind::Snapshot);
+    auto rows = query->OpenRecordset(engine::RecordsetKind::Snapshot);
     if (!rows->EndOfFile()) {
         // A query that lacks a field is told once, and not with every row.
         static_cast<void>(DailyRow::Read(*rows));

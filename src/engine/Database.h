@@ -23,24 +23,12 @@ enum class IdleOption {
     RefreshCache, // forgets cached pages, schema and stored queries, so that the next read sees other users' changes
 };
 
-enum class Journal {
-    Rollback,   // the default: safe for a file on a share
-    WriteAhead, // for a file that only one machine uses
-};
-
-enum class Durability {
-    Full, // the default: a change that was told to be done survives a power failure
-    Fast, // leaves the writing to the system: for making a file that can be made again
-};
-
 struct OpenOptions {
     // Tables, columns ("Table.Column") and indexes that a sound file has; one that lacks any of them, or cannot read a
     // first entry, is damaged.
     QStringList expectedTables{};
     QStringList expectedColumns{};
     QStringList expectedIndexes{};
-    Journal journal = Journal::Rollback;
-    Durability durability = Durability::Full;
     // How long a statement waits for another user's lock before it fails with RecordLocked.
     int busyMilliseconds = 5000;
     // What Date() and Now() in a text mean; without one the system's wall clock.
@@ -52,51 +40,33 @@ struct NamedValue {
     Value value;
 };
 
-class Database;
-
-// A stored query, or a text given for one call, with its parameters. Owned by the caller; keeps the file
-// open as a recordset does. Names ignore letter case.
+// A stored query, or a text given for one call, with its parameters. Keeps the file open as a recordset does. Names
+// ignore letter case.
 class QueryDef {
 public:
-    ~QueryDef();
-    QueryDef(QueryDef&&) noexcept;
-    QueryDef& operator=(QueryDef&&) noexcept;
+    virtual ~QueryDef() = default;
     QueryDef(const QueryDef&) = delete;
     QueryDef& operator=(const QueryDef&) = delete;
 
     // Throws UnknownItem when the query has no parameter of that name.
-    void SetParameter(QStringView name, const Value& value);
+    virtual void SetParameter(QStringView name, const Value& value) = 0;
     // The parameters that the text names, declared ones first; a name without a declaration has type Unknown.
     struct ParameterDescription {
         QString name;
         FieldType type = FieldType::Unknown;
         bool declared = false;
     };
-    std::vector<ParameterDescription> Parameters() const;
+    virtual std::vector<ParameterDescription> Parameters() const = 0;
     // False for a query that reads rows, true for one that changes them.
-    bool IsAction() const;
+    virtual bool IsAction() const = 0;
 
     // Throws MissingParameter naming every parameter that has no value yet.
-    std::unique_ptr<Recordset> OpenRecordset(RecordsetKind kind = RecordsetKind::Snapshot);
+    virtual std::unique_ptr<Recordset> OpenRecordset(RecordsetKind kind = RecordsetKind::Snapshot) = 0;
     // Rows affected.
-    qint64 Execute();
-
-    // What a backend implements; QueryDef hands every call on to it.
-    class Implementation;
-    explicit QueryDef(std::unique_ptr<Implementation> implementation);
-
-private:
-    std::unique_ptr<Implementation> implementation_;
-};
-
-class QueryDef::Implementation {
-public:
-    virtual ~Implementation() = default;
-    virtual void SetParameter(QStringView name, const Value& value) = 0;
-    virtual std::vector<ParameterDescription> Parameters() const = 0;
-    virtual bool IsAction() const = 0;
-    virtual std::unique_ptr<Recordset> OpenRecordset(RecordsetKind kind) = 0;
     virtual qint64 Execute() = 0;
+
+protected:
+    QueryDef() = default;
 };
 
 // An open database file, shared with other users. One thread. Destroying it closes the file once the recordsets and
@@ -120,9 +90,9 @@ public:
     virtual qint64 Execute(QStringView sql) = 0;
 
     // The stored query of that name; throws UnknownTable without one.
-    virtual QueryDef OpenQueryDef(QStringView name) = 0;
+    virtual std::unique_ptr<QueryDef> OpenQueryDef(QStringView name) = 0;
     // A query on a text of the caller's.
-    virtual QueryDef CreateQueryDef(const QString& sql) = 0;
+    virtual std::unique_ptr<QueryDef> CreateQueryDef(const QString& sql) = 0;
     virtual QStringList QueryNames() const = 0;
 
     virtual void Idle(IdleOption option) = 0;
@@ -131,17 +101,16 @@ public:
     virtual const dialect::Catalog& Schema() const = 0;
     virtual const QString& Path() const = 0;
 
-protected:
-    Database() = default;
-
-private:
-    friend class Transaction;
+    // What Transaction and ReadScope stand on, which callers use instead of these. Transactions do not nest; read
+    // scopes do, and BeginReading and EndReading come in pairs.
     virtual void BeginTransaction() = 0;
     virtual void CommitTransaction() = 0;
     virtual void RollbackTransaction() noexcept = 0;
-    friend class ReadScope;
-    virtual void BeginReading() {}
-    virtual void EndReading() noexcept {}
+    virtual void BeginReading() = 0;
+    virtual void EndReading() noexcept = 0;
+
+protected:
+    Database() = default;
 };
 
 // Several changes as one: kept by Commit, undone when the guard goes without it. Takes the write lock at once, so it

@@ -28,10 +28,10 @@ public:
         SetSpecial(Special::Today, locale_.LongDate(DateOf(now)));
         SetSpecial(Special::Period, PeriodText(selection, locale_));
         const LayoutQuery query = RecordQuery(layout_, selection);
-        rows_ = query.parameters.Open(database_, query.statement).OpenRecordset();
+        rows_ = query.parameters.Open(database_, query.statement)->OpenRecordset();
         if (layout_.details) {
             const LayoutQuery details = DetailQuery(*layout_.details);
-            details_.emplace(details.parameters.Open(database_, details.statement));
+            details_ = details.parameters.Open(database_, details.statement);
         }
         writer_.Begin(specials_);
         for (; !rows_->EndOfFile(); rows_->MoveNext()) {
@@ -120,7 +120,7 @@ private:
     }
 
     void AddDetails(FilledRecord& record) {
-        if (!details_) {
+        if (details_ == nullptr) {
             return;
         }
         details_->SetParameter(detailKey, rows_->FieldAt(layout_.details->parent).ToValue());
@@ -148,7 +148,7 @@ private:
     DocumentWriter& writer_;
     SpecialTexts specials_;
     std::unique_ptr<engine::Recordset> rows_;
-    std::optional<engine::QueryDef> details_;
+    std::unique_ptr<engine::QueryDef> details_;
     std::vector<OpenGroup> open_;
     std::vector<FilledCell> previous_;
     qint64 count_ = 0;

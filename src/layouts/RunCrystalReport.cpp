@@ -50,7 +50,7 @@ void RunCrystalReport(const Program& program, const DeskState& state, engine::Da
     steps.Step(u"Choosing the records"_s, [&] { report.SetSelectionFormula(formula); });
     steps.Step(u"Choosing the layout"_s,
                [&] { report.SetReportFile(DataDirectory() + u'\\' + choice->file.toString()); });
-    steps.Step(u"Refreshing the dates"_s, [&] { database.OpenQueryDef(u"RefreshTextDates").Execute(); });
+    steps.Step(u"Refreshing the dates"_s, [&] { database.OpenQueryDef(u"RefreshTextDates")->Execute(); });
     steps.Step(u"Running the report"_s, [&] { report.Run(); });
 }
 

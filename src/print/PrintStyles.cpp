@@ -81,13 +81,13 @@ std::optional<StyleRows> DatabaseStyles::Replace(const StyleRows& expected, cons
         return stored;
     }
     database_.Execute(u"DELETE FROM PrintAttributes");
-    engine::QueryDef insert = database_.CreateQueryDef(
+    const auto insert = database_.CreateQueryDef(
         QStringLiteral("PARAMETERS NewCaption Text, NewStyle Long; "
                        "INSERT INTO PrintAttributes (Caption, PrintAttributes) VALUES (NewCaption, NewStyle)"));
     for (const PrintAttribute& row : rows) {
-        insert.SetParameter(u"NewCaption", row.caption.isEmpty() ? Value() : Value(row.caption));
-        insert.SetParameter(u"NewStyle", Value(qint64{row.style}));
-        insert.Execute();
+        insert->SetParameter(u"NewCaption", row.caption.isEmpty() ? Value() : Value(row.caption));
+        insert->SetParameter(u"NewStyle", Value(qint64{row.style}));
+        insert->Execute();
     }
     transaction.Commit();
     return std::nullopt;

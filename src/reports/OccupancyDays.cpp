@@ -19,10 +19,10 @@ ReportDays OccupancyDays(const DeskState& state, Date today, const LocaleText& l
 
 std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query, Date start, Date end,
                                                 std::initializer_list<const char*> fields) {
-    engine::QueryDef definition = database.OpenQueryDef(query);
-    definition.SetParameter(u"RStart", StartOfDay(start));
-    definition.SetParameter(u"REnd", StartOfDay(end));
-    auto rows = definition.OpenRecordset(engine::RecordsetKind::Snapshot);
+    const auto definition = database.OpenQueryDef(query);
+    definition->SetParameter(u"RStart", StartOfDay(start));
+    definition->SetParameter(u"REnd", StartOfDay(end));
+    auto rows = definition->OpenRecordset(engine::RecordsetKind::Snapshot);
     if (!rows->EndOfFile()) {
         for (const char* field : fields) {
             static_cast<void>((*rows)[field]);

@@ -37,10 +37,10 @@ struct Site {
 
     QStringList Run(const QString& query, const QString& from, const QString& to) const {
         const auto database = OpenSite(path);
-        engine::QueryDef stored = database->OpenQueryDef(query);
-        stored.SetParameter(u"RStart", *ParseStorageText(from));
-        stored.SetParameter(u"REnd", *ParseStorageText(to));
-        return RowsOf(*stored.OpenRecordset());
+        const auto stored = database->OpenQueryDef(query);
+        stored->SetParameter(u"RStart", *ParseStorageText(from));
+        stored->SetParameter(u"REnd", *ParseStorageText(to));
+        return RowsOf(*stored->OpenRecordset());
     }
 
     QTemporaryDir folder;
@@ -156,11 +156,11 @@ TEST_F(DemoQueries, AgreeWithTheirMeaning) {
 TEST_F(DemoQueries, ReturnTheirFields) {
     const auto database = OpenSite(site_->path);
     for (const QueryCase& query : QueryCases()) {
-        engine::QueryDef stored = database->OpenQueryDef(QString::fromLatin1(query.name));
-        stored.SetParameter(u"rstart", StartOfDay(today));
-        stored.SetParameter(u"rend", StartOfDay(today));
+        const auto stored = database->OpenQueryDef(QString::fromLatin1(query.name));
+        stored->SetParameter(u"rstart", StartOfDay(today));
+        stored->SetParameter(u"rend", StartOfDay(today));
         QStringList names;
-        const auto rows = stored.OpenRecordset();
+        const auto rows = stored->OpenRecordset();
         for (const engine::FieldDescription& field : rows->Fields()) {
             const bool twice = field.name == u"Name" && QString::fromLatin1(query.fields).contains(u"Asset.Name"_s);
             names.append(twice ? field.table + u'.' + field.name : field.name);
@@ -314,7 +314,7 @@ TEST_F(DemoQueries, ReadOddRows) {
 
 TEST_F(DemoQueries, RefreshTextDatesWritesOnlyWhatDiffers) {
     const auto database = OpenSite(site_->path);
-    const auto refresh = [&] { return database->OpenQueryDef(u"RefreshTextDates").Execute(); };
+    const auto refresh = [&] { return database->OpenQueryDef(u"RefreshTextDates")->Execute(); };
     EXPECT_GT(refresh(), 100);
     EXPECT_EQ(refresh(), 0);
     EXPECT_EQ(site_->raw.Number(u"SELECT count(*) FROM Reservation WHERE TextStart IS NULL OR TextEnd IS NULL"_s), 0);

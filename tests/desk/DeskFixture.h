@@ -26,16 +26,23 @@ public:
         Check(source);
         return database_.OpenRecordset(source, kind);
     }
-    engine::QueryDef OpenQueryDef(QStringView name) override {
+    std::unique_ptr<engine::QueryDef> OpenQueryDef(QStringView name) override {
         Check(name);
         return database_.OpenQueryDef(name);
     }
     qint64 Execute(QStringView sql) override { return database_.Execute(sql); }
-    engine::QueryDef CreateQueryDef(const QString& sql) override { return database_.CreateQueryDef(sql); }
+    std::unique_ptr<engine::QueryDef> CreateQueryDef(const QString& sql) override {
+        return database_.CreateQueryDef(sql);
+    }
     QStringList QueryNames() const override { return database_.QueryNames(); }
     void Idle(engine::IdleOption option) override { database_.Idle(option); }
     const engine::dialect::Catalog& Schema() const override { return database_.Schema(); }
     const QString& Path() const override { return database_.Path(); }
+    void BeginTransaction() override { database_.BeginTransaction(); }
+    void CommitTransaction() override { database_.CommitTransaction(); }
+    void RollbackTransaction() noexcept override { database_.RollbackTransaction(); }
+    void BeginReading() override { database_.BeginReading(); }
+    void EndReading() noexcept override { database_.EndReading(); }
 
 private:
     void Check(QStringView source) {
@@ -47,9 +54,6 @@ private:
             }
         }
     }
-    void BeginTransaction() override {}
-    void CommitTransaction() override {}
-    void RollbackTransaction() noexcept override {}
 
     engine::Database& database_;
 };

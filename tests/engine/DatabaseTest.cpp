@@ -57,41 +57,42 @@ TEST_F(OnDatabase, OpensTablesStoredQueriesAndTexts) {
 }
 
 TEST_F(OnDatabase, QueriesTakeParameters) {
-    auto query = database_->OpenQueryDef(u"inrange");
-    EXPECT_FALSE(query.IsAction());
-    ASSERT_EQ(query.Parameters().size(), 2u);
-    EXPECT_EQ(query.Parameters()[1].name, u"REnd");
-    EXPECT_EQ(query.Parameters()[1].type, FieldType::DateTime);
-    query.SetParameter(u"rstart", *MakeDateTime({2026, 3, 8}));
-    ExpectError(EngineErrorNumber::MissingParameter, u"Expected 1: REnd.", [&] { query.OpenRecordset(); });
-    query.SetParameter(u"REnd", u"2026-03-09"_s);
-    EXPECT_EQ(Shown(*query.OpenRecordset()), u"2|Late");
-    query.SetParameter(u"RStart", u"2026-03-07 09:00:00"_s);
-    const auto rows = query.OpenRecordset(RecordsetKind::Updatable);
+    const auto query = database_->OpenQueryDef(u"inrange");
+    EXPECT_FALSE(query->IsAction());
+    ASSERT_EQ(query->Parameters().size(), 2u);
+    EXPECT_EQ(query->Parameters()[1].name, u"REnd");
+    EXPECT_EQ(query->Parameters()[1].type, FieldType::DateTime);
+    query->SetParameter(u"rstart", *MakeDateTime({2026, 3, 8}));
+    ExpectError(EngineErrorNumber::MissingParameter, u"Expected 1: REnd.", [&] { query->OpenRecordset(); });
+    query->SetParameter(u"REnd", u"2026-03-09"_s);
+    EXPECT_EQ(Shown(*query->OpenRecordset()), u"2|Late");
+    query->SetParameter(u"RStart", u"2026-03-07 09:00:00"_s);
+    const auto rows = query->OpenRecordset(RecordsetKind::Updatable);
     EXPECT_EQ(Shown(*rows), u"1|Early / 2|Late");
     site_.Run("DELETE FROM Reservation WHERE ID = 1");
     rows->Requery();
     EXPECT_EQ(Shown(*rows), u"2|Late");
     ExpectError(EngineErrorNumber::TypeMismatch, u"\"RStart\" takes a date-time",
-                [&] { query.SetParameter(u"RStart", u"soon"_s); });
-    ExpectError(EngineErrorNumber::UnknownItem, u"RStart, REnd", [&] { query.SetParameter(u"From", 1); });
+                [&] { query->SetParameter(u"RStart", u"soon"_s); });
+    ExpectError(EngineErrorNumber::UnknownItem, u"RStart, REnd", [&] { query->SetParameter(u"From", 1); });
     ExpectError(EngineErrorNumber::UnknownTable, u"Nothing", [&] { database_->OpenQueryDef(u"Nothing"); });
-    ExpectError(EngineErrorNumber::InvalidArgument, u"open it", [&] { query.Execute(); });
+    ExpectError(EngineErrorNumber::InvalidArgument, u"open it", [&] { query->Execute(); });
 
-    auto free = database_->CreateQueryDef(u"Select Name from Reservation where Attendees = [How many] or Name = Who"_s);
-    free.SetParameter(u"how many", 4);
-    free.SetParameter(u"Who", u"late"_s);
-    EXPECT_FALSE(free.Parameters().front().declared);
+    const auto free =
+        database_->CreateQueryDef(u"Select Name from Reservation where Attendees = [How many] or Name = Who"_s);
+    free->SetParameter(u"how many", 4);
+    free->SetParameter(u"Who", u"late"_s);
+    EXPECT_FALSE(free->Parameters().front().declared);
     site_.Run("INSERT INTO Reservation (Name, Attendees) VALUES ('Extra', 4)");
-    EXPECT_EQ(Shown(*free.OpenRecordset()), u"Late / Extra");
+    EXPECT_EQ(Shown(*free->OpenRecordset()), u"Late / Extra");
 }
 
 TEST_F(OnDatabase, ExecutesActions) {
-    auto tick = database_->OpenQueryDef(u"Tick");
-    EXPECT_TRUE(tick.IsAction());
-    tick.SetParameter(u"Flag", true);
-    EXPECT_EQ(tick.Execute(), 2);
-    ExpectError(EngineErrorNumber::InvalidArgument, u"execute it", [&] { tick.OpenRecordset(); });
+    const auto tick = database_->OpenQueryDef(u"Tick");
+    EXPECT_TRUE(tick->IsAction());
+    tick->SetParameter(u"Flag", true);
+    EXPECT_EQ(tick->Execute(), 2);
+    ExpectError(EngineErrorNumber::InvalidArgument, u"execute it", [&] { tick->OpenRecordset(); });
     EXPECT_EQ(database_->Execute(u"TickAll"), 2);
     EXPECT_EQ(site_.Stored("SELECT sum(SLockStart) || sum(SLockEnd) FROM Reservation"), u"22");
     EXPECT_EQ(database_->Execute(u"INSERT INTO NoteCategory (Name) VALUES ('It''s \"one\"')"), 1);
@@ -188,22 +189,6 @@ TEST(OpeningADatabase, RefusesWhatIsNone) {
     const QString missing = folder.filePath(u"missing.mdb"_s);
     ExpectError(EngineErrorNumber::FileNotFound, u"missing.mdb", [&] { Database::Open(missing); });
     EXPECT_FALSE(QFile::exists(missing));
-}
-
-TEST(OpeningADatabase, WriteAheadFilesWorkAlike) {
-    TestSite site;
-    site.Run("INSERT INTO Reservation (ID, Attendees) VALUES (1, 1)");
-    const auto one = site.Open({.journal = Journal::WriteAhead});
-    const auto two = site.Open({.journal = Journal::WriteAhead});
-    EXPECT_EQ(site.Stored("PRAGMA journal_mode"), u"wal");
-    const auto row = Reservation(*one, 1);
-    const auto same = Reservation(*two, 1);
-    row->Edit();
-    row->Set("Attendees", 2);
-    row->Update();
-    same->Edit();
-    same->Set("Attendees", 3);
-    ExpectError(EngineErrorNumber::RecordChanged, u"Attendees", [&] { same->Update(); });
 }
 
 } // namespace velmora::engine::test

@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
             HoldRead(arguments.value(1).toUtf8(), arguments.value(3).toInt());
             return 0;
         }
-        const auto database = Database::Open(arguments.value(1), {.durability = Durability::Fast});
+        const auto database = Database::Open(arguments.value(1));
         if (task == u"edit") {
             Edit(*database, arguments.value(3).toUtf8(), arguments.value(4).toInt());
         } else if (task == u"delete") {

@@ -36,8 +36,7 @@ TestSite::TestSite() : path_(folder_.filePath(u"Velmora.MDB"_s)) {
     Run(schema.readAll().constData());
 }
 
-std::unique_ptr<Database> TestSite::Open(OpenOptions options) const {
-    options.durability = Durability::Fast;
+std::unique_ptr<Database> TestSite::Open(const OpenOptions& options) const {
     return Database::Open(path_, options);
 }
 

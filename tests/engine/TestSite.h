@@ -17,7 +17,7 @@ public:
     TestSite();
 
     const QString& Path() const { return path_; }
-    std::unique_ptr<Database> Open(OpenOptions options = {}) const;
+    std::unique_ptr<Database> Open(const OpenOptions& options = {}) const;
     // Runs statements by the store's own means, behind the engine's back.
     void Run(const char* sql) const;
     // The first column of the first row, by the store's own means; "NULL" when empty.

@@ -21,7 +21,7 @@ protected:
                               .Open(*database_, u"SELECT Reservation.ID FROM Reservation INNER JOIN Asset ON "
                                                 "Reservation.Asset = Asset.AssetID WHERE "_s +
                                                     condition + u" ORDER BY Reservation.ID"_s)
-                              .OpenRecordset();
+                              ->OpenRecordset();
         QStringList numbers;
         for (; !rows->EndOfFile(); rows->MoveNext()) {
             numbers += rows->FieldAt(0).ToText();

@@ -122,7 +122,7 @@ TEST_F(FuzzTest, FormulasAreRefusedOrRun) {
                       query
                           .Open(*database_,
                                 u"SELECT ID FROM Reservation WHERE "_s + (condition.isEmpty() ? u"True"_s : condition))
-                          .OpenRecordset();
+                          ->OpenRecordset();
                   }),
                   QString())
             << text.toStdString();

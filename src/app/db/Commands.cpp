@@ -102,7 +102,7 @@ void SetParameters(engine::QueryDef& query, const std::vector<ParameterText>& te
     }
 }
 
-engine::QueryDef FindQuery(engine::Database& database, const QString& text) {
+std::unique_ptr<engine::QueryDef> FindQuery(engine::Database& database, const QString& text) {
     const QString name = text.trimmed();
     const QStringList names = database.QueryNames();
     const bool isStored = names.contains(name, Qt::CaseInsensitive);
@@ -111,18 +111,18 @@ engine::QueryDef FindQuery(engine::Database& database, const QString& text) {
 
 ExitCode Query(const CommandLine& line) {
     const std::unique_ptr<engine::Database> database = OpenSite(SiteDatabasePath(line.folder));
-    engine::QueryDef query = FindQuery(*database, line.query);
-    SetParameters(query, line.parameters);
+    const auto query = FindQuery(*database, line.query);
+    SetParameters(*query, line.parameters);
     Output output;
-    if (query.IsAction()) {
+    if (query->IsAction()) {
         // A caller who is told of a failure must find nothing changed, also when only the answer could not be written.
         engine::Transaction transaction(*database);
-        output.Add(QStringLiteral("rows: %1\n").arg(query.Execute()));
+        output.Add(QStringLiteral("rows: %1\n").arg(query->Execute()));
         output.Flush();
         transaction.Commit();
         return ExitCode::Done;
     }
-    PrintRows(*query.OpenRecordset(), output);
+    PrintRows(*query->OpenRecordset(), output);
     output.Flush();
     return ExitCode::Done;
 }

@@ -46,12 +46,11 @@ void Connection::Configure() {
     Run("PRAGMA temp_store = MEMORY; PRAGMA mmap_size = 0; PRAGMA cell_size_check = ON");
 }
 
-void Connection::SetWriting(const OpenOptions& options) {
-    Run(options.durability == Durability::Full ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
-    // Leaving write-ahead mode needs the file for oneself: while others have it open, it stays as it is.
-    const char* journal =
-        options.journal == Journal::WriteAhead ? "PRAGMA journal_mode = WAL" : "PRAGMA journal_mode = DELETE";
-    const int code = sqlite3_exec(handle_, journal, nullptr, nullptr, nullptr);
+void Connection::SetWriting() {
+    Run("PRAGMA synchronous = FULL");
+    // A write-ahead log needs all users on one machine, and the file may lie on a share. Leaving that mode needs the
+    // file for oneself: while others have it open, it stays as it is.
+    const int code = sqlite3_exec(handle_, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
     if (!IsLocked(code)) {
         Check(code);
     }

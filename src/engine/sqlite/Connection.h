@@ -23,7 +23,7 @@ public:
     Connection& operator=(const Connection&) = delete;
 
     // Sets how changes are written. Throws Damaged, DiskError.
-    void SetWriting(const OpenOptions& options);
+    void SetWriting();
 
     sqlite3* Handle() const { return handle_; }
 

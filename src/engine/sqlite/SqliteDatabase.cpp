@@ -26,7 +26,7 @@ SqliteDatabase::SqliteDatabase(const QString& path, const OpenOptions& options)
     : path_(path), session_(std::make_shared<Session>(JoinChecked(path), path, options)) {
     session_->Store().SetDamageHook([path] { LeaveDamageMark(path); });
     CheckOpened(session_->Store().Handle(), path_, options);
-    session_->Store().SetWriting(options);
+    session_->Store().SetWriting();
 }
 
 std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(QStringView source, RecordsetKind kind) {
@@ -45,7 +45,7 @@ qint64 SqliteDatabase::Execute(QStringView sql) {
     });
 }
 
-QueryDef SqliteDatabase::OpenQueryDef(QStringView name) {
+std::unique_ptr<QueryDef> SqliteDatabase::OpenQueryDef(QStringView name) {
     const auto find = [&] {
         const QString* text = session_->Catalog().FindQuery(name);
         if (text == nullptr) {
@@ -57,8 +57,8 @@ QueryDef SqliteDatabase::OpenQueryDef(QStringView name) {
     return CreateQueryDef(session_->OnCurrentSchema(find));
 }
 
-QueryDef SqliteDatabase::CreateQueryDef(const QString& sql) {
-    return QueryDef(std::make_unique<SqliteQueryDef>(*session_, sql));
+std::unique_ptr<QueryDef> SqliteDatabase::CreateQueryDef(const QString& sql) {
+    return std::make_unique<SqliteQueryDef>(*session_, sql);
 }
 
 void SqliteDatabase::Idle(IdleOption option) {

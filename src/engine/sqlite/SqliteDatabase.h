@@ -11,20 +11,19 @@ public:
 
     std::unique_ptr<Recordset> OpenRecordset(QStringView source, RecordsetKind kind) override;
     qint64 Execute(QStringView sql) override;
-    QueryDef OpenQueryDef(QStringView name) override;
-    QueryDef CreateQueryDef(const QString& sql) override;
+    std::unique_ptr<QueryDef> OpenQueryDef(QStringView name) override;
+    std::unique_ptr<QueryDef> CreateQueryDef(const QString& sql) override;
     QStringList QueryNames() const override { return session_->Catalog().QueryNames(); }
     void Idle(IdleOption option) override;
     const dialect::Catalog& Schema() const override { return session_->Catalog(); }
     const QString& Path() const override { return path_; }
-
-private:
     void BeginTransaction() override { session_->Begin(); }
     void CommitTransaction() override { session_->Commit(); }
     void RollbackTransaction() noexcept override { session_->Rollback(); }
     void BeginReading() override { session_->BeginReading(); }
     void EndReading() noexcept override { session_->EndReading(); }
 
+private:
     QString path_;
     std::shared_ptr<Session> session_;
 };

@@ -10,7 +10,7 @@ std::unique_ptr<Recordset> OpenOn(Session& session, std::unique_ptr<RecordsetSto
 // Runs the text as an action in a transaction of its own; returns the rows affected.
 qint64 RunAction(Session& session, QueryInput& input, const std::vector<NamedValue>& parameters);
 
-class SqliteQueryDef final : public QueryDef::Implementation {
+class SqliteQueryDef final : public QueryDef {
 public:
     // Throws for a text that does not compile.
     SqliteQueryDef(Session& session, const QString& text);

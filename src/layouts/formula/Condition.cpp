@@ -75,10 +75,10 @@ QString QueryText::WithParameters(const QString& statement) const {
     return declarations_.isEmpty() ? statement : u"PARAMETERS "_s + declarations_.join(u", "_s) + u"; "_s + statement;
 }
 
-engine::QueryDef QueryText::Open(engine::Database& database, const QString& statement) const {
-    engine::QueryDef query = database.CreateQueryDef(WithParameters(statement));
+std::unique_ptr<engine::QueryDef> QueryText::Open(engine::Database& database, const QString& statement) const {
+    auto query = database.CreateQueryDef(WithParameters(statement));
     for (const engine::NamedValue& value : values_) {
-        query.SetParameter(value.name, value.value);
+        query->SetParameter(value.name, value.value);
     }
     return query;
 }

@@ -16,7 +16,7 @@ public:
     void Declare(const QString& name, engine::dialect::SqlType type);
 
     // The query behind a PARAMETERS clause, its values set.
-    engine::QueryDef Open(engine::Database& database, const QString& statement) const;
+    std::unique_ptr<engine::QueryDef> Open(engine::Database& database, const QString& statement) const;
     QString WithParameters(const QString& statement) const;
 
 private:
