@@ -34,7 +34,7 @@ public:
     engine::QueryDef CreateQueryDef(const QString& sql) override { return database_.CreateQueryDef(sql); }
     QStringList QueryNames() const override { return database_.QueryNames(); }
     void Idle(engine::IdleOption option) override { database_.Idle(option); }
-    const engine::dialect::Catalog& Schema() const override { return database_.Schema(); }
+    const engine::Catalog& Schema() const override { return database_.Schema(); }
     const QString& Path() const override { return database_.Path(); }
 
 private:

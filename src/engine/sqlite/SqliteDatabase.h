@@ -15,7 +15,7 @@ public:
     QueryDef CreateQueryDef(const QString& sql) override;
     QStringList QueryNames() const override { return session_->Catalog().QueryNames(); }
     void Idle(IdleOption option) override;
-    const dialect::Catalog& Schema() const override { return session_->Catalog(); }
+    const Catalog& Schema() const override { return session_->Catalog(); }
     const QString& Path() const override { return path_; }
 
 private:
