@@ -1,14 +1,16 @@
-# velmora_library(NAME <folder> LAYER <n> [SOURCES ...] [HEADERS ...] [DEPENDS ...] [LINK ...] [PRIVATE_LINK ...])
+# velmora_library(NAME <folder> LAYER <n> [SOURCES ...] [HEADERS ...] [DEPENDS ...] [ONLY_FOR ...] [LINK ...]
+#   [PRIVATE_LINK ...])
 #
 # Declares the library of one folder below src/. A library may link and include only libraries of a lower
-# layer; a link that goes up or sideways, or an include of a library that DEPENDS does not name, ends the
-# configure run with the offending line. DEPENDS names libraries of this project, LINK and PRIVATE_LINK
-# imported targets. Every header is compiled on its own by the target all_verify_interface_header_sets.
-# NAME is the folder (base), or <folder>_windows for the folder's windows.
+# layer; a link that goes up or sideways, an include of a header that belongs to a library which DEPENDS does not
+# reach, or to one that is ONLY_FOR others, ends the configure run with the offending line. DEPENDS and ONLY_FOR name
+# libraries of this project, LINK and PRIVATE_LINK imported targets. Every header is compiled on its own by the target
+# all_verify_interface_header_sets.
+# NAME is the folder (base), <folder>_<part> for a folder inside of it (engine_dialect, notes_windows).
 set_property(GLOBAL PROPERTY VELMORA_LIBRARIES "")
 
 function(velmora_library)
-  cmake_parse_arguments(ARG "" "NAME;LAYER" "SOURCES;HEADERS;DEPENDS;LINK;PRIVATE_LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "NAME;LAYER" "SOURCES;HEADERS;DEPENDS;ONLY_FOR;LINK;PRIVATE_LINK" ${ARGN})
   set(target velmora_${ARG_NAME})
   if(ARG_SOURCES)
     add_library(${target} STATIC ${ARG_SOURCES})
@@ -39,6 +41,11 @@ function(velmora_library)
   set_property(GLOBAL PROPERTY VELMORA_DEPENDS_${ARG_NAME} "${ARG_DEPENDS}")
   set_property(GLOBAL PROPERTY VELMORA_FILES_${ARG_NAME} "${ARG_SOURCES};${ARG_HEADERS}")
   set_property(GLOBAL PROPERTY VELMORA_DIR_${ARG_NAME} "${CMAKE_CURRENT_SOURCE_DIR}")
+  set_property(GLOBAL PROPERTY VELMORA_ONLY_FOR_${ARG_NAME} "${ARG_ONLY_FOR}")
+  foreach(header IN LISTS ARG_HEADERS)
+    file(RELATIVE_PATH included "${PROJECT_SOURCE_DIR}/src" "${CMAKE_CURRENT_SOURCE_DIR}/${header}")
+    set_property(GLOBAL PROPERTY "VELMORA_OWNER_${included}" ${ARG_NAME})
+  endforeach()
 endfunction()
 
 # All libraries that `name` may use: itself, and what its DEPENDS reach.
@@ -80,14 +87,16 @@ function(velmora_check_layers)
       set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
       file(STRINGS "${path}" includes REGEX "^#include \"[^\"]+\"")
       foreach(line IN LISTS includes)
-        string(REGEX REPLACE "^#include \"([^/\"]*)/?[^\"]*\".*" "\\1" folder "${line}")
-        string(REGEX MATCH "/windows/" window "${line}")
-        set(needed "${folder}")
-        if(window)
-          set(needed "${folder}_windows")
+        string(REGEX REPLACE "^#include \"([^\"]+)\".*" "\\1" included "${line}")
+        get_property(owner GLOBAL PROPERTY "VELMORA_OWNER_${included}")
+        if(NOT owner OR owner STREQUAL name)
+          continue()
         endif()
-        if(needed IN_LIST libraries AND NOT needed IN_LIST reachable)
-          message(FATAL_ERROR "${path} has ${line}, but the library ${name} does not depend on ${needed}")
+        get_property(users GLOBAL PROPERTY VELMORA_ONLY_FOR_${owner})
+        if(NOT owner IN_LIST reachable)
+          message(FATAL_ERROR "${path} has ${line}, but the library ${name} does not depend on ${owner}")
+        elseif(users AND NOT name IN_LIST users)
+          message(FATAL_ERROR "${path} has ${line}, but the library ${owner} is only for ${users}")
         endif()
       endforeach()
     endforeach()

@@ -14,9 +14,7 @@
 
 namespace velmora::engine {
 
-namespace dialect {
 class Catalog;
-}
 
 enum class IdleOption {
     FreeLocks,    // gives up read locks that are still held
@@ -98,7 +96,7 @@ public:
     virtual void Idle(IdleOption option) = 0;
 
     // Tables, columns and stored queries as they were when last read.
-    virtual const dialect::Catalog& Schema() const = 0;
+    virtual const Catalog& Schema() const = 0;
     virtual const QString& Path() const = 0;
 
     // What Transaction and ReadScope stand on, which callers use instead of these. Transactions do not nest; read

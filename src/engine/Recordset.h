@@ -2,6 +2,7 @@
 
 #include "base/Value.h"
 #include "engine/EngineError.h"
+#include "engine/FieldType.h"
 
 #include <QString>
 #include <QStringView>
@@ -11,8 +12,6 @@
 #include <vector>
 
 namespace velmora::engine {
-
-enum class FieldType { Unknown, YesNo, Integer, Real, Text, DateTime };
 
 enum class RecordsetKind {
     Snapshot,  // the rows as they were when the set was opened; cannot be changed

@@ -1,7 +1,7 @@
 #include "layouts/FieldFormat.h"
 
 #include "base/Translate.h"
-#include "engine/dialect/Types.h"
+#include "engine/FieldType.h"
 
 #include <QStringList>
 
@@ -10,30 +10,30 @@
 namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
-using engine::dialect::SqlType;
+using engine::FieldType;
 
 namespace {
 
 struct NamedFormat {
     QStringView name;
     FieldFormat format;
-    SqlType type;
+    FieldType type;
 };
 
 constexpr std::array namedFormats = std::to_array<NamedFormat>({
-    {u"date", FieldFormat::ShortDate, SqlType::DateTime},
-    {u"long date", FieldFormat::LongDate, SqlType::DateTime},
-    {u"weekday", FieldFormat::Weekday, SqlType::DateTime},
-    {u"time", FieldFormat::Time, SqlType::DateTime},
-    {u"closing date", FieldFormat::ClosingDate, SqlType::DateTime},
-    {u"closing long date", FieldFormat::ClosingLongDate, SqlType::DateTime},
-    {u"closing time", FieldFormat::ClosingTime, SqlType::DateTime},
-    {u"money", FieldFormat::Money, SqlType::Real},
-    {u"initial", FieldFormat::Initial, SqlType::Text},
+    {u"date", FieldFormat::ShortDate, FieldType::DateTime},
+    {u"long date", FieldFormat::LongDate, FieldType::DateTime},
+    {u"weekday", FieldFormat::Weekday, FieldType::DateTime},
+    {u"time", FieldFormat::Time, FieldType::DateTime},
+    {u"closing date", FieldFormat::ClosingDate, FieldType::DateTime},
+    {u"closing long date", FieldFormat::ClosingLongDate, FieldType::DateTime},
+    {u"closing time", FieldFormat::ClosingTime, FieldType::DateTime},
+    {u"money", FieldFormat::Money, FieldType::Real},
+    {u"initial", FieldFormat::Initial, FieldType::Text},
 });
 
-bool Suits(SqlType wanted, SqlType type) {
-    return wanted == type || (wanted == SqlType::Real && engine::dialect::IsNumber(type));
+bool Suits(FieldType wanted, FieldType type) {
+    return wanted == type || (wanted == FieldType::Real && engine::IsNumber(type));
 }
 
 bool IsMidnight(DateTime moment) {
@@ -72,23 +72,23 @@ QString InitialOf(const QString& text) {
 
 } // namespace
 
-FormatChoice ParseFieldFormat(const QString& text, SqlType type) {
+FormatChoice ParseFieldFormat(const QString& text, FieldType type) {
     const QString name = text.trimmed();
     QStringList choices;
     for (const NamedFormat& each : namedFormats) {
         if (each.name == name) {
             if (!Suits(each.type, type)) {
                 throw TemplateFault{u"the format \"%1\" is for %2, and the field holds %3"_s.arg(
-                    name, engine::dialect::Describe(each.type), engine::dialect::Describe(type))};
+                    name, engine::Describe(each.type), engine::Describe(type))};
             }
             return {each.format, {}};
         }
         choices += each.name.toString();
     }
     if (name.startsWith(u"if ")) {
-        if (type != SqlType::YesNo) {
+        if (type != FieldType::YesNo) {
             throw TemplateFault{u"the format \"if\" is for %1, and the field holds %2"_s.arg(
-                engine::dialect::Describe(SqlType::YesNo), engine::dialect::Describe(type))};
+                engine::Describe(FieldType::YesNo), engine::Describe(type))};
         }
         return {FieldFormat::If, name.sliced(3).trimmed()};
     }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/LocaleText.h"
+#include "engine/Catalog.h"
 #include "engine/Recordset.h"
-#include "engine/dialect/Catalog.h"
 
 #include <QString>
 
@@ -36,7 +36,7 @@ struct FormatChoice {
 
 // The format that a layout names behind a field's colon. Throws TemplateFault: no such format, or none for a field of
 // that kind.
-FormatChoice ParseFieldFormat(const QString& text, engine::dialect::SqlType type);
+FormatChoice ParseFieldFormat(const QString& text, engine::FieldType type);
 
 // A field as a person reads it; nothing for an empty field.
 QString FormatField(const engine::Field& field, FieldFormat format, const LocaleText& locale,

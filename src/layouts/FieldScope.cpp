@@ -8,7 +8,7 @@ namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
 
-bool FieldScope::Add(const engine::dialect::CatalogTable& table, const QString& alias) {
+bool FieldScope::Add(const engine::CatalogTable& table, const QString& alias) {
     const QString name = alias.isEmpty() ? table.name : alias;
     if (FindTable(name) != nullptr) {
         return false;
@@ -33,7 +33,7 @@ std::optional<FieldName> FieldScope::Find(QStringView name) const {
     if (entry == nullptr) {
         return std::nullopt;
     }
-    for (const engine::dialect::CatalogColumn& column : entry->table->columns) {
+    for (const engine::CatalogColumn& column : entry->table->columns) {
         if (name.sliced(point + 1).compare(column.name, Qt::CaseInsensitive) == 0) {
             return FieldName{entry->name, column.name, column.type};
         }
@@ -44,7 +44,7 @@ std::optional<FieldName> FieldScope::Find(QStringView name) const {
 QString FieldScope::Choices(QStringView name) const {
     QStringList names;
     if (const Entry* entry = FindTable(name.first(std::max<qsizetype>(name.lastIndexOf(u'.'), 0)))) {
-        for (const engine::dialect::CatalogColumn& column : entry->table->columns) {
+        for (const engine::CatalogColumn& column : entry->table->columns) {
             names += column.name;
         }
         return u"the fields of %1 are %2"_s.arg(entry->name, names.join(u", "_s));

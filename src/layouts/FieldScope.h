@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/dialect/Catalog.h"
+#include "engine/Catalog.h"
 
 #include <QString>
 
@@ -14,7 +14,7 @@ struct FieldName {
     // The table's name in the layout: its alias, or its own name.
     QString table;
     QString field;
-    engine::dialect::SqlType type = engine::dialect::SqlType::Unknown;
+    engine::FieldType type = engine::FieldType::Unknown;
     friend bool operator==(const FieldName&, const FieldName&) = default;
 };
 
@@ -23,7 +23,7 @@ struct FieldName {
 class FieldScope {
 public:
     // `alias` may be empty. Returns false when the name is taken already.
-    bool Add(const engine::dialect::CatalogTable& table, const QString& alias);
+    bool Add(const engine::CatalogTable& table, const QString& alias);
 
     // The field "Table.Field", letter case ignored; none when there is no such table or field.
     std::optional<FieldName> Find(QStringView name) const;
@@ -33,7 +33,7 @@ public:
 private:
     struct Entry {
         QString name;
-        const engine::dialect::CatalogTable* table;
+        const engine::CatalogTable* table;
     };
     const Entry* FindTable(QStringView name) const;
 

@@ -36,7 +36,7 @@ public:
     }
     QStringList QueryNames() const override { return database_.QueryNames(); }
     void Idle(engine::IdleOption option) override { database_.Idle(option); }
-    const engine::dialect::Catalog& Schema() const override { return database_.Schema(); }
+    const engine::Catalog& Schema() const override { return database_.Schema(); }
     const QString& Path() const override { return database_.Path(); }
     void BeginTransaction() override { database_.BeginTransaction(); }
     void CommitTransaction() override { database_.CommitTransaction(); }

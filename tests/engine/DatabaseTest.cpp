@@ -1,6 +1,6 @@
 #include "tests/engine/TestSite.h"
 
-#include "engine/dialect/Catalog.h"
+#include "engine/Catalog.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -161,7 +161,7 @@ TEST_F(OnDatabase, SeesChangedTablesAndQueries) {
     const auto* table = database_->Schema().FindTable(u"FRESH");
     ASSERT_NE(table, nullptr);
     EXPECT_TRUE(table->keyIsRowNumber);
-    EXPECT_EQ(table->columns[2].type, dialect::SqlType::Unknown);
+    EXPECT_EQ(table->columns[2].type, FieldType::Unknown);
     const auto* links = database_->Schema().FindTable(u"asset/person");
     ASSERT_NE(links, nullptr);
     EXPECT_EQ(links->key, (std::vector<int>{0, 1, 2}));

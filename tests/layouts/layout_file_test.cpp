@@ -134,9 +134,9 @@ TEST_F(LayoutFileTest, TheDocumentKnowsTheTablesAndItsExampleRuns) {
     for (const QString& table : store_->Rows(u"SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
                                              "'sqlite%' AND name NOT IN ('StoredQuery', 'PrintAttributes')"_s)) {
         const QString fields = document.section(u"\n| `"_s + table + u"` | "_s, 1).section(u'\n', 0, 0);
-        for (const engine::dialect::CatalogColumn& each : database_->Schema().FindTable(table)->columns) {
+        for (const engine::CatalogColumn& each : database_->Schema().FindTable(table)->columns) {
             const QString name = u'`' + each.name + u'`';
-            const bool isText = each.type == engine::dialect::SqlType::Text;
+            const bool isText = each.type == engine::FieldType::Text;
             EXPECT_TRUE(fields.contains(name + (isText ? u""_s : u" ("_s)))
                 << table.toStdString() << name.toStdString();
         }

@@ -80,17 +80,13 @@ QString TypeInWords(FieldType type) {
     switch (type) {
     case FieldType::YesNo:
         return QStringLiteral("true or false");
-    case FieldType::Integer:
-        return QStringLiteral("a whole number");
-    case FieldType::Real:
-        return QStringLiteral("a number");
     case FieldType::DateTime:
-        return QStringLiteral("a date-time as YYYY-MM-DD or YYYY-MM-DD HH:MM:SS");
-    case FieldType::Text:
+        return DescribeValues(type) + QStringLiteral(" as YYYY-MM-DD or YYYY-MM-DD HH:MM:SS");
     case FieldType::Unknown:
-        break;
+        return DescribeValues(FieldType::Text);
+    default:
+        return DescribeValues(type);
     }
-    return QStringLiteral("a text");
 }
 
 } // namespace velmora::db

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Value.h"
-#include "engine/dialect/Catalog.h"
+#include "engine/Catalog.h"
 
 #include <QString>
 
@@ -67,7 +67,7 @@ struct Expression {
     std::vector<std::unique_ptr<Expression>> operands;
     std::unique_ptr<Query> query;
 
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
     const Source* source = nullptr; // Name: where the field comes from; null for a parameter
     int column = -1;                // its place in source->columns
     int parameter = -1;             // Name: its place among the statement's parameters
@@ -80,7 +80,7 @@ using ExpressionPtr = std::unique_ptr<Expression>;
 struct SourceColumn {
     QString name;
     QString table; // the table or alias that the field has inside of a sub-select
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
     int base = -1; // which of the source's `bases` it is a plain column of; -1: of none
     QString baseColumn;
 };
@@ -129,7 +129,7 @@ struct SelectItem {
 struct OutputColumn {
     QString name;
     QString table;
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
     const Expression* expression = nullptr;
     bool aliased = false;
     int base = -1; // which of the select's `origins` it is a plain column of; -1: of none
@@ -168,13 +168,13 @@ struct Query {
     std::vector<Select> selects; // joined by UNION
     std::vector<OrderItem> orderBy;
 
-    std::vector<SqlType> types; // of the result columns, over all selects
+    std::vector<FieldType> types; // of the result columns, over all selects
 };
 
 struct ParameterDeclaration {
     qsizetype at = 0;
     QString name;
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
 };
 
 struct Assignment {

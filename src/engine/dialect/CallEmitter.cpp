@@ -35,7 +35,7 @@ SqlText Emitter::EmitArgument(const Expression& expression, ArgumentKind kind) {
     case ArgumentKind::Number:
         return AsNumber(value, expression.type);
     case ArgumentKind::Whole:
-        return ForField(value, expression.type, SqlType::Integer);
+        return ForField(value, expression.type, FieldType::Integer);
     case ArgumentKind::Any:
     case ArgumentKind::Date:
     case ArgumentKind::NumberOrDate:
@@ -81,7 +81,7 @@ SqlText Emitter::EmitDefault(const Expression& expression) {
     if (expression.operands.size() > 1) {
         other = Operand(*expression.operands[1], expression.type);
     } else {
-        const bool number = IsNumber(first.type) || first.type == SqlType::YesNo;
+        const bool number = IsNumber(first.type) || first.type == FieldType::YesNo;
         other.text = number ? "0" : "''";
     }
     SqlText text = CallText("coalesce", std::initializer_list<SqlText>{value, other});
@@ -107,7 +107,7 @@ SqlText Emitter::EmitAggregate(const Expression& expression) {
                 arguments.push_back(std::move(key));
             }
         }
-    } else if (rule.result == ResultRule::AsFirst && operand.type == SqlType::YesNo) {
+    } else if (rule.result == ResultRule::AsFirst && operand.type == FieldType::YesNo) {
         arguments.front() = Truth(arguments.front(), operand.type);
         stored = false;
     } else if (rule.result == ResultRule::AsFirst) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Value.h"
-#include "engine/dialect/Catalog.h"
+#include "engine/Catalog.h"
 
 #include <QByteArray>
 #include <QString>
@@ -16,7 +16,7 @@ enum class StatementKind { Select, Update, Insert, Delete };
 struct ParameterInfo {
     QString name;
     // Unknown for a name that no PARAMETERS clause declares and no table has.
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
     bool declared = false;
 };
 
@@ -31,7 +31,7 @@ struct Binding {
     int index = 0;
     Value constant;
     // The type to bind as: DateTime in its storage form, YesNo as 0 or 1, others as the value is.
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
 };
 
 struct ResultColumn {
@@ -39,7 +39,7 @@ struct ResultColumn {
     QString name;
     // The table name or alias as written in the text; empty for an expression.
     QString table;
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
     // Index into `bases` and the column's schema name when the field is a plain column of a base table; else -1.
     int base = -1;
     QString baseColumn;

@@ -18,76 +18,76 @@ QByteArray Quoted(const QString& name) {
 }
 
 // 1 for true, 0 for false, NULL for neither.
-SqlText Emitter::Truth(const SqlText& value, SqlType type) {
-    if (type == SqlType::YesNo && !value.stored) {
+SqlText Emitter::Truth(const SqlText& value, FieldType type) {
+    if (type == FieldType::YesNo && !value.stored) {
         return value;
     }
     return Infix(value, "<>", {QByteArrayLiteral("0")}, Binds::Equality);
 }
 
-SqlText Emitter::AsNumber(const SqlText& value, SqlType type) {
-    if (type == SqlType::YesNo) {
+SqlText Emitter::AsNumber(const SqlText& value, FieldType type) {
+    if (type == FieldType::YesNo) {
         const SqlText truth = Truth(value, type).Within(Binds::Whole);
         return {'-' + truth.text, Binds::Sign, truth.pending + 1, false};
     }
-    return type == SqlType::Unknown ? CallOne("dialect_number", value) : value;
+    return type == FieldType::Unknown ? CallOne("dialect_number", value) : value;
 }
 
-SqlText Emitter::AsText(const SqlText& value, SqlType type) {
+SqlText Emitter::AsText(const SqlText& value, FieldType type) {
     switch (type) {
-    case SqlType::Text:
+    case FieldType::Text:
         return value;
-    case SqlType::Integer:
+    case FieldType::Integer:
         return {"CAST(" + value.text + " AS TEXT)", Binds::Whole, value.pending + 2, false};
-    case SqlType::DateTime:
+    case FieldType::DateTime:
         return CallOne("dialect_general_date", value);
-    case SqlType::YesNo: {
+    case FieldType::YesNo: {
         const SqlText truth = Truth(value, type);
         return {"CASE " + truth.text + " WHEN 1 THEN 'True' WHEN 0 THEN 'False' END", Binds::Whole, truth.pending + 5,
                 false};
     }
-    case SqlType::Real:
-    case SqlType::Unknown:
+    case FieldType::Real:
+    case FieldType::Unknown:
         break;
     }
     return CallOne("dialect_text", value);
 }
 
-SqlText Emitter::Convert(const SqlText& value, SqlType from, SqlType to) {
-    if (from == to || to == SqlType::Unknown) {
+SqlText Emitter::Convert(const SqlText& value, FieldType from, FieldType to) {
+    if (from == to || to == FieldType::Unknown) {
         return value;
     }
-    if (from == SqlType::Unknown) {
+    if (from == FieldType::Unknown) {
         SqlText result = value;
         result.stored = true;
         return result;
     }
-    return to == SqlType::Text ? AsText(value, from) : AsNumber(value, from);
+    return to == FieldType::Text ? AsText(value, from) : AsNumber(value, from);
 }
 
 // As a field of a table keeps it: flags as 0 or 1, whole numbers whole, dates always with the time.
-SqlText Emitter::ForField(const SqlText& value, SqlType from, SqlType field) {
+SqlText Emitter::ForField(const SqlText& value, FieldType from, FieldType field) {
     switch (field) {
-    case SqlType::YesNo:
+    case FieldType::YesNo:
         return Truth(value, from);
-    case SqlType::Integer:
-        return from == SqlType::Integer ? value
-               : from == SqlType::YesNo ? AsNumber(value, from)
-                                        : CallOne("dialect_whole", value);
-    case SqlType::Real:
+    case FieldType::Integer:
+        return from == FieldType::Integer ? value
+               : from == FieldType::YesNo ? AsNumber(value, from)
+                                          : CallOne("dialect_whole", value);
+    case FieldType::Real:
         return AsNumber(value, from);
-    case SqlType::Text:
+    case FieldType::Text:
         return AsText(value, from);
-    case SqlType::DateTime:
-        return from == SqlType::DateTime ? value : CallOne("dialect_moment", value);
-    case SqlType::Unknown:
+    case FieldType::DateTime:
+        return from == FieldType::DateTime ? value : CallOne("dialect_moment", value);
+    case FieldType::Unknown:
         break;
     }
     return value;
 }
 
-SqlText Emitter::Collated(const SqlText& value, SqlType type) {
-    if (type != SqlType::Text && type != SqlType::Unknown) {
+SqlText Emitter::Collated(const SqlText& value, FieldType type) {
+    if (type != FieldType::Text && type != FieldType::Unknown) {
         return value;
     }
     const SqlText inner = value.Within(Binds::Collation);

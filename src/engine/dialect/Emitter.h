@@ -94,17 +94,17 @@ private:
     SqlText EmitAggregate(const Expression& expression);
     SqlText EmitArgument(const Expression& expression, ArgumentKind kind);
     // The operand's value, turned into another kind.
-    SqlText Operand(const Expression& expression, SqlType type) {
+    SqlText Operand(const Expression& expression, FieldType type) {
         return Convert(Emit(expression), expression.type, type);
     }
 
     // Values of one kind as another (Conversions.cpp)
-    static SqlText Truth(const SqlText& value, SqlType type);
-    static SqlText AsNumber(const SqlText& value, SqlType type);
-    static SqlText AsText(const SqlText& value, SqlType type);
-    static SqlText Convert(const SqlText& value, SqlType from, SqlType to);
-    static SqlText ForField(const SqlText& value, SqlType from, SqlType field);
-    static SqlText Collated(const SqlText& value, SqlType type);
+    static SqlText Truth(const SqlText& value, FieldType type);
+    static SqlText AsNumber(const SqlText& value, FieldType type);
+    static SqlText AsText(const SqlText& value, FieldType type);
+    static SqlText Convert(const SqlText& value, FieldType from, FieldType to);
+    static SqlText ForField(const SqlText& value, FieldType from, FieldType field);
+    static SqlText Collated(const SqlText& value, FieldType type);
 
     std::vector<Binding> bindings_;
     QHash<int, int> literalNumbers_;   // literal to "?n"

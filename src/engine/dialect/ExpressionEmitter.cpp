@@ -152,14 +152,14 @@ SqlText Emitter::EmitJunction(const Expression& expression, size_t from, size_t 
 SqlText Emitter::EmitComparison(const Expression& expression) {
     const Expression& left = *expression.operands[0];
     const Expression& right = *expression.operands[1];
-    if (left.type == SqlType::YesNo || right.type == SqlType::YesNo) {
+    if (left.type == FieldType::YesNo || right.type == FieldType::YesNo) {
         return EmitFlagComparison(expression);
     }
     const SqlText first = Emit(left);
     SqlText second = Emit(right);
-    const auto isText = [](SqlType type) { return type == SqlType::Text || type == SqlType::Unknown; };
+    const auto isText = [](FieldType type) { return type == FieldType::Text || type == FieldType::Unknown; };
     if (isText(left.type) && isText(right.type)) {
-        second = Collated(second, SqlType::Text);
+        second = Collated(second, FieldType::Text);
     }
     return Combine(expression.op, first, second);
 }
@@ -180,7 +180,7 @@ SqlText Emitter::EmitFlagComparison(const Expression& expression) {
     if (flag.value.ToBool() == (expression.op == Operator::Equal)) {
         return Truth(value, tested.type);
     }
-    if (tested.type == SqlType::YesNo && !value.stored) {
+    if (tested.type == FieldType::YesNo && !value.stored) {
         return Negated(value);
     }
     return Infix(value, "=", {QByteArrayLiteral("0")}, Binds::Equality);
@@ -194,25 +194,25 @@ SqlText Emitter::EmitArithmetic(const Expression& expression) {
     }
     const SqlText first = Emit(left);
     const SqlText second = Emit(right);
-    const auto either = [&](SqlType type) { return left.type == type || right.type == type; };
+    const auto either = [&](FieldType type) { return left.type == type || right.type == type; };
     const bool sum = expression.op == Operator::Add;
-    if (sum && left.type == SqlType::Text && right.type == SqlType::Text) {
+    if (sum && left.type == FieldType::Text && right.type == FieldType::Text) {
         return Combine(Operator::Concatenate, first, second);
     }
     if (sum || expression.op == Operator::Subtract) {
-        if (!sum && left.type == SqlType::DateTime && right.type == SqlType::DateTime) {
+        if (!sum && left.type == FieldType::DateTime && right.type == FieldType::DateTime) {
             return CallWith("dialect_days_between", first, second);
         }
-        if (either(SqlType::Unknown) || either(SqlType::Text)) {
+        if (either(FieldType::Unknown) || either(FieldType::Text)) {
             // What the operands hold decides when the statement runs.
-            const auto operand = [](const SqlText& value, SqlType type) {
-                return type == SqlType::YesNo ? AsNumber(value, type) : value;
+            const auto operand = [](const SqlText& value, FieldType type) {
+                return type == FieldType::YesNo ? AsNumber(value, type) : value;
             };
             return CallWith(sum ? "dialect_add" : "dialect_subtract", operand(first, left.type),
                             operand(second, right.type));
         }
-        if (either(SqlType::DateTime)) {
-            const bool dateFirst = left.type == SqlType::DateTime;
+        if (either(FieldType::DateTime)) {
+            const bool dateFirst = left.type == FieldType::DateTime;
             SqlText days = dateFirst ? AsNumber(second, right.type) : AsNumber(first, left.type);
             if (!sum) {
                 days = days.Within(Binds::Whole);
@@ -226,8 +226,8 @@ SqlText Emitter::EmitArithmetic(const Expression& expression) {
     if (expression.op == Operator::Divide) {
         leftNumber = {"CAST(" + leftNumber.text + " AS REAL)", Binds::Whole, leftNumber.pending + 2, false};
     } else if (expression.op == Operator::Modulo) {
-        leftNumber = left.type == SqlType::Integer ? leftNumber : CallWith("dialect_whole", leftNumber);
-        rightNumber = right.type == SqlType::Integer ? rightNumber : CallWith("dialect_whole", rightNumber);
+        leftNumber = left.type == FieldType::Integer ? leftNumber : CallWith("dialect_whole", leftNumber);
+        rightNumber = right.type == FieldType::Integer ? rightNumber : CallWith("dialect_whole", rightNumber);
     }
     return Combine(expression.op, leftNumber, rightNumber);
 }
@@ -249,14 +249,14 @@ SqlText Emitter::EmitBetween(const Expression& expression) {
     bool flags = false;
     bool texts = true;
     for (const ExpressionPtr& operand : expression.operands) {
-        flags = flags || operand->type == SqlType::YesNo;
-        texts = texts && (operand->type == SqlType::Text || operand->type == SqlType::Unknown);
+        flags = flags || operand->type == FieldType::YesNo;
+        texts = texts && (operand->type == FieldType::Text || operand->type == FieldType::Unknown);
     }
     for (size_t i = 0; i < parts.size(); ++i) {
         const Expression& operand = *expression.operands[i];
         parts[i] = flags ? EmitCondition(operand) : Emit(operand);
         if (texts && i > 0) {
-            parts[i] = Collated(parts[i], SqlType::Text);
+            parts[i] = Collated(parts[i], FieldType::Text);
         }
         parts[i] = parts[i].Within(Binds::Sum);
     }
@@ -267,17 +267,17 @@ SqlText Emitter::EmitBetween(const Expression& expression) {
 }
 
 SqlText Emitter::EmitIn(const Expression& expression) {
-    const auto isText = [](SqlType type) { return type == SqlType::Text || type == SqlType::Unknown; };
-    const SqlType members = expression.query ? expression.query->types.front() : SqlType::Unknown;
-    bool flags = members == SqlType::YesNo;
+    const auto isText = [](FieldType type) { return type == FieldType::Text || type == FieldType::Unknown; };
+    const FieldType members = expression.query ? expression.query->types.front() : FieldType::Unknown;
+    bool flags = members == FieldType::YesNo;
     bool texts = isText(members);
     for (const ExpressionPtr& operand : expression.operands) {
-        flags = flags || operand->type == SqlType::YesNo;
+        flags = flags || operand->type == FieldType::YesNo;
         texts = texts && isText(operand->type);
     }
     const Expression& tested = *expression.operands.front();
     SqlText value = flags ? EmitCondition(tested) : Emit(tested);
-    value = (texts ? Collated(value, SqlType::Text) : value).Within(Binds::Order);
+    value = (texts ? Collated(value, FieldType::Text) : value).Within(Binds::Order);
     SqlText text{value.text + (expression.negated ? " NOT IN (" : " IN ("), Binds::Equality, value.pending, false};
     constexpr int besides = 6;
     if (expression.query) {
@@ -305,9 +305,9 @@ SqlText Emitter::EmitLike(const Expression& expression) {
     if (expression.negated) {
         return Negated(match);
     }
-    const bool field = tested.source && tested.type == SqlType::Text &&
+    const bool field = tested.source && tested.type == FieldType::Text &&
                        tested.source->columns[static_cast<size_t>(tested.column)].base >= 0;
-    if (!field || pattern.kind != Expression::Kind::Literal || pattern.type != SqlType::Text) {
+    if (!field || pattern.kind != Expression::Kind::Literal || pattern.type != FieldType::Text) {
         return match;
     }
     // The texts that begin as the pattern does are one range of an index on the field.
@@ -320,8 +320,8 @@ SqlText Emitter::EmitLike(const Expression& expression) {
         Binding binding;
         binding.source = Binding::Source::Constant;
         binding.constant = text;
-        binding.type = SqlType::Text;
-        return Collated({Bind(std::move(binding))}, SqlType::Text);
+        binding.type = FieldType::Text;
+        return Collated({Bind(std::move(binding))}, FieldType::Text);
     };
     const SqlText low = Combine(Operator::GreaterEqual, value, bound(range->from));
     const SqlText high = Combine(Operator::Less, value, bound(range->below));

@@ -43,7 +43,7 @@ void Resolver::ResolveCondition(Expression& expression, const Scope& scope) {
 }
 
 void Resolver::CheckCondition(const Expression& expression) const {
-    if (expression.type == SqlType::Text || expression.type == SqlType::DateTime) {
+    if (expression.type == FieldType::Text || expression.type == FieldType::DateTime) {
         FailAt(EngineErrorNumber::TypeMismatch,
                QStringLiteral("A condition is expected, not %1").arg(Describe(expression.type)), expression.at);
     }
@@ -55,15 +55,15 @@ void Resolver::ResolveOperands(Expression& expression, const Scope& scope) {
         ResolveExpression(*operand, scope);
     }
     const auto& operands = expression.operands;
-    expression.type = SqlType::YesNo;
+    expression.type = FieldType::YesNo;
     switch (expression.kind) {
     case Kind::Negate:
-        if (operands[0]->type == SqlType::Text || operands[0]->type == SqlType::DateTime) {
+        if (operands[0]->type == FieldType::Text || operands[0]->type == FieldType::DateTime) {
             FailAt(EngineErrorNumber::TypeMismatch,
                    QStringLiteral("A number is expected behind the sign, not %1").arg(Describe(operands[0]->type)),
                    operands[0]->at);
         }
-        expression.type = operands[0]->type == SqlType::YesNo ? SqlType::Integer : operands[0]->type;
+        expression.type = operands[0]->type == FieldType::YesNo ? FieldType::Integer : operands[0]->type;
         break;
     case Kind::Binary:
         ResolveBinary(expression);
@@ -95,59 +95,59 @@ void Resolver::ResolveOperands(Expression& expression, const Scope& scope) {
 void Resolver::ResolveBinary(Expression& expression) {
     if (IsComparison(expression.op)) {
         CheckComparable(*expression.operands[0], *expression.operands[1], expression.at);
-        expression.type = SqlType::YesNo;
+        expression.type = FieldType::YesNo;
     } else {
         expression.type = ArithmeticType(expression);
     }
 }
 
-SqlType Resolver::ArithmeticType(const Expression& expression) const {
-    const SqlType left = expression.operands[0]->type;
-    const SqlType right = expression.operands[1]->type;
-    const auto either = [&](SqlType type) { return left == type || right == type; };
+FieldType Resolver::ArithmeticType(const Expression& expression) const {
+    const FieldType left = expression.operands[0]->type;
+    const FieldType right = expression.operands[1]->type;
+    const auto either = [&](FieldType type) { return left == type || right == type; };
     const auto mismatch = [&](const QString& hint) {
         FailAt(EngineErrorNumber::TypeMismatch,
                QStringLiteral("%1 and %2 do not go together%3").arg(Describe(left), Describe(right), hint),
                expression.at);
     };
     if (expression.op == Operator::Concatenate) {
-        return SqlType::Text;
+        return FieldType::Text;
     }
-    if (either(SqlType::Text)) {
-        const bool joins = expression.op == Operator::Add && (left == right || either(SqlType::Unknown));
+    if (either(FieldType::Text)) {
+        const bool joins = expression.op == Operator::Add && (left == right || either(FieldType::Unknown));
         if (!joins) {
             mismatch(expression.op == Operator::Add ? QStringLiteral(" (& joins texts)") : QString());
         }
-        return SqlType::Text;
+        return FieldType::Text;
     }
-    if (either(SqlType::DateTime)) {
-        const bool dateFirst = left == SqlType::DateTime;
+    if (either(FieldType::DateTime)) {
+        const bool dateFirst = left == FieldType::DateTime;
         if (expression.op == Operator::Subtract && dateFirst) {
-            return right == SqlType::DateTime  ? SqlType::Real
-                   : right == SqlType::Unknown ? SqlType::Unknown
-                                               : SqlType::DateTime;
+            return right == FieldType::DateTime  ? FieldType::Real
+                   : right == FieldType::Unknown ? FieldType::Unknown
+                                                 : FieldType::DateTime;
         }
-        if (expression.op == Operator::Subtract && left == SqlType::Unknown) {
-            return SqlType::Real;
+        if (expression.op == Operator::Subtract && left == FieldType::Unknown) {
+            return FieldType::Real;
         }
         if (expression.op != Operator::Add || left == right) {
             mismatch({});
         }
-        return SqlType::DateTime;
+        return FieldType::DateTime;
     }
     switch (expression.op) {
     case Operator::Divide:
-        return SqlType::Real;
+        return FieldType::Real;
     case Operator::Modulo:
-        return SqlType::Integer;
+        return FieldType::Integer;
     case Operator::Multiply:
         break;
     default:
-        if (either(SqlType::Unknown)) {
-            return SqlType::Unknown;
+        if (either(FieldType::Unknown)) {
+            return FieldType::Unknown;
         }
     }
-    return either(SqlType::Real) || either(SqlType::Unknown) ? SqlType::Real : SqlType::Integer;
+    return either(FieldType::Real) || either(FieldType::Unknown) ? FieldType::Real : FieldType::Integer;
 }
 
 void Resolver::CheckComparable(const Expression& first, const Expression& second, qsizetype at) const {
@@ -155,10 +155,10 @@ void Resolver::CheckComparable(const Expression& first, const Expression& second
         return;
     }
     QString hint;
-    const auto either = [&](SqlType type) { return first.type == type || second.type == type; };
-    if (either(SqlType::DateTime)) {
+    const auto either = [&](FieldType type) { return first.type == type || second.type == type; };
+    if (either(FieldType::DateTime)) {
         hint = QStringLiteral(" (a date is written between # marks)");
-    } else if (either(SqlType::Text)) {
+    } else if (either(FieldType::Text)) {
         hint = QStringLiteral(" (a text stands in quotes, a number without)");
     }
     FailAt(EngineErrorNumber::TypeMismatch,
@@ -169,7 +169,7 @@ void Resolver::ResolveIn(Expression& expression, const Scope& scope) {
     for (const ExpressionPtr& operand : expression.operands) {
         ResolveExpression(*operand, scope);
     }
-    expression.type = SqlType::YesNo;
+    expression.type = FieldType::YesNo;
     const Expression& value = *expression.operands.front();
     for (size_t i = 1; i < expression.operands.size(); ++i) {
         CheckComparable(value, *expression.operands[i], expression.operands[i]->at);
@@ -190,7 +190,7 @@ void Resolver::ResolveIn(Expression& expression, const Scope& scope) {
 void Resolver::ResolveSubquery(Expression& expression, const Scope& scope) {
     ResolveQuery(*expression.query, &scope);
     if (expression.kind == Expression::Kind::Exists) {
-        expression.type = SqlType::YesNo;
+        expression.type = FieldType::YesNo;
         return;
     }
     if (expression.query->types.size() != 1) {
@@ -333,8 +333,8 @@ void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
 void Resolver::CheckArgument(const Expression& call, size_t index) const {
     const FunctionRule& rule = FunctionAt(call.function);
     const Expression& operand = *call.operands[index];
-    const SqlType type = operand.type;
-    const bool numeric = IsNumber(type) || type == SqlType::YesNo || type == SqlType::Unknown;
+    const FieldType type = operand.type;
+    const bool numeric = IsNumber(type) || type == FieldType::YesNo || type == FieldType::Unknown;
     bool fits = true;
     QString wanted;
     switch (rule.arguments[index]) {
@@ -350,11 +350,11 @@ void Resolver::CheckArgument(const Expression& call, size_t index) const {
         wanted = QStringLiteral("a number");
         break;
     case ArgumentKind::Date:
-        fits = type == SqlType::DateTime || type == SqlType::Unknown;
+        fits = type == FieldType::DateTime || type == FieldType::Unknown;
         wanted = QStringLiteral("a date (written between # marks)");
         break;
     case ArgumentKind::Interval:
-        fits = type == SqlType::Text || type == SqlType::Unknown;
+        fits = type == FieldType::Text || type == FieldType::Unknown;
         wanted = QStringLiteral("the short name of an interval");
         if (operand.kind == Expression::Kind::Literal && operand.value.IsText() &&
             !IntervalOf(operand.value.ToText())) {
@@ -365,7 +365,7 @@ void Resolver::CheckArgument(const Expression& call, size_t index) const {
         }
         break;
     case ArgumentKind::NumberOrDate:
-        fits = type == SqlType::DateTime || IsNumber(type) || type == SqlType::Unknown;
+        fits = type == FieldType::DateTime || IsNumber(type) || type == FieldType::Unknown;
         wanted = QStringLiteral("a number or a date");
         break;
     }
@@ -376,36 +376,36 @@ void Resolver::CheckArgument(const Expression& call, size_t index) const {
     }
 }
 
-SqlType Resolver::CallType(const Expression& expression) const {
+FieldType Resolver::CallType(const Expression& expression) const {
     const FunctionRule& rule = FunctionAt(expression.function);
-    const SqlType first = expression.operands.empty() ? SqlType::Unknown : expression.operands.front()->type;
+    const FieldType first = expression.operands.empty() ? FieldType::Unknown : expression.operands.front()->type;
     switch (rule.result) {
     case ResultRule::YesNo:
-        return SqlType::YesNo;
+        return FieldType::YesNo;
     case ResultRule::Integer:
-        return SqlType::Integer;
+        return FieldType::Integer;
     case ResultRule::Real:
-        return SqlType::Real;
+        return FieldType::Real;
     case ResultRule::Text:
-        return SqlType::Text;
+        return FieldType::Text;
     case ResultRule::DateTime:
-        return SqlType::DateTime;
+        return FieldType::DateTime;
     case ResultRule::AsFirst:
         return first;
     case ResultRule::AsFirstNumber:
-        return first == SqlType::YesNo ? SqlType::Integer : first == SqlType::Unknown ? SqlType::Real : first;
+        return first == FieldType::YesNo ? FieldType::Integer : first == FieldType::Unknown ? FieldType::Real : first;
     case ResultRule::WholeOfFirst:
-        return first == SqlType::DateTime || first == SqlType::Unknown ? first : SqlType::Integer;
+        return first == FieldType::DateTime || first == FieldType::Unknown ? first : FieldType::Integer;
     case ResultRule::CommonOfAll: {
         // The condition of IIf is none of the results.
-        SqlType common = SqlType::Unknown;
+        FieldType common = FieldType::Unknown;
         for (size_t i = rule.form == FunctionForm::Choice ? 1 : 0; i < expression.operands.size(); ++i) {
             common = CommonType(common, expression.operands[i]->type);
         }
         return common;
     }
     }
-    return SqlType::Unknown;
+    return FieldType::Unknown;
 }
 
 } // namespace velmora::engine::dialect

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/dialect/Catalog.h"
+#include "engine/Catalog.h"
 
 #include <QStringView>
 

@@ -21,14 +21,14 @@ void AppendOutputs(const Query& query, std::vector<OrderKey>& keys) {
 
 void AppendTableKey(const Source& leaf, std::vector<OrderKey>& keys) {
     if (leaf.table->key.empty()) {
-        keys.push_back({OrderKey::Kind::RowNumber, -1, nullptr, &leaf, SqlType::Integer, false});
+        keys.push_back({OrderKey::Kind::RowNumber, -1, nullptr, &leaf, FieldType::Integer, false});
     }
     for (const int column : leaf.table->key) {
         const bool named = std::any_of(keys.begin(), keys.end(), [&](const OrderKey& key) {
             return key.expression && key.expression->source == &leaf && key.expression->column == column;
         });
         if (!named) {
-            const SqlType type = leaf.table->columns[static_cast<size_t>(column)].type;
+            const FieldType type = leaf.table->columns[static_cast<size_t>(column)].type;
             keys.push_back({OrderKey::Kind::Field, column, nullptr, &leaf, type, false});
         }
     }
@@ -60,10 +60,10 @@ OrderKey KeyOf(const Query& query, const OrderItem& item) {
     }
     const OutputColumn& output = select.outputs[static_cast<size_t>(item.output)];
     // A field is ordered as itself, so that an index can serve; a flag by its truth, not as it is stored.
-    if (!ComparesRows(query) && (output.expression->source || output.type == SqlType::YesNo)) {
+    if (!ComparesRows(query) && (output.expression->source || output.type == FieldType::YesNo)) {
         return {OrderKey::Kind::Expression, -1, output.expression, nullptr, output.type, item.descending};
     }
-    const SqlType type = query.types[static_cast<size_t>(item.output)];
+    const FieldType type = query.types[static_cast<size_t>(item.output)];
     return {OrderKey::Kind::Output, item.output, nullptr, nullptr, type, item.descending};
 }
 

@@ -19,7 +19,7 @@ struct OrderKey {
     int index = -1;
     const Expression* expression = nullptr;
     const Source* leaf = nullptr;
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
     bool descending = false;
 };
 

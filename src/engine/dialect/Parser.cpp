@@ -115,7 +115,7 @@ void Parser::ParseParameters(Statement& statement) {
     Expect(TokenKind::Semicolon, u"\",\" or \";\" behind the parameter's type");
 }
 
-SqlType Parser::ParseTypeName() {
+FieldType Parser::ParseTypeName() {
     const Token& token = Peek();
     const auto type = token.kind == TokenKind::Name ? TypeOfName(token.text) : std::nullopt;
     if (!type) {

@@ -21,7 +21,7 @@ private:
 
     // Statements (Parser.cpp)
     void ParseParameters(Statement& statement);
-    SqlType ParseTypeName();
+    FieldType ParseTypeName();
     void ParseUpdate(Statement& statement);
     void ParseInsert(Statement& statement);
     void ParseDelete(Statement& statement);

@@ -107,7 +107,7 @@ SqlText Emitter::EmitSelect(const Query& query, const Select& select, const Sele
         Append(text, " WHERE ", byKey ? EmitRanges(*select.where) : EmitCondition(*select.where), besidesWhere);
     }
     for (const ExpressionPtr& group : select.groupBy) {
-        const SqlText value = group->type == SqlType::YesNo ? EmitCondition(*group) : Emit(*group);
+        const SqlText value = group->type == FieldType::YesNo ? EmitCondition(*group) : Emit(*group);
         Append(text, group == select.groupBy.front() ? " GROUP BY " : ", ", Collated(value, group->type), besidesGroup);
     }
     if (select.having) {
@@ -146,11 +146,11 @@ void Emitter::EmitOrderColumns(const std::vector<OrderKey>& order, SqlText& text
 
 SqlText Emitter::EmitOutput(const Query& query, const Select& select, size_t index, const SelectOptions& options) {
     const OutputColumn& output = select.outputs[index];
-    const SqlType type = query.types[index];
+    const FieldType type = query.types[index];
     SqlText value = Convert(Emit(*output.expression), output.type, type);
     // Rows are compared with each other: a flag by its truth, a text without regard to case.
     const bool compared = ComparesRows(query);
-    if (options.truth || (type == SqlType::YesNo && (compared || options.use == Use::Members))) {
+    if (options.truth || (type == FieldType::YesNo && (compared || options.use == Use::Members))) {
         value = Truth(value, type);
     }
     if (options.target) {
@@ -261,7 +261,7 @@ SqlText Emitter::EmitOrderKey(const OrderKey& key) {
     case OrderKey::Kind::Output:
         return {QByteArray::number(key.index + 1)};
     case OrderKey::Kind::Expression:
-        return key.type == SqlType::YesNo ? EmitCondition(*key.expression) : Emit(*key.expression);
+        return key.type == FieldType::YesNo ? EmitCondition(*key.expression) : Emit(*key.expression);
     case OrderKey::Kind::Field:
         return FieldText(*key.leaf, Quoted(key.leaf->columns[static_cast<size_t>(key.index)].name));
     case OrderKey::Kind::RowNumber:

@@ -45,7 +45,7 @@ int Resolver::ParameterNamed(const QString& name) {
             return static_cast<int>(i);
         }
     }
-    parameters_.push_back({name, SqlType::Unknown, false});
+    parameters_.push_back({name, FieldType::Unknown, false});
     return static_cast<int>(parameters_.size()) - 1;
 }
 
@@ -147,17 +147,17 @@ int Resolver::TargetColumn(const Source& target, const Assignment& assignment) c
            QStringLiteral("The table \"%1\" has no field \"%2\"").arg(target.table->name, written), assignment.at);
 }
 
-void Resolver::CheckAssignment(SqlType from, const Source& target, int column, qsizetype at) const {
+void Resolver::CheckAssignment(FieldType from, const Source& target, int column, qsizetype at) const {
     const SourceColumn& field = target.columns[static_cast<size_t>(column)];
-    const bool numeric = IsNumber(from) || from == SqlType::YesNo;
-    const bool fits = from == field.type || from == SqlType::Unknown || field.type == SqlType::Unknown ||
-                      (numeric && (IsNumber(field.type) || field.type == SqlType::YesNo)) ||
-                      (IsNumber(from) && field.type == SqlType::Text);
+    const bool numeric = IsNumber(from) || from == FieldType::YesNo;
+    const bool fits = from == field.type || from == FieldType::Unknown || field.type == FieldType::Unknown ||
+                      (numeric && (IsNumber(field.type) || field.type == FieldType::YesNo)) ||
+                      (IsNumber(from) && field.type == FieldType::Text);
     if (!fits) {
         QString hint;
-        if (field.type == SqlType::DateTime) {
+        if (field.type == FieldType::DateTime) {
             hint = QStringLiteral(" (a date is written between # marks)");
-        } else if (field.type == SqlType::Text && from == SqlType::DateTime) {
+        } else if (field.type == FieldType::Text && from == FieldType::DateTime) {
             hint = QStringLiteral(" (Format makes a text of a date)");
         }
         FailAt(EngineErrorNumber::TypeMismatch,

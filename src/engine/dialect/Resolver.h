@@ -45,7 +45,7 @@ private:
     void ResolveInsert(Statement& statement);
     void ResolveTarget(Source& target);
     int TargetColumn(const Source& target, const Assignment& assignment) const;
-    void CheckAssignment(SqlType from, const Source& target, int column, qsizetype at) const;
+    void CheckAssignment(FieldType from, const Source& target, int column, qsizetype at) const;
 
     // Sources (SourceResolver.cpp)
     void ResolveSource(Source& source, const Scope* outer, std::vector<Source*>& leaves);
@@ -74,8 +74,8 @@ private:
     void ResolveCall(Expression& expression, const Scope& scope);
     void ResolveIn(Expression& expression, const Scope& scope);
     void ResolveSubquery(Expression& expression, const Scope& scope);
-    SqlType ArithmeticType(const Expression& expression) const;
-    SqlType CallType(const Expression& expression) const;
+    FieldType ArithmeticType(const Expression& expression) const;
+    FieldType CallType(const Expression& expression) const;
     void CheckCondition(const Expression& expression) const;
     void CheckComparable(const Expression& first, const Expression& second, qsizetype at) const;
     void CheckArgument(const Expression& call, size_t index) const;

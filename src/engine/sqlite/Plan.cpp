@@ -16,7 +16,7 @@ constexpr std::size_t recentKept = 4;
 std::vector<FieldDescription> DescribeFields(const dialect::CompiledStatement& compiled) {
     std::vector<FieldDescription> fields;
     for (const dialect::ResultColumn& column : compiled.columns) {
-        fields.push_back({column.name, column.table, FieldTypeOf(column.type)});
+        fields.push_back({column.name, column.table, column.type});
     }
     return fields;
 }
@@ -37,7 +37,7 @@ std::vector<NamedField> NameFields(const dialect::CompiledStatement& compiled) {
 
 FieldType KeyType(const dialect::CompiledStatement& compiled, int position) {
     const auto index = static_cast<std::size_t>(position);
-    return index < compiled.columns.size() ? FieldTypeOf(compiled.columns[index].type) : FieldType::Unknown;
+    return index < compiled.columns.size() ? compiled.columns[index].type : FieldType::Unknown;
 }
 
 QByteArray Quoted(const QString& name) {
@@ -112,8 +112,8 @@ std::shared_ptr<const Plan> PlanCache::FindRecent(Purposes& plans, QStringView t
     return found == plans.recent.end() ? nullptr : found->plan;
 }
 
-std::shared_ptr<const Plan> PlanCache::Find(const Connection& connection, const dialect::Catalog& catalog,
-                                            QStringView text, dialect::TextShape& shape, dialect::Purpose purpose) {
+std::shared_ptr<const Plan> PlanCache::Find(const Connection& connection, const Catalog& catalog, QStringView text,
+                                            dialect::TextShape& shape, dialect::Purpose purpose) {
     Purposes& plans = purpose == dialect::Purpose::Read ? reading_ : updating_;
     if (auto recent = FindRecent(plans, text, shape)) {
         return recent;

@@ -52,7 +52,7 @@ public:
 
     // Compiles the text when no plan is known for it. The text's literals are then in `shape`, whose storage is
     // reused.
-    std::shared_ptr<const Plan> Find(const Connection& connection, const dialect::Catalog& catalog, QStringView text,
+    std::shared_ptr<const Plan> Find(const Connection& connection, const Catalog& catalog, QStringView text,
                                      dialect::TextShape& shape, dialect::Purpose purpose);
     void Clear();
 

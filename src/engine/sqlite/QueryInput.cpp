@@ -46,9 +46,9 @@ void ValueBinder::Bind(Statement& statement, const std::vector<dialect::Binding>
     }
 }
 
-void ValueBinder::BindValue(Statement& statement, int place, const Value& value, dialect::SqlType type) {
+void ValueBinder::BindValue(Statement& statement, int place, const Value& value, FieldType type) {
     if (const QString* text = TextOf(value)) {
-        if (type == dialect::SqlType::DateTime) {
+        if (type == FieldType::DateTime) {
             if (const auto moment = ParseStorageText(*text)) {
                 return BindMoment(statement, place, *moment);
             }

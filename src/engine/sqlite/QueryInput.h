@@ -37,7 +37,7 @@ public:
 private:
     void BindText(Statement& statement, int place, QStringView text);
     void BindMoment(Statement& statement, int place, DateTime moment);
-    void BindValue(Statement& statement, int place, const Value& value, dialect::SqlType type);
+    void BindValue(Statement& statement, int place, const Value& value, FieldType type);
 
     QByteArray bytes_;
     char* next_ = nullptr;

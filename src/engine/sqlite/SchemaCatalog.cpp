@@ -12,30 +12,27 @@ namespace velmora::engine::sqlite {
 
 namespace {
 
-using dialect::CatalogColumn;
-using dialect::CatalogTable;
-using dialect::SqlType;
 
 QString TextAt(const Statement& row, int column) {
     return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(row.Handle(), column)),
                              sqlite3_column_bytes(row.Handle(), column));
 }
 
-SqlType DeclaredType(const QString& declaration) {
+FieldType DeclaredType(const QString& declaration) {
     struct Meaning {
         QStringView declaration;
-        SqlType type;
+        FieldType type;
     };
     static constexpr Meaning meanings[] = {
-        {u"TEXT", SqlType::Text},     {u"INTEGER", SqlType::Integer},   {u"SMALLINT", SqlType::Integer},
-        {u"BOOLEAN", SqlType::YesNo}, {u"DATETIME", SqlType::DateTime}, {u"REAL", SqlType::Real},
+        {u"TEXT", FieldType::Text},     {u"INTEGER", FieldType::Integer},   {u"SMALLINT", FieldType::Integer},
+        {u"BOOLEAN", FieldType::YesNo}, {u"DATETIME", FieldType::DateTime}, {u"REAL", FieldType::Real},
     };
     for (const Meaning& meaning : meanings) {
         if (meaning.declaration.compare(declaration, Qt::CaseInsensitive) == 0) {
             return meaning.type;
         }
     }
-    return SqlType::Unknown;
+    return FieldType::Unknown;
 }
 
 // One column of one table, as the store lists them table by table.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/dialect/Catalog.h"
+#include "engine/Catalog.h"
 #include "engine/sqlite/Connection.h"
 
 #include <QHash>
@@ -17,11 +17,11 @@ inline constexpr QStringView storedQueryTable = u"StoredQuery";
 
 // What the database file itself says about its tables and stored queries. Read when first asked for, and kept until
 // Refresh finds that it changed.
-class SchemaCatalog final : public dialect::Catalog {
+class SchemaCatalog final : public Catalog {
 public:
     explicit SchemaCatalog(const Connection& connection) : connection_(connection) {}
 
-    const dialect::CatalogTable* FindTable(QStringView name) const override;
+    const CatalogTable* FindTable(QStringView name) const override;
     const QString* FindQuery(QStringView name) const override;
     // In alphabetical order.
     QStringList QueryNames() const;
@@ -38,7 +38,7 @@ private:
         QString text;
         friend bool operator==(const Query&, const Query&) = default;
     };
-    using Tables = QHash<QString, dialect::CatalogTable>;
+    using Tables = QHash<QString, CatalogTable>;
     using Queries = QMap<QString, Query>;
 
     const Tables& KnownTables() const;

@@ -5,13 +5,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace velmora::engine {
-
-std::unique_ptr<Database> Database::Open(const QString& path, const OpenOptions& options) {
-    return std::make_unique<sqlite::SqliteDatabase>(path, options);
-}
-
-namespace sqlite {
+namespace velmora::engine::sqlite {
 
 namespace {
 
@@ -72,6 +66,4 @@ void SqliteDatabase::Idle(IdleOption option) {
     }
 }
 
-} // namespace sqlite
-
-} // namespace velmora::engine
+} // namespace velmora::engine::sqlite

@@ -15,7 +15,7 @@ public:
     std::unique_ptr<QueryDef> CreateQueryDef(const QString& sql) override;
     QStringList QueryNames() const override { return session_->Catalog().QueryNames(); }
     void Idle(IdleOption option) override;
-    const dialect::Catalog& Schema() const override { return session_->Catalog(); }
+    const Catalog& Schema() const override { return session_->Catalog(); }
     const QString& Path() const override { return path_; }
     void BeginTransaction() override { session_->Begin(); }
     void CommitTransaction() override { session_->Commit(); }

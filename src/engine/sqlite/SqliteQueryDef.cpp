@@ -107,12 +107,12 @@ void SqliteQueryDef::SetParameter(QStringView name, const Value& value) {
                               name, names.isEmpty() ? u"none"_s : names.join(u", "_s)),
                           input_.text);
     }
-    const FieldType type = found->declared ? FieldTypeOf(found->type) : FieldType::Unknown;
+    const FieldType type = found->declared ? found->type : FieldType::Unknown;
     const auto stored = StoredValue::From(value, type);
     if (!stored) {
         throw EngineError(
             EngineErrorNumber::TypeMismatch,
-            u"The parameter \"%1\" takes %2; \"%3\" is none."_s.arg(found->name, TypeInWords(type), value.ToText()),
+            u"The parameter \"%1\" takes %2; \"%3\" is none."_s.arg(found->name, DescribeValues(type), value.ToText()),
             input_.text);
     }
     const Value converted = found->declared ? stored->AsField(type).ToValue() : value;
@@ -126,7 +126,7 @@ void SqliteQueryDef::SetParameter(QStringView name, const Value& value) {
 std::vector<QueryDef::ParameterDescription> SqliteQueryDef::Parameters() const {
     std::vector<QueryDef::ParameterDescription> descriptions;
     for (const dialect::ParameterInfo& parameter : input_.plan->compiled.parameters) {
-        descriptions.push_back({parameter.name, FieldTypeOf(parameter.type), parameter.declared});
+        descriptions.push_back({parameter.name, parameter.type, parameter.declared});
     }
     return descriptions;
 }

@@ -70,24 +70,6 @@ std::optional<QByteArray> DateTimeText(const Value& value) {
 
 } // namespace
 
-FieldType FieldTypeOf(dialect::SqlType type) {
-    switch (type) {
-    case dialect::SqlType::YesNo:
-        return FieldType::YesNo;
-    case dialect::SqlType::Integer:
-        return FieldType::Integer;
-    case dialect::SqlType::Real:
-        return FieldType::Real;
-    case dialect::SqlType::Text:
-        return FieldType::Text;
-    case dialect::SqlType::DateTime:
-        return FieldType::DateTime;
-    case dialect::SqlType::Unknown:
-        break;
-    }
-    return FieldType::Unknown;
-}
-
 std::optional<StoredValue> StoredValue::From(const Value& value, FieldType type) {
     const auto stored = [](auto&& converted) -> std::optional<StoredValue> {
         if (!converted) {
@@ -157,24 +139,6 @@ bool SameContent(const Field& a, const Field& b, FieldType type) {
     return a.StoredKind() == Field::Kind::Integer && b.StoredKind() == Field::Kind::Integer
                ? a.StoredInteger() == b.StoredInteger()
                : a.ToReal() == b.ToReal();
-}
-
-QString TypeInWords(FieldType type) {
-    switch (type) {
-    case FieldType::YesNo:
-        return u"a yes/no"_s;
-    case FieldType::Integer:
-        return u"a whole number"_s;
-    case FieldType::Real:
-        return u"a number"_s;
-    case FieldType::Text:
-        return u"a text"_s;
-    case FieldType::DateTime:
-        return u"a date-time"_s;
-    case FieldType::Unknown:
-        break;
-    }
-    return u"a value"_s;
 }
 
 } // namespace velmora::engine::sqlite

@@ -2,7 +2,6 @@
 
 #include "base/Value.h"
 #include "engine/Recordset.h"
-#include "engine/dialect/Catalog.h"
 
 #include <QByteArray>
 
@@ -10,8 +9,6 @@
 #include <variant>
 
 namespace velmora::engine::sqlite {
-
-FieldType FieldTypeOf(dialect::SqlType type);
 
 // A value in the form in which the file holds it.
 class StoredValue {
@@ -36,8 +33,5 @@ private:
 // True when both hold the same value for a reader of that type: a yes is a yes whatever its number, a date-time the
 // same moment however it is written. Texts differ when a letter's case does.
 bool SameContent(const Field& a, const Field& b, FieldType type);
-
-// What a user calls the type, with its article: "a date-time".
-QString TypeInWords(FieldType type);
 
 } // namespace velmora::engine::sqlite

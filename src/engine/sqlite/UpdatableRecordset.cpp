@@ -168,7 +168,7 @@ void UpdatableRecordset::Set(std::string_view utf8Name, const Value& value) {
     auto stored = StoredValue::From(value, type);
     if (!stored) {
         Fail(EngineErrorNumber::TypeMismatch,
-             u"The field \"%1\" takes %2; \"%3\" is none."_s.arg(name, TypeInWords(type), value.ToText()));
+             u"The field \"%1\" takes %2; \"%3\" is none."_s.arg(name, DescribeValues(type), value.ToText()));
     }
     edit_.Set(index, std::move(*stored));
 }

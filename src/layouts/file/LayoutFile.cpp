@@ -1,7 +1,7 @@
 #include "layouts/file/LayoutFile.h"
 
 #include "base/Error.h"
-#include "engine/dialect/Types.h"
+#include "engine/FieldType.h"
 #include "layouts/file/ObjectReader.h"
 #include "layouts/formula/FormulaError.h"
 
@@ -13,8 +13,8 @@
 namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
-using engine::dialect::CatalogTable;
-using engine::dialect::SqlType;
+using engine::CatalogTable;
+using engine::FieldType;
 
 namespace {
 
@@ -26,7 +26,7 @@ constexpr qint64 longestFile = 1 << 20;
 
 class LayoutReader {
 public:
-    LayoutReader(const JsonNode& root, const QString& file, const engine::dialect::Catalog& catalog)
+    LayoutReader(const JsonNode& root, const QString& file, const engine::Catalog& catalog)
         : root_(root, {file, 1, {}}), catalog_(catalog) {
         layout_.file = file;
     }
@@ -175,7 +175,7 @@ private:
             group.unit = static_cast<GroupUnit>(
                 reader.OneOf(u"unit"_s, {u"value"_s, u"day"_s, u"closing day"_s, u"initial"_s}, 0));
             const bool isDay = group.unit == GroupUnit::Day || group.unit == GroupUnit::ClosingDay;
-            const SqlType wanted = isDay ? SqlType::DateTime : SqlType::Text;
+            const FieldType wanted = isDay ? FieldType::DateTime : FieldType::Text;
             if (group.unit != GroupUnit::Value && group.field.type != wanted) {
                 reader.PlaceOf(u"unit"_s).Fail(isDay ? u"the field of a day is a date"_s
                                                      : u"the field of an initial is a text"_s);
@@ -219,7 +219,7 @@ private:
         if (reader.Has(u"tick"_s)) {
             const LayoutPlace place = reader.PlaceOf(u"tick"_s);
             const FieldName field = ReadField(reader.RequiredText(u"tick"_s), layout_.scope, place);
-            if (field.type != SqlType::YesNo) {
+            if (field.type != FieldType::YesNo) {
                 place.Fail(u"the field of a tick box is a yes/no field"_s);
             }
             column.kind = LayoutColumn::Kind::Tick;
@@ -275,7 +275,7 @@ private:
         const FieldName parent = ReadField(reader.RequiredText(u"equals"_s), layout_.scope, equals);
         if (!SameKind(details.key.type, parent.type)) {
             equals.Fail(u"the field holds %1 and \"field\" %2, which are never equal"_s.arg(
-                engine::dialect::Describe(parent.type), engine::dialect::Describe(details.key.type)));
+                engine::Describe(parent.type), engine::Describe(details.key.type)));
         }
         details.parent = layout_.fields.Add(parent);
         details.select = ReadFormula(reader, u"select"_s, scope);
@@ -310,13 +310,13 @@ private:
     }
 
     ObjectReader root_;
-    const engine::dialect::Catalog& catalog_;
+    const engine::Catalog& catalog_;
     Layout layout_;
 };
 
 } // namespace
 
-Layout ReadLayout(const QByteArray& bytes, const QString& file, const engine::dialect::Catalog& catalog) {
+Layout ReadLayout(const QByteArray& bytes, const QString& file, const engine::Catalog& catalog) {
     try {
         const JsonNode root = ParseJson(bytes);
         return LayoutReader(root, file, catalog).Read();
@@ -325,7 +325,7 @@ Layout ReadLayout(const QByteArray& bytes, const QString& file, const engine::di
     }
 }
 
-Layout ReadLayoutFile(const QString& path, const engine::dialect::Catalog& catalog) {
+Layout ReadLayoutFile(const QString& path, const engine::Catalog& catalog) {
     const QString name = QFileInfo(path).fileName();
     QFile file(path);
     if (!QFileInfo(path).isFile()) {

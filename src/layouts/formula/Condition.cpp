@@ -1,11 +1,11 @@
 #include "layouts/formula/Condition.h"
 
-#include "engine/dialect/Types.h"
+#include "engine/FieldType.h"
 
 namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
-using engine::dialect::SqlType;
+using engine::FieldType;
 
 namespace {
 
@@ -29,13 +29,13 @@ QString Sign(Formula::Comparison comparison) {
 
 } // namespace
 
-void QueryText::Declare(const QString& name, SqlType type) {
-    declarations_ += name + u' ' + engine::dialect::WordOfType(type);
+void QueryText::Declare(const QString& name, FieldType type) {
+    declarations_ += name + u' ' + engine::WordOfType(type);
 }
 
 QString QueryText::Parameter(const Value& value) {
     const QString name = u"LayoutValue%1"_s.arg(values_.size() + 1);
-    Declare(name, engine::dialect::TypeOfValue(value));
+    Declare(name, engine::TypeOfValue(value));
     values_.push_back({name, value});
     return name;
 }

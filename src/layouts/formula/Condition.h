@@ -13,7 +13,7 @@ public:
     // The name of a new parameter that holds the value.
     QString Parameter(const Value& value);
     // Declares a parameter whose value is set before each run.
-    void Declare(const QString& name, engine::dialect::SqlType type);
+    void Declare(const QString& name, engine::FieldType type);
 
     // The query behind a PARAMETERS clause, its values set.
     std::unique_ptr<engine::QueryDef> Open(engine::Database& database, const QString& statement) const;

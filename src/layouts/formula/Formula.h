@@ -14,7 +14,7 @@ namespace velmora::layouts {
 struct FormulaOperand {
     std::optional<FieldName> field;
     Value value;
-    engine::dialect::SqlType Type() const;
+    engine::FieldType Type() const;
 };
 
 // A record selection formula as a tree.
@@ -48,6 +48,6 @@ struct Formula {
 Formula ParseFormula(QStringView text, const FieldScope& scope);
 
 // Whether a formula can compare values of the two types.
-bool SameKind(engine::dialect::SqlType left, engine::dialect::SqlType right);
+bool SameKind(engine::FieldType left, engine::FieldType right);
 
 } // namespace velmora::layouts

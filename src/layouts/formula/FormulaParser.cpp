@@ -1,4 +1,4 @@
-#include "engine/dialect/Types.h"
+#include "engine/FieldType.h"
 #include "layouts/formula/Formula.h"
 #include "layouts/formula/FormulaError.h"
 #include "layouts/formula/FormulaLexer.h"
@@ -6,7 +6,7 @@
 namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
-using engine::dialect::SqlType;
+using engine::FieldType;
 
 namespace {
 
@@ -133,7 +133,7 @@ private:
         condition.left = ParseOperand();
         const auto comparison = ComparisonOf(Peek().mark);
         if (!comparison) {
-            if (condition.left.Type() != SqlType::YesNo) {
+            if (condition.left.Type() != FieldType::YesNo) {
                 Fail(u"a comparison (= <> < <= > >=) is missing here"_s);
             }
             condition.kind = Formula::Kind::Flag;
@@ -144,8 +144,8 @@ private:
         condition.comparison = *comparison;
         condition.right = ParseOperand();
         if (!SameKind(condition.left.Type(), condition.right.Type())) {
-            FailAt(u"%1 cannot be compared with %2"_s.arg(engine::dialect::Describe(condition.left.Type()),
-                                                          engine::dialect::Describe(condition.right.Type())),
+            FailAt(u"%1 cannot be compared with %2"_s.arg(engine::Describe(condition.left.Type()),
+                                                          engine::Describe(condition.right.Type())),
                    at);
         }
         return condition;
@@ -248,8 +248,8 @@ void CollectDates(const Formula& formula, std::vector<DateTime>& dates) {
 
 } // namespace
 
-SqlType FormulaOperand::Type() const {
-    return field ? field->type : engine::dialect::TypeOfValue(value);
+FieldType FormulaOperand::Type() const {
+    return field ? field->type : engine::TypeOfValue(value);
 }
 
 std::vector<DateTime> Formula::Dates() const {
@@ -258,9 +258,9 @@ std::vector<DateTime> Formula::Dates() const {
     return dates;
 }
 
-bool SameKind(SqlType left, SqlType right) {
-    return left == right || left == SqlType::Unknown || right == SqlType::Unknown ||
-           (engine::dialect::IsNumber(left) && engine::dialect::IsNumber(right));
+bool SameKind(FieldType left, FieldType right) {
+    return left == right || left == FieldType::Unknown || right == FieldType::Unknown ||
+           (engine::IsNumber(left) && engine::IsNumber(right));
 }
 
 Formula ParseFormula(QStringView text, const FieldScope& scope) {

@@ -25,23 +25,23 @@ QString CorpusFolder() {
     return TestDataFolder() + QStringLiteral("/engine/dialect/corpus/");
 }
 
-SqlType TypeOfDeclaration(const QString& declared) {
+FieldType TypeOfDeclaration(const QString& declared) {
     if (declared == u"BOOLEAN") {
-        return SqlType::YesNo;
+        return FieldType::YesNo;
     }
     if (declared == u"DATETIME") {
-        return SqlType::DateTime;
+        return FieldType::DateTime;
     }
     if (declared == u"REAL") {
-        return SqlType::Real;
+        return FieldType::Real;
     }
-    return declared == u"TEXT" ? SqlType::Text : SqlType::Integer;
+    return declared == u"TEXT" ? FieldType::Text : FieldType::Integer;
 }
 
-void BindValue(sqlite3_stmt* statement, int place, const Value& value, SqlType type) {
+void BindValue(sqlite3_stmt* statement, int place, const Value& value, FieldType type) {
     if (value.IsNull()) {
         sqlite3_bind_null(statement, place);
-    } else if (value.IsBool() || type == SqlType::YesNo) {
+    } else if (value.IsBool() || type == FieldType::YesNo) {
         sqlite3_bind_int(statement, place, value.ToBool() ? 1 : 0);
     } else if (value.IsInteger()) {
         sqlite3_bind_int64(statement, place, value.ToInteger());
@@ -53,14 +53,14 @@ void BindValue(sqlite3_stmt* statement, int place, const Value& value, SqlType t
     }
 }
 
-QString Shown(sqlite3_stmt* statement, int column, SqlType type) {
+QString Shown(sqlite3_stmt* statement, int column, FieldType type) {
     switch (sqlite3_column_type(statement, column)) {
     case SQLITE_NULL:
         return QStringLiteral("NULL");
     case SQLITE_FLOAT:
         return NumberText(sqlite3_column_double(statement, column));
     case SQLITE_INTEGER:
-        if (type == SqlType::YesNo) {
+        if (type == FieldType::YesNo) {
             return sqlite3_column_int64(statement, column) != 0 ? QStringLiteral("True") : QStringLiteral("False");
         }
         break;
@@ -181,7 +181,7 @@ TestStore::Result TestStore::Run(const CompiledStatement& compiled, const QByteA
         BindValue(statement.get(), ++place, value, binding.type);
     }
     for (const Value& value : more) {
-        BindValue(statement.get(), ++place, value, SqlType::Unknown);
+        BindValue(statement.get(), ++place, value, FieldType::Unknown);
     }
     Result result;
     for (const ResultColumn& column : compiled.columns) {
@@ -192,7 +192,7 @@ TestStore::Result TestStore::Run(const CompiledStatement& compiled, const QByteA
     while ((code = sqlite3_step(statement.get())) == SQLITE_ROW) {
         QStringList fields;
         for (int i = 0; i < visible + compiled.hiddenColumns; ++i) {
-            const SqlType type = i < visible ? compiled.columns[static_cast<size_t>(i)].type : SqlType::Unknown;
+            const FieldType type = i < visible ? compiled.columns[static_cast<size_t>(i)].type : FieldType::Unknown;
             fields += Shown(statement.get(), i, type);
         }
         result.rows += fields.join(u'|');

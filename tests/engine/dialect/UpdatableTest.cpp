@@ -140,7 +140,7 @@ TEST_F(UpdatableTest, AStoredQueryByNameIsItsOwnText) {
     EXPECT_EQ(compiled.columns[1].table, u"Reservation");
     ASSERT_EQ(compiled.parameters.size(), 1u);
     EXPECT_TRUE(compiled.parameters[0].declared);
-    EXPECT_EQ(compiled.parameters[0].type, SqlType::DateTime);
+    EXPECT_EQ(compiled.parameters[0].type, FieldType::DateTime);
     const auto rows = Rows(compiled, "early", {{QStringLiteral("RStart"), *ParseStorageText(u"2026-03-07 12:00:00")}});
     EXPECT_EQ(rows.join(u'\n').toStdString(), "Kiosk|Desk|2026-02-28 00:00:00|300|13\n"
                                               "Board Room|Kick-off|2026-03-07 08:00:00|1|10");
@@ -156,7 +156,7 @@ TEST_F(UpdatableTest, ListsDeclaredParametersFirst) {
     EXPECT_EQ(names.join(u' ').toStdString(), "RStart! other? mask?");
     for (const Binding& binding : compiled.bindings) {
         ASSERT_EQ(binding.source, Binding::Source::Parameter);
-        EXPECT_EQ(binding.type, binding.index == 0 ? SqlType::DateTime : SqlType::Unknown);
+        EXPECT_EQ(binding.type, binding.index == 0 ? FieldType::DateTime : FieldType::Unknown);
     }
 }
 

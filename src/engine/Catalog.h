@@ -1,18 +1,17 @@
 #pragma once
 
+#include "engine/FieldType.h"
+
 #include <QString>
 #include <QStringView>
 
 #include <vector>
 
-namespace velmora::engine::dialect {
-
-// What a column, parameter or expression holds. Unknown: decided by the value itself.
-enum class SqlType { Unknown, YesNo, Integer, Real, Text, DateTime };
+namespace velmora::engine {
 
 struct CatalogColumn {
     QString name;
-    SqlType type = SqlType::Unknown;
+    FieldType type = FieldType::Unknown;
 };
 
 struct CatalogTable {
@@ -34,4 +33,4 @@ public:
     virtual const QString* FindQuery(QStringView name) const = 0;
 };
 
-} // namespace velmora::engine::dialect
+} // namespace velmora::engine
