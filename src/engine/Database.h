@@ -93,12 +93,12 @@ public:
     virtual std::unique_ptr<QueryDef> OpenQueryDef(QStringView name) = 0;
     // A query on a text of the caller's.
     virtual std::unique_ptr<QueryDef> CreateQueryDef(const QString& sql) = 0;
-    virtual QStringList QueryNames() const = 0;
+    virtual QStringList QueryNames() = 0;
 
     virtual void Idle(IdleOption option) = 0;
 
     // Tables, columns and stored queries as they were when last read.
-    virtual const dialect::Catalog& Schema() const = 0;
+    virtual const dialect::Catalog& Schema() = 0;
     virtual const QString& Path() const = 0;
 
     // What Transaction and ReadScope stand on, which callers use instead of these. Transactions do not nest; read
