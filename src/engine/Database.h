@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Value.h"
+#include "engine/Catalog.h"
 #include "engine/EngineError.h"
 #include "engine/Recordset.h"
 
@@ -13,8 +14,6 @@
 #include <vector>
 
 namespace velmora::engine {
-
-class Catalog;
 
 enum class IdleOption {
     FreeLocks,    // gives up read locks that are still held
@@ -91,12 +90,12 @@ public:
     virtual std::unique_ptr<QueryDef> OpenQueryDef(QStringView name) = 0;
     // A query on a text of the caller's.
     virtual std::unique_ptr<QueryDef> CreateQueryDef(const QString& sql) = 0;
-    virtual QStringList QueryNames() const = 0;
+    virtual QStringList QueryNames() = 0;
 
     virtual void Idle(IdleOption option) = 0;
 
     // Tables, columns and stored queries as they were when last read.
-    virtual const Catalog& Schema() const = 0;
+    virtual const Catalog& Schema() = 0;
     virtual const QString& Path() const = 0;
 
     // What Transaction and ReadScope stand on, which callers use instead of these. Transactions do not nest; read

@@ -85,7 +85,7 @@ struct Loader::State {
 
     sqlite3* connection;
     // None once the database is finished.
-    std::optional<sqlite::StoreStatement> insert;
+    std::optional<sqlite::Statement> insert;
     int columns;
     QStringEncoder encoder;
     QByteArray buffer;
@@ -162,7 +162,7 @@ Loader NewDatabase::Load(const QString& table, const QStringList& columns) {
     const QByteArrayList marks(columns.size(), "?");
     const QByteArray sql = "INSERT INTO " + sqlite::Quoted(table.toUtf8()) + " (" + names.join(", ") + ") VALUES (" +
                            marks.join(", ") + ")";
-    auto loader = std::make_shared<Loader::State>(state_->file.Connection(), sql, static_cast<int>(columns.size()));
+    auto loader = std::make_shared<Loader::State>(state_->file.Handle(), sql, static_cast<int>(columns.size()));
     state_->loaders.push_back(loader);
     return Loader(std::move(loader));
 }

@@ -4,7 +4,7 @@
 #include "engine/salvage/Salvager.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 #include "engine/sqlite/StoreError.h"
 
 #include <QFile>
@@ -38,7 +38,7 @@ namespace {
 // and reads a share from the beginning to the end instead of here and there. The copy is a temporary database that goes
 // with its connection, however this program ends.
 void CheckCopyInFull(sqlite3* connection) {
-    const sqlite::Store copy({}, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    const sqlite::Connection copy({}, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     sqlite3_backup* const backup = sqlite3_backup_init(copy.Handle(), "main", connection, "main");
     constexpr int allPages = -1;
     const int stepped = sqlite3_backup_step(backup, allPages);
@@ -55,7 +55,7 @@ CheckResult CheckDatabase(const QString& path, const OpenOptions& options) {
     try {
         sqlite::CheckPath(path);
         const sqlite::Presence presence = sqlite::Presence::Join(path);
-        const sqlite::Store store(sqlite::ResolvedPath(path), SQLITE_OPEN_READWRITE);
+        const sqlite::Connection store(sqlite::ResolvedPath(path), SQLITE_OPEN_READWRITE);
         sqlite3_busy_timeout(store.Handle(), options.busyMilliseconds);
         store.Execute("PRAGMA query_only = ON");
         sqlite::CheckOpened(store.Handle(), path, options);

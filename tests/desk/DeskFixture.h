@@ -34,9 +34,9 @@ public:
     std::unique_ptr<engine::QueryDef> CreateQueryDef(const QString& sql) override {
         return database_.CreateQueryDef(sql);
     }
-    QStringList QueryNames() const override { return database_.QueryNames(); }
+    QStringList QueryNames() override { return database_.QueryNames(); }
     void Idle(engine::IdleOption option) override { database_.Idle(option); }
-    const engine::Catalog& Schema() const override { return database_.Schema(); }
+    const engine::Catalog& Schema() override { return database_.Schema(); }
     const QString& Path() const override { return database_.Path(); }
     void BeginTransaction() override { database_.BeginTransaction(); }
     void CommitTransaction() override { database_.CommitTransaction(); }

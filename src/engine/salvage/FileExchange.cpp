@@ -2,7 +2,7 @@
 
 #include "engine/EngineError.h"
 #include "engine/sqlite/Soundness.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 
 #include <QFile>
 
@@ -168,9 +168,9 @@ void FileExchange::MakeCopy() {
     }
     // The first read plays a journal back, whatever it then thinks of the pages.
     try {
-        sqlite::Store store(copy_, SQLITE_OPEN_READWRITE);
+        sqlite::Connection store(copy_, SQLITE_OPEN_READWRITE);
         try {
-            sqlite::StoreStatement(store.Handle(), "SELECT count(*) FROM sqlite_schema").Step();
+            sqlite::Statement(store.Handle(), "SELECT count(*) FROM sqlite_schema").Step();
         } catch (const EngineError& error) {
             if (error.Kind() != EngineErrorNumber::Damaged && error.Kind() != EngineErrorNumber::Failed) {
                 throw;

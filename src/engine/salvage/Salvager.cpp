@@ -12,10 +12,10 @@ namespace velmora::engine::salvage {
 
 namespace {
 
+using sqlite::Connection;
 using sqlite::Quoted;
 using sqlite::SchemaStatement;
-using sqlite::Store;
-using sqlite::StoreStatement;
+using sqlite::Statement;
 
 // The store keeps tables of its own under such names.
 bool IsReserved(const QByteArray& name) {
@@ -24,7 +24,7 @@ bool IsReserved(const QByteArray& name) {
 
 QByteArrayList TableNames(sqlite3* database) {
     QByteArrayList names;
-    StoreStatement tables(database, "SELECT name FROM sqlite_schema WHERE type = 'table'");
+    Statement tables(database, "SELECT name FROM sqlite_schema WHERE type = 'table'");
     while (tables.Step()) {
         if (!IsReserved(tables.TextCopy(0))) {
             names.append(tables.TextCopy(0));
@@ -68,7 +68,7 @@ RepairReport Salvager::Run() {
     MakeIndexesAndViews();
     CopyFileNumbers();
     target_.Commit();
-    sqlite::CheckInFull(target_.Connection());
+    sqlite::CheckInFull(target_.Handle());
     RepairReport report = Report(strayLeaves);
     sources_.clear();
     target_.Close();
@@ -83,7 +83,7 @@ const SchemaEntry* Salvager::FindTable(const QByteArray& name) const {
 }
 
 void Salvager::AddSources() {
-    const QByteArrayList schemaTables = TableNames(target_.Connection());
+    const QByteArrayList schemaTables = TableNames(target_.Handle());
     for (const QByteArray& table : schemaTables) {
         AddSource(table, FindTable(table), true);
     }
@@ -108,19 +108,19 @@ void Salvager::AddSource(const QByteArray& table, const SchemaEntry* entry, bool
     if (isInSchema) {
         AddColumnsOfSite(source.original->Handle(), *shape);
     }
-    source.copier = std::make_unique<TableCopier>(target_.Connection(), std::move(*shape), found_.textEncoding);
+    source.copier = std::make_unique<TableCopier>(target_.Handle(), std::move(*shape), found_.textEncoding);
     source.root = entry == nullptr ? 0 : entry->root;
     source.isInSchema = isInSchema;
     sources_.push_back(std::move(source));
 }
 
-std::unique_ptr<Store> Salvager::Original(const QByteArray& table, const SchemaEntry* entry) const {
-    auto original = std::make_unique<Store>(Store::InMemory());
+std::unique_ptr<Connection> Salvager::Original(const QByteArray& table, const SchemaEntry* entry) const {
+    auto original = std::make_unique<Connection>(Connection::InMemory());
     const bool isMade = entry != nullptr && sqlite::KindOf(entry->sql) == SchemaStatement::Table &&
                         TryExecute(original->Handle(), entry->sql) &&
                         ReadTableShape(original->Handle(), table).has_value();
     if (!isMade) {
-        *original = Store::InMemory();
+        *original = Connection::InMemory();
         for (const auto* statements : {&schema_.beforeRows, &schema_.uniqueIndexes, &schema_.otherIndexes}) {
             for (const QByteArray& statement : *statements) {
                 original->Execute(statement);
@@ -137,7 +137,7 @@ std::unique_ptr<Store> Salvager::Original(const QByteArray& table, const SchemaE
 
 // A site may have added columns to a table of the schema.
 void Salvager::AddColumnsOfSite(sqlite3* original, const TableShape& shape) {
-    const std::optional<TableShape> made = ReadTableShape(target_.Connection(), shape.name);
+    const std::optional<TableShape> made = ReadTableShape(target_.Handle(), shape.name);
     for (const ColumnShape& column : shape.stored) {
         const auto hasName = [&](const ColumnShape& known) {
             return known.name.compare(column.name, Qt::CaseInsensitive) == 0;
@@ -149,15 +149,15 @@ void Salvager::AddColumnsOfSite(sqlite3* original, const TableShape& shape) {
         const char* collation = nullptr;
         sqlite3_table_column_metadata(original, "main", shape.name.constData(), column.name.constData(), &type,
                                       &collation, nullptr, nullptr, nullptr);
-        StoreStatement info(original, "SELECT dflt_value FROM pragma_table_info(?1) WHERE name = ?2");
+        Statement info(original, "SELECT dflt_value FROM pragma_table_info(?1) WHERE name = ?2");
         info.BindText(1, shape.name);
         info.BindText(2, column.name);
         const bool hasDefault = info.Step() && !info.IsNull(0);
         const QByteArray add = "ALTER TABLE " + Quoted(shape.name) + " ADD COLUMN " + Quoted(column.name) + ' ' +
                                (type == nullptr ? "" : type) + " COLLATE " +
                                (collation == nullptr ? "BINARY" : collation);
-        if (!(hasDefault && TryExecute(target_.Connection(), add + " DEFAULT " + info.TextCopy(0))) &&
-            !TryExecute(target_.Connection(), add)) {
+        if (!(hasDefault && TryExecute(target_.Handle(), add + " DEFAULT " + info.TextCopy(0))) &&
+            !TryExecute(target_.Handle(), add)) {
             remarks_.append(
                 u"The column \"%1\" of the table \"%2\" could not be made anew; what it holds is only in the "
                 "kept file."_s.arg(QString::fromUtf8(column.name), QString::fromUtf8(shape.name)));
@@ -230,7 +230,7 @@ bool Salvager::TakeSequences(const BtreePage& leaf) {
         }
     }
     for (const auto& [table, number] : sequences) {
-        StoreStatement insert(target_.Connection(), "INSERT INTO sqlite_sequence (name, seq) VALUES (?1, ?2)");
+        Statement insert(target_.Handle(), "INSERT INTO sqlite_sequence (name, seq) VALUES (?1, ?2)");
         insert.BindText(1, table);
         insert.BindInteger(2, number);
         insert.Step();
@@ -243,7 +243,7 @@ void Salvager::RaiseSequence(const TableSource& source) {
     if (source.lost.empty() || !TargetHas(sequenceTable)) {
         return;
     }
-    StoreStatement raise(target_.Connection(), "UPDATE sqlite_sequence SET seq = max(seq, ?2) WHERE name = ?1");
+    Statement raise(target_.Handle(), "UPDATE sqlite_sequence SET seq = max(seq, ?2) WHERE name = ?1");
     raise.BindText(1, source.Shape().name);
     raise.BindInteger(2, source.lost.rbegin()->first);
     raise.Step();
@@ -272,7 +272,7 @@ void Salvager::CopyFileNumbers() {
 }
 
 bool Salvager::TargetHas(const QByteArray& name) const {
-    StoreStatement find(target_.Connection(), "SELECT 1 FROM sqlite_schema WHERE name = ?1 COLLATE NOCASE");
+    Statement find(target_.Handle(), "SELECT 1 FROM sqlite_schema WHERE name = ?1 COLLATE NOCASE");
     find.BindText(1, name);
     return find.Step();
 }
@@ -285,7 +285,7 @@ void Salvager::MakeAnew(const SchemaEntry& entry) {
                          sqlite::SchemaScript(QString::fromUtf8(entry.sql)).StatementCount() == 1 &&
                          sqlite::KindOf(entry.sql) != SchemaStatement::VirtualTable &&
                          entry.sql.trimmed().toUpper().startsWith("CREATE");
-    if (!isWhole || !TryExecute(target_.Connection(), entry.sql)) {
+    if (!isWhole || !TryExecute(target_.Handle(), entry.sql)) {
         remarks_.append(u"The %1 \"%2\" could not be made anew; it is only in the kept file."_s.arg(
             QString::fromUtf8(entry.type), QString::fromUtf8(entry.name)));
     }

@@ -24,7 +24,7 @@ public:
 private:
     void AddSources();
     void AddSource(const QByteArray& table, const SchemaEntry* entry, bool isInSchema);
-    std::unique_ptr<sqlite::Store> Original(const QByteArray& table, const SchemaEntry* entry) const;
+    std::unique_ptr<sqlite::Connection> Original(const QByteArray& table, const SchemaEntry* entry) const;
     void AddColumnsOfSite(sqlite3* original, const TableShape& shape);
     void MakeUniqueIndexes();
     void DemandOwnTables(bool rowsAreCopied) const;

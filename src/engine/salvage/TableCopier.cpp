@@ -109,7 +109,7 @@ void TableCopier::TakeEntry(TreeReader& reader, const Cell& cell) {
 }
 
 bool TableCopier::TakeRow(qint64 key, std::span<const RecordField> values) {
-    sqlite::StoreStatement& insert = InsertFor(values.size());
+    sqlite::Statement& insert = InsertFor(values.size());
     int number = 0;
     if (!rowNumberName_.isEmpty()) {
         sqlite3_bind_int64(insert.Handle(), ++number, key);
@@ -138,7 +138,7 @@ bool TableCopier::TakeRow(qint64 key, std::span<const RecordField> values) {
     return false;
 }
 
-sqlite::StoreStatement& TableCopier::InsertFor(size_t fields) {
+sqlite::Statement& TableCopier::InsertFor(size_t fields) {
     const auto known = inserts_.find(fields);
     if (known != inserts_.end()) {
         return known->second;

@@ -56,7 +56,7 @@ public:
 
 private:
     bool Decode(TreeReader& reader, const Cell& cell);
-    sqlite::StoreStatement& InsertFor(size_t fields);
+    sqlite::Statement& InsertFor(size_t fields);
     void Bind(sqlite3_stmt* insert, int number, const RecordField& value) const;
     bool HasBrokenText(std::span<const RecordField> values) const;
 
@@ -68,8 +68,8 @@ private:
     // What the row number is called here; empty where there is none.
     QByteArray rowNumberName_;
     // By the number of fields: rows written before a column was added are shorter, and get its default.
-    std::map<size_t, sqlite::StoreStatement> inserts_;
-    std::optional<sqlite::StoreStatement> find_;
+    std::map<size_t, sqlite::Statement> inserts_;
+    std::optional<sqlite::Statement> find_;
     std::vector<RecordField> values_;
 
     qint64 saved_ = 0;

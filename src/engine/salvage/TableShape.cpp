@@ -7,7 +7,7 @@ namespace velmora::engine::salvage {
 namespace {
 
 using Kind = RecordField::Kind;
-using sqlite::StoreStatement;
+using sqlite::Statement;
 
 // By the declared type, with the store's own rules.
 Content ContentOf(const QByteArray& declaredType) {
@@ -96,8 +96,8 @@ namespace {
 // Without row numbers, a record holds the key first and the other columns behind it: the order of the key's index.
 void OrderByKey(sqlite3* database, TableShape& shape) {
     std::vector<ColumnShape> ordered;
-    StoreStatement key(database, "SELECT info.name FROM pragma_index_list(?1) AS list, "
-                                 "pragma_index_xinfo(list.name) AS info WHERE list.origin = 'pk' ORDER BY info.seqno");
+    Statement key(database, "SELECT info.name FROM pragma_index_list(?1) AS list, "
+                            "pragma_index_xinfo(list.name) AS info WHERE list.origin = 'pk' ORDER BY info.seqno");
     key.BindText(1, shape.name);
     while (key.Step()) {
         const int column = Position(shape, key.TextCopy(0));
@@ -109,7 +109,7 @@ void OrderByKey(sqlite3* database, TableShape& shape) {
 }
 
 void ReadKey(sqlite3* database, TableShape& shape) {
-    StoreStatement key(database, "SELECT name FROM pragma_table_xinfo(?1) WHERE pk > 0 ORDER BY pk");
+    Statement key(database, "SELECT name FROM pragma_table_xinfo(?1) WHERE pk > 0 ORDER BY pk");
     key.BindText(1, shape.name);
     while (key.Step()) {
         const int column = Position(shape, key.TextCopy(0));
@@ -120,7 +120,7 @@ void ReadKey(sqlite3* database, TableShape& shape) {
 }
 
 bool HasKeyIndex(sqlite3* database, const QByteArray& table) {
-    StoreStatement key(database, "SELECT 1 FROM pragma_index_list(?1) WHERE origin = 'pk'");
+    Statement key(database, "SELECT 1 FROM pragma_index_list(?1) WHERE origin = 'pk'");
     key.BindText(1, table);
     return key.Step();
 }
@@ -128,8 +128,7 @@ bool HasKeyIndex(sqlite3* database, const QByteArray& table) {
 } // namespace
 
 std::optional<TableShape> ReadTableShape(sqlite3* database, const QByteArray& table) {
-    StoreStatement kind(database,
-                        "SELECT name, wr FROM pragma_table_list(?1) WHERE schema = 'main' AND type = 'table'");
+    Statement kind(database, "SELECT name, wr FROM pragma_table_list(?1) WHERE schema = 'main' AND type = 'table'");
     kind.BindText(1, table);
     if (!kind.Step()) {
         return std::nullopt;
@@ -139,7 +138,7 @@ std::optional<TableShape> ReadTableShape(sqlite3* database, const QByteArray& ta
     shape.hasRowNumbers = kind.Integer(1) == 0;
     // A key without an index of its own is the row number.
     const bool keyIsRowNumber = shape.hasRowNumbers && !HasKeyIndex(database, shape.name);
-    StoreStatement columns(database, "SELECT name, type, pk, hidden FROM pragma_table_xinfo(?1) ORDER BY cid");
+    Statement columns(database, "SELECT name, type, pk, hidden FROM pragma_table_xinfo(?1) ORDER BY cid");
     columns.BindText(1, shape.name);
     while (columns.Step()) {
         if (columns.Integer(3) == virtualGeneratedColumn) {
@@ -163,13 +162,13 @@ std::vector<IndexShape> ReadIndexShapes(sqlite3* database, const TableShape& tab
     if (!table.hasRowNumbers) {
         return shapes;
     }
-    StoreStatement list(database, "SELECT name, origin FROM pragma_index_list(?1) WHERE NOT partial");
+    Statement list(database, "SELECT name, origin FROM pragma_index_list(?1) WHERE NOT partial");
     list.BindText(1, table.name);
     while (list.Step()) {
         IndexShape shape;
         shape.name = list.TextCopy(0);
         shape.isPrimaryKey = list.Text(1) == "pk";
-        StoreStatement info(database, "SELECT cid, name FROM pragma_index_xinfo(?1) ORDER BY seqno");
+        Statement info(database, "SELECT cid, name FROM pragma_index_xinfo(?1) ORDER BY seqno");
         info.BindText(1, shape.name);
         bool isUsable = true;
         while (info.Step()) {

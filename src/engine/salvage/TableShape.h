@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/salvage/Record.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 
 #include <QByteArray>
 

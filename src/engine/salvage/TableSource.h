@@ -14,7 +14,7 @@ namespace velmora::engine::salvage {
 struct TableSource {
     // In memory and without rows: the table and its indexes as the damaged file describes them, or as the schema does
     // where the file does not.
-    std::unique_ptr<sqlite::Store> original;
+    std::unique_ptr<sqlite::Connection> original;
     std::unique_ptr<TableCopier> copier;
     // Where the table's tree begins; 0 where the file does not say.
     quint32 root = 0;

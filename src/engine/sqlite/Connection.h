@@ -1,59 +1,37 @@
 #pragma once
 
-#include "engine/Database.h"
-
 #include <QByteArray>
-#include <QString>
 
-#include <chrono>
-#include <functional>
+#include <sqlite3.h>
 
-struct sqlite3;
+#include <memory>
 
 namespace velmora::engine::sqlite {
 
-// The open database file. Waits for other users' locks for the time that the options name.
+// Runs statements that give no rows, separated by semicolons. Throws as ThrowStoreError.
+void Execute(sqlite3* connection, const QByteArray& sql);
+
+// A name as it is written in the store's SQL: in double quotes, the quotes inside doubled.
+QByteArray Quoted(const QByteArray& name);
+
+// An open connection. Result codes are extended ones.
 class Connection {
 public:
-    // Opens an existing file for reading and writing; never creates one. Does not read it yet, so that it can be
-    // checked first; until SetWriting changes are not to be made. Throws CannotOpen.
-    Connection(const QString& path, const OpenOptions& options);
-    ~Connection();
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
+    // `flags` are those of sqlite3_open_v2. Throws as ThrowStoreError.
+    Connection(const QByteArray& path, int flags);
+    // Empty, in memory.
+    static Connection InMemory() { return Connection(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE); }
 
-    // Sets how changes are written. Throws Damaged, DiskError.
-    void SetWriting();
-
-    sqlite3* Handle() const { return handle_; }
-
-    // Called before the error is thrown whenever the store finds the file damaged.
-    void SetDamageHook(std::function<void()> hook) { onDamage_ = std::move(hook); }
-
-    // Throws the error for `code`; `sql` is the text in the caller's dialect.
-    [[noreturn]] void Fail(int code, const QString& sql = {}) const;
-    void Check(int code, const QString& sql = {}) const {
-        if (code != 0) {
-            Fail(code, sql);
-        }
-    }
-
-    // Runs a statement of the store's own that returns nothing of interest.
-    void Run(const char* sql) const;
-    // The whole number in the first column of the first row.
-    qint64 Number(const char* sql) const;
-
-    // True while no transaction is open in the store.
-    bool InAutocommit() const;
+    sqlite3* Handle() const { return handle_.get(); }
+    void Execute(const QByteArray& sql) const { sqlite::Execute(handle_.get(), sql); }
+    // Throws when the store fails to write what is left to write.
+    void Close();
 
 private:
-    static int WaitForLock(void* self, int attempts);
-    void Configure();
-
-    sqlite3* handle_ = nullptr;
-    std::function<void()> onDamage_;
-    std::chrono::milliseconds patience_;
-    std::chrono::steady_clock::time_point deadline_;
+    struct CloseLater {
+        void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+    };
+    std::unique_ptr<sqlite3, CloseLater> handle_;
 };
 
 } // namespace velmora::engine::sqlite

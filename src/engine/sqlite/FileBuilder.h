@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/sqlite/SchemaScript.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 
 #include <QByteArray>
 #include <QString>
@@ -18,7 +18,7 @@ public:
     FileBuilder(const FileBuilder&) = delete;
     FileBuilder& operator=(const FileBuilder&) = delete;
 
-    sqlite3* Connection() const { return store_.Handle(); }
+    sqlite3* Handle() const { return store_.Handle(); }
     void Run(const std::vector<QByteArray>& statements) const;
     // The same for indexes of tables that have their rows.
     void MakeIndexes(const std::vector<QByteArray>& statements) const;
@@ -32,7 +32,7 @@ public:
 
 private:
     QByteArray path_;
-    Store store_;
+    Connection store_;
 };
 
 } // namespace velmora::engine::sqlite

@@ -1,7 +1,7 @@
 #include "engine/sqlite/Soundness.h"
 
 #include "engine/sqlite/FileHandle.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 
 #include <QFile>
 #include <QSet>
@@ -40,7 +40,7 @@ private:
 class LargeCache {
 public:
     explicit LargeCache(sqlite3* connection) : connection_(connection) {
-        StoreStatement size(connection, "PRAGMA main.cache_size");
+        Statement size(connection, "PRAGMA main.cache_size");
         size.Step();
         before_ = size.Integer(0);
         constexpr qint64 kibibytes = -262144;
@@ -112,7 +112,7 @@ struct Names {
 
 Names ReadNames(sqlite3* connection) {
     Names names;
-    StoreStatement schema(connection, "SELECT type, name FROM sqlite_schema");
+    Statement schema(connection, "SELECT type, name FROM sqlite_schema");
     while (schema.Step()) {
         if (schema.Text(0) == "table") {
             names.tables.insert(schema.TextCopy(1).toLower());
@@ -138,7 +138,7 @@ void CheckNames(const Names& present, const QString& path, const OpenOptions& op
 
 void CheckColumns(sqlite3* connection, const QString& path, const OpenOptions& options) {
     QSet<QString> present;
-    StoreStatement columns(connection, "SELECT name FROM pragma_table_info(?1)");
+    Statement columns(connection, "SELECT name FROM pragma_table_info(?1)");
     for (const QString& table : options.expectedTables) {
         columns.BindText(1, table.toUtf8());
         while (columns.Step()) {
@@ -155,20 +155,20 @@ void CheckColumns(sqlite3* connection, const QString& path, const OpenOptions& o
 
 void ReadEnds(sqlite3* connection, const QByteArray& select, const QByteArray& key) {
     for (const char* direction : {" ASC LIMIT 1", " DESC LIMIT 1"}) {
-        StoreStatement(connection, select + " ORDER BY " + key + direction).Step();
+        Statement(connection, select + " ORDER BY " + key + direction).Step();
     }
 }
 
 bool HasRowNumbers(sqlite3* connection, const QByteArray& table) {
-    StoreStatement list(connection, "SELECT wr FROM pragma_table_list(?1) WHERE schema = 'main'");
+    Statement list(connection, "SELECT wr FROM pragma_table_list(?1) WHERE schema = 'main'");
     list.BindText(1, table);
     return list.Step() && list.Integer(0) == 0;
 }
 
 void ReadIndexEnds(sqlite3* connection, const QByteArray& table) {
-    StoreStatement indexes(connection, "SELECT list.name, info.name FROM pragma_index_list(?1, 'main') AS list, "
-                                       "pragma_index_info(list.name, 'main') AS info "
-                                       "WHERE info.seqno = 0 AND info.name IS NOT NULL AND NOT list.partial");
+    Statement indexes(connection, "SELECT list.name, info.name FROM pragma_index_list(?1, 'main') AS list, "
+                                  "pragma_index_info(list.name, 'main') AS info "
+                                  "WHERE info.seqno = 0 AND info.name IS NOT NULL AND NOT list.partial");
     indexes.BindText(1, table);
     while (indexes.Step()) {
         const QByteArray field = Quoted(indexes.TextCopy(1));
@@ -188,7 +188,7 @@ void CheckAll(sqlite3* connection, const QString& path, const OpenOptions& optio
             ReadEnds(connection, "SELECT * FROM " + Quoted(table) + " NOT INDEXED", "rowid");
             ReadIndexEnds(connection, table);
         } else {
-            StoreStatement(connection, "SELECT * FROM " + Quoted(table) + " LIMIT 1").Step();
+            Statement(connection, "SELECT * FROM " + Quoted(table) + " LIMIT 1").Step();
         }
     }
     if (HasDamageMark(path)) {
@@ -243,7 +243,7 @@ void CheckOpened(sqlite3* connection, const QString& path, const OpenOptions& op
 void CheckInFull(sqlite3* connection) {
     const LargeCache cache(connection);
     QStringList faults;
-    StoreStatement check(connection, "PRAGMA main.integrity_check(5)");
+    Statement check(connection, "PRAGMA main.integrity_check(5)");
     while (check.Step()) {
         faults.append(QString::fromUtf8(check.Text(0)));
     }

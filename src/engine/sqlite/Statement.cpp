@@ -1,114 +1,97 @@
 #include "engine/sqlite/Statement.h"
 
-#include <sqlite3.h>
+#include "engine/sqlite/StoreError.h"
 
 namespace velmora::engine::sqlite {
 
-namespace {
+Statement::Statement(sqlite3* connection, const QByteArray& sql) : connection_(connection) {
+    Prepare(sql, QString::fromUtf8(sql));
+}
 
-// More sets than this open on one text at a time are rare; their statements are prepared anew.
-constexpr std::size_t idleLimit = 4;
+Statement::Statement(sqlite3* connection, const QByteArray& sql, const QString& callerText, const DamageHook& onDamage)
+    : connection_(connection), onDamage_(&onDamage) {
+    Prepare(sql, callerText);
+}
 
-} // namespace
+void Statement::Prepare(const QByteArray& sql, const QString& text) {
+    sqlite3_stmt* statement = nullptr;
+    const int code = sqlite3_prepare_v3(connection_, sql.constData(), static_cast<int>(sql.size() + 1),
+                                        SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    statement_.reset(statement);
+    Check(code, text);
+}
 
-Statement::Statement(Statement&& other) noexcept
-    : text_(std::move(other.text_)), handle_(std::exchange(other.handle_, nullptr)) {}
-
-Statement& Statement::operator=(Statement&& other) noexcept {
-    if (this != &other) {
-        HandBack();
-        text_ = std::move(other.text_);
-        handle_ = std::exchange(other.handle_, nullptr);
+void Statement::Check(int code, const QString& text) const {
+    if (code == SQLITE_OK) {
+        return;
     }
-    return *this;
-}
-
-Statement::~Statement() {
-    HandBack();
-}
-
-void Statement::HandBack() {
-    if (handle_ != nullptr) {
-        text_->TakeBack(std::exchange(handle_, nullptr));
+    if (onDamage_ != nullptr && *onDamage_ && IsDamage(code)) {
+        (*onDamage_)();
     }
+    ThrowStoreError(connection_, code, text);
 }
 
-bool Statement::Step(const QString& sql) {
-    const int code = sqlite3_step(handle_);
-    if (code == SQLITE_ROW) {
-        return true;
+bool Statement::Step() {
+    const int code = sqlite3_step(statement_.get());
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
+        Check(code, QString::fromUtf8(sqlite3_sql(statement_.get())));
     }
-    if (code != SQLITE_DONE) {
-        text_->Owner().Fail(code, sql);
+    return code == SQLITE_ROW;
+}
+
+bool Statement::Step(const QString& callerText) {
+    const int code = sqlite3_step(statement_.get());
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
+        Check(code, callerText);
     }
-    return false;
+    return code == SQLITE_ROW;
 }
 
-void Statement::Reset() {
-    sqlite3_reset(handle_);
-}
-
-void Statement::CheckBound(int code) {
-    text_->Owner().Check(code);
-}
-
-void Statement::BindNull(int place) {
-    CheckBound(sqlite3_bind_null(handle_, place));
-}
-
-void Statement::BindInteger(int place, qint64 number) {
-    CheckBound(sqlite3_bind_int64(handle_, place, number));
-}
-
-void Statement::BindReal(int place, double number) {
-    CheckBound(sqlite3_bind_double(handle_, place, number));
-}
-
-void Statement::BindText(int place, const char* utf8, qsizetype size) {
-    CheckBound(sqlite3_bind_text64(handle_, place, utf8 == nullptr ? "" : utf8, static_cast<sqlite3_uint64>(size),
-                                   SQLITE_STATIC, SQLITE_UTF8));
-}
-
-void Statement::Bind(int place, const Field& field) {
-    switch (field.StoredKind()) {
+void Statement::Bind(int number, const Field& value) {
+    int code = SQLITE_OK;
+    switch (value.StoredKind()) {
     case Field::Kind::Null:
-        return BindNull(place);
+        code = sqlite3_bind_null(statement_.get(), number);
+        break;
     case Field::Kind::Integer:
-        return BindInteger(place, field.StoredInteger());
+        code = sqlite3_bind_int64(statement_.get(), number, value.StoredInteger());
+        break;
     case Field::Kind::Real:
-        return BindReal(place, field.ToReal());
+        code = sqlite3_bind_double(statement_.get(), number, value.ToReal());
+        break;
     case Field::Kind::Text:
-        return BindText(place, field.Utf8().data(), static_cast<qsizetype>(field.Utf8().size()));
+        const std::string_view text = value.Utf8();
+        code = sqlite3_bind_text64(statement_.get(), number, text.empty() ? "" : text.data(), text.size(),
+                                   SQLITE_TRANSIENT, SQLITE_UTF8);
+    }
+    Check(code, {});
+}
+
+void Statement::ReadRow(std::span<Field> row) const {
+    sqlite3_stmt* const statement = statement_.get();
+    int column = 0;
+    for (Field& field : row) {
+        switch (sqlite3_column_type(statement, column)) {
+        case SQLITE_NULL:
+            field = Field();
+            break;
+        case SQLITE_INTEGER:
+            field = Field(FieldType::Unknown, qint64{sqlite3_column_int64(statement, column)});
+            break;
+        case SQLITE_FLOAT:
+            field = Field(FieldType::Unknown, sqlite3_column_double(statement, column));
+            break;
+        default:
+            const QByteArrayView text = Text(column);
+            field = Field(FieldType::Unknown, text.data(), text.size());
+        }
+        ++column;
     }
 }
 
-PreparedText::~PreparedText() {
-    for (sqlite3_stmt* handle : idle_) {
-        sqlite3_finalize(handle);
-    }
-}
-
-Statement PreparedText::Acquire(const QString& sql) {
-    if (!idle_.empty()) {
-        sqlite3_stmt* handle = idle_.back();
-        idle_.pop_back();
-        return Statement(shared_from_this(), handle);
-    }
-    idle_.reserve(idleLimit);
-    sqlite3_stmt* handle = nullptr;
-    connection_.Check(sqlite3_prepare_v3(connection_.Handle(), sql_.constData(), static_cast<int>(sql_.size() + 1),
-                                         SQLITE_PREPARE_PERSISTENT, &handle, nullptr),
-                      sql);
-    return Statement(shared_from_this(), handle);
-}
-
-void PreparedText::TakeBack(sqlite3_stmt* handle) noexcept {
-    sqlite3_reset(handle);
-    if (idle_.size() < idleLimit) {
-        idle_.push_back(handle);
-    } else {
-        sqlite3_finalize(handle);
-    }
+QByteArrayView Statement::Text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
+    return {text == nullptr ? "" : text, sqlite3_column_bytes(statement_.get(), column)};
 }
 
 } // namespace velmora::engine::sqlite

@@ -1,75 +1,57 @@
 #pragma once
 
-#include "engine/Recordset.h"
+#include "engine/records/StoreConnection.h"
 #include "engine/sqlite/Connection.h"
 
-#include <QByteArray>
-#include <QString>
+#include <QByteArrayView>
 
-#include <memory>
-#include <vector>
-
-struct sqlite3_stmt;
+#include <functional>
 
 namespace velmora::engine::sqlite {
 
-class PreparedText;
-
-// One use of a prepared statement, by one holder; handed back reset when the holder goes.
-class Statement {
+// A prepared statement. Must not outlive its connection.
+class Statement final : public records::StoreStatement {
 public:
-    Statement() = default;
-    Statement(std::shared_ptr<PreparedText> text, sqlite3_stmt* handle) : text_(std::move(text)), handle_(handle) {}
-    Statement(Statement&& other) noexcept;
-    Statement& operator=(Statement&& other) noexcept;
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-    ~Statement();
+    using DamageHook = std::function<void()>;
 
-    explicit operator bool() const { return handle_ != nullptr; }
-    sqlite3_stmt* Handle() const { return handle_; }
+    // For the engine's own housekeeping: errors name `sql`, which holds one statement.
+    Statement(sqlite3* connection, const QByteArray& sql);
+    // For a text of a caller's, which errors name; `onDamage` is called before an error that says that the file is
+    // damaged, and must outlive the statement.
+    Statement(sqlite3* connection, const QByteArray& sql, const QString& callerText, const DamageHook& onDamage);
 
-    // True on a row, false behind the last. `sql` is the caller's text for the error.
-    bool Step(const QString& sql);
-    // Back to the beginning; gives up the locks that reading took.
-    void Reset();
+    // Numbers of parameters count from 1. Values are copied.
+    void Bind(int number, const Field& value) override;
+    void BindText(int number, const QByteArray& utf8) {
+        Bind(number, Field(FieldType::Unknown, utf8.constData(), utf8.size()));
+    }
+    void BindInteger(int number, qint64 value) { Bind(number, Field(FieldType::Unknown, value)); }
 
-    // Places count from 1. Texts are not copied: they must stay until the statement is reset.
-    void BindNull(int place);
-    void BindInteger(int place, qint64 number);
-    void BindReal(int place, double number);
-    void BindText(int place, const char* utf8, qsizetype size);
-    void Bind(int place, const Field& field);
+    // Runs to the next row; false when there is none.
+    bool Step();
+    bool Step(const QString& callerText) override;
+    void ReadRow(std::span<Field> row) const override;
+    void Reset() noexcept override { sqlite3_reset(statement_.get()); }
+
+    // Fields of the row that Step found, counted from 0. A text is good until the next Step or Reset.
+    qint64 Integer(int column) const { return sqlite3_column_int64(statement_.get(), column); }
+    QByteArrayView Text(int column) const;
+    QByteArray TextCopy(int column) const { return Text(column).toByteArray(); }
+    bool IsNull(int column) const { return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL; }
+
+    sqlite3_stmt* Handle() const { return statement_.get(); }
 
 private:
-    void HandBack();
-    void CheckBound(int code);
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+    };
 
-    std::shared_ptr<PreparedText> text_;
-    sqlite3_stmt* handle_ = nullptr;
-};
+    void Prepare(const QByteArray& sql, const QString& text);
+    void Check(int code, const QString& text) const;
 
-// One text of the store with its idle prepared statements. Two holders at once get two statements, so that none resets
-// the other's. Must not outlive the connection.
-class PreparedText : public std::enable_shared_from_this<PreparedText> {
-public:
-    PreparedText(const Connection& connection, QByteArray sql) : connection_(connection), sql_(std::move(sql)) {}
-    ~PreparedText();
-    PreparedText(const PreparedText&) = delete;
-    PreparedText& operator=(const PreparedText&) = delete;
-
-    const Connection& Owner() const { return connection_; }
-    const QByteArray& Sql() const { return sql_; }
-    // `sql` is the caller's text for the error.
-    Statement Acquire(const QString& sql);
-
-private:
-    friend class Statement;
-    void TakeBack(sqlite3_stmt* handle) noexcept;
-
-    const Connection& connection_;
-    QByteArray sql_;
-    std::vector<sqlite3_stmt*> idle_;
+    sqlite3* connection_;
+    const DamageHook* onDamage_ = nullptr;
+    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
 };
 
 } // namespace velmora::engine::sqlite

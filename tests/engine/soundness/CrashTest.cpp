@@ -1,7 +1,7 @@
 #include "engine/Repair.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 #include "tests/engine/soundness/SampleDatabase.h"
 
 #include <QFile>
@@ -34,7 +34,7 @@ RepairReport Repair(const QString& path) {
 void RunAndDie(const QString& path, const char* sql) {
     const int child = Fork([&] {
         const sqlite::Presence presence = sqlite::Presence::Join(path);
-        const sqlite::Store store(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
+        const sqlite::Connection store(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
         store.Execute(sql);
         ::raise(SIGKILL);
         return 0;

@@ -1,7 +1,7 @@
 #include "engine/sqlite/Presence.h"
 #include "engine/EngineError.h"
 #include "engine/Repair.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 #include "tests/engine/soundness/SampleDatabase.h"
 
 #include <QFile>
@@ -90,7 +90,7 @@ TEST(Presence, SeesOtherProgramsByTheStoresOwnLocks) {
     const SampleFolder folder;
     MakeSample(folder.Path(), 10);
     Holder other([&] {
-        sqlite::Store store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+        sqlite::Connection store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
         store.Execute("BEGIN; SELECT count(*) FROM Asset");
         return store;
     });

@@ -1,5 +1,5 @@
 #include "engine/Repair.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 #include "tests/engine/soundness/Damages.h"
 
 #include <QFile>
@@ -118,13 +118,13 @@ TEST(Repair, KeepsWhatASiteAdded) {
     OverwritePage(folder.Path(), PagesOf(folder.Path(), "ReservationStart", "leaf").back());
     EXPECT_TRUE(Repair(folder.Path()).LostNothing());
     EXPECT_EQ(ReadRows(folder.Path()), before) << "also the last number of a work order";
-    const sqlite::Store store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
-    EXPECT_NO_THROW(sqlite::StoreStatement(store.Handle(), "SELECT Badge COLLATE NOCASE FROM Person").Step());
-    sqlite::StoreStatement kept(store.Handle(),
-                                "SELECT count(*) FROM sqlite_schema WHERE name IN ('LogEntry', 'Rooms', 'Keep')");
+    const sqlite::Connection store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    EXPECT_NO_THROW(sqlite::Statement(store.Handle(), "SELECT Badge COLLATE NOCASE FROM Person").Step());
+    sqlite::Statement kept(store.Handle(),
+                           "SELECT count(*) FROM sqlite_schema WHERE name IN ('LogEntry', 'Rooms', 'Keep')");
     ASSERT_TRUE(kept.Step());
     EXPECT_EQ(kept.Integer(0), 3);
-    sqlite::StoreStatement version(store.Handle(), "PRAGMA user_version");
+    sqlite::Statement version(store.Handle(), "PRAGMA user_version");
     ASSERT_TRUE(version.Step());
     EXPECT_EQ(version.Integer(0), 12);
 }

@@ -3,7 +3,7 @@
 #include "engine/NewDatabase.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 #include "tests/support/Folders.h"
 
 #include <QDir>
@@ -16,8 +16,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine::test {
 
-using sqlite::Store;
-using sqlite::StoreStatement;
+using sqlite::Connection;
+using sqlite::Statement;
 
 QString ShippedSchema() {
     return QString::fromUtf8(Contents(ShareFolder() + QStringLiteral("/schema.sql")));
@@ -25,9 +25,9 @@ QString ShippedSchema() {
 
 OpenOptions ShippedOptions() {
     OpenOptions options;
-    const Store store = Store::InMemory();
+    const Connection store = Connection::InMemory();
     store.Execute(ShippedSchema().toUtf8());
-    StoreStatement names(store.Handle(), "SELECT type, name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_%'");
+    Statement names(store.Handle(), "SELECT type, name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_%'");
     while (names.Step()) {
         (names.Text(0) == "table" ? options.expectedTables : options.expectedIndexes)
             .append(QString::fromUtf8(names.Text(1)));
@@ -101,12 +101,12 @@ void MakeSample(const QString& path, int reservations) {
 
 Rows ReadRows(const QString& path) {
     Rows rows;
-    const Store store(QFile::encodeName(path), SQLITE_OPEN_READONLY);
-    StoreStatement tables(store.Handle(), "SELECT name FROM sqlite_schema WHERE type = 'table'");
+    const Connection store(QFile::encodeName(path), SQLITE_OPEN_READONLY);
+    Statement tables(store.Handle(), "SELECT name FROM sqlite_schema WHERE type = 'table'");
     while (tables.Step()) {
         const QByteArray table = tables.TextCopy(0);
         std::set<QByteArray>& set = rows[table];
-        StoreStatement all(store.Handle(), "SELECT * FROM " + sqlite::Quoted(table) + " NOT INDEXED");
+        Statement all(store.Handle(), "SELECT * FROM " + sqlite::Quoted(table) + " NOT INDEXED");
         while (all.Step()) {
             QByteArray row;
             for (int column = 0; column < sqlite3_column_count(all.Handle()); ++column) {
@@ -129,8 +129,8 @@ qint64 CountRows(const Rows& rows) {
 
 std::vector<int> PagesOf(const QString& path, const char* tableOrIndex, const char* kind) {
     std::vector<int> pages;
-    const Store store(QFile::encodeName(path), SQLITE_OPEN_READONLY);
-    StoreStatement list(store.Handle(), "SELECT pageno FROM dbstat WHERE name = ?1 AND pagetype = ?2 ORDER BY path");
+    const Connection store(QFile::encodeName(path), SQLITE_OPEN_READONLY);
+    Statement list(store.Handle(), "SELECT pageno FROM dbstat WHERE name = ?1 AND pagetype = ?2 ORDER BY path");
     list.BindText(1, tableOrIndex);
     list.BindText(2, kind);
     while (list.Step()) {
@@ -166,14 +166,14 @@ void SetContents(const QString& path, const QByteArray& contents) {
 }
 
 void Execute(const QString& path, const char* sql) {
-    Store(QFile::encodeName(path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE).Execute(sql);
+    Connection(QFile::encodeName(path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE).Execute(sql);
 }
 
 int OpeningResult(const QString& path, const OpenOptions& options) {
     return ErrorOf([&] {
         sqlite::CheckPath(path);
         const sqlite::Presence presence = sqlite::Presence::Join(path);
-        const Store store(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
+        const Connection store(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
         sqlite3_busy_timeout(store.Handle(), 50);
         sqlite::CheckOpened(store.Handle(), path, options);
     });

@@ -1,7 +1,7 @@
 #include "engine/sqlite/Soundness.h"
 #include "engine/Repair.h"
 #include "engine/sqlite/Presence.h"
-#include "engine/sqlite/Store.h"
+#include "engine/sqlite/Statement.h"
 #include "tests/engine/soundness/SampleDatabase.h"
 
 #include <QDir>
@@ -76,9 +76,9 @@ TEST(DamageMark, MakesTheNextOpeningLookEverywhere) {
 TEST(CheckOpened, KeepsTheLocksOfThisProcess) {
     const SampleFolder folder;
     MakeSample(folder.Path(), 100);
-    const sqlite::Store writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    const sqlite::Connection writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     writer.Execute("BEGIN IMMEDIATE; UPDATE Asset SET Jack = 'mine'");
-    const sqlite::Store reader(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    const sqlite::Connection reader(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     sqlite::CheckOpened(reader.Handle(), folder.Path(), ShippedOptions());
     EXPECT_TRUE(CheckDatabase(folder.Path()).isSound);
     const int child = Fork([&] {
@@ -94,7 +94,7 @@ TEST(CheckOpened, KeepsTheLocksOfThisProcess) {
 TEST(CheckOpened, WaitsForNobodyLongerThanAsked) {
     const SampleFolder folder;
     MakeSample(folder.Path(), 100);
-    const sqlite::Store writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    const sqlite::Connection writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     writer.Execute("BEGIN EXCLUSIVE");
     EXPECT_EQ(OpeningResult(folder.Path()), NumberOf(EngineErrorNumber::RecordLocked)) << "locked is not damaged";
 }

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "engine/dialect/Compiler.h"
+#include "engine/records/FieldNames.h"
+#include "engine/records/LruCache.h"
+
+#include <QByteArray>
+
+#include <memory>
+#include <vector>
+
+namespace velmora::engine::records {
+
+// The store's texts for writing to one base table: quoted names.
+struct WrittenTable {
+    explicit WrittenTable(const dialect::BaseTable& base);
+
+    QByteArray name;
+    QByteArray keyList;  // the key's columns: "LastName", "FirstName"
+    QByteArray whereKey; // a condition with a place for each of them:  WHERE "LastName" IS ? AND ...
+};
+
+// A compiled text with what its recordsets need to know of it. Never changes; shared by all sets on texts of its shape.
+struct CompiledQuery {
+    explicit CompiledQuery(dialect::CompiledStatement statement);
+
+    bool IsAction() const { return compiled.kind != dialect::StatementKind::Select; }
+
+    dialect::CompiledStatement compiled;
+    std::vector<FieldDescription> fields;
+    std::vector<FieldType> types;
+    FieldNames names;
+
+    // The rest for updatable sets only. The keys of one row are those of its first base table, then the second's, ...
+    std::vector<int> keyPositions;
+    std::vector<WrittenTable> tables; // one for each base
+    std::vector<QByteArray> columns;  // the quoted column of each field
+};
+
+// Compiled queries by the text that they were compiled from. Texts that differ only in their literals share one.
+class QueryCache {
+public:
+    explicit QueryCache(dialect::Purpose purpose);
+
+    // Compiles the text when no query is known for it. `literals` are then those of the text.
+    std::shared_ptr<const CompiledQuery> Find(QStringView text, const Catalog& catalog,
+                                              std::vector<Value>& literals);
+    void Clear();
+
+private:
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(QStringView text) const { return qHash(text); }
+    };
+    using Queries = LruCache<QString, std::shared_ptr<const CompiledQuery>, Hash>;
+
+    dialect::Purpose purpose_;
+    // The query that serves every text of a shape; of a shape whose literals are part of the statement, any one.
+    Queries byShape_;
+    // The queries of such shapes, and of texts without a shape, that serve one text each.
+    Queries byText_;
+};
+
+} // namespace velmora::engine::records

@@ -1,0 +1,136 @@
+#include "engine/records/RecordWriter.h"
+
+#include <QByteArrayList>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace velmora::engine::records {
+
+namespace {
+
+// Binds values to the places of a statement in turn.
+class Places {
+public:
+    explicit Places(StoreStatement& statement) : statement_(statement) {}
+
+    void Bind(const StoredValue& value) { statement_.Bind(++place_, value.AsField()); }
+    void Bind(const RecordKey& key) {
+        for (const StoredValue& part : key) {
+            Bind(part);
+        }
+    }
+    // What RecordWriter::StillHolds compares with.
+    void BindBefore(const FieldChange& change, FieldType type) {
+        const Field before = change.before.AsField();
+        if (type == FieldType::YesNo && !before.IsNull()) {
+            const bool isYes = before.StoredKind() == Field::Kind::Text || before.ToBool();
+            statement_.Bind(++place_, Field(FieldType::Unknown, qint64{isYes}));
+        } else {
+            statement_.Bind(++place_, before);
+        }
+    }
+
+private:
+    StoreStatement& statement_;
+    int place_ = 0;
+};
+
+} // namespace
+
+// True while the column still holds the value bound. Any number but 0 is a yes; a text that differs in letter case only
+// is another one.
+QByteArray RecordWriter::StillHolds(const FieldChange& change) const {
+    return TypeOf(change) == FieldType::YesNo ? '(' + ColumnOf(change) + " <> 0) IS ?"
+                                              : ColumnOf(change) + " COLLATE BINARY IS ?";
+}
+
+bool RecordWriter::ChangesARow(StoreStatement& statement) {
+    statement.Step(sql_);
+    return session_.Connection().RowsChanged() == 1;
+}
+
+void RecordWriter::Update(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes) {
+    QByteArray assignments;
+    QByteArray conditions = query_.tables[base].whereKey;
+    for (const FieldChange& change : changes) {
+        assignments += (assignments.isEmpty() ? " SET " : ", ") + ColumnOf(change) + " = ?";
+        conditions += " AND " + StillHolds(change);
+    }
+    const auto statement = Prepare("UPDATE " + query_.tables[base].name + assignments + conditions);
+    Places places(*statement);
+    for (const FieldChange& change : changes) {
+        places.Bind(change.after);
+    }
+    places.Bind(key);
+    for (const FieldChange& change : changes) {
+        places.BindBefore(change, TypeOf(change));
+    }
+    if (!ChangesARow(*statement)) {
+        ExplainRefusal(base, key, changes);
+    }
+}
+
+void RecordWriter::ExplainRefusal(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes) {
+    QByteArrayList conditions;
+    for (const FieldChange& change : changes) {
+        conditions.append(StillHolds(change));
+    }
+    const auto statement =
+        Prepare("SELECT " + conditions.join(", ") + " FROM " + query_.tables[base].name + query_.tables[base].whereKey);
+    Places places(*statement);
+    for (const FieldChange& change : changes) {
+        places.BindBefore(change, TypeOf(change));
+    }
+    places.Bind(key);
+    if (!statement->Step(sql_)) {
+        ThrowDeleted();
+    }
+    std::vector<Field> holds(changes.size());
+    statement->ReadRow(holds);
+    QStringList fields;
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        if (!holds[i].ToBool()) {
+            fields.append(query_.fields[static_cast<std::size_t>(changes[i].field)].name);
+        }
+    }
+    throw EngineError(EngineErrorNumber::RecordChanged,
+                      u"The record was not written because another user changed it meanwhile (%1). Read it again and "
+                      "repeat the change."_s.arg(fields.join(u", "_s)),
+                      sql_);
+}
+
+void RecordWriter::ThrowDeleted() const {
+    throw EngineError(EngineErrorNumber::RecordDeleted, u"The record has been deleted by another user."_s, sql_);
+}
+
+RecordKey RecordWriter::Insert(std::size_t base, const std::vector<FieldChange>& fields) {
+    QByteArrayList columns;
+    for (const FieldChange& field : fields) {
+        columns.append(ColumnOf(field));
+    }
+    const QByteArrayList places(columns.size(), "?");
+    const QByteArray values =
+        fields.empty() ? " DEFAULT VALUES" : " (" + columns.join(", ") + ") VALUES (" + places.join(", ") + ')';
+    const WrittenTable& table = query_.tables[base];
+    const auto statement = Prepare("INSERT INTO " + table.name + values + " RETURNING " + table.keyList);
+    Places bound(*statement);
+    for (const FieldChange& field : fields) {
+        bound.Bind(field.after);
+    }
+    statement->Step(sql_);
+    std::vector<Field> key(query_.compiled.bases[base].keyPositions.size());
+    statement->ReadRow(key);
+    RecordKey added = CopyOf(key);
+    statement->Step(sql_);
+    return added;
+}
+
+void RecordWriter::Delete(std::size_t base, const RecordKey& key) {
+    const auto statement = Prepare("DELETE FROM " + query_.tables[base].name + query_.tables[base].whereKey);
+    Places(*statement).Bind(key);
+    if (!ChangesARow(*statement)) {
+        ThrowDeleted();
+    }
+}
+
+} // namespace velmora::engine::records

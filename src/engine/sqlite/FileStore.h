@@ -1,0 +1,47 @@
+#pragma once
+
+#include "engine/Database.h"
+#include "engine/sqlite/Presence.h"
+#include "engine/sqlite/Statement.h"
+
+#include <chrono>
+
+namespace velmora::engine::sqlite {
+
+// A database file shared with other users. Waits for their locks for the time that the options name.
+class FileStore final : public records::StoreConnection {
+public:
+    // Opens an existing file for reading and writing and checks it; never creates one. Throws FileNotFound, Damaged,
+    // CannotOpen.
+    FileStore(const QString& path, const OpenOptions& options);
+
+    std::unique_ptr<records::StoreStatement> Prepare(const QByteArray& sql, const QString& callerText) override;
+    qint64 RowsChanged() const override { return sqlite3_changes64(connection_.Handle()); }
+    void Begin(records::TransactionKind kind, const QString& callerText) override;
+    void Commit(const QString& callerText) override { Run(commit_, callerText); }
+    void Rollback() override { Run(rollback_, {}); }
+    bool InTransaction() const override { return sqlite3_get_autocommit(connection_.Handle()) == 0; }
+    void EndReading() noexcept override;
+    std::vector<CatalogTable> ReadTables() override;
+    qint64 SchemaVersion() override;
+
+private:
+    static int WaitForLock(void* self, int attempts);
+    static void Run(Statement& statement, const QString& callerText);
+    void Configure();
+    void SetWriting();
+    Statement Own(const char* sql) const { return Statement(connection_.Handle(), sql, {}, onDamage_); }
+
+    Presence presence_; // goes last: the file counts as open until its connection is closed
+    std::chrono::milliseconds patience_;
+    std::chrono::steady_clock::time_point deadline_;
+    // Leaves a mark beside the file, so that the next opening looks everywhere. Empty until the file has been checked.
+    Statement::DamageHook onDamage_;
+    Connection connection_;
+    Statement beginReading_ = Own("BEGIN");
+    Statement beginWriting_ = Own("BEGIN IMMEDIATE");
+    Statement commit_ = Own("COMMIT");
+    Statement rollback_ = Own("ROLLBACK");
+};
+
+} // namespace velmora::engine::sqlite
