@@ -2,13 +2,13 @@
 
 #include "bench/Measure.h"
 #include "data/SiteSchema.h"
-#include "desk/ReportContext.h"
 #include "platform/ConsoleServices.h"
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"
 #include "platform/printers/NoQueues.h"
 #include "platform/printers/SystemPrinters.h"
 #include "print/ReadPrintAttributes.h"
+#include "reports/PrintReport.h"
 
 namespace velmora::bench {
 
@@ -46,16 +46,14 @@ public:
 class BenchDesk {
 public:
     explicit BenchDesk(Date day) : clock_(StartOfDay(day)) {}
-    void Run(engine::Database& database, void (*print)(ReportContext& context)) {
+    void Run(engine::Database& database, const ReportRequest& request) {
         print::PrintJob job({program_.services(), delivery_, [&] { return print::ReadPrintAttributes(database); }});
         job.SetOutputTarget(3);
-        ReportContext context{program_, state, view_, database, job};
-        print(context);
+        ReportContext context{program_, run_, intoFile_, view_, database, job};
+        PrintReport(context, request);
     }
     // What the last report printed.
     const QByteArray& Text() const { return delivery_.last; }
-
-    DeskState state;
 
 private:
     FixedClock clock_;
@@ -86,6 +84,8 @@ private:
                      u"Service Administration"_s};
     ProgramInstaller installer_{program_};
     NoView view_;
+    ReportRun run_;
+    Delivery intoFile_{.target = DeliveryTarget::TextFile};
     MemoryDelivery delivery_;
 };
 

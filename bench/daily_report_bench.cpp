@@ -5,7 +5,7 @@
 #include "bench/BareStore.h"
 #include "bench/BenchDesk.h"
 #include "data/CreateSite.h"
-#include "desk/DailyReport.h"
+#include "reports/DailyReport.h"
 
 #include <QTemporaryDir>
 
@@ -126,11 +126,9 @@ int Measure(const QString& folder, Date day) {
     BareReport bare(path, day);
     BenchDesk desk(day);
     const auto database = OpenSite(path);
-    desk.state.ReportDayMode = 2;
-    desk.state.chkIncludeNotes = true;
-    desk.state.chkIncludePhone = true;
+    const DailyRequest request{.days = {.choice = DayChoice::CurrentDay}, .includeNotes = true, .includePhone = true};
     qint64 read = bare.Run();
-    desk.Run(*database, &PrintDailyReport);
+    desk.Run(*database, request);
     const qsizetype listed = desk.Text().count(": From ");
     if (read == 0 || listed != bare.Printed()) {
         std::fprintf(stderr, "The two sides do not list the same reservations: %d and %lld\n", bare.Printed(),
@@ -142,7 +140,7 @@ int Measure(const QString& folder, Date day) {
     std::vector<double> ratios;
     for (int round = 0; round < rounds; ++round) {
         bareTimes.push_back(Milliseconds([&] { read += bare.Run(); }));
-        reportTimes.push_back(Milliseconds([&] { desk.Run(*database, &PrintDailyReport); }));
+        reportTimes.push_back(Milliseconds([&] { desk.Run(*database, request); }));
         ratios.push_back(reportTimes.back() / bareTimes.back());
     }
     const double ratio = Median(ratios);

@@ -8,9 +8,9 @@
 #include "bench/Measure.h"
 #include "data/Configuration.h"
 #include "data/CreateSite.h"
-#include "desk/DailyReport.h"
 #include "ops/SharedDatabase.h"
 #include "print/ReadPrintAttributes.h"
+#include "reports/PrintReport.h"
 #include "tests/support/Fakes.h"
 
 #include <QApplication>
@@ -170,32 +170,28 @@ public:
         return Print("a letter typed into the status list of 10,000, the longest", longest, "ms", 50);
     }
     bool MeasureReport(int days) {
-        DeskState plain;
-        plain.optDay = 2;
-        plain.ReportDayMode = 4;
-        plain.dtcOtherDate = fakes_.clock.Today();
-        plain.Label12 = days;
-        window_.State() = plain;
+        const DailyRequest request{.days = {DayChoice::OtherDay, fakes_.clock.Today(), days}};
+        ReportRun run;
         NoView view;
         auto& database = window_.Database();
         double bare = 1e9;
         double shown = 1e9;
         for (int round = 0; round < 5; ++round) {
             loop_.real = false;
-            ReportContext without{fakes_.program, plain, view, database, job_};
+            ReportContext without{fakes_.program, run, intoFile_, view, database, job_};
             job_.SetOutputTarget(3);
-            bare = std::min(bare, bench::Milliseconds([&] { PrintDailyReport(without); }));
+            bare = std::min(bare, bench::Milliseconds([&] { PrintReport(without, request); }));
             loop_.real = true;
-            ReportContext with{fakes_.program, window_.State(), window_, database, job_};
+            ReportContext with{fakes_.program, window_.State(), intoFile_, window_, database, job_};
             job_.SetOutputTarget(3);
-            shown = std::min(shown, bench::Milliseconds([&] { PrintDailyReport(with); }));
+            shown = std::min(shown, bench::Milliseconds([&] { PrintReport(with, request); }));
         }
         std::printf("a report of %d rows, %lld bytes: %.0f ms, without window %.0f ms\n", view.rows / 5,
                     static_cast<long long>(size), shown, bare);
         return Print("its share for progress and events, per cent", 100 * (shown - bare) / shown, "", 10) &
-               MeasureCancel();
+               MeasureCancel(request);
     }
-    bool MeasureCancel() {
+    bool MeasureCancel(const ReportRequest& request) {
         double longest = 0;
         for (const int when : {10, 30, 50}) {
             QElapsedTimer since;
@@ -203,9 +199,9 @@ public:
                 since.start();
                 Child<QPushButton>(u"cmdClose"_s).click();
             });
-            ReportContext context{fakes_.program, window_.State(), window_, window_.Database(), job_};
+            ReportContext context{fakes_.program, window_.State(), intoFile_, window_, window_.Database(), job_};
             job_.SetOutputTarget(3);
-            PrintDailyReport(context);
+            PrintReport(context, request);
             longest = std::max(longest, since.isValid() ? static_cast<double>(since.nsecsElapsed()) / 1e6 : 1e3);
         }
         return Print("\"Cancel Report\" until the desk is idle, the longest", longest, "ms", 100);
@@ -233,6 +229,7 @@ private:
         bool real = true;
     };
 
+    const velmora::Delivery intoFile_{.target = DeliveryTarget::TextFile};
     fakes::TestProgram fakes_;
     SwitchedLoop loop_;
     print::PrintJob job_{

@@ -29,27 +29,20 @@ constexpr int rounds = 9;
 
 struct Report {
     const char* name;
-    void (*print)(ReportContext& context);
+    ReportRequest request;
     qint64 (BareReports::*bare)();
-    qint16 optException = 0;
-    qint16 optUsage = 0;
 };
 
-constexpr Report reports[] = {
-    {"occupants", &PrintOccupantReport, &BareReports::Occupants},
-    {"directory", &PrintDirectoryReport, &BareReports::Directory},
-    {"persons outside of their space type", &PrintExceptionReport, &BareReports::Exceptions},
-    {"reservations not checked in", &PrintExceptionReport, &BareReports::NotCheckedIn, 4},
-    {"usage by location", &PrintUsageReport, &BareReports::LocationUsage},
-    {"usage by first area", &PrintUsageReport, &BareReports::PersonUsage, 0, 1},
-};
-
-// The desk with one report's options chosen for a day.
-void Choose(BenchDesk& desk, const Report& report, Date day) {
-    desk.state.optDay = 2;
-    desk.state.dtcOtherDate = desk.state.dtcException = desk.state.dtcUsage = day;
-    desk.state.optException = report.optException;
-    desk.state.OptUsage = report.optUsage;
+std::vector<Report> Reports(Date day) {
+    const DaySelection days{DayChoice::OtherDay, day};
+    return {
+        {"occupants", OccupancyRequest{OccupancyList::Occupants, days}, &BareReports::Occupants},
+        {"directory", OccupancyRequest{OccupancyList::Directory, days}, &BareReports::Directory},
+        {"persons outside of their space type", ExceptionRequest{.date = day}, &BareReports::Exceptions},
+        {"reservations not checked in", ExceptionRequest{ExceptionType::NotCheckedIn, day}, &BareReports::NotCheckedIn},
+        {"usage by location", UsageRequest{.date = day}, &BareReports::LocationUsage},
+        {"usage by first area", UsageRequest{UsageBreakdown::FirstArea, day}, &BareReports::PersonUsage},
+    };
 }
 
 // What a report lists: the rows of its table, or all that its figures count.
@@ -90,9 +83,8 @@ bool AgainstBareStore(BenchDesk& desk, const QString& path, Date day) {
     const auto database = OpenSite(path);
     bool good = true;
     std::printf("%-58s %12s %12s %6s %6s\n", "", "bare store", "report", "ratio", "limit");
-    for (const Report& report : reports) {
-        Choose(desk, report, day);
-        desk.Run(*database, report.print);
+    for (const Report& report : Reports(day)) {
+        desk.Run(*database, report.request);
         const qint64 listed = (bare.*report.bare)();
         if (listed == 0 || Listed(desk.Text()) != listed) {
             std::fprintf(stderr, "The two sides of \"%s\" do not list the same: %lld and %lld\n", report.name,
@@ -101,7 +93,7 @@ bool AgainstBareStore(BenchDesk& desk, const QString& path, Date day) {
         }
         good &= Compare(
             std::to_string(listed) + ' ' + report.name, [&] { (bare.*report.bare)(); },
-            [&] { desk.Run(*database, report.print); }, bareLimit);
+            [&] { desk.Run(*database, report.request); }, bareLimit);
     }
     return good;
 }
@@ -136,17 +128,17 @@ bool AgainstHistory(BenchDesk& desk, const QString& path, Date day) {
     const auto more = OpenSite(WithHistory(path, folder.filePath(u"more.MDB"_s), day, 2'200'000));
     bool good = true;
     std::printf("\n%-58s %12s %12s %6s %6s\n", "the same day with a history", "100,000", "2,200,000", "ratio", "limit");
-    for (const Report& report : reports) {
-        Choose(desk, report, day);
-        desk.Run(*more, report.print);
+    for (const Report& report : Reports(day)) {
+        desk.Run(*more, report.request);
         const qint64 listed = Listed(desk.Text());
-        desk.Run(*fewer, report.print);
+        desk.Run(*fewer, report.request);
         if (listed != Listed(desk.Text())) {
             std::fprintf(stderr, "The two sides of \"%s\" do not list the same\n", report.name);
             return false;
         }
         good &= Compare(
-            report.name, [&] { desk.Run(*fewer, report.print); }, [&] { desk.Run(*more, report.print); }, historyLimit);
+            report.name, [&] { desk.Run(*fewer, report.request); }, [&] { desk.Run(*more, report.request); },
+            historyLimit);
     }
     return good;
 }
@@ -157,18 +149,16 @@ bool DeepInThePast(BenchDesk& desk, const QString& path, Date day) {
     const auto database = OpenSite(path);
     bool good = true;
     std::printf("\n%-58s %12s %12s %6s %6s\n", "a day 4 years ago", "now + pass", "then", "ratio", "limit");
-    for (const Report& report : reports) {
-        const auto run = [&](Date of) {
-            Choose(desk, report, of);
-            desk.Run(*database, report.print);
-        };
+    const std::vector<Report> now = Reports(day);
+    const std::vector<Report> then = Reports(past);
+    for (size_t i = 0; i < now.size(); ++i) {
         good &= Compare(
-            report.name,
+            now[i].name,
             [&] {
-                run(day);
+                desk.Run(*database, now[i].request);
                 bare.Pass();
             },
-            [&] { run(past); }, pastLimit);
+            [&] { desk.Run(*database, then[i].request); }, pastLimit);
     }
     return good;
 }

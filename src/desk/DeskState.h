@@ -2,6 +2,7 @@
 
 #include "base/DateTime.h"
 #include "base/services/Printers.h"
+#include "reports/ReportRun.h"
 
 #include <QString>
 
@@ -29,21 +30,15 @@ struct DateRange {
 };
 
 // What the controls of the main window say, by the controls' names. Handlers store the controls here before they call
-// a routine and load them from here afterwards; routines know this struct and no window.
-struct DeskState {
+// a routine and load them from here afterwards. With it what the running report shares with the window.
+struct DeskState : ReportRun {
     // The daily report's kind and day: 0 starts, 1 ends, 8 combined; 2 more for the current day, 4 more for another
     // day.
     qint16 ReportDayMode = 0;
-    // The user asked the running report to stop.
-    bool CancelRequested = false;
-    bool ReportRunning = false;
-    // The detail blocks print telephone information.
-    bool IncludePhoneInfo = false;
     // Quick status list: 0 persons, 1 locations.
     qint16 StatusType = 0;
     // Task view: 0 move in, 1 move out, 2 phone connect, 3 phone disconnect.
     qint16 ViewType = 0;
-    QString SelectedPrinterName;
 
     // Daily page.
     bool chkNonPermanent = false;

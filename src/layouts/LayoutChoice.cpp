@@ -19,9 +19,9 @@ struct LayoutTerms {
     qint16 index;
     // %1 and %2 are the arguments of the two dates.
     QStringView base;
-    // For a checked chkReportCompleted.
+    // With the completion filter.
     QStringView completed;
-    // For a checked chkConference.
+    // Without conference rooms.
     QStringView noConference;
 };
 
@@ -72,11 +72,10 @@ const LayoutChoice* FindLayoutChoice(qint16 index) {
     return found == layoutChoices.end() ? nullptr : &*found;
 }
 
-std::optional<LayoutPageView> ShowReportSelection(DeskState& state, qint16 index, bool isSet) {
+std::optional<LayoutPageView> ShowReportSelection(qint16 index, bool isSet) {
     if (!isSet) {
         return std::nullopt;
     }
-    state.SelectedLayout = index;
     switch (index) {
     case 6:
     case 7:
@@ -90,17 +89,17 @@ std::optional<LayoutPageView> ShowReportSelection(DeskState& state, qint16 index
     }
 }
 
-QString SelectionFormula(qint16 index, const DeskState& state) {
+QString SelectionFormula(const LayoutRequest& request) {
     const auto terms = std::find_if(layoutTerms.begin(), layoutTerms.end(),
-                                    [&](const LayoutTerms& each) { return each.index == index; });
+                                    [&](const LayoutTerms& each) { return each.index == request.layout; });
     if (terms == layoutTerms.end()) {
         return {};
     }
-    QString formula = terms->base.toString().arg(DateArguments(state.ReportStart), DateArguments(state.ReportEnd));
-    if (state.chkReportCompleted) {
+    QString formula = terms->base.toString().arg(DateArguments(request.start), DateArguments(request.end));
+    if (request.completionFilter) {
         formula += terms->completed;
     }
-    if (state.chkConference) {
+    if (request.excludeConferenceRooms) {
         formula += terms->noConference;
     }
     return formula;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/DateTime.h"
-#include "desk/DeskState.h"
+#include "reports/Requests.h"
 
 #include <QString>
 
@@ -32,13 +32,12 @@ struct LayoutPageView {
     QString completedCaption;
 };
 
-// The click on an option button: `isSet` is the button's state after it. Remembers the layout in `state` and returns
-// what the page shows from now on, with the button Command3 enabled; none, and nothing remembered, when the button is
-// not set.
-std::optional<LayoutPageView> ShowReportSelection(DeskState& state, qint16 index, bool isSet);
+// The click on an option button: `isSet` is the button's state after it. Returns what the page shows from now on,
+// with the button Command3 enabled; none when the button is not set.
+std::optional<LayoutPageView> ShowReportSelection(qint16 index, bool isSet);
 
-// The record selection formula of the layout with that index for the choices on the page; empty for an index that is no
-// layout's. A date box without a date leaves its place in the formula empty, which the report refuses.
-QString SelectionFormula(qint16 index, const DeskState& state);
+// The record selection formula of the layout; empty for an index that is no layout's. A missing date leaves its place
+// in the formula empty, which the report refuses.
+QString SelectionFormula(const LayoutRequest& request);
 
 } // namespace velmora::layouts

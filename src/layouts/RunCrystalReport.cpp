@@ -36,16 +36,16 @@ private:
 
 } // namespace
 
-void RunCrystalReport(const Program& program, const DeskState& state, engine::Database& database,
-                      ReportControl& report) {
+void RunCrystalReport(const Program& program, const LayoutRequest& request, const ReportRun& run,
+                      engine::Database& database, ReportControl& report) {
     const Services& services = program.services();
-    const LayoutChoice* choice = FindLayoutChoice(state.SelectedLayout);
+    const LayoutChoice* choice = FindLayoutChoice(request.layout);
     if (choice == nullptr) {
         services.dialogs.ShowMessage({Translate(u"No Report Selected"_s), program.Title(), Buttons::Ok, Icon::None});
         return;
     }
-    const AtWork atWork(services, state.ReportRunning);
-    const QString formula = SelectionFormula(choice->index, state);
+    const AtWork atWork(services, run.ReportRunning);
+    const QString formula = SelectionFormula(request);
     Steps steps(services.errors, u"Service Administration"_s, u"Run Crystal Report"_s, QString());
     steps.Step(u"Choosing the records"_s, [&] { report.SetSelectionFormula(formula); });
     steps.Step(u"Choosing the layout"_s,

@@ -1,18 +1,19 @@
 #pragma once
 
 #include "base/Program.h"
-#include "desk/DeskState.h"
 #include "engine/Database.h"
 #include "layouts/ReportControl.h"
+#include "reports/ReportRun.h"
+#include "reports/Requests.h"
 
 namespace velmora::layouts {
 
-// Runs the layout that was chosen last on the layout page, for the dates and filters of the page: hands the formula and
-// the layout file of the data directory to `report`, brings the dates' texts in the database up to date and starts it.
-// Says so when no layout was chosen. A report that the desk prints at the same time goes on undisturbed.
+// Runs a layout: hands the formula and the layout file of the data directory to `report`, brings the dates' texts in
+// the database up to date and starts it. Says so when no layout was chosen. A report that is printed at the same time,
+// as `run` says, goes on undisturbed.
 //
 // Failures are reported with module "Service Administration" and procedure "Run Crystal Report".
-void RunCrystalReport(const Program& program, const DeskState& state, engine::Database& database,
-                      ReportControl& report);
+void RunCrystalReport(const Program& program, const LayoutRequest& request, const ReportRun& run,
+                      engine::Database& database, ReportControl& report);
 
 } // namespace velmora::layouts

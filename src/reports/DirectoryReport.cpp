@@ -15,9 +15,9 @@ namespace {
 
 class DirectoryReport {
 public:
-    DirectoryReport(ReportContext& context, Steps& steps, ReportFrame& frame)
-        : context_(context), steps_(steps), frame_(frame), options_(context.state),
-          locale_(context.program.services().localeText), startupArgument_(context.program.services().startupArgument),
+    DirectoryReport(ReportContext& context, Steps& steps, ReportFrame& frame, const OccupancyRequest& request)
+        : context_(context), steps_(steps), frame_(frame), request_(request),
+          locale_(context.program.services().localeText), startupArgument_(request.startupArgument),
           namePrefix_(startupArgument_.trimmed().toStdString()),
           table_({"Name", "Location", "Phone", "Organization", "From - To"}) {}
 
@@ -31,8 +31,7 @@ private:
     ReportContext& context_;
     Steps& steps_;
     ReportFrame& frame_;
-    // The options as they were at the start: the page's controls may change while the report lets events through.
-    const DeskState options_;
+    const OccupancyRequest& request_;
     const LocaleText& locale_;
     const QString& startupArgument_;
     const std::string namePrefix_;
@@ -67,7 +66,7 @@ void DirectoryReport::Run() {
 }
 
 void DirectoryReport::ChooseDays() {
-    days_ = OccupancyDays(options_, DateOf(context_.program.services().clock.Now()), locale_);
+    days_ = OccupancyDays(request_.days, DateOf(context_.program.services().clock.Now()), locale_);
     printedAt_ = PrintedAt(context_.program, u"Printed at:"_s, days_.phrase);
 }
 
@@ -75,8 +74,8 @@ std::optional<ReportTable::Row> DirectoryReport::RowOf(const Recordset& occupanc
     const bool permanent = occupancies["Permanent"].ToBool();
     const engine::Field location = occupancies["Name"];
     const std::string_view name = location.Utf8();
-    if ((options_.chkNonPermanent && permanent) || occupancies["EventType"].Utf8() == "UNAVAILABLE" ||
-        (!options_.chkIncludeEmpty && name.empty()) || !name.starts_with(namePrefix_)) {
+    if ((request_.nonPermanent && permanent) || occupancies["EventType"].Utf8() == "UNAVAILABLE" ||
+        (!request_.includeUnreserved && name.empty()) || !name.starts_with(namePrefix_)) {
         return {};
     }
     return ReportTable::Row{PersonName(occupancies["LastName"], occupancies["FirstName"]), Utf8(location),
@@ -87,11 +86,11 @@ std::optional<ReportTable::Row> DirectoryReport::RowOf(const Recordset& occupanc
 
 } // namespace
 
-void PrintDirectoryReport(ReportContext& context) {
+void PrintDirectoryReport(ReportContext& context, const OccupancyRequest& request) {
     Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Directory Report"_s, QString());
     ReportFrame frame(context, steps);
     if (frame.Start()) {
-        DirectoryReport(context, steps, frame).Run();
+        DirectoryReport(context, steps, frame, request).Run();
     }
 }
 

@@ -14,7 +14,7 @@ using engine::Recordset;
 
 namespace {
 
-// One of the option buttons. A kind without `assigned` lists the reservations that are not checked in.
+// A kind without `assigned` lists the reservations that are not checked in.
 struct ExceptionKind {
     const char* subtitle;
     // The fourth column's caption.
@@ -25,6 +25,7 @@ struct ExceptionKind {
     const char* allowedTable;
 };
 
+// In the order of ExceptionType.
 constexpr ExceptionKind kinds[] = {
     {"Persons outside of Space Type", "Space Type", "EventType", "EventType", "[Asset/Event]"},
     {"Persons outside of First Area", "Area", "Area", "AreaName", "[Asset/Area]"},
@@ -33,18 +34,12 @@ constexpr ExceptionKind kinds[] = {
     {"Reservations Not Checked In", "Organization", nullptr, nullptr, nullptr},
 };
 
-// No button counts as the first.
-const ExceptionKind& KindOf(qint16 optException) {
-    return optException >= 0 && optException < std::ssize(kinds) ? kinds[optException] : kinds[0];
-}
-
 class ExceptionReport {
 public:
-    ExceptionReport(ReportContext& context, Steps& steps, ReportFrame& frame)
-        : context_(context), steps_(steps), frame_(frame), kind_(KindOf(context.state.optException)),
-          excludesConferenceRooms_(context.state.chkConferenceDaily), date_(context.state.dtcException),
-          locale_(context.program.services().localeText),
-          namePrefix_(context.program.services().startupArgument.toStdString()),
+    ExceptionReport(ReportContext& context, Steps& steps, ReportFrame& frame, const ExceptionRequest& request)
+        : context_(context), steps_(steps), frame_(frame), request_(request),
+          kind_(kinds[static_cast<size_t>(request.type)]), locale_(context.program.services().localeText),
+          namePrefix_(request.startupArgument.toStdString()),
           table_({"Location", "Person", "Space Type", kind_.caption, "From - To"}) {}
 
     void Run();
@@ -68,10 +63,8 @@ private:
     ReportContext& context_;
     Steps& steps_;
     ReportFrame& frame_;
-    // What the page said at the start: its controls may change while the report lets events through.
+    const ExceptionRequest& request_;
     const ExceptionKind& kind_;
-    const bool excludesConferenceRooms_;
-    const std::optional<Date> date_;
     const LocaleText& locale_;
     const std::string namePrefix_;
 
@@ -104,16 +97,17 @@ void ExceptionReport::Run() {
 }
 
 void ExceptionReport::ChooseDay() {
-    if (!date_) {
+    if (!request_.date) {
         throw ProgramError(ErrorNumber::TypeMismatch, u"The box for the report date holds no date"_s);
     }
-    day_ = SqlDate(*date_);
-    nextDay_ = SqlDate(*date_ + std::chrono::days(1));
+    day_ = SqlDate(*request_.date);
+    nextDay_ = SqlDate(*request_.date + std::chrono::days(1));
 }
 
 void ExceptionReport::PrintTitle() {
-    context_.job.PrintReportTitle(Translate(u"Exception Report"_s), Translate(QString::fromLatin1(kind_.subtitle)),
-                                  PrintedAt(context_.program, u"Printed at"_s, u" for "_s + locale_.ShortDate(*date_)));
+    context_.job.PrintReportTitle(
+        Translate(u"Exception Report"_s), Translate(QString::fromLatin1(kind_.subtitle)),
+        PrintedAt(context_.program, u"Printed at"_s, u" for "_s + locale_.ShortDate(*request_.date)));
 }
 
 QString ExceptionReport::RowsText() const {
@@ -127,7 +121,7 @@ QString ExceptionReport::RowsText() const {
            u") And ((Reservation.Permanent) = False) And ((Reservation.SLockStart) = False) And ((Asset.Location) = "
            "True) And ((Reservation.Asset) > "_s +
            // The conference rooms are the assets up to here.
-           (excludesConferenceRooms_ ? u"256"_s : u"0"_s) + u")) ORDER BY Asset.Name, Reservation.Start"_s;
+           (request_.excludeConferenceRooms ? u"256"_s : u"0"_s) + u")) ORDER BY Asset.Name, Reservation.Start"_s;
 }
 
 QString ExceptionReport::ReservationText(const Recordset& person) const {
@@ -186,11 +180,11 @@ std::optional<ReportTable::Row> ExceptionReport::NotCheckedIn(const Recordset& r
 
 } // namespace
 
-void PrintExceptionReport(ReportContext& context) {
+void PrintExceptionReport(ReportContext& context, const ExceptionRequest& request) {
     Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Exception Report"_s, QString());
     ReportFrame frame(context, steps);
     if (frame.Start()) {
-        ExceptionReport(context, steps, frame).Run();
+        ExceptionReport(context, steps, frame, request).Run();
     }
 }
 

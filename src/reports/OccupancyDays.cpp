@@ -4,15 +4,14 @@ namespace velmora {
 
 using namespace Qt::StringLiterals;
 
-ReportDays OccupancyDays(const DeskState& state, Date today, const LocaleText& locale) {
-    const auto choice = static_cast<DayChoice>(state.optDay);
-    if (choice == DayChoice::OtherDay) {
-        return DailyReportDays(choice, today, state, locale);
+ReportDays OccupancyDays(const DaySelection& selection, Date today, const LocaleText& locale) {
+    if (selection.choice == DayChoice::OtherDay) {
+        return DailyReportDays(selection, today, locale);
     }
     Date day = today;
-    if (choice == DayChoice::NextWorkingDay) {
+    if (selection.choice == DayChoice::NextWorkingDay) {
         // A daily report covers all days up to the next working one.
-        day = DailyReportDays(choice, today, state, locale).end - std::chrono::days(1);
+        day = DailyReportDays(selection, today, locale).end - std::chrono::days(1);
     }
     return {day, day + std::chrono::days(1), u" for "_s + locale.ShortDate(day)};
 }

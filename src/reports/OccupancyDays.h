@@ -1,13 +1,13 @@
 #pragma once
 
-#include "desk/DailyMode.h"
 #include "engine/Database.h"
+#include "reports/ReportDays.h"
 
 namespace velmora {
 
 // The days that the occupant and the directory report cover. The next working day is that day alone, without the
-// weekend before it. No day option at all counts as the current day. Throws Error for another day without a date.
-ReportDays OccupancyDays(const DeskState& state, Date today, const LocaleText& locale);
+// weekend before it. Throws Error for another day without a date.
+ReportDays OccupancyDays(const DaySelection& selection, Date today, const LocaleText& locale);
 
 // Opens the stored query of that name over the days. Throws Error where its rows lack one of the fields: a site may
 // have a query of its own, and what is wrong with it is told once, not for each row.

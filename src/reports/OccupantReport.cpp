@@ -16,9 +16,9 @@ namespace {
 
 class OccupantReport {
 public:
-    OccupantReport(ReportContext& context, Steps& steps, ReportFrame& frame)
-        : context_(context), steps_(steps), frame_(frame), options_(context.state),
-          locale_(context.program.services().localeText), startupArgument_(context.program.services().startupArgument),
+    OccupantReport(ReportContext& context, Steps& steps, ReportFrame& frame, const OccupancyRequest& request)
+        : context_(context), steps_(steps), frame_(frame), request_(request),
+          locale_(context.program.services().localeText), startupArgument_(request.startupArgument),
           namePrefix_(startupArgument_.toStdString()),
           table_({"Location", "Person", "Phone", "Organization", "From - To"}) {}
 
@@ -36,8 +36,7 @@ private:
     ReportContext& context_;
     Steps& steps_;
     ReportFrame& frame_;
-    // The options as they were at the start: the page's controls may change while the report lets events through.
-    const DeskState options_;
+    const OccupancyRequest& request_;
     const LocaleText& locale_;
     const QString& startupArgument_;
     const std::string namePrefix_;
@@ -68,7 +67,7 @@ void OccupantReport::Run() {
 }
 
 void OccupantReport::ChooseDays() {
-    days_ = OccupancyDays(options_, DateOf(context_.program.services().clock.Now()), locale_);
+    days_ = OccupancyDays(request_.days, DateOf(context_.program.services().clock.Now()), locale_);
     printedAt_ = PrintedAt(context_.program, u"Printed at:"_s, days_.phrase);
 }
 
@@ -84,8 +83,8 @@ void OccupantReport::Print() {
 bool OccupantReport::LeavesOut(const Recordset& occupancies) const {
     const std::string_view name = occupancies["Name"].Utf8();
     return name.starts_with("Unused") || !occupancies["Location"].ToBool() || !name.starts_with(namePrefix_) ||
-           (!options_.chkIncludeEmpty && occupancies["Start"].IsNull()) ||
-           (options_.chkNonPermanent && occupancies["Permanent"].ToBool()) ||
+           (!request_.includeUnreserved && occupancies["Start"].IsNull()) ||
+           (request_.nonPermanent && occupancies["Permanent"].ToBool()) ||
            occupancies["EventType"].Utf8() == "UNAVAILABLE";
 }
 
@@ -112,11 +111,11 @@ QByteArray OccupantReport::Phone(const Recordset& occupancies) const {
 
 } // namespace
 
-void PrintOccupantReport(ReportContext& context) {
+void PrintOccupantReport(ReportContext& context, const OccupancyRequest& request) {
     Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Occupant Report"_s, QString());
     ReportFrame frame(context, steps);
     if (frame.Start()) {
-        OccupantReport(context, steps, frame).Run();
+        OccupantReport(context, steps, frame, request).Run();
     }
 }
 

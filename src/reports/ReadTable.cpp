@@ -1,6 +1,6 @@
 #include "reports/ReadTable.h"
 
-#include "desk/LookAhead.h"
+#include "reports/LookAhead.h"
 
 namespace velmora {
 

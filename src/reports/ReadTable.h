@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/ReportFrame.h"
+#include "reports/ReportFrame.h"
 #include "reports/ReportTable.h"
 
 namespace velmora {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Steps.h"
-#include "desk/ReportContext.h"
+#include "reports/ReportContext.h"
 
 #include <array>
 

@@ -2,10 +2,10 @@
 
 #include "base/Error.h"
 #include "base/Translate.h"
-#include "desk/ReportFrame.h"
 #include "reports/CellTexts.h"
 #include "reports/OccupancyDays.h"
 #include "reports/PrintedAt.h"
+#include "reports/ReportFrame.h"
 
 namespace velmora {
 
@@ -13,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// One of the option buttons.
 struct Breakdown {
     const char16_t* query;
     const char* title;
@@ -23,17 +22,13 @@ struct Breakdown {
     bool locations;
 };
 
+// In the order of UsageBreakdown.
 constexpr Breakdown breakdowns[] = {
     {u"A1", "Location Usage Report", {"AreaName", "EventType", "Organization"}, true},
     {u"P1", "Person Usage Report", {"Area", "Organization", "EventType"}, false},
     {u"P2", "Person Usage Report", {"Area2", "Organization", "EventType"}, false},
     {u"P3", "Person Usage Report", {"Area3", "Organization", "EventType"}, false},
 };
-
-// No button counts as the first.
-const Breakdown& BreakdownOf(qint16 optUsage) {
-    return optUsage >= 0 && optUsage < std::ssize(breakdowns) ? breakdowns[optUsage] : breakdowns[0];
-}
 
 // What a row says of its location or person, in the order of the rows of a group.
 struct UsageClass {
@@ -50,9 +45,9 @@ constexpr std::array<UsageClass, 3> classes{{
 
 class UsageReport {
 public:
-    UsageReport(ReportContext& context, Steps& steps, ReportFrame& frame)
-        : context_(context), steps_(steps), frame_(frame), breakdown_(BreakdownOf(context.state.OptUsage)),
-          detail_(context.state.chkUsageDetail), date_(context.state.dtcUsage) {}
+    UsageReport(ReportContext& context, Steps& steps, ReportFrame& frame, const UsageRequest& request)
+        : context_(context), steps_(steps), frame_(frame), request_(request),
+          breakdown_(breakdowns[static_cast<size_t>(request.breakdown)]) {}
 
     void Run();
 
@@ -80,10 +75,8 @@ private:
     ReportContext& context_;
     Steps& steps_;
     ReportFrame& frame_;
-    // What the page said at the start: its controls may change while the report lets events through.
+    const UsageRequest& request_;
     const Breakdown& breakdown_;
-    const bool detail_;
-    const std::optional<Date> date_;
 
     QString printedAt_;
     std::unique_ptr<engine::Recordset> rows_;
@@ -102,12 +95,13 @@ void UsageReport::Run() {
     frame_.SetOrientation();
     frame_.PreparePrinter();
     frame_.ShowRunning();
-    context_.state.CancelRequested = false;
+    context_.run.CancelRequested = false;
     if (Step([this] {
             const auto& keys = breakdown_.keys;
-            rows_ = OpenOverDays(context_.database, breakdown_.query, *date_, *date_ + std::chrono::days(1),
-                                 {keys[0], keys[1], keys[2], "Perm", breakdown_.locations ? "Name" : "FirstName",
-                                  breakdown_.locations ? "Name" : "LastName"});
+            rows_ =
+                OpenOverDays(context_.database, breakdown_.query, *request_.date, *request_.date + std::chrono::days(1),
+                             {keys[0], keys[1], keys[2], "Perm", breakdown_.locations ? "Name" : "FirstName",
+                              breakdown_.locations ? "Name" : "LastName"});
         })) {
         PrintRows();
     }
@@ -116,10 +110,10 @@ void UsageReport::Run() {
 }
 
 void UsageReport::ChooseDay() {
-    if (!date_) {
+    if (!request_.date) {
         throw ProgramError(ErrorNumber::TypeMismatch, u"The box for the report date holds no date"_s);
     }
-    const QString day = context_.program.services().localeText.ShortDate(*date_);
+    const QString day = context_.program.services().localeText.ShortDate(*request_.date);
     printedAt_ = PrintedAt(context_.program, u"Printed at"_s, u" for "_s + day);
 }
 
@@ -187,7 +181,7 @@ void UsageReport::Count() {
     if (!usageClass) {
         return;
     }
-    if (detail_) {
+    if (request_.detail) {
         List(*usageClass);
     }
     ++counts_[*usageClass];
@@ -248,11 +242,11 @@ void UsageReport::PrintTotal(const char* caption, int count) {
 
 } // namespace
 
-void PrintUsageReport(ReportContext& context) {
+void PrintUsageReport(ReportContext& context, const UsageRequest& request) {
     Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Usage Report"_s, QString());
     ReportFrame frame(context, steps);
     if (frame.Admit()) {
-        UsageReport(context, steps, frame).Run();
+        UsageReport(context, steps, frame, request).Run();
     }
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "data/Configuration.h"
-#include "desk/DailyReport.h"
-#include "desk/ReportFrame.h"
 #include "print/ReadPrintAttributes.h"
+#include "reports/PrintReport.h"
 #include "tests/desk/TestSite.h"
 #include "tests/support/Fakes.h"
 
@@ -90,21 +89,20 @@ protected:
         database_ = engine::Database::Open(path);
         faulty_ = std::make_unique<FaultyDatabase>(*database_);
         fakes_.clock.now = *MakeDateTime({2026, 3, 5, 14, 15, 0});
-        state_.PrinterControl1.Destination = 3;
     }
 
-    ReportContext Context() { return {fakes_.program, state_, view_, *faulty_, job_}; }
+    ReportContext Context() { return {fakes_.program, run_, settings_, view_, *faulty_, job_}; }
 
-    // Runs the daily report as its button does and returns what was delivered.
-    QByteArray Run() {
-        job_.SetOutputTarget(state_.PrinterControl1.Destination);
+    // Runs a report as its button does and returns what was delivered.
+    QByteArray Print(const ReportRequest& request) {
+        job_.SetOutputTarget(static_cast<qint16>(settings_.target));
         ReportContext context = Context();
-        PrintDailyReport(context);
+        PrintReport(context, request);
         return delivery_.delivered.empty() ? QByteArray() : delivery_.delivered.back();
     }
     void ExpectIdle() {
-        EXPECT_FALSE(state_.ReportRunning);
-        EXPECT_FALSE(state_.CancelRequested);
+        EXPECT_FALSE(run_.ReportRunning);
+        EXPECT_FALSE(run_.CancelRequested);
         EXPECT_EQ(view_.captions.back(), u"Close"_s);
         EXPECT_EQ(view_.progress.back().second, -1);
         EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
@@ -114,7 +112,8 @@ protected:
     fakes::TestProgram fakes_;
     std::unique_ptr<engine::Database> database_;
     std::unique_ptr<FaultyDatabase> faulty_;
-    DeskState state_;
+    ReportRun run_;
+    Delivery settings_{.target = DeliveryTarget::TextFile};
     FakeReportView view_;
     KeepingDelivery delivery_;
     print::PrintJob job_{

@@ -22,6 +22,7 @@ protected:
                                        : StatusSummary(fakes_.program, state_, *faulty_, *entry);
     }
 
+    DeskState state_;
     std::vector<StatusEntry> entries_;
 };
 

@@ -85,6 +85,7 @@ protected:
     QString why;
     int timesShown = 0;
     FaultyDatabase faultyDesk_{*desk_};
+    DeskState state_;
     Tasks tasks_{fakes_.program, state_, faultyDesk_, *this};
 };
 

@@ -27,14 +27,17 @@ protected:
     ~DeskWindowTest() override { sqlite3_close(other_); }
 
     void OpenDesk() {
-        window_ = std::make_unique<frmScmain>(DeskParts{
-            fakes_.program,
-            job_,
-            {{DeskReport::Starts, PrintDailyReport},
-             {DeskReport::Ends, PrintDailyReport},
-             {DeskReport::Combined, PrintDailyReport},
-             {DeskReport::Usage, [](ReportContext&) { throw ProgramError(ErrorNumber::Unavailable, u"no query"_s); }}},
-            [this](qint32 reservation, QWidget*) { notesOf.push_back(reservation); }});
+        window_ = std::make_unique<frmScmain>(
+            DeskParts{fakes_.program, job_,
+                      [this](ReportContext& context, const ReportRequest& request) {
+                          requests.push_back(request);
+                          if (std::holds_alternative<DailyRequest>(request)) {
+                              PrintReport(context, request);
+                          } else if (std::holds_alternative<UsageRequest>(request)) {
+                              throw ProgramError(ErrorNumber::Unavailable, u"no query"_s);
+                          }
+                      },
+                      [this](qint32 reservation, QWidget*) { notesOf.push_back(reservation); }});
         window_->Form_Load();
         window_->show();
         // Pages are made when they are chosen for the first time.
@@ -101,6 +104,8 @@ protected:
         return first;
     }
 
+    // What the buttons asked for.
+    std::vector<ReportRequest> requests;
     std::vector<qint32> notesOf;
     std::unique_ptr<frmScmain> window_;
     sqlite3* other_ = nullptr;

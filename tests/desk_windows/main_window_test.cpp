@@ -101,8 +101,7 @@ TEST_F(DeskWindowTest, EachButtonRunsItsListOfTheDayChosen) {
     // The list is the one that the same settings print without a window.
     Click(u"chkBrief"_s);
     Click(u"Command5"_s);
-    state_ = window_->State();
-    EXPECT_EQ(delivery_.delivered.back(), Run());
+    EXPECT_EQ(delivery_.delivered.back(), Print(DailyRequest{.brief = true}));
 }
 
 TEST_F(DeskWindowTest, ASecondReportIsRefusedAndTheRunningOneCanBeCancelled) {

@@ -17,10 +17,11 @@ protected:
         return RunText(u"Mine.rpx"_s, formula).remove(u'\r').toStdString();
     }
     // The number of records of a shipped layout.
-    qint64 Count(qint16 index, const DeskState& state) {
-        const Layout layout = ReadLayoutFile(Path(FindLayoutChoice(index)->file.toString()), database_->Schema());
+    qint64 Count(const LayoutRequest& request) {
+        const Layout layout =
+            ReadLayoutFile(Path(FindLayoutChoice(request.layout)->file.toString()), database_->Schema());
         TextDocument text(layout, TheServices().localeText);
-        return WriteRecords(layout, ParseFormula(SelectionFormula(index, state), layout.scope), *database_,
+        return WriteRecords(layout, ParseFormula(SelectionFormula(request), layout.scope), *database_,
                             TheServices().localeText, fakes_.clock.now, text);
     }
 };
@@ -48,20 +49,21 @@ TEST_F(DocumentsTest, ListsTheRowsThatSqlCounts) {
         {7, joined + u"\"End\" > :s AND \"End\" < :e"_s + named, u" AND Permanent = 0"_s, true},
         {9, overlaps + named, QString(), false},
     };
-    DeskState state;
+    LayoutRequest request;
     for (const int days : {1, 5}) {
-        state.ReportStart = MakeDate(2026, 3, 5);
-        state.ReportEnd = MakeDate(2026, 3, 5 + static_cast<unsigned>(days));
+        request.start = MakeDate(2026, 3, 5);
+        request.end = MakeDate(2026, 3, 5 + static_cast<unsigned>(days));
         for (const Case& c : cases) {
             for (const bool completed : {false, true}) {
                 for (const bool conference : {false, true}) {
-                    state.chkReportCompleted = completed;
-                    state.chkConference = conference;
+                    request.layout = c.index;
+                    request.completionFilter = completed;
+                    request.excludeConferenceRooms = conference;
                     const QString sql = c.base + (completed ? c.completed : QString()) +
                                         (conference && c.excludesConference ? u" AND AssetID >= 256"_s : QString());
-                    const QString expected = store_->Rows(sql, StorageText(StartOfDay(*state.ReportStart)),
-                                                          StorageText(StartOfDay(*state.ReportEnd)))[0];
-                    EXPECT_EQ(QString::number(Count(c.index, state)), expected) << sql.toStdString();
+                    const QString expected = store_->Rows(sql, StorageText(StartOfDay(*request.start)),
+                                                          StorageText(StartOfDay(*request.end)))[0];
+                    EXPECT_EQ(QString::number(Count(request)), expected) << sql.toStdString();
                     // A day without any says nothing about the filters.
                     EXPECT_TRUE(days == 1 || conference || expected.toInt() > 0) << sql.toStdString();
                 }

@@ -25,10 +25,13 @@ private:
 class LauncherTest : public LayoutFixture {
 protected:
     LauncherTest() {
-        state_.ReportStart = MakeDate(2026, 3, 10);
-        state_.ReportEnd = MakeDate(2026, 3, 11);
+        request_.start = MakeDate(2026, 3, 10);
+        request_.end = MakeDate(2026, 3, 11);
     }
-    DeskState state_;
+    void Run(ReportControl& control) { RunCrystalReport(fakes_.program, request_, run_, *database_, control); }
+
+    LayoutRequest request_;
+    ReportRun run_;
 };
 
 TEST_F(LauncherTest, BuildsEveryFormula) {
@@ -65,12 +68,13 @@ TEST_F(LauncherTest, BuildsEveryFormula) {
         EXPECT_EQ(LayoutChoices()[i].file, c.file);
         for (const bool completed : {false, true}) {
             for (const bool conference : {false, true}) {
-                state_.chkReportCompleted = completed;
-                state_.chkConference = conference;
+                request_.layout = c.index;
+                request_.completionFilter = completed;
+                request_.excludeConferenceRooms = conference;
                 const QString expected =
                     c.base + (completed ? c.completed : QString()) +
                     (conference && c.excludesConference ? u" and {Asset.AssetID} >= 256"_s : QString());
-                EXPECT_EQ(SelectionFormula(c.index, state_).toStdString(), expected.toStdString());
+                EXPECT_EQ(SelectionFormula(request_).toStdString(), expected.toStdString());
             }
         }
     }
@@ -79,9 +83,8 @@ TEST_F(LauncherTest, BuildsEveryFormula) {
 
 TEST_F(LauncherTest, AnOptionRelabelsTheCheckBox) {
     for (qint16 index = 1; index <= 12; ++index) {
-        const auto view = ShowReportSelection(state_, index, true);
+        const auto view = ShowReportSelection(index, true);
         ASSERT_TRUE(view) << index;
-        EXPECT_EQ(state_.SelectedLayout, index);
         const bool hidden = index >= 9 && index <= 11;
         EXPECT_EQ(view->showCompleted, !hidden) << index;
         EXPECT_EQ(view->completedCaption, hidden                     ? QString()
@@ -89,17 +92,16 @@ TEST_F(LauncherTest, AnOptionRelabelsTheCheckBox) {
                                                                      : u"Uncompleted Only"_s);
     }
     // The button that another one releases.
-    EXPECT_FALSE(ShowReportSelection(state_, 3, false));
-    EXPECT_EQ(state_.SelectedLayout, 12);
+    EXPECT_FALSE(ShowReportSelection(3, false));
 }
 
 TEST_F(LauncherTest, HandsOverRefreshesAndRuns) {
     store_->Run(u"UPDATE Reservation SET TextStart = 'old' WHERE ID = 1"_s);
     QString textAtRun;
     RecordingControl control([&] { textAtRun = store_->Rows(u"SELECT TextStart FROM Reservation WHERE ID = 1"_s)[0]; });
-    state_.SelectedLayout = 2;
-    RunCrystalReport(fakes_.program, state_, *database_, control);
-    EXPECT_EQ(control.calls, (QStringList{u"formula "_s + SelectionFormula(2, state_),
+    request_.layout = 2;
+    Run(control);
+    EXPECT_EQ(control.calls, (QStringList{u"formula "_s + SelectionFormula(request_),
                                           u"file "_s + folder_.path() + u"\\Setup.rpx"_s, u"run"_s}));
     EXPECT_EQ(textAtRun, store_->Rows(u"SELECT TextStart FROM Reservation WHERE ID = 1"_s)[0]);
     EXPECT_TRUE(textAtRun.startsWith(u"3/6/2026 "_s)) << textAtRun.toStdString();
@@ -112,9 +114,9 @@ TEST_F(LauncherTest, HandsOverRefreshesAndRuns) {
 TEST_F(LauncherTest, RunsNothingWithoutALayout) {
     for (const qint16 index : std::array<qint16, 3>{0, 8, 10}) {
         RecordingControl control;
-        state_.SelectedLayout = index;
+        request_.layout = index;
         fakes_.dialogs.answers.push_back(Answer::Ok);
-        RunCrystalReport(fakes_.program, state_, *database_, control);
+        Run(control);
         EXPECT_EQ(control.calls, QStringList());
         const Message& message = fakes_.dialogs.messages.back();
         EXPECT_EQ(message.text, u"No Report Selected"_s);
@@ -125,22 +127,22 @@ TEST_F(LauncherTest, RunsNothingWithoutALayout) {
 
 TEST_F(LauncherTest, LeavesARunningReportAlone) {
     RecordingControl control;
-    state_.SelectedLayout = 6;
-    state_.ReportRunning = true;
-    RunCrystalReport(fakes_.program, state_, *database_, control);
+    request_.layout = 6;
+    run_.ReportRunning = true;
+    Run(control);
     EXPECT_EQ(control.calls.back(), u"run"_s);
     EXPECT_TRUE(fakes_.eventLoop.pointers.empty());
     EXPECT_TRUE(fakes_.progress.shown.empty());
-    EXPECT_TRUE(state_.ReportRunning);
+    EXPECT_TRUE(run_.ReportRunning);
 }
 
 TEST_F(LauncherTest, ReportsFailuresAndCarriesOn) {
-    state_.SelectedLayout = 7;
+    request_.layout = 7;
     QFile::remove(Path(u"Reminder.rpx"_s));
     TextOutput output(TheServices(), delivery_, TextOutput::Kind::File);
     LayoutRunner runner(TheServices(), *database_, output);
     fakes_.errors.answers = {Answer::Ignore};
-    RunCrystalReport(fakes_.program, state_, *database_, runner);
+    Run(runner);
     ASSERT_EQ(fakes_.errors.reports.size(), 1U);
     const auto& report = fakes_.errors.reports[0];
     EXPECT_EQ(report.error.Number(), static_cast<int>(ErrorNumber::FileNotFound));
@@ -153,15 +155,15 @@ TEST_F(LauncherTest, ReportsFailuresAndCarriesOn) {
     database_ = engine::Database::Open(Path(u"Velmora.MDB"_s));
     RecordingControl control;
     fakes_.errors.answers = {Answer::Ignore};
-    RunCrystalReport(fakes_.program, state_, *database_, control);
+    Run(control);
     EXPECT_EQ(control.calls.back(), u"run"_s);
 
     // A box without a date.
-    state_.SelectedLayout = 2;
-    state_.ReportStart.reset();
+    request_.layout = 2;
+    request_.start.reset();
     LayoutRunner second(TheServices(), *database_, output);
     fakes_.errors.answers = {Answer::Ignore, Answer::Ignore};
-    RunCrystalReport(fakes_.program, state_, *database_, second);
+    Run(second);
     EXPECT_TRUE(fakes_.errors.reports.back().error.Description().contains(u"Date(year, month, day)"_s));
 }
 

@@ -25,9 +25,9 @@ protected:
     LayoutWindowsTest() {
         fakes_.printers.font.family = u"Liberation Sans"_s;
         fakes_.printers.current = u"Lobby"_s;
-        state_.ReportStart = MakeDate(2026, 3, 6);
-        state_.ReportEnd = MakeDate(2026, 3, 7);
-        state_.SelectedLayout = 2;
+        request_.start = MakeDate(2026, 3, 6);
+        request_.end = MakeDate(2026, 3, 7);
+        request_.layout = 2;
     }
     ~LayoutWindowsTest() override {
         for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -36,7 +36,7 @@ protected:
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    void RunLayout() { previews_.Run(state_, *database_); }
+    void RunLayout() { previews_.Run(request_, run_, *database_); }
     static std::vector<print::frmPrintPreview*> Windows() {
         std::vector<print::frmPrintPreview*> windows;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -48,7 +48,8 @@ protected:
         return windows;
     }
 
-    DeskState state_;
+    LayoutRequest request_;
+    ReportRun run_;
     KeepingPrinter printer_;
     print::PageOutput output_{fakes_.printers, printer_, delivery_};
     LayoutPreviews previews_{fakes_.program, output_};
@@ -56,7 +57,7 @@ protected:
 
 TEST_F(LayoutWindowsTest, EachRunOpensAWindowThatPrintsOnItsOwnPaper) {
     RunLayout();
-    state_.SelectedLayout = 7;
+    request_.layout = 7;
     fakes_.printers.orientation = Orientation::Landscape;
     RunLayout();
     ASSERT_EQ(Windows().size(), 2U);
@@ -87,12 +88,12 @@ TEST_F(LayoutWindowsTest, LeavesTheReportOfTheDeskAlone) {
         return delivery_.delivered;
     };
     const QByteArray alone = report([] {});
-    state_.ReportRunning = true;
+    run_.ReportRunning = true;
     const qint16 tabStop = job.State().TabStop1;
     EXPECT_EQ(report([&] { RunLayout(); }), alone);
     EXPECT_EQ(job.State().TabStop1, tabStop);
     EXPECT_EQ(job.Choice().OutputTarget, print::Target::TextFile);
-    EXPECT_TRUE(state_.ReportRunning);
+    EXPECT_TRUE(run_.ReportRunning);
     EXPECT_EQ(Windows().size(), 1U);
 }
 

@@ -58,7 +58,6 @@ protected:
         database_ = OpenSite(path);
         faulty_ = std::make_unique<FaultyDatabase>(*database_);
         fakes_.clock.now = StartOfDay(day_) + std::chrono::hours(14);
-        state_.dtcException = state_.dtcUsage = day_;
     }
     ~ReconcileTest() override { sqlite3_close(store_); }
 
@@ -74,9 +73,9 @@ protected:
         return count;
     }
     // Rows of a table of five columns but for the header.
-    qint64 TableRows(PrintRoutine routine) {
+    qint64 TableRows(const ReportRequest& request) {
         qint64 rows = -1;
-        for (const QByteArray& line : Print(routine).split('\n')) {
+        for (const QByteArray& line : Print(request).split('\n')) {
             rows += line.count('\t') == 5 ? 1 : 0;
         }
         return rows;
@@ -103,17 +102,16 @@ void ReconcileTest::ExpectUsage() {
     for (qint16 breakdown = 0; breakdown < 4; ++breakdown) {
         const QByteArray all = "SELECT count(*) " + (breakdown == 0 ? places : persons);
         const QByteArray uses = breakdown == 0 ? ofAsset : ofPerson;
-        state_.OptUsage = breakdown;
-        state_.chkUsageDetail = true;
-        const UsageSums sums = ReadSums(Print(&PrintUsageReport));
+        UsageRequest request{static_cast<UsageBreakdown>(breakdown), day_, true};
+        const UsageSums sums = ReadSums(Print(request));
         EXPECT_GT(sums.groups, 100) << breakdown;
         EXPECT_EQ(sums.total, Count(all)) << breakdown;
         EXPECT_EQ(sums.unreserved, Count(all + " AND " + uses + ") = 0")) << breakdown;
         EXPECT_EQ(sums.permanent, Count(all + " AND " + uses + " AND Permanent <> 0) > 0")) << breakdown;
         EXPECT_EQ(sums.names, sums.total) << breakdown;
         EXPECT_GT(sums.nonPermanent, 0) << breakdown;
-        state_.chkUsageDetail = false;
-        EXPECT_EQ(ReadSums(Print(&PrintUsageReport)).total, sums.total) << breakdown;
+        request.detail = false;
+        EXPECT_EQ(ReadSums(Print(request)).total, sums.total) << breakdown;
     }
 }
 
@@ -122,30 +120,29 @@ void ReconcileTest::ExpectTables() {
         "FROM Asset a JOIN Reservation r ON r.Asset = a.AssetID WHERE TODAY AND Location <> 0 AND "
         "a.Name NOT GLOB 'Unused*'";
     const QByteArray occupied = places + " AND coalesce(r.EventType, '') COLLATE BINARY <> 'UNAVAILABLE'";
-    state_.optDay = 1;
-    EXPECT_EQ(TableRows(&PrintOccupantReport), Count("SELECT count(*) " + occupied));
-    state_.optException = 4;
-    state_.chkConferenceDaily = true;
-    EXPECT_EQ(TableRows(&PrintExceptionReport),
+    OccupancyRequest occupancies{.days = {.choice = DayChoice::CurrentDay}};
+    EXPECT_EQ(TableRows(occupancies), Count("SELECT count(*) " + occupied));
+    EXPECT_EQ(TableRows(ExceptionRequest{ExceptionType::NotCheckedIn, day_, true}),
               Count("SELECT count(*) " + places + " AND Permanent = 0 AND SLockStart = 0 AND Asset > 256"));
-    EXPECT_EQ(TableRows(&PrintDirectoryReport),
+    occupancies.list = OccupancyList::Directory;
+    EXPECT_EQ(TableRows(occupancies),
               Count("SELECT count(*) FROM Person p JOIN Reservation r USING (LastName, FirstName) JOIN Asset a ON "
                     "a.AssetID = r.Asset WHERE TODAY AND a.Name <> '' AND coalesce(r.EventType, '') COLLATE BINARY <> "
                     "'UNAVAILABLE'"));
     for (const auto& [type, outside] :
-         {std::pair<qint16, QByteArray>{0, "\"Asset/Event\" x WHERE x.AssetID = r.Asset AND x.EventType = p.EventType"},
-          {1, "\"Asset/Area\" x WHERE x.AssetID = r.Asset AND x.AreaName = p.Area"},
-          {2, "\"Asset/Area\" x WHERE x.AssetID = r.Asset AND x.AreaName = p.Area2"},
-          {3, "\"Asset/Area\" x WHERE x.AssetID = r.Asset AND x.AreaName = p.Area3"}}) {
-        state_.optException = type;
+         {std::pair<ExceptionType, QByteArray>{
+              ExceptionType::SpaceType, "\"Asset/Event\" x WHERE x.AssetID = r.Asset AND x.EventType = p.EventType"},
+          {ExceptionType::FirstArea, "\"Asset/Area\" x WHERE x.AssetID = r.Asset AND x.AreaName = p.Area"},
+          {ExceptionType::SecondArea, "\"Asset/Area\" x WHERE x.AssetID = r.Asset AND x.AreaName = p.Area2"},
+          {ExceptionType::ThirdArea, "\"Asset/Area\" x WHERE x.AssetID = r.Asset AND x.AreaName = p.Area3"}}) {
         const qint64 byHand = Count(
             "SELECT count(*) FROM Person p JOIN Reservation r ON r.ID = (SELECT min(f.ID) FROM Reservation f WHERE "
             "f.LastName = p.LastName AND f.FirstName = p.FirstName AND TODAY) JOIN Asset a ON a.AssetID = r.Asset "
             "WHERE "
             "NOT EXISTS (SELECT 1 FROM " +
             outside + ")");
-        EXPECT_EQ(TableRows(&PrintExceptionReport), byHand) << type;
-        EXPECT_GT(byHand, 50) << type;
+        EXPECT_EQ(TableRows(ExceptionRequest{type, day_}), byHand) << static_cast<int>(type);
+        EXPECT_GT(byHand, 50) << static_cast<int>(type);
     }
 }
 

@@ -9,16 +9,23 @@ namespace {
 
 struct NamedReport {
     const char* name;
-    PrintRoutine print;
+    ReportRequest request;
     // What its records are read with.
     const char* source;
 };
 
-constexpr NamedReport reports[] = {
-    {"Print Occupant Report", &PrintOccupantReport, "QReport2"},
-    {"Print Directory Report", &PrintDirectoryReport, "RangePerson"},
-    {"Print Exception Report", &PrintExceptionReport, "Select * from Person order by EventType"},
-    {"Print Usage Report", &PrintUsageReport, "A1"},
+const std::optional<Date> thursday = MakeDate(2026, 3, 5);
+const OccupancyRequest occupants{.days = {.choice = DayChoice::CurrentDay}};
+const OccupancyRequest directory{OccupancyList::Directory, {.choice = DayChoice::CurrentDay}};
+const ExceptionRequest exceptions{.date = thursday};
+const ExceptionRequest notCheckedIn{ExceptionType::NotCheckedIn, MakeDate(2026, 3, 10)};
+const UsageRequest usage{.date = thursday};
+
+const NamedReport reports[] = {
+    {"Print Occupant Report", occupants, "QReport2"},
+    {"Print Directory Report", directory, "RangePerson"},
+    {"Print Exception Report", exceptions, "Select * from Person order by EventType"},
+    {"Print Usage Report", usage, "A1"},
 };
 
 // A page writer by its measures: every letter is 100 twips wide.
@@ -36,21 +43,22 @@ public:
 
 class ReportRunsTest : public ReportsFixture {
 protected:
-    QByteArray Fresh(PrintRoutine routine) {
+    QByteArray Fresh(const ReportRequest& request) {
         delivery_.delivered.clear();
         view_ = {};
         fakes_.eventLoop.eventRounds = 0;
-        return Print(routine);
+        return Print(request);
     }
 };
 
 TEST_F(ReportRunsTest, ACancelEndsTheReportAndTheNextOneIsWhole) {
     for (const NamedReport& report : reports) {
-        const QByteArray whole = Fresh(report.print);
-        fakes_.eventLoop.onEvents = [this] { state_.CancelRequested = fakes_.eventLoop.eventRounds == 3; };
-        const QByteArray part = Fresh(report.print);
+        const QByteArray whole = Fresh(report.request);
+        fakes_.eventLoop.onEvents = [this] { run_.CancelRequested = fakes_.eventLoop.eventRounds == 3; };
+        const QByteArray part = Fresh(report.request);
         EXPECT_EQ(fakes_.eventLoop.eventRounds, 3) << report.name;
-        const bool printsAsItReads = report.print == &PrintExceptionReport || report.print == &PrintUsageReport;
+        const bool printsAsItReads =
+            report.request == ReportRequest(exceptions) || report.request == ReportRequest(usage);
         EXPECT_EQ(delivery_.delivered.size(), printsAsItReads ? 1U : 0U) << report.name;
         EXPECT_TRUE(whole.startsWith(part) && part.size() < whole.size()) << report.name;
         EXPECT_EQ(part.contains("Report"), printsAsItReads) << report.name;
@@ -59,48 +67,41 @@ TEST_F(ReportRunsTest, ACancelEndsTheReportAndTheNextOneIsWhole) {
         }
         ExpectIdle();
         fakes_.eventLoop.onEvents = {};
-        EXPECT_EQ(Fresh(report.print), whole) << report.name;
+        EXPECT_EQ(Fresh(report.request), whole) << report.name;
     }
 }
 
 TEST_F(ReportRunsTest, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     for (const NamedReport& report : reports) {
-        const DeskState before = state_;
-        const QByteArray whole = Fresh(report.print);
+        const QByteArray whole = Fresh(report.request);
         for (const NamedReport& second : reports) {
             fakes_.dialogs.answers = {Answer::Ok};
             fakes_.dialogs.messages.clear();
             fakes_.eventLoop.onEvents = [&] {
                 if (fakes_.eventLoop.eventRounds == 2) {
-                    // The second button's page is stored first.
-                    state_.optException = 4;
-                    state_.OptUsage = 1;
-                    state_.chkIncludeEmpty = true;
-                    state_.dtcUsage = state_.dtcException = MakeDate(2026, 3, 9);
-                    state_.PrinterControl1.Continuous = true;
+                    const Delivery elsewhere{.target = DeliveryTarget::HtmlFile, .continuous = true};
                     job_.SetOutputTarget(4);
-                    ReportContext context = Context();
-                    second.print(context);
+                    ReportContext context{fakes_.program, run_, elsewhere, view_, *faulty_, job_};
+                    PrintReport(context, second.request);
                 }
             };
-            EXPECT_EQ(Fresh(report.print), whole) << second.name << " inside " << report.name;
+            EXPECT_EQ(Fresh(report.request), whole) << second.name << " inside " << report.name;
             ASSERT_EQ(fakes_.dialogs.messages.size(), 1U);
             EXPECT_EQ(fakes_.dialogs.messages[0].text, u"Already Printing, wait or cancel exisitng report"_s);
             EXPECT_FALSE(job_.State().SuppressPageBreaks);
             ExpectIdle();
             fakes_.eventLoop.onEvents = {};
-            state_ = before;
         }
     }
 }
 
 TEST_F(ReportRunsTest, ARetriedFailureLeavesNoTraceAndAnIgnoredOneNoRows) {
     for (const NamedReport& report : reports) {
-        const QByteArray whole = Fresh(report.print);
+        const QByteArray whole = Fresh(report.request);
         faulty_->failures = {{QString::fromLatin1(report.source), 1}};
         fakes_.errors.reports.clear();
         fakes_.errors.answers = {Answer::Retry};
-        EXPECT_EQ(Fresh(report.print).toStdString(), whole.toStdString()) << report.name;
+        EXPECT_EQ(Fresh(report.request).toStdString(), whole.toStdString()) << report.name;
         ASSERT_EQ(fakes_.errors.reports.size(), 1U);
         EXPECT_EQ(fakes_.errors.reports[0].place.module, u"Service Administration"_s);
         EXPECT_EQ(fakes_.errors.reports[0].place.procedure, QString::fromLatin1(report.name));
@@ -108,7 +109,7 @@ TEST_F(ReportRunsTest, ARetriedFailureLeavesNoTraceAndAnIgnoredOneNoRows) {
 
         faulty_->failures = {{QString::fromLatin1(report.source), 1}};
         fakes_.errors.answers = {Answer::Ignore};
-        const QByteArray empty = Fresh(report.print);
+        const QByteArray empty = Fresh(report.request);
         EXPECT_TRUE(whole.startsWith(empty) && empty.size() < whole.size()) << report.name;
         ExpectIdle();
     }
@@ -119,12 +120,12 @@ TEST_F(ReportRunsTest, AStoredQueryWithoutTheFieldsIsToldOnce) {
     database_->Execute(u"Update StoredQuery Set Text = 'PARAMETERS RStart DateTime, REnd DateTime; Select FirstName, "
                        "EventType, Area From Person' Where Name In ('QReport2', 'RangePerson', 'A1')");
     for (const NamedReport& report : reports) {
-        if (report.print == &PrintExceptionReport) {
+        if (report.request == ReportRequest(exceptions)) {
             continue;
         }
         fakes_.errors.reports.clear();
         fakes_.errors.answers = {Answer::Ignore};
-        Fresh(report.print);
+        Fresh(report.request);
         ASSERT_EQ(fakes_.errors.reports.size(), 1U) << report.name;
         EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"no field"_s))
             << report.name << ": " << fakes_.errors.reports[0].error.what();
@@ -134,21 +135,20 @@ TEST_F(ReportRunsTest, AStoredQueryWithoutTheFieldsIsToldOnce) {
 
 TEST_F(ReportRunsTest, AFailureBelowARecordCostsThatRowAlone) {
     struct Case {
-        PrintRoutine print;
+        ReportRequest request;
         const char* beginning;
     };
-    for (const Case& c : {Case{&PrintOccupantReport, "Select * from Person where"},
-                          Case{&PrintExceptionReport, "Select * from Reservation Where"},
-                          Case{&PrintExceptionReport, "Select * from [Asset/Event]"},
-                          Case{&PrintExceptionReport, "Select * from Asset where"}}) {
-        const QByteArray whole = Fresh(c.print);
+    for (const Case& c :
+         {Case{occupants, "Select * from Person where"}, Case{exceptions, "Select * from Reservation Where"},
+          Case{exceptions, "Select * from [Asset/Event]"}, Case{exceptions, "Select * from Asset where"}}) {
+        const QByteArray whole = Fresh(c.request);
         // Reading ahead fails once more, silently.
         faulty_->failures = {{QString::fromLatin1(c.beginning), 2}};
         fakes_.errors.answers = {Answer::Retry};
-        EXPECT_EQ(Fresh(c.print).toStdString(), whole.toStdString()) << c.beginning;
+        EXPECT_EQ(Fresh(c.request).toStdString(), whole.toStdString()) << c.beginning;
         faulty_->failures = {{QString::fromLatin1(c.beginning), 2}};
         fakes_.errors.answers = {Answer::Ignore};
-        const QByteArray without = Fresh(c.print);
+        const QByteArray without = Fresh(c.request);
         EXPECT_GE(without.count('\n'), whole.count('\n') - 2) << c.beginning;
         EXPECT_LT(without.size(), whole.size()) << c.beginning;
         ExpectIdle();
@@ -156,27 +156,17 @@ TEST_F(ReportRunsTest, AFailureBelowARecordCostsThatRowAlone) {
 }
 
 TEST_F(ReportRunsTest, WithoutADateNothingIsPrinted) {
-    state_.optDay = 2;
-    state_.dtcException.reset();
-    state_.dtcUsage.reset();
-    for (const NamedReport& report : reports) {
+    const DaySelection otherDay{.choice = DayChoice::OtherDay};
+    for (const ReportRequest& request : {ReportRequest(OccupancyRequest{OccupancyList::Occupants, otherDay}),
+                                         ReportRequest(OccupancyRequest{OccupancyList::Directory, otherDay}),
+                                         ReportRequest(ExceptionRequest()), ReportRequest(UsageRequest())}) {
         fakes_.errors.reports.clear();
         fakes_.errors.answers = {Answer::Ignore};
-        EXPECT_EQ(Fresh(report.print), QByteArray());
-        ASSERT_EQ(fakes_.errors.reports.size(), 1U) << report.name;
-        EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"holds no date"_s)) << report.name;
-        EXPECT_TRUE(delivery_.delivered.empty()) << report.name;
+        EXPECT_EQ(Fresh(request), QByteArray());
+        ASSERT_EQ(fakes_.errors.reports.size(), 1U);
+        EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"holds no date"_s));
+        EXPECT_TRUE(delivery_.delivered.empty());
         ExpectIdle();
-    }
-}
-
-TEST_F(ReportRunsTest, NothingChosenCountsAsTheCurrentDayAndTheFirstKind) {
-    for (const NamedReport& report : reports) {
-        state_.optDay = 1;
-        state_.optException = state_.OptUsage = 0;
-        const QByteArray chosen = Fresh(report.print);
-        state_.optDay = state_.optException = state_.OptUsage = -1;
-        EXPECT_EQ(Fresh(report.print), chosen) << report.name;
     }
 }
 
@@ -185,20 +175,19 @@ TEST_F(ReportRunsTest, AnEmptyResultHasItsTitleAndTheHeaderRowOrNothing) {
     const QByteArray rules = "--------------------------------------------------\r\n"
                              "--------------------------------------------------\r\n";
     const QByteArray printedAt = "Printed at: 3/5/2026 2:15 PM for 3/5/2026\r\n";
-    EXPECT_EQ(Fresh(&PrintOccupantReport), rules + "Occupant Report\t\r\n" + printedAt + rules +
-                                               "\tLocation\tPerson\tPhone\tOrganization\tFrom - To\r\n");
-    EXPECT_EQ(Fresh(&PrintDirectoryReport), rules + "Directory Report\t\r\n" + printedAt + rules +
-                                                "\tName\tLocation\tPhone\tOrganization\tFrom - To\r\n");
-    EXPECT_TRUE(Fresh(&PrintExceptionReport).endsWith("\tLocation\tPerson\tSpace Type\tSpace Type\tFrom - To\r\n"));
+    EXPECT_EQ(Fresh(occupants), rules + "Occupant Report\t\r\n" + printedAt + rules +
+                                    "\tLocation\tPerson\tPhone\tOrganization\tFrom - To\r\n");
+    EXPECT_EQ(Fresh(directory), rules + "Directory Report\t\r\n" + printedAt + rules +
+                                    "\tName\tLocation\tPhone\tOrganization\tFrom - To\r\n");
+    EXPECT_TRUE(Fresh(exceptions).endsWith("\tLocation\tPerson\tSpace Type\tSpace Type\tFrom - To\r\n"));
     database_->Execute(u"Delete from Person");
-    state_.OptUsage = 2;
-    EXPECT_EQ(Fresh(&PrintUsageReport), QByteArray());
+    EXPECT_EQ(Fresh(UsageRequest{UsageBreakdown::SecondArea, thursday}), QByteArray());
     EXPECT_EQ(delivery_.delivered.size(), 1U);
     ExpectIdle();
 }
 
 TEST_F(ReportRunsTest, TheTableTellsHowFarItIsSent) {
-    Print(&PrintOccupantReport);
+    Print(occupants);
     std::vector<int> sent;
     int last = 0;
     for (const auto& [text, percent] : view_.progress) {
@@ -218,11 +207,9 @@ TEST_F(ReportRunsTest, TheTableTellsHowFarItIsSent) {
 TEST_F(ReportRunsTest, ColumnsShareThePageInProportionToTheirWidestTexts) {
     MeasuringPages pages;
     print::PrintJob job({fakes_.program.services(), delivery_, {}, &pages});
-    ReportContext context{fakes_.program, state_, view_, *faulty_, job};
+    ReportContext context{fakes_.program, run_, settings_, view_, *faulty_, job};
     job.SetOutputTarget(0);
-    state_.optException = 4;
-    state_.dtcException = MakeDate(2026, 3, 10);
-    PrintExceptionReport(context);
+    PrintReport(context, notCheckedIn);
     // "Location", "Abel, Anna", "Space Type", "Organization", "3/9/2026 9:00 AM Until 3/11/2026 8:00 AM"
     const double total = 8 + 10 + 10 + 12 + 40;
     EXPECT_EQ(job.State().TabStop1, std::lrint(10000 * 8 / total));
@@ -230,34 +217,33 @@ TEST_F(ReportRunsTest, ColumnsShareThePageInProportionToTheirWidestTexts) {
     EXPECT_EQ(job.State().TabStop3, std::lrint(10000 * 28 / total));
     EXPECT_EQ(job.State().TabStop4, std::lrint(10000 * 40 / total));
     // The next report has its own columns; where texts have no width they are fifths.
-    PrintUsageReport(context);
+    PrintReport(context, usage);
     EXPECT_EQ(job.State().TabStop1, 2000);
-    Print(&PrintExceptionReport);
+    Print(exceptions);
     EXPECT_EQ(job_.State().TabStop4, 4 * job_.State().TabStop1);
 }
 
 TEST_F(ReportRunsTest, TheOrientationIsSetForContinuousReportsTooButForTheDirectory) {
-    state_.PrinterControl1.Continuous = true;
-    state_.optOrientation = Orientation::Landscape;
+    settings_.continuous = true;
+    settings_.orientation = Orientation::Landscape;
     for (const NamedReport& report : reports) {
         fakes_.printers.orientation = Orientation::Portrait;
-        Fresh(report.print);
-        EXPECT_EQ(fakes_.printers.orientation == Orientation::Landscape, report.print != &PrintDirectoryReport)
+        Fresh(report.request);
+        EXPECT_EQ(fakes_.printers.orientation == Orientation::Landscape, report.request != ReportRequest(directory))
             << report.name;
         EXPECT_TRUE(job_.State().SuppressPageBreaks);
     }
 }
 
 TEST_F(ReportRunsTest, UsageForgetsACancelOfTheTimeBeforeIt) {
-    const QByteArray whole = Fresh(&PrintUsageReport);
-    state_.CancelRequested = true;
-    EXPECT_EQ(Fresh(&PrintUsageReport), whole);
+    const QByteArray whole = Fresh(usage);
+    run_.CancelRequested = true;
+    EXPECT_EQ(Fresh(usage), whole);
 }
 
 TEST_F(ReportRunsTest, TheSqlTextsOfNamesWithQuotes) {
-    state_.optException = 1;
-    Print(&PrintExceptionReport);
-    Print(&PrintOccupantReport);
+    Print(ExceptionRequest{ExceptionType::FirstArea, thursday});
+    Print(occupants);
     for (const QString& text :
          {u"Select * from Person order by Area"_s,
           u"Select * from Reservation Where LastName = \"O\"\"Hara\" and FirstName = \"Jo \"\"Jo\"\"\" and End > "
@@ -297,10 +283,9 @@ TEST_F(ReportRunsTest, FixedTextsAreTranslated) {
     for (const QString& text : english) {
         dictionary.Add(text, u'<' + text.toUpper() + u'>');
     }
-    state_.chkUsageDetail = true;
-    QByteArray all;
+    QByteArray all = Fresh(UsageRequest{UsageBreakdown::Locations, thursday, true});
     for (const NamedReport& report : reports) {
-        all += Fresh(report.print);
+        all += Fresh(report.request);
     }
     for (const QString& text : english) {
         EXPECT_TRUE(all.contains('<' + text.toUpper().toUtf8() + '>')) << text.toStdString();
@@ -308,11 +293,10 @@ TEST_F(ReportRunsTest, FixedTextsAreTranslated) {
 }
 
 TEST(OccupancyDaysTest, TheNextWorkingDayIsThatDayAlone) {
-    DeskState state;
     const LocaleText locale(QLocale::c());
     // March 1, 2026, is a Sunday.
     for (const auto& [today, expected] : {std::pair(1, 2), {2, 3}, {5, 6}, {6, 9}, {7, 9}}) {
-        const ReportDays days = OccupancyDays(state, *MakeDate(2026, 3, today), locale);
+        const ReportDays days = OccupancyDays({}, *MakeDate(2026, 3, today), locale);
         EXPECT_EQ(days.start, *MakeDate(2026, 3, expected)) << today;
         EXPECT_EQ(days.end, days.start + std::chrono::days(1)) << today;
         EXPECT_EQ(days.phrase, u" for 3/%1/2026"_s.arg(expected)) << today;

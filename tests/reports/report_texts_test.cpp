@@ -7,89 +7,98 @@ namespace {
 // VELMORA_UPDATE_EXPECTED set writes the files anew, to be read before they are committed.
 struct ReportCase {
     const char* name;
-    PrintRoutine print;
-    std::function<void(DeskState&)> options = [](DeskState&) {};
-    const char* startupArgument = "";
+    ReportRequest request;
     // Day of March 2026 on which the report runs.
     int today = 5;
 };
 
-std::function<void(DeskState&)> Exception(qint16 kind, bool withoutConferenceRooms = false) {
-    return [=](DeskState& state) {
-        state.optException = kind;
-        state.chkConferenceDaily = withoutConferenceRooms;
-    };
+constexpr DaySelection current{.choice = DayChoice::CurrentDay};
+const DaySelection march10To12{DayChoice::OtherDay, MakeDate(2026, 3, 10), 3};
+
+OccupancyRequest Occupants(const char* startupArgument = "") {
+    return {.days = current, .startupArgument = QString::fromLatin1(startupArgument)};
 }
 
-std::function<void(DeskState&)> Usage(qint16 breakdown, bool detail = false) {
-    return [=](DeskState& state) {
-        state.OptUsage = breakdown;
-        state.chkUsageDetail = detail;
-    };
+OccupancyRequest Directory(const char* startupArgument = "") {
+    return {OccupancyList::Directory, current, false, false, QString::fromLatin1(startupArgument)};
 }
 
-void OtherDays(DeskState& state) {
-    state.optDay = 2;
-    state.dtcOtherDate = MakeDate(2026, 3, 10);
-    state.Label12 = 3;
+OccupancyRequest WithUnreserved(OccupancyRequest request) {
+    request.includeUnreserved = true;
+    return request;
+}
+
+OccupancyRequest NonPermanent(OccupancyRequest request) {
+    request.nonPermanent = true;
+    return request;
+}
+
+OccupancyRequest For(const DaySelection& days, OccupancyRequest request) {
+    request.days = days;
+    return request;
+}
+
+ExceptionRequest Exception(ExceptionType type, const char* startupArgument = "") {
+    return {.type = type, .date = MakeDate(2026, 3, 5), .startupArgument = QString::fromLatin1(startupArgument)};
+}
+
+UsageRequest Usage(UsageBreakdown breakdown, bool detail = false) {
+    return {breakdown, MakeDate(2026, 3, 5), detail};
 }
 
 std::vector<ReportCase> TableCases() {
-    const auto includeEmpty = [](DeskState& state) { state.chkIncludeEmpty = true; };
-    const auto nonPermanent = [](DeskState& state) { state.chkNonPermanent = true; };
-    const auto nextDay = [](DeskState& state) { state.optDay = 0; };
+    using enum ExceptionType;
+    const DaySelection nextDay;
+    ExceptionRequest withoutConferenceRooms = Exception(NotCheckedIn);
+    withoutConferenceRooms.excludeConferenceRooms = true;
     return {
-        {"occupant.txt", &PrintOccupantReport},
-        {"occupant.htm", &PrintOccupantReport, includeEmpty},
-        {"occupant-unreserved.txt", &PrintOccupantReport, includeEmpty},
-        {"occupant-non-permanent.txt", &PrintOccupantReport, nonPermanent},
-        {"occupant-prefix.txt", &PrintOccupantReport, includeEmpty, "B2"},
-        {"occupant-prefix-blank.txt", &PrintOccupantReport, {}, " B2"},
-        {"occupant-friday.txt", &PrintOccupantReport, nextDay, "", 6},
-        {"occupant-other.txt", &PrintOccupantReport, OtherDays},
-        {"directory.txt", &PrintDirectoryReport},
-        {"directory.htm", &PrintDirectoryReport, includeEmpty},
-        {"directory-unreserved.txt", &PrintDirectoryReport, includeEmpty},
-        {"directory-non-permanent.txt", &PrintDirectoryReport, nonPermanent},
-        {"directory-prefix.txt", &PrintDirectoryReport, includeEmpty, " B2 "},
-        {"directory-friday.txt", &PrintDirectoryReport, nextDay, "", 6},
-        {"directory-other.txt", &PrintDirectoryReport, OtherDays},
-        {"exception-space.txt", &PrintExceptionReport, Exception(0)},
-        {"exception-area1.txt", &PrintExceptionReport, Exception(1)},
-        {"exception-area2.txt", &PrintExceptionReport, Exception(2)},
-        {"exception-area2.htm", &PrintExceptionReport, Exception(2)},
-        {"exception-area3.txt", &PrintExceptionReport, Exception(3)},
-        {"exception-not-checked-in.txt", &PrintExceptionReport, Exception(4)},
-        {"exception-not-checked-in-conference.txt", &PrintExceptionReport, Exception(4, true)},
-        {"exception-not-checked-in-prefix.txt", &PrintExceptionReport, Exception(4), "B2"},
+        {"occupant.txt", Occupants()},
+        {"occupant.htm", WithUnreserved(Occupants())},
+        {"occupant-unreserved.txt", WithUnreserved(Occupants())},
+        {"occupant-non-permanent.txt", NonPermanent(Occupants())},
+        {"occupant-prefix.txt", WithUnreserved(Occupants("B2"))},
+        {"occupant-prefix-blank.txt", Occupants(" B2")},
+        {"occupant-friday.txt", For(nextDay, Occupants()), 6},
+        {"occupant-other.txt", For(march10To12, Occupants())},
+        {"directory.txt", Directory()},
+        {"directory.htm", WithUnreserved(Directory())},
+        {"directory-unreserved.txt", WithUnreserved(Directory())},
+        {"directory-non-permanent.txt", NonPermanent(Directory())},
+        {"directory-prefix.txt", WithUnreserved(Directory(" B2 "))},
+        {"directory-friday.txt", For(nextDay, Directory()), 6},
+        {"directory-other.txt", For(march10To12, Directory())},
+        {"exception-space.txt", Exception(SpaceType)},
+        {"exception-area1.txt", Exception(FirstArea)},
+        {"exception-area2.txt", Exception(SecondArea)},
+        {"exception-area2.htm", Exception(SecondArea)},
+        {"exception-area3.txt", Exception(ThirdArea)},
+        {"exception-not-checked-in.txt", Exception(NotCheckedIn)},
+        {"exception-not-checked-in-conference.txt", withoutConferenceRooms},
+        {"exception-not-checked-in-prefix.txt", Exception(NotCheckedIn, "B2")},
     };
 }
 
 std::vector<ReportCase> UsageCases() {
+    using enum UsageBreakdown;
     return {
-        {"usage-location.txt", &PrintUsageReport, Usage(0)},
-        {"usage-location-detail.txt", &PrintUsageReport, Usage(0, true)},
-        {"usage-location-detail.htm", &PrintUsageReport, Usage(0, true)},
-        {"usage-area1.txt", &PrintUsageReport, Usage(1)},
-        {"usage-area1-detail.txt", &PrintUsageReport, Usage(1, true)},
-        {"usage-area2.txt", &PrintUsageReport, Usage(2)},
-        {"usage-area3-detail.txt", &PrintUsageReport, Usage(3, true)},
+        {"usage-location.txt", Usage(Locations)},
+        {"usage-location-detail.txt", Usage(Locations, true)},
+        {"usage-location-detail.htm", Usage(Locations, true)},
+        {"usage-area1.txt", Usage(FirstArea)},
+        {"usage-area1-detail.txt", Usage(FirstArea, true)},
+        {"usage-area2.txt", Usage(SecondArea)},
+        {"usage-area3-detail.txt", Usage(ThirdArea, true)},
     };
 }
 
-// A desk that was started with an argument.
 class Desk : public ReportsFixture {
 public:
-    explicit Desk(const QString& startupArgument) : ReportsFixture(startupArgument) {}
     void TestBody() override {}
 
     QByteArray PrintCase(const ReportCase& c) {
         fakes_.clock.now = *MakeDateTime({2026, 3, c.today, 14, 15, 0});
-        state_.PrinterControl1.Destination = QByteArray(c.name).endsWith(".htm") ? 4 : 3;
-        if (c.options) {
-            c.options(state_);
-        }
-        const QByteArray text = Print(c.print);
+        settings_.target = QByteArray(c.name).endsWith(".htm") ? DeliveryTarget::HtmlFile : DeliveryTarget::TextFile;
+        const QByteArray text = Print(c.request);
         ExpectIdle();
         EXPECT_EQ(delivery_.delivered.size(), 1U);
         return text;
@@ -99,7 +108,7 @@ public:
 void ExpectTexts(const std::vector<ReportCase>& cases) {
     const bool update = qEnvironmentVariableIsSet("VELMORA_UPDATE_EXPECTED");
     for (const ReportCase& c : cases) {
-        const QByteArray text = Desk(QString::fromLatin1(c.startupArgument)).PrintCase(c);
+        const QByteArray text = Desk().PrintCase(c);
         const QString path = TestDataFolder() + QStringLiteral("/reports/expected/") + QString::fromLatin1(c.name);
         if (update) {
             QFile file(path);

@@ -1,16 +1,12 @@
 #include "app/desk/DeskProgram.h"
 
-#include "desk/DailyReport.h"
 #include "desk/windows/frmIntro.h"
 #include "notes/windows/WindowNotes.h"
 #include "ops/SharedDatabase.h"
 #include "ops/TranslationLoader.h"
 #include "platform/printers/CupsQueues.h"
 #include "print/ReadPrintAttributes.h"
-#include "reports/DirectoryReport.h"
-#include "reports/ExceptionReport.h"
-#include "reports/OccupantReport.h"
-#include "reports/UsageReport.h"
+#include "reports/PrintReport.h"
 
 #include <QApplication>
 
@@ -20,21 +16,6 @@
 namespace velmora::desk {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-std::map<DeskReport, std::function<void(ReportContext&)>> Reports(layouts::LayoutPreviews& layouts) {
-    return {{DeskReport::Starts, PrintDailyReport},
-            {DeskReport::Ends, PrintDailyReport},
-            {DeskReport::Combined, PrintDailyReport},
-            {DeskReport::Occupant, PrintOccupantReport},
-            {DeskReport::Directory, PrintDirectoryReport},
-            {DeskReport::Exception, PrintExceptionReport},
-            {DeskReport::Usage, PrintUsageReport},
-            {DeskReport::Layout, [&layouts](ReportContext& context) { layouts.Run(context.state, context.database); }}};
-}
-
-} // namespace
 
 void DeskProcess::EndNow(int exitCode) {
     std::fflush(nullptr);
@@ -60,7 +41,12 @@ print::PrintServices DeskProgram::JobServices() {
 void DeskProgram::Start() {
     LoadTranslations();
     main_ = std::make_unique<frmScmain>(
-        DeskParts{program_, job_, Reports(layoutPreviews_),
+        DeskParts{program_, job_,
+                  [this](ReportContext& context, const ReportRequest& request) {
+                      if (!PrintReport(context, request)) {
+                          layoutPreviews_.Run(std::get<LayoutRequest>(request), context.run, context.database);
+                      }
+                  },
                   [this](qint32 reservation, QWidget* owner) { ShowNotes(reservation, owner); }});
     frmIntro intro(program_);
     intro.Form_Load([this] { main_->Form_Load(); }, [this] { main_->show(); });

@@ -14,14 +14,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 void SetDestination(Command& command, const QString& value) {
-    command.state.PrinterControl1.Destination = OneOf<qint16>(
-        u"--to"_s, value, {{u"text"_s, 3}, {u"html"_s, 4}, {u"mail"_s, 2}, {u"pdf"_s, 0}, {u"printer"_s, 0}});
-    command.toPdf = value == u"pdf";
+    command.delivery.target = OneOf<DeliveryTarget>(u"--to"_s, value,
+                                                    {{u"text"_s, DeliveryTarget::TextFile},
+                                                     {u"html"_s, DeliveryTarget::HtmlFile},
+                                                     {u"mail"_s, DeliveryTarget::Mail},
+                                                     {u"pdf"_s, DeliveryTarget::PdfFile},
+                                                     {u"printer"_s, DeliveryTarget::Printer}});
 }
 
 // Options that are sound each by itself may not go together.
 void CheckOutput(const Command& command, bool hasOutput) {
-    if (command.toPdf && !hasOutput) {
+    if (command.ToPdf() && !hasOutput) {
         throw BadUsage{u"--to pdf needs --output FILE, or --output - for standard output"_s};
     }
     if (command.ToPrinter() && hasOutput) {
@@ -30,10 +33,10 @@ void CheckOutput(const Command& command, bool hasOutput) {
     if (command.ToMail() && hasOutput) {
         throw BadUsage{u"--output names a file, but --to mail makes none"_s};
     }
-    if (command.ToMail() && command.mailTo.empty()) {
+    if (command.ToMail() && command.delivery.recipients.empty()) {
         throw BadUsage{u"--to mail needs --mail-to ADDRESS"_s};
     }
-    if (!command.ToMail() && !command.mailTo.empty()) {
+    if (!command.ToMail() && !command.delivery.recipients.empty()) {
         throw BadUsage{u"--mail-to names a recipient, but nothing is sent without --to mail"_s};
     }
 }
@@ -41,7 +44,7 @@ void CheckOutput(const Command& command, bool hasOutput) {
 void AddRecipients(Command& command, const QString& value) {
     try {
         for (const MailRecipient& each : mail::ParseRecipients(value)) {
-            command.mailTo.push_back(each);
+            command.delivery.recipients.push_back(each);
         }
     } catch (const Error& error) {
         throw BadUsage{u"--mail-to: "_s + error.Description()};
@@ -70,18 +73,18 @@ OptionTable GlobalOptions(Command& command, bool& hasOutput) {
     table.AddValue(u"--data"_s, [&](const QString& v) { command.dataDirectory = NotEmpty(u"--data"_s, v); });
     table.AddValue(u"--to"_s, [&](const QString& v) { SetDestination(command, v); });
     table.AddValue(u"--output"_s, [&](const QString& v) {
-        command.output = NotEmpty(u"--output"_s, v);
+        command.delivery.file = NotEmpty(u"--output"_s, v);
         hasOutput = true;
     });
-    table.AddValue(u"--printer"_s,
-                   [&](const QString& v) { command.state.PrinterControl1.PrinterName = NotEmpty(u"--printer"_s, v); });
+    table.AddValue(u"--printer"_s, [&](const QString& v) { command.delivery.printer = NotEmpty(u"--printer"_s, v); });
     table.AddValue(u"--mail-to"_s, [&](const QString& v) { AddRecipients(command, NotEmpty(u"--mail-to"_s, v)); });
     table.AddValue(u"--orientation"_s, [&](const QString& v) {
-        command.orientation = OneOf<Orientation>(
+        command.delivery.orientation = OneOf<Orientation>(
             u"--orientation"_s, v, {{u"portrait"_s, Orientation::Portrait}, {u"landscape"_s, Orientation::Landscape}});
     });
     table.AddValue(u"--leader"_s, [&](const QString& v) {
-        command.leaderStyle = OneOf<qint16>(u"--leader"_s, v, {{u"none"_s, 0}, {u"boxes"_s, 1}, {u"lines"_s, 2}});
+        command.delivery.leaderStyle =
+            OneOf<qint16>(u"--leader"_s, v, {{u"none"_s, 0}, {u"boxes"_s, 1}, {u"lines"_s, 2}});
     });
     table.AddValue(u"--startup-argument"_s, [&](const QString& v) { command.startupArgument = v; });
     table.AddValue(u"--now"_s, [&](const QString& v) { command.now = Moment(v); });
@@ -93,7 +96,6 @@ OptionTable GlobalOptions(Command& command, bool& hasOutput) {
 
 Command ParseCommandLine(const QStringList& words) {
     Command command;
-    command.state.PrinterControl1.Destination = 3;
     bool hasOutput = false;
     const OptionTable global = GlobalOptions(command, hasOutput);
     Words rest(words);

@@ -18,7 +18,7 @@ void DayOptions::AddTo(OptionTable& table) {
     });
 }
 
-DayChoice DayOptions::Resolve(DeskState& state) const {
+DaySelection DayOptions::Resolve() const {
     if (day_.isEmpty()) {
         throw BadUsage{u"--day next, --day current or --day other is missing"_s};
     }
@@ -26,7 +26,7 @@ DayChoice DayOptions::Resolve(DeskState& state) const {
         if (date_ || days_) {
             throw BadUsage{u"--date and --days belong to --day other"_s};
         }
-        return day_ == u"next" ? DayChoice::NextWorkingDay : DayChoice::CurrentDay;
+        return {.choice = day_ == u"next" ? DayChoice::NextWorkingDay : DayChoice::CurrentDay};
     }
     if (day_ != u"other") {
         throw BadUsage{u"--day is next, current or other, not \"%1\""_s.arg(day_)};
@@ -34,13 +34,12 @@ DayChoice DayOptions::Resolve(DeskState& state) const {
     if (!date_) {
         throw BadUsage{u"--day other needs --date YYYY-MM-DD"_s};
     }
-    state.dtcOtherDate = date_;
-    state.Label12 = days_.value_or(1);
+    const int number = days_.value_or(1);
     const Date lastOfAll = *MakeDate(9999, 12, 31);
-    if (*date_ > lastOfAll - std::chrono::days(state.Label12)) {
-        throw BadUsage{u"%1 days from that date on go beyond the year 9999"_s.arg(state.Label12)};
+    if (*date_ > lastOfAll - std::chrono::days(number)) {
+        throw BadUsage{u"%1 days from that date on go beyond the year 9999"_s.arg(number)};
     }
-    return DayChoice::OtherDay;
+    return {DayChoice::OtherDay, date_, number};
 }
 
 } // namespace velmora::report

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/report/OptionTable.h"
-#include "desk/DailyMode.h"
+#include "reports/Requests.h"
 
 namespace velmora::report {
 
@@ -9,8 +9,8 @@ namespace velmora::report {
 class DayOptions {
 public:
     void AddTo(OptionTable& table);
-    // Stores the other day and its number of days. Throws BadUsage when the options do not fit together.
-    DayChoice Resolve(DeskState& state) const;
+    // Throws BadUsage when the options do not fit together.
+    DaySelection Resolve() const;
 
 private:
     QString day_;

@@ -21,14 +21,14 @@ qint16 LayoutIndex(const QString& value) {
                           {u"directory"_s, 9}});
 }
 
-void CheckLayout(const DeskState& state) {
-    if (state.SelectedLayout == 0) {
+void CheckLayout(const LayoutRequest& request) {
+    if (request.layout == 0) {
         throw BadUsage{u"--report NAME is missing"_s};
     }
-    if (!state.ReportStart || !state.ReportEnd) {
+    if (!request.start || !request.end) {
         throw BadUsage{u"--start YYYY-MM-DD and --end YYYY-MM-DD are needed"_s};
     }
-    if (*state.ReportEnd <= *state.ReportStart) {
+    if (*request.end <= *request.start) {
         throw BadUsage{u"--end is the day after the last one: it comes after --start"_s};
     }
 }
@@ -36,14 +36,13 @@ void CheckLayout(const DeskState& state) {
 } // namespace
 
 void ParseLayout(Words& words, const OptionTable& global, Command& command) {
-    DeskState& state = command.state;
-    command.isLayout = true;
+    auto& request = command.request.emplace<LayoutRequest>();
     OptionTable table;
-    table.AddValue(u"--report"_s, [&](const QString& v) { state.SelectedLayout = LayoutIndex(v); });
-    table.AddValue(u"--start"_s, [&](const QString& v) { state.ReportStart = DayValue(u"--start"_s, v); });
-    table.AddValue(u"--end"_s, [&](const QString& v) { state.ReportEnd = DayValue(u"--end"_s, v); });
-    table.AddFlag(u"--exclude-conference-rooms"_s, state.chkConference);
-    table.AddFlag(u"--completion-filter"_s, state.chkReportCompleted);
+    table.AddValue(u"--report"_s, [&](const QString& v) { request.layout = LayoutIndex(v); });
+    table.AddValue(u"--start"_s, [&](const QString& v) { request.start = DayValue(u"--start"_s, v); });
+    table.AddValue(u"--end"_s, [&](const QString& v) { request.end = DayValue(u"--end"_s, v); });
+    table.AddFlag(u"--exclude-conference-rooms"_s, request.excludeConferenceRooms);
+    table.AddFlag(u"--completion-filter"_s, request.completionFilter);
     table.AddFlag(u"--show-formula"_s, command.showFormula);
     while (!words.AtEnd()) {
         if (!table.TakeOption(words) && !global.TakeOption(words)) {
@@ -51,7 +50,7 @@ void ParseLayout(Words& words, const OptionTable& global, Command& command) {
         }
     }
     if (!command.help) {
-        CheckLayout(state);
+        CheckLayout(request);
     }
 }
 

@@ -2,11 +2,6 @@
 
 #include "app/report/DayOptions.h"
 #include "app/report/OptionValues.h"
-#include "desk/DailyReport.h"
-#include "reports/DirectoryReport.h"
-#include "reports/ExceptionReport.h"
-#include "reports/OccupantReport.h"
-#include "reports/UsageReport.h"
 
 namespace velmora::report {
 
@@ -20,6 +15,7 @@ public:
     ReportWords(const QString& report, Words& words, const OptionTable& global, const Command& command)
         : report_(report), words_(words), global_(global), command_(command) {}
 
+    const QString& Report() const { return report_; }
     // Takes them all. False when help is asked for, whatever else there is.
     bool TakeAll(const OptionTable& own) {
         while (!words_.AtEnd()) {
@@ -38,7 +34,7 @@ private:
 };
 
 void ParseDaily(ReportWords& words, Command& command) {
-    DeskState& state = command.state;
+    auto& request = command.request.emplace<DailyRequest>();
     std::optional<DailyVariant> variant;
     DayOptions day;
     OptionTable table;
@@ -49,92 +45,99 @@ void ParseDaily(ReportWords& words, Command& command) {
                                        {u"combined"_s, DailyVariant::Combined}});
     });
     day.AddTo(table);
-    table.AddFlag(u"--brief"_s, state.chkBrief);
-    table.AddFlag(u"--exclude-completed-moves"_s, state.chkCompletedMoves);
-    table.AddFlag(u"--exclude-completed-phones"_s, state.chkCompletedPhones);
-    table.AddFlag(u"--exclude-conference-rooms"_s, state.chkConferenceDaily);
-    table.AddFlag(u"--include-notes"_s, state.chkIncludeNotes);
-    table.AddFlag(u"--include-phone"_s, state.chkIncludePhone);
-    table.AddFlag(u"--one-page"_s, state.chkOnePage);
+    table.AddFlag(u"--brief"_s, request.brief);
+    table.AddFlag(u"--exclude-completed-moves"_s, request.excludeCompletedMoves);
+    table.AddFlag(u"--exclude-completed-phones"_s, request.excludeCompletedPhones);
+    table.AddFlag(u"--exclude-conference-rooms"_s, request.excludeConferenceRooms);
+    table.AddFlag(u"--include-notes"_s, request.includeNotes);
+    table.AddFlag(u"--include-phone"_s, request.includePhone);
+    table.AddFlag(u"--one-page"_s, request.onePage);
     if (!words.TakeAll(table)) {
         return;
     }
     if (!variant) {
         throw BadUsage{u"--list starts, --list ends or --list combined is missing"_s};
     }
-    state.ReportDayMode = DailyMode{*variant, day.Resolve(state)}.Code();
+    request.variant = *variant;
+    request.days = day.Resolve();
+    request.startupArgument = command.startupArgument;
 }
 
 // The options of the occupant and the directory report.
 void ParseOccupancies(ReportWords& words, Command& command) {
-    DeskState& state = command.state;
+    auto& request = command.request.emplace<OccupancyRequest>();
+    request.list = words.Report() == u"directory" ? OccupancyList::Directory : OccupancyList::Occupants;
     DayOptions day;
     OptionTable table;
     day.AddTo(table);
-    table.AddFlag(u"--non-permanent"_s, state.chkNonPermanent);
-    table.AddFlag(u"--include-unreserved"_s, state.chkIncludeEmpty);
+    table.AddFlag(u"--non-permanent"_s, request.nonPermanent);
+    table.AddFlag(u"--include-unreserved"_s, request.includeUnreserved);
     if (words.TakeAll(table)) {
-        state.optDay = static_cast<qint16>(day.Resolve(state));
+        request.days = day.Resolve();
+        request.startupArgument = command.startupArgument;
     }
 }
 
 void ParseException(ReportWords& words, Command& command) {
-    DeskState& state = command.state;
-    std::optional<qint16> type;
+    auto& request = command.request.emplace<ExceptionRequest>();
+    std::optional<ExceptionType> type;
     OptionTable table;
     table.AddValue(u"--type"_s, [&](const QString& v) {
-        type = OneOf<qint16>(
-            u"--type"_s, v,
-            {{u"space"_s, 0}, {u"area1"_s, 1}, {u"area2"_s, 2}, {u"area3"_s, 3}, {u"not-checked-in"_s, 4}});
+        type = OneOf<ExceptionType>(u"--type"_s, v,
+                                    {{u"space"_s, ExceptionType::SpaceType},
+                                     {u"area1"_s, ExceptionType::FirstArea},
+                                     {u"area2"_s, ExceptionType::SecondArea},
+                                     {u"area3"_s, ExceptionType::ThirdArea},
+                                     {u"not-checked-in"_s, ExceptionType::NotCheckedIn}});
     });
-    table.AddValue(u"--date"_s, [&](const QString& v) { state.dtcException = ReportDate(u"--date"_s, v); });
-    table.AddFlag(u"--exclude-conference-rooms"_s, state.chkConferenceDaily);
+    table.AddValue(u"--date"_s, [&](const QString& v) { request.date = ReportDate(u"--date"_s, v); });
+    table.AddFlag(u"--exclude-conference-rooms"_s, request.excludeConferenceRooms);
     if (!words.TakeAll(table)) {
         return;
     }
     if (!type) {
         throw BadUsage{u"--type space, area1, area2, area3 or not-checked-in is missing"_s};
     }
-    if (!state.dtcException) {
+    if (!request.date) {
         throw BadUsage{u"--date YYYY-MM-DD is missing"_s};
     }
-    state.optException = *type;
+    request.type = *type;
+    request.startupArgument = command.startupArgument;
 }
 
 void ParseUsage(ReportWords& words, Command& command) {
-    DeskState& state = command.state;
-    std::optional<qint16> breakdown;
+    auto& request = command.request.emplace<UsageRequest>();
+    std::optional<UsageBreakdown> breakdown;
     OptionTable table;
     table.AddValue(u"--by"_s, [&](const QString& v) {
-        breakdown =
-            OneOf<qint16>(u"--by"_s, v, {{u"location"_s, 0}, {u"area1"_s, 1}, {u"area2"_s, 2}, {u"area3"_s, 3}});
+        breakdown = OneOf<UsageBreakdown>(u"--by"_s, v,
+                                          {{u"location"_s, UsageBreakdown::Locations},
+                                           {u"area1"_s, UsageBreakdown::FirstArea},
+                                           {u"area2"_s, UsageBreakdown::SecondArea},
+                                           {u"area3"_s, UsageBreakdown::ThirdArea}});
     });
-    table.AddValue(u"--date"_s, [&](const QString& v) { state.dtcUsage = ReportDate(u"--date"_s, v); });
-    table.AddFlag(u"--detail"_s, state.chkUsageDetail);
+    table.AddValue(u"--date"_s, [&](const QString& v) { request.date = ReportDate(u"--date"_s, v); });
+    table.AddFlag(u"--detail"_s, request.detail);
     if (!words.TakeAll(table)) {
         return;
     }
     if (!breakdown) {
         throw BadUsage{u"--by location, area1, area2 or area3 is missing"_s};
     }
-    if (!state.dtcUsage) {
+    if (!request.date) {
         throw BadUsage{u"--date YYYY-MM-DD is missing"_s};
     }
-    state.OptUsage = *breakdown;
+    request.breakdown = *breakdown;
 }
 
 struct Report {
     const char16_t* name;
     void (*parse)(ReportWords& words, Command& command);
-    void (*print)(ReportContext& context);
 };
 
 constexpr Report reports[] = {
-    {u"daily", &ParseDaily, &PrintDailyReport},
-    {u"occupant", &ParseOccupancies, &PrintOccupantReport},
-    {u"directory", &ParseOccupancies, &PrintDirectoryReport},
-    {u"exception", &ParseException, &PrintExceptionReport},
-    {u"usage", &ParseUsage, &PrintUsageReport},
+    {u"daily", &ParseDaily},         {u"occupant", &ParseOccupancies}, {u"directory", &ParseOccupancies},
+    {u"exception", &ParseException}, {u"usage", &ParseUsage},
 };
 
 } // namespace
@@ -145,7 +148,6 @@ void ParseReport(Words& words, const OptionTable& global, Command& command) {
         if (name == report.name) {
             ReportWords rest(name, words, global, command);
             report.parse(rest, command);
-            command.print = report.print;
             return;
         }
     }

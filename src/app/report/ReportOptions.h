@@ -6,7 +6,7 @@
 namespace velmora::report {
 
 // Takes the report's name and all words behind it: the report's own options and those of `global`, in any order. Stores
-// what they say, and the routine that prints the report. Throws BadUsage. When help is asked for, nothing needs to be
+// what they say. Throws BadUsage. When help is asked for, nothing needs to be
 // complete.
 void ParseReport(Words& words, const OptionTable& global, Command& command);
 

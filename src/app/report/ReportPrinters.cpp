@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 std::unique_ptr<printers::PrintQueues> MakeQueues(const Command& command) {
-    if (command.ToPages() && (command.ToPrinter() || !command.state.PrinterControl1.PrinterName.isEmpty())) {
+    if (command.ToPages() && (command.ToPrinter() || !command.delivery.printer.isEmpty())) {
         return std::make_unique<printers::CupsQueues>();
     }
     return std::make_unique<printers::NoQueues>();
@@ -20,13 +20,13 @@ std::unique_ptr<printers::PrintQueues> MakeQueues(const Command& command) {
 } // namespace
 
 ReportPrinters::ReportPrinters(const Command& command, const QLocale& locale)
-    : SystemPrinters(MakeQueues(command), locale), toPdf_(command.toPdf) {}
+    : SystemPrinters(MakeQueues(command), locale), toPdf_(command.ToPdf()) {}
 
 void ReportPrinters::Choose(const Command& command) {
     if (!command.ToPages()) {
         return;
     }
-    const QString& name = command.state.PrinterControl1.PrinterName;
+    const QString& name = command.delivery.printer;
     if (!name.isEmpty()) {
         SelectDevice(name);
     }

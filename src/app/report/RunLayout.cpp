@@ -16,10 +16,9 @@ std::unique_ptr<layouts::LayoutOutput> MakeOutput(const Command& command, const 
     using Kind = layouts::TextOutput::Kind;
     if (command.ToPages()) {
         return std::make_unique<layouts::PrinterOutput>(program.services(), output, program.Title(),
-                                                        command.orientation);
+                                                        command.delivery.orientation);
     }
-    constexpr qint16 htmlFile = 4;
-    const bool html = command.state.PrinterControl1.Destination == htmlFile;
+    const bool html = command.delivery.target == DeliveryTarget::HtmlFile;
     const Kind kind = command.ToMail() ? Kind::Mail : html ? Kind::Html : Kind::File;
     return std::make_unique<layouts::TextOutput>(program.services(), delivery, kind);
 }
@@ -27,9 +26,9 @@ std::unique_ptr<layouts::LayoutOutput> MakeOutput(const Command& command, const 
 } // namespace
 
 bool ShowFormula(const Command& command) {
-    const qint16 index = command.state.SelectedLayout;
-    const QString line = layouts::FindLayoutChoice(index)->file.toString() + u'\t' +
-                         layouts::SelectionFormula(index, command.state) + u'\n';
+    const auto& request = std::get<LayoutRequest>(command.request);
+    const QString line =
+        layouts::FindLayoutChoice(request.layout)->file.toString() + u'\t' + layouts::SelectionFormula(request) + u'\n';
     return std::fputs(line.toUtf8().constData(), stdout) >= 0 && std::fflush(stdout) == 0;
 }
 
@@ -37,7 +36,7 @@ void RunLayout(const Command& command, const Program& program, engine::Database&
                print::PageOutput& output) {
     const auto target = MakeOutput(command, program, delivery, output);
     layouts::LayoutRunner runner(program.services(), database, *target);
-    layouts::RunCrystalReport(program, command.state, database, runner);
+    layouts::RunCrystalReport(program, std::get<LayoutRequest>(command.request), {}, database, runner);
 }
 
 } // namespace velmora::report

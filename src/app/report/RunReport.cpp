@@ -19,6 +19,7 @@
 #include "platform/SystemClock.h"
 #include "print/ReadPrintAttributes.h"
 #include "print/pages/PrinterPages.h"
+#include "reports/PrintReport.h"
 
 namespace velmora::report {
 
@@ -50,7 +51,7 @@ public:
     ConsoleProgram(const Command& command, const QString& executablePath)
         : locale_(command.locale.value_or(LocaleText(QLocale::system()))), clock_(MakeClock(command)),
           log_(LogFile::DefaultPath(), systemClock_), printers_(command, locale_.Locale()),
-          settings_(storedSettings_, command.leaderStyle),
+          settings_(storedSettings_, command.delivery.leaderStyle),
           program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_,
                     log_, executablePath, command.startupArgument, locale_},
                    u"Service Administration"_s),
@@ -94,7 +95,7 @@ void OpenDatabase(Program& program) {
     }
 }
 
-int PrintReport(const Command& command, ConsoleProgram& console) {
+int Run(const Command& command, ConsoleProgram& console) {
     Program& program = console.Get();
     ReportPrinters& printers = console.Printers();
     if (!command.dataDirectory.isEmpty()) {
@@ -109,21 +110,20 @@ int PrintReport(const Command& command, ConsoleProgram& console) {
     OpenDatabase(program);
     engine::Database& database = OpenedDatabase();
     SmtpMailSession session(program.services());
-    OutputDelivery delivery(command.output, session, command.mailTo);
+    OutputDelivery delivery(command.delivery.file, session, command.delivery.recipients);
     print::PageOutput output(printers, printers, delivery);
     const auto exitCode = [&] { return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed; };
-    if (command.isLayout) {
+    if (std::holds_alternative<LayoutRequest>(command.request)) {
         RunLayout(command, program, database, delivery, output);
         return exitCode();
     }
     print::PrinterPages pages(printers, output, program.Title());
     print::PrintJob job({program.services(), delivery, [&] { return print::ReadPrintAttributes(database); }, &pages});
-    DeskState state = command.state;
-    state.optOrientation = command.orientation.value_or(Orientation::Portrait);
-    job.SetOutputTarget(state.PrinterControl1.Destination);
+    job.SetOutputTarget(command.ToPages() ? 0 : static_cast<qint16>(command.delivery.target));
     NoView view;
-    ReportContext context{program, state, view, database, job};
-    command.print(context);
+    ReportRun run;
+    ReportContext context{program, run, command.delivery, view, database, job};
+    velmora::PrintReport(context, command.request);
     return exitCode();
 }
 
@@ -135,7 +135,7 @@ int RunReport(const Command& command, const QString& executablePath) {
     }
     ConsoleProgram console(command, executablePath);
     try {
-        return PrintReport(command, console);
+        return Run(command, console);
     } catch (const ProgramEnd& end) {
         return end.exitCode;
     } catch (const std::exception&) {

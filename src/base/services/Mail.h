@@ -12,6 +12,7 @@ struct MailRecipient {
     QString address;
     // May be empty.
     QString name;
+    friend bool operator==(const MailRecipient&, const MailRecipient&) = default;
 };
 
 enum class MailDialog { Show, Skip };

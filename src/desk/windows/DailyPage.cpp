@@ -1,7 +1,7 @@
 #include "desk/windows/DailyPage.h"
 
 #include "base/windows/DateBox.h"
-#include "desk/DayCaptions.h"
+#include "reports/DayCaptions.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -21,6 +21,39 @@ constexpr int mostDays = 366;
 
 QCheckBox* NewCheck(const QString& name, const QString& caption) {
     return NewControl<QCheckBox>(name, caption);
+}
+
+qint16 ReportDayModeOf(DailyVariant variant, qint16 optDay) {
+    constexpr int combined = 8;
+    const int kind = variant == DailyVariant::Combined ? combined : static_cast<int>(variant);
+    return static_cast<qint16>(kind + 2 * std::clamp<int>(optDay, 0, 2));
+}
+
+// The report that a ReportDayMode stands for, with the options of the page.
+DailyRequest DailyRequestOf(const DeskState& state, const QString& startupArgument) {
+    constexpr int combined = 8;
+    const int mode = state.ReportDayMode;
+    const auto variant = mode >= combined ? DailyVariant::Combined : static_cast<DailyVariant>(mode % 2);
+    return {.variant = variant,
+            .days = {static_cast<DayChoice>(mode % combined / 2), state.dtcOtherDate, state.Label12},
+            .brief = state.chkBrief,
+            .excludeCompletedMoves = state.chkCompletedMoves,
+            .excludeCompletedPhones = state.chkCompletedPhones,
+            .excludeConferenceRooms = state.chkConferenceDaily,
+            .includeNotes = state.chkIncludeNotes,
+            .includePhone = state.chkIncludePhone,
+            .onePage = state.chkOnePage,
+            .startupArgument = startupArgument};
+}
+
+// No day option at all counts as the current day.
+OccupancyRequest OccupancyRequestOf(OccupancyList list, const DeskState& state, const QString& startupArgument) {
+    const auto day = state.optDay < 0 ? DayChoice::CurrentDay : static_cast<DayChoice>(state.optDay);
+    return {.list = list,
+            .days = {day, state.dtcOtherDate, state.Label12},
+            .nonPermanent = state.chkNonPermanent,
+            .includeUnreserved = state.chkIncludeEmpty,
+            .startupArgument = startupArgument};
 }
 
 } // namespace
@@ -172,24 +205,38 @@ void DailyPage::dtcOtherDate_Change() {
     optDay.Choose(2);
 }
 
+void DailyPage::RunDaily(DailyVariant variant) {
+    if (host_.StorePages()) {
+        DeskState& state = host_.State();
+        state.ReportDayMode = ReportDayModeOf(variant, state.optDay);
+        host_.RunReport(DailyRequestOf(state, host_.TheProgram().services().startupArgument));
+    }
+}
+
+void DailyPage::RunOccupancies(OccupancyList list) {
+    if (host_.StorePages()) {
+        host_.RunReport(OccupancyRequestOf(list, host_.State(), host_.TheProgram().services().startupArgument));
+    }
+}
+
 void DailyPage::Command1_Click() {
-    host_.RunReport(DeskReport::Occupant);
+    RunOccupancies(OccupancyList::Occupants);
 }
 
 void DailyPage::Command2_Click() {
-    host_.RunReport(DeskReport::Combined);
+    RunDaily(DailyVariant::Combined);
 }
 
 void DailyPage::Command4_Click() {
-    host_.RunReport(DeskReport::Directory);
+    RunOccupancies(OccupancyList::Directory);
 }
 
 void DailyPage::Command5_Click() {
-    host_.RunReport(DeskReport::Starts);
+    RunDaily(DailyVariant::Starts);
 }
 
 void DailyPage::Command6_Click() {
-    host_.RunReport(DeskReport::Ends);
+    RunDaily(DailyVariant::Ends);
 }
 
 } // namespace velmora

@@ -26,6 +26,9 @@ private:
     QWidget* MakeDayFrame();
     QWidget* MakeTaskFrame();
     QWidget* MakeActivityFrame();
+    // Runs the list, or the report, that the page asks for.
+    void RunDaily(DailyVariant variant);
+    void RunOccupancies(OccupancyList list);
     void Command1_Click();
     void Command2_Click();
     void Command4_Click();

@@ -3,13 +3,11 @@
 #include "base/Program.h"
 #include "desk/DeskState.h"
 #include "engine/Database.h"
+#include "reports/Requests.h"
 
 class QString;
 
 namespace velmora {
-
-// The report commands of the main window.
-enum class DeskReport { Starts, Ends, Combined, Occupant, Directory, Exception, Usage, Layout };
 
 // What a page asks of the window that it stands in. It outlives the page.
 class DeskHost {
@@ -23,8 +21,8 @@ public:
     // Has every page store its controls into the state. False when a date box of this page holds no date but something
     // else; the box then has the focus and says why.
     virtual bool StorePages() = 0;
-    // Runs a report of what the pages say, to the destination of the printer page.
-    virtual void RunReport(DeskReport report) = 0;
+    // Runs a report, to the destination of the printer page as it was stored last.
+    virtual void RunReport(const ReportRequest& request) = 0;
     // Opens the notes of a reservation and returns when their window is gone.
     virtual void OpenNotes(qint32 reservation) = 0;
     // Shows the asset's and the reservation's number outside the pages; empty texts for none.

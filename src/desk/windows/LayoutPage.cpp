@@ -116,11 +116,11 @@ void LayoutPage::ReportEnd_Change() {
 }
 
 void LayoutPage::optReport_Click(int index) {
-    const auto view =
-        layouts::ShowReportSelection(host_.State(), static_cast<qint16>(index), optReport.Button(index)->isChecked());
+    const auto view = layouts::ShowReportSelection(static_cast<qint16>(index), optReport.Button(index)->isChecked());
     if (!view) {
         return;
     }
+    host_.State().SelectedLayout = static_cast<qint16>(index);
     const QChar letter = view->completedCaption.startsWith(u'U') ? u'u' : u'n';
     chkReportCompleted->setText(WithMnemonic(view->completedCaption, letter));
     chkReportCompleted->setVisible(view->showCompleted);
@@ -128,7 +128,14 @@ void LayoutPage::optReport_Click(int index) {
 }
 
 void LayoutPage::Command3_Click() {
-    host_.RunReport(DeskReport::Layout);
+    if (host_.StorePages()) {
+        const DeskState& state = host_.State();
+        host_.RunReport(LayoutRequest{.layout = state.SelectedLayout,
+                                      .start = state.ReportStart,
+                                      .end = state.ReportEnd,
+                                      .excludeConferenceRooms = state.chkConference,
+                                      .completionFilter = state.chkReportCompleted});
+    }
 }
 
 } // namespace velmora

@@ -65,7 +65,13 @@ void ExceptionPage::Load(const DeskState& state) {
 }
 
 void ExceptionPage::cmdRunExceptions_Click() {
-    host_.RunReport(DeskReport::Exception);
+    if (host_.StorePages()) {
+        const DeskState& state = host_.State();
+        host_.RunReport(ExceptionRequest{.type = static_cast<ExceptionType>(std::max<int>(state.optException, 0)),
+                                         .date = state.dtcException,
+                                         .excludeConferenceRooms = state.chkConferenceDaily,
+                                         .startupArgument = host_.TheProgram().services().startupArgument});
+    }
 }
 
 UsagePage::UsagePage(DeskHost& host)
@@ -97,7 +103,12 @@ void UsagePage::Load(const DeskState& state) {
 }
 
 void UsagePage::Command7_Click() {
-    host_.RunReport(DeskReport::Usage);
+    if (host_.StorePages()) {
+        const DeskState& state = host_.State();
+        host_.RunReport(UsageRequest{.breakdown = static_cast<UsageBreakdown>(std::max<int>(state.OptUsage, 0)),
+                                     .date = state.dtcUsage,
+                                     .detail = state.chkUsageDetail});
+    }
 }
 
 } // namespace velmora

@@ -47,6 +47,15 @@ void PrinterSettingsPage::Load(const DeskState& state) {
     optOrientation.Choose(static_cast<int>(state.optOrientation));
 }
 
+Delivery PrinterSettingsPage::DeliveryOf(const DeskState& state) {
+    const PrinterControl& control = state.PrinterControl1;
+    return {.target = static_cast<DeliveryTarget>(control.Destination),
+            .printer = control.PrinterName,
+            .font = control.PrinterFont,
+            .orientation = state.optOrientation,
+            .continuous = control.Continuous};
+}
+
 void PrinterSettingsPage::cmdOptions_Click() {
     print::DatabaseStyles styles(host_.Database());
     print::frmPrintOptions(host_.TheProgram().services(), styles, window()).exec();

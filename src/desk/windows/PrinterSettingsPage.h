@@ -3,6 +3,7 @@
 #include "desk/windows/DeskHost.h"
 #include "desk/windows/DeskPage.h"
 #include "desk/windows/PageParts.h"
+#include "reports/Delivery.h"
 
 namespace velmora {
 
@@ -16,6 +17,8 @@ public:
     explicit PrinterSettingsPage(DeskHost& host);
     void Store(DeskState& state) const override;
     void Load(const DeskState& state) override;
+    // How reports are delivered that are run with these settings.
+    static Delivery DeliveryOf(const DeskState& state);
 
 private:
     void cmdOptions_Click();

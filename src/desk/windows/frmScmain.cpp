@@ -8,8 +8,6 @@
 #include "data/Configuration.h"
 #include "data/LookupLists.h"
 #include "data/NativePath.h"
-#include "desk/DailyMode.h"
-#include "desk/PrinterChoice.h"
 #include "desk/windows/DailyPage.h"
 #include "desk/windows/LayoutPage.h"
 #include "desk/windows/MainTabs.h"
@@ -22,6 +20,7 @@
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
 #include "ops/windows/Help.h"
+#include "reports/PrinterChoice.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -42,19 +41,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int holdInterval = 60000;
-
-std::optional<DailyVariant> VariantOf(DeskReport report) {
-    switch (report) {
-    case DeskReport::Starts:
-        return DailyVariant::Starts;
-    case DeskReport::Ends:
-        return DailyVariant::Ends;
-    case DeskReport::Combined:
-        return DailyVariant::Combined;
-    default:
-        return std::nullopt;
-    }
-}
 
 QLineEdit* NewNumber(const QString& name, const QString& accessibleName) {
     auto* box = new QLineEdit;
@@ -281,22 +267,15 @@ void frmScmain::Guard(const QString& procedure, const std::function<void()>& wor
     Steps(services().errors, u"Service Administration"_s, procedure, QString()).Step({}, work);
 }
 
-void frmScmain::RunReport(DeskReport report) {
-    const auto routine = parts_.reports.find(report);
-    if (routine == parts_.reports.end() || !StorePages()) {
-        return;
-    }
+void frmScmain::RunReport(const ReportRequest& request) {
     Guard(u"Run Report"_s, [&] {
         // A layout has a window of its own and leaves the print job alone.
-        if (report != DeskReport::Layout) {
+        if (!std::holds_alternative<LayoutRequest>(request)) {
             parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
         }
-        if (const auto variant = VariantOf(report)) {
-            const auto day = static_cast<DayChoice>(std::clamp<int>(state_.optDay, 0, 2));
-            state_.ReportDayMode = DailyMode{*variant, day}.Code();
-        }
-        ReportContext context{parts_.program, state_, *this, Database(), parts_.job};
-        routine->second(context);
+        const Delivery delivery = PrinterSettingsPage::DeliveryOf(state_);
+        ReportContext context{parts_.program, state_, delivery, *this, Database(), parts_.job};
+        parts_.runReport(context, request);
     });
 }
 

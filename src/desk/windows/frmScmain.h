@@ -1,14 +1,13 @@
 #pragma once
 
-#include "desk/ReportContext.h"
 #include "desk/windows/DeskHost.h"
+#include "reports/ReportContext.h"
 
 #include <QElapsedTimer>
 #include <QWidget>
 
 #include <array>
 #include <functional>
-#include <map>
 
 class QLabel;
 class QLineEdit;
@@ -28,8 +27,8 @@ class TasksPage;
 struct DeskParts {
     Program& program;
     print::PrintJob& job;
-    // The routine of each report command; the three daily lists share one.
-    std::map<DeskReport, std::function<void(ReportContext&)>> reports;
+    // Runs a report of any kind.
+    std::function<void(ReportContext&, const ReportRequest&)> runReport;
     // Shows the notes of a reservation in front of a window, and returns when they are gone.
     std::function<void(qint32 reservation, QWidget* owner)> openNotes;
 };
@@ -51,7 +50,7 @@ public:
     DeskState& State() override { return state_; }
     engine::Database& Database() override;
     bool StorePages() override;
-    void RunReport(DeskReport report) override;
+    void RunReport(const ReportRequest& request) override;
     void OpenNotes(qint32 reservation) override;
     void ShowNumbers(const QString& asset, const QString& reservation) override;
 

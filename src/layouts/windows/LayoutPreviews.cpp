@@ -11,9 +11,9 @@ LayoutPreviews::LayoutPreviews(const Program& program, print::PageOutput& output
       portrait_(program.services(), portraitPrinter_), landscape_(program.services(), landscapePrinter_),
       output_(program.services(), portrait_, landscape_, program.Title()) {}
 
-void LayoutPreviews::Run(const DeskState& state, engine::Database& database) {
+void LayoutPreviews::Run(const LayoutRequest& request, const ReportRun& run, engine::Database& database) {
     LayoutRunner runner(program_.services(), database, output_);
-    RunCrystalReport(program_, state, database, runner);
+    RunCrystalReport(program_, request, run, database, runner);
 }
 
 } // namespace velmora::layouts

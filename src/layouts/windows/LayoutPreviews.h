@@ -1,9 +1,10 @@
 #pragma once
 
-#include "desk/DeskState.h"
 #include "engine/Database.h"
 #include "layouts/LayoutOutput.h"
 #include "print/windows/WindowPreviews.h"
+#include "reports/ReportRun.h"
+#include "reports/Requests.h"
 
 namespace velmora::layouts {
 
@@ -14,8 +15,8 @@ public:
     // Program and output outlive the object, and the object outlives its windows.
     LayoutPreviews(const Program& program, print::PageOutput& output);
 
-    // Runs the layout that is chosen on the layout page (RunCrystalReport).
-    void Run(const DeskState& state, engine::Database& database);
+    // As RunCrystalReport.
+    void Run(const LayoutRequest& request, const ReportRun& run, engine::Database& database);
 
 private:
     const Program& program_;

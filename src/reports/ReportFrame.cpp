@@ -1,7 +1,7 @@
-#include "desk/ReportFrame.h"
+#include "reports/ReportFrame.h"
 
 #include "base/Translate.h"
-#include "desk/PrinterChoice.h"
+#include "reports/PrinterChoice.h"
 
 #include <cmath>
 
@@ -31,7 +31,7 @@ bool ReportFrame::Start() {
 
 bool ReportFrame::Admit() {
     const Services& services = context_.program.services();
-    if (context_.state.ReportRunning) {
+    if (context_.run.ReportRunning) {
         services.dialogs.ShowMessage({Translate(u"Already Printing, wait or cancel exisitng report"_s),
                                       context_.program.Title(), Buttons::Ok, Icon::None});
         return false;
@@ -41,28 +41,29 @@ bool ReportFrame::Admit() {
 }
 
 void ReportFrame::ShowRunning() {
-    context_.state.ReportRunning = true;
+    context_.run.ReportRunning = true;
     context_.view.SetCloseCaption(Translate(u"Cancel Report"_s));
     context_.program.services().eventLoop.SetPointer(Pointer::Hourglass);
     ShowReportProgress(context_.view, Translate(u"Preparing Report"_s), 0);
 }
 
 void ReportFrame::SetOrientation() {
-    steps_.Step({}, [this] { context_.program.services().printers.SetOrientation(orientation_); });
+    const Orientation orientation = context_.delivery.orientation.value_or(Orientation::Portrait);
+    steps_.Step({}, [&] { context_.program.services().printers.SetOrientation(orientation); });
 }
 
 void ReportFrame::PreparePrinter() {
     context_.job.Restore(target_);
-    if (control_.Continuous) {
+    const Delivery& delivery = context_.delivery;
+    if (delivery.continuous) {
         steps_.Step({}, [this] { context_.job.BeginReport(true); });
         return;
     }
     Printers& printers = context_.program.services().printers;
-    context_.state.SelectedPrinterName = control_.PrinterName;
-    steps_.Step({}, [&] { SelectPrinter(printers, control_.PrinterName); });
-    steps_.Step({}, [&] { printers.SetFontName(control_.PrinterFont); });
+    context_.run.SelectedPrinterName = delivery.printer;
+    steps_.Step({}, [&] { SelectPrinter(printers, delivery.printer); });
+    steps_.Step({}, [&] { printers.SetFontName(delivery.font); });
     SetOrientation();
-    context_.job.SetPreviewMode(control_.ShowPreview);
     steps_.Step({}, [this] { context_.job.BeginReport(); });
 }
 
@@ -70,7 +71,7 @@ bool ReportFrame::BeforeRow(const engine::Recordset& rows) {
     ShowReportProgress(context_.view, Translate(u"Preparing Report"_s),
                        static_cast<qint16>(std::lrint(rows.PercentPosition())));
     context_.program.services().eventLoop.ProcessPendingEvents();
-    return !context_.state.CancelRequested;
+    return !context_.run.CancelRequested;
 }
 
 void ReportFrame::ShowSending() {
@@ -84,9 +85,9 @@ void ReportFrame::End() {
 
 void ReportFrame::ReturnToIdle() {
     running_ = false;
-    context_.state.ReportRunning = false;
+    context_.run.ReportRunning = false;
     // A request that came too late must not stop the next report.
-    context_.state.CancelRequested = false;
+    context_.run.CancelRequested = false;
     context_.view.SetCloseCaption(Translate(u"Close"_s));
     ShowReportProgress(context_.view, {}, 0);
     context_.program.services().eventLoop.SetPointer(Pointer::Default);

@@ -5,7 +5,7 @@ namespace {
 
 class RunTest : public DeskFixture {
 protected:
-    RunTest() { state_.chkBrief = true; }
+    QByteArray Run() { return Print(request_); }
 
     QByteArray WholeReport() {
         const QByteArray text = Run();
@@ -15,6 +15,7 @@ protected:
         fakes_.eventLoop.eventRounds = 0;
         return text;
     }
+    DailyRequest request_{.brief = true};
     // How often a reservation line stands in the text.
     static qsizetype Lines(const QByteArray& text) { return text.count(": From "); }
 };
@@ -22,9 +23,9 @@ protected:
 TEST_F(RunTest, ShowsWhatItDoesFromStartToEnd) {
     fakes_.printers.names = {u"Lobby"_s, u"Desk"_s, u"Lobby"_s};
     fakes_.printers.current = u"Desk"_s;
-    state_.PrinterControl1.PrinterName = u"Lobby"_s;
-    state_.PrinterControl1.PrinterFont = u"Liberation Sans"_s;
-    state_.optOrientation = Orientation::Landscape;
+    settings_.printer = u"Lobby"_s;
+    settings_.font = u"Liberation Sans"_s;
+    settings_.orientation = Orientation::Landscape;
     Run();
     EXPECT_EQ(view_.captions, (QStringList{u"Cancel Report"_s, u"Close"_s}));
     EXPECT_EQ(view_.progress.front(), std::pair(u"Preparing Report"_s, 0));
@@ -40,7 +41,7 @@ TEST_F(RunTest, ShowsWhatItDoesFromStartToEnd) {
     EXPECT_EQ(fakes_.eventLoop.pointers.front(), Pointer::Hourglass);
     EXPECT_EQ(fakes_.eventLoop.eventRounds, static_cast<int>(view_.progress.size()) - 3) << "once before every row";
     EXPECT_EQ(fakes_.printers.current, u"Lobby"_s);
-    EXPECT_EQ(state_.SelectedPrinterName, u"Lobby"_s);
+    EXPECT_EQ(run_.SelectedPrinterName, u"Lobby"_s);
     EXPECT_EQ(fakes_.printers.font.family, u"Liberation Sans"_s);
     EXPECT_EQ(fakes_.printers.orientation, Orientation::Landscape);
     EXPECT_EQ(job_.LookupPrintAttribute(u"Jack"_s), print::Bold);
@@ -50,21 +51,19 @@ TEST_F(RunTest, ShowsWhatItDoesFromStartToEnd) {
 
 TEST_F(RunTest, AContinuousReportLeavesThePrinterAlone) {
     fakes_.printers.names = {u"Lobby"_s};
-    state_.PrinterControl1.PrinterName = u"Lobby"_s;
-    state_.PrinterControl1.Continuous = true;
-    state_.PrinterControl1.ShowPreview = true;
-    state_.optOrientation = Orientation::Landscape;
+    settings_.printer = u"Lobby"_s;
+    settings_.continuous = true;
+    settings_.orientation = Orientation::Landscape;
     EXPECT_GT(Lines(Run()), 5);
     EXPECT_TRUE(job_.State().SuppressPageBreaks);
-    EXPECT_FALSE(job_.Choice().PreviewMode);
     EXPECT_EQ(fakes_.printers.current, QString());
-    EXPECT_EQ(state_.SelectedPrinterName, QString());
+    EXPECT_EQ(run_.SelectedPrinterName, QString());
     EXPECT_EQ(fakes_.printers.orientation, Orientation::Portrait);
 }
 
 TEST_F(RunTest, ACancelDeliversWhatWasPrintedSoFar) {
     const QByteArray whole = WholeReport();
-    fakes_.eventLoop.onEvents = [this] { state_.CancelRequested = fakes_.eventLoop.eventRounds == 4; };
+    fakes_.eventLoop.onEvents = [this] { run_.CancelRequested = fakes_.eventLoop.eventRounds == 4; };
     const QByteArray part = Run();
     EXPECT_TRUE(whole.startsWith(part));
     EXPECT_EQ(Lines(part), 3);
@@ -82,7 +81,7 @@ TEST_F(RunTest, ACancelThatComesTooLateDoesNotStopTheNextReport) {
     fakes_.errors.answers = {Answer::Ignore};
     faulty_->failures[u"QReport3"_s] = 1;
     // Pressed while the failure is being reported, with no row left to stop at.
-    state_.CancelRequested = true;
+    run_.CancelRequested = true;
     Run();
     ExpectIdle();
     EXPECT_EQ(Run(), whole);
@@ -93,13 +92,8 @@ TEST_F(RunTest, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
     fakes_.dialogs.answers = {Answer::Ok};
     fakes_.eventLoop.onEvents = [this] {
         if (fakes_.eventLoop.eventRounds == 2) {
-            // The page's controls are stored and another button's report is begun.
-            state_.ReportDayMode = 12;
-            state_.chkBrief = false;
-            state_.chkOnePage = true;
-            job_.SetOutputTarget(4);
-            ReportContext context = Context();
-            PrintDailyReport(context);
+            settings_.target = DeliveryTarget::HtmlFile;
+            Print(DailyRequest{.variant = DailyVariant::Combined, .onePage = true});
         }
     };
     EXPECT_EQ(Run(), whole);
@@ -114,9 +108,9 @@ TEST_F(RunTest, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
 
 // Each statement that can fail: a retry gives the report as if nothing had happened, and once only.
 TEST_F(RunTest, ARetriedFailureLeavesNoTrace) {
-    state_.chkBrief = false;
-    state_.chkIncludeNotes = true;
-    state_.chkIncludePhone = true;
+    request_.brief = false;
+    request_.includeNotes = true;
+    request_.includePhone = true;
     const QByteArray whole = WholeReport();
     for (const char* beginning : {"QReport3", "Select * from Person", "Select * from [Note]", "Select * from Asset",
                                   "Select * from Reservation"}) {
@@ -136,7 +130,7 @@ TEST_F(RunTest, ARetriedFailureLeavesNoTrace) {
 }
 
 TEST_F(RunTest, AnIgnoredFailureLeavesOutWhatFailedAlone) {
-    state_.chkBrief = false;
+    request_.brief = false;
     const QByteArray whole = WholeReport();
     fakes_.errors.answers = {Answer::Ignore};
     faulty_->failures[u"Select * from Person"_s] = 2;
@@ -155,7 +149,7 @@ TEST_F(RunTest, AnIgnoredFailureLeavesOutWhatFailedAlone) {
 }
 
 TEST_F(RunTest, AnOtherDayWithoutADateIsReportedAndThenHasNoRows) {
-    state_.ReportDayMode = 4;
+    request_.days.choice = DayChoice::OtherDay;
     fakes_.errors.answers = {Answer::Ignore, Answer::Ignore};
     const QByteArray text = Run();
     EXPECT_TRUE(text.contains("Reservation Starts\t\r\nPrinted at: 3/5/2026 2:15 PM\r\n"));
@@ -177,19 +171,19 @@ TEST_F(RunTest, AnAbortedReportDeliversNothingAndReturnsTheWindowToIdle) {
                       aborting,     real.windows,   real.process,   real.userSettings, real.log,      {},
                       {},           real.localeText};
     const Program program(services, u"Service Administration"_s);
-    ReportContext context{program, state_, view_, *faulty_, job_};
+    ReportContext context{program, run_, settings_, view_, *faulty_, job_};
     faulty_->failures[u"QReport3"_s] = 1;
     job_.SetOutputTarget(3);
-    EXPECT_THROW(PrintDailyReport(context), ProgramEnd);
+    EXPECT_THROW(PrintReport(context, request_), ProgramEnd);
     job_.EndReport();
     EXPECT_TRUE(delivery_.delivered.empty());
     ExpectIdle();
 }
 
 TEST_F(RunTest, TheSqlTextsAreTheProgramsOwn) {
-    state_.chkBrief = false;
-    state_.chkIncludeNotes = true;
-    state_.chkIncludePhone = true;
+    request_.brief = false;
+    request_.includeNotes = true;
+    request_.includePhone = true;
     Run();
     for (const QString& text :
          {u"QReport3"_s, u"Select * from Person where LastName = \"Abel\" and FirstName = \"Anna\""_s,

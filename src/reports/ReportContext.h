@@ -1,17 +1,19 @@
 #pragma once
 
 #include "base/Program.h"
-#include "desk/DeskState.h"
-#include "desk/ReportView.h"
 #include "engine/Database.h"
 #include "print/PrintJob.h"
+#include "reports/Delivery.h"
+#include "reports/ReportRun.h"
+#include "reports/ReportView.h"
 
 namespace velmora {
 
 // What a report routine works with.
 struct ReportContext {
     const Program& program;
-    DeskState& state;
+    ReportRun& run;
+    const Delivery& delivery;
     ReportView& view;
     engine::Database& database;
     print::PrintJob& job;

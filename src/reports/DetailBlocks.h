@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/ReportContext.h"
+#include "reports/ReportContext.h"
 
 namespace velmora {
 

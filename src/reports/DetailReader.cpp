@@ -1,4 +1,4 @@
-#include "desk/DetailReader.h"
+#include "reports/DetailReader.h"
 
 namespace velmora {
 

@@ -1,4 +1,4 @@
-#include "desk/DayCaptions.h"
+#include "reports/DayCaptions.h"
 
 #include "base/Translate.h"
 

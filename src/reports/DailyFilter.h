@@ -1,15 +1,15 @@
 #pragma once
 
-#include "desk/DailyMode.h"
-#include "desk/DailyRow.h"
+#include "reports/DailyRow.h"
+#include "reports/Requests.h"
 
 namespace velmora {
 
 // Decides which rows a daily report leaves out.
 class DailyFilter {
 public:
-    // `namePrefix`: only assets whose name begins with it, letter case included; empty lets all through.
-    DailyFilter(DailyVariant variant, const DeskState& options, const QString& namePrefix);
+    // The start-up argument counts letter case included.
+    explicit DailyFilter(const DailyRequest& request);
     bool LeavesOut(const DailyRow& row) const;
 
 private:

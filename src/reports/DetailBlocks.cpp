@@ -1,8 +1,8 @@
-#include "desk/DetailBlocks.h"
+#include "reports/DetailBlocks.h"
 
 #include "base/Translate.h"
-#include "desk/DetailRecords.h"
-#include "desk/FieldText.h"
+#include "reports/DetailRecords.h"
+#include "reports/FieldText.h"
 
 #include <array>
 #include <cmath>
@@ -42,7 +42,7 @@ void PrintLocation(ReportContext& context, const Recordset& location) {
         Line{"Switch Interface", FieldText(location["SwitchInterface"]), true}};
     job.PrintLabelValue("Location", FieldText(location["Name"]));
     for (const Line& line : lines) {
-        if (!line.value.IsEmpty() && (context.state.IncludePhoneInfo || !line.isPhone)) {
+        if (!line.value.IsEmpty() && (context.run.IncludePhoneInfo || !line.isPhone)) {
             job.PrintLabelValue(line.label, line.value);
         }
     }
@@ -69,7 +69,7 @@ void PrintPerson(ReportContext& context, const Recordset& person) {
     if (!storage.IsEmpty()) {
         job.PrintLabelValue(Translate(u"Storage"_s), storage);
     }
-    if (context.state.IncludePhoneInfo) {
+    if (context.run.IncludePhoneInfo) {
         job.PrintTwoLabelValues(Translate(u"Phone"_s), phone, Translate(u"Extension"_s), extension);
     }
     const std::array codeKeys{u"PersonCode1"_s, u"PersonCode2"_s, u"PersonCode3"_s};

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Steps.h"
-#include "desk/ReportContext.h"
+#include "reports/ReportContext.h"
 
 namespace velmora {
 
@@ -21,8 +21,7 @@ namespace velmora {
 class ReportFrame {
 public:
     ReportFrame(ReportContext& context, Steps& steps)
-        : context_(context), steps_(steps), target_(context.job.Choice()), control_(context.state.PrinterControl1),
-          orientation_(context.state.optOrientation) {}
+        : context_(context), steps_(steps), target_(context.job.Choice()) {}
     ~ReportFrame();
     ReportFrame(const ReportFrame&) = delete;
     ReportFrame& operator=(const ReportFrame&) = delete;
@@ -33,7 +32,7 @@ public:
     bool Admit();
     void ShowRunning();
 
-    // Gives the printer the orientation that the option buttons name.
+    // Gives the printer the orientation of the delivery, portrait for none.
     void SetOrientation();
     // Chooses printer, font and orientation, and begins the job; a continuous report only begins it.
     void PreparePrinter();
@@ -54,8 +53,6 @@ private:
     // What was chosen when the report was asked for. Asking for another one meanwhile changes the choice, not the
     // report that runs.
     const print::TargetChoice target_;
-    const PrinterControl control_;
-    const Orientation orientation_;
     bool running_ = false;
 };
 

@@ -1,4 +1,4 @@
-#include "desk/PrinterChoice.h"
+#include "reports/PrinterChoice.h"
 
 namespace velmora {
 

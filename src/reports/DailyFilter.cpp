@@ -1,4 +1,4 @@
-#include "desk/DailyFilter.h"
+#include "reports/DailyFilter.h"
 
 namespace velmora {
 
@@ -7,15 +7,15 @@ namespace {
 constexpr qint64 firstOtherAsset = 256;
 } // namespace
 
-DailyFilter::DailyFilter(DailyVariant variant, const DeskState& options, const QString& namePrefix)
-    : excludeConferenceRooms_(options.chkConferenceDaily), namePrefix_(namePrefix.toUtf8()) {
+DailyFilter::DailyFilter(const DailyRequest& request)
+    : excludeConferenceRooms_(request.excludeConferenceRooms), namePrefix_(request.startupArgument.toUtf8()) {
     // A combined report lists both tasks of a reservation, so neither flag alone makes it done.
-    if (variant != DailyVariant::Combined) {
-        const bool starts = variant == DailyVariant::Starts;
-        if (options.chkCompletedMoves) {
+    if (request.variant != DailyVariant::Combined) {
+        const bool starts = request.variant == DailyVariant::Starts;
+        if (request.excludeCompletedMoves) {
             completedMove_ = starts ? &DailyRow::SLockStart : &DailyRow::SLockEnd;
         }
-        if (options.chkCompletedPhones) {
+        if (request.excludeCompletedPhones) {
             completedPhone_ = starts ? &DailyRow::TLockStart : &DailyRow::TLockEnd;
         }
     }

@@ -1,4 +1,4 @@
-#include "desk/DetailRecords.h"
+#include "reports/DetailRecords.h"
 
 #include "data/Helpers.h"
 

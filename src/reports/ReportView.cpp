@@ -1,4 +1,4 @@
-#include "desk/ReportView.h"
+#include "reports/ReportView.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "desk/DailyFilter.h"
-#include "desk/DetailRecords.h"
-#include "desk/LookAhead.h"
+#include "reports/DailyFilter.h"
+#include "reports/DetailRecords.h"
+#include "reports/LookAhead.h"
 
 namespace velmora {
 

@@ -1,13 +1,13 @@
-#include "desk/DailyReport.h"
+#include "reports/DailyReport.h"
 
 #include "base/Translate.h"
-#include "desk/DailyFilter.h"
-#include "desk/DailyMode.h"
-#include "desk/DailyRow.h"
-#include "desk/DetailBlocks.h"
-#include "desk/DetailReader.h"
-#include "desk/FieldText.h"
-#include "desk/ReportFrame.h"
+#include "reports/DailyFilter.h"
+#include "reports/DailyRow.h"
+#include "reports/DetailBlocks.h"
+#include "reports/DetailReader.h"
+#include "reports/FieldText.h"
+#include "reports/ReportDays.h"
+#include "reports/ReportFrame.h"
 
 #include <cmath>
 
@@ -17,12 +17,37 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// English.
+QString TitleOf(DailyVariant variant) {
+    switch (variant) {
+    case DailyVariant::Starts:
+        return u"Reservation Starts"_s;
+    case DailyVariant::Ends:
+        return u"Reservation Ends"_s;
+    case DailyVariant::Combined:
+        break;
+    }
+    return u"Reservation Starts and Ends"_s;
+}
+
+// The stored query whose rows are reported.
+QString QueryOf(DailyVariant variant) {
+    switch (variant) {
+    case DailyVariant::Starts:
+        return u"QReport3"_s;
+    case DailyVariant::Ends:
+        return u"QReport4"_s;
+    case DailyVariant::Combined:
+        break;
+    }
+    return u"QReport5"_s;
+}
+
 class DailyReport {
 public:
-    DailyReport(ReportContext& context, Steps& steps, ReportFrame& frame)
-        : context_(context), steps_(steps), frame_(frame), options_(context.state),
-          locale_(context.program.services().localeText), startupArgument_(context.program.services().startupArgument) {
-    }
+    DailyReport(ReportContext& context, Steps& steps, ReportFrame& frame, const DailyRequest& request)
+        : context_(context), steps_(steps), frame_(frame), request_(request),
+          locale_(context.program.services().localeText) {}
 
     void Run();
 
@@ -48,12 +73,9 @@ private:
     ReportContext& context_;
     Steps& steps_;
     ReportFrame& frame_;
-    // The options as they were at the start: the page's controls may change while the report lets events through.
-    const DeskState options_;
+    const DailyRequest& request_;
     const LocaleText& locale_;
-    const QString& startupArgument_;
 
-    DailyMode mode_;
     QString title_;
     QString printedAt_;
     std::optional<ReportDays> days_;
@@ -66,10 +88,10 @@ private:
 void DailyReport::Run() {
     Step([this] { ChooseReport(); });
     frame_.PreparePrinter();
-    if (!options_.chkOnePage) {
-        Step([this] { context_.job.PrintReportTitle(title_, startupArgument_, printedAt_); });
+    if (!request_.onePage) {
+        Step([this] { context_.job.PrintReportTitle(title_, request_.startupArgument, printedAt_); });
     }
-    context_.state.IncludePhoneInfo = options_.chkIncludePhone;
+    context_.run.IncludePhoneInfo = request_.includePhone;
     if (Step([this] { OpenRows(); })) {
         PrintRows();
     }
@@ -80,14 +102,13 @@ void DailyReport::Run() {
 void DailyReport::ChooseReport() {
     const DateTime now = context_.program.services().clock.Now();
     printedAt_ = Translate(u"Printed at:"_s) + u' ' + locale_.GeneralDate(now);
-    mode_ = DailyMode::Decode(options_.ReportDayMode);
-    title_ = Translate(mode_.Title());
-    days_ = DailyReportDays(mode_.day, DateOf(now), options_, locale_);
+    title_ = Translate(TitleOf(request_.variant));
+    days_ = DailyReportDays(request_.days, DateOf(now), locale_);
     printedAt_ += days_->phrase;
 }
 
 void DailyReport::OpenRows() {
-    const auto query = context_.database.OpenQueryDef(mode_.QueryName());
+    const auto query = context_.database.OpenQueryDef(QueryOf(request_.variant));
     if (days_) {
         query->SetParameter(u"RStart", StartOfDay(days_->start));
         query->SetParameter(u"REnd", StartOfDay(days_->end));
@@ -101,11 +122,11 @@ void DailyReport::OpenRows() {
 }
 
 void DailyReport::PrintRows() {
-    const DailyFilter filter(mode_.variant, options_, startupArgument_);
+    const DailyFilter filter(request_);
     DetailReader reader(context_.database, filter,
-                        {.persons = !options_.chkBrief,
-                         .guestExtensions = !options_.chkBrief && options_.chkIncludePhone,
-                         .notes = options_.chkIncludeNotes});
+                        {.persons = !request_.brief,
+                         .guestExtensions = !request_.brief && request_.includePhone,
+                         .notes = request_.includeNotes});
     while (!rows_->EndOfFile()) {
         if (!frame_.BeforeRow(*rows_)) {
             return;
@@ -125,18 +146,18 @@ void DailyReport::PrintRows() {
 void DailyReport::PrintRow(const DailyRow& row, ReservationDetails* details) {
     Step([&] { PrintLocationHeading(row); });
     Step([&] { PrintReservationLine(row); });
-    if (options_.chkBrief) {
+    if (request_.brief) {
         Step([&] { PrintBriefBody(row); });
     } else {
         PrintFullBody(row, details);
     }
-    if (options_.chkIncludeNotes) {
+    if (request_.includeNotes) {
         Step([&] {
             details != nullptr ? PrintNotes(context_, *details->notes)
                                : PrintReservationNotes(context_, static_cast<qint32>(row.ID.ToInteger()));
         });
     }
-    if (!options_.chkBrief) {
+    if (!request_.brief) {
         // Sets this reservation off from the next.
         Step([this] { context_.job.PrintSectionHeading({}); });
     }
@@ -145,12 +166,12 @@ void DailyReport::PrintRow(const DailyRow& row, ReservationDetails* details) {
 
 void DailyReport::PrintLocationHeading(const DailyRow& row) {
     const FieldText name(row.AssetName);
-    if (mode_.variant == DailyVariant::Combined && row.AssetName.Utf8() == lastAssetName_) {
+    if (request_.variant == DailyVariant::Combined && row.AssetName.Utf8() == lastAssetName_) {
         return;
     }
-    if (options_.chkOnePage) {
+    if (request_.onePage) {
         context_.job.PrintReportTitle(title_, name, printedAt_);
-    } else if (mode_.variant == DailyVariant::Combined) {
+    } else if (request_.variant == DailyVariant::Combined) {
         context_.job.PrintSectionHeading(name);
     }
 }
@@ -178,8 +199,8 @@ void DailyReport::PrintReservationLine(const DailyRow& row) {
     print::AppendUtf8(line_, FieldText(row.ReservationName));
     AppendPeriod(line_, row);
     int indent = 0;
-    if (!options_.chkOnePage) {
-        if (mode_.variant == DailyVariant::Combined) {
+    if (!request_.onePage) {
+        if (request_.variant == DailyVariant::Combined) {
             indent = static_cast<int>(std::lrint(context_.program.services().printers.PageWidth() * 0.05));
         } else {
             line_ += " In ";
@@ -214,7 +235,7 @@ void DailyReport::PrintFullBody(const DailyRow& row, const ReservationDetails* d
         details != nullptr ? PrintPerson(context_, *details->person)
                            : PrintPersonBlock(context_, row.LastName.ToText(), row.FirstName.ToText());
     });
-    if (options_.chkIncludePhone) {
+    if (request_.includePhone) {
         PrintPhoneLines(row, details);
     }
 }
@@ -243,11 +264,11 @@ void DailyReport::PrintPhoneLines(const DailyRow& row, const ReservationDetails*
 
 } // namespace
 
-void PrintDailyReport(ReportContext& context) {
+void PrintDailyReport(ReportContext& context, const DailyRequest& request) {
     Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Daily Report"_s, QString());
     ReportFrame frame(context, steps);
     if (frame.Start()) {
-        DailyReport(context, steps, frame).Run();
+        DailyReport(context, steps, frame, request).Run();
     }
 }
 

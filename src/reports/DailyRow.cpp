@@ -1,4 +1,4 @@
-#include "desk/DailyRow.h"
+#include "reports/DailyRow.h"
 
 namespace velmora {
 
