@@ -5,6 +5,7 @@
 #include "bench/BareStore.h"
 #include "bench/BenchDesk.h"
 #include "data/CreateSite.h"
+#include "demo/CreateDemoSite.h"
 #include "reports/DailyReport.h"
 
 #include <QTemporaryDir>
@@ -163,7 +164,7 @@ int main(int argc, char** argv) {
             return Measure(QString::fromUtf8(argv[1]), given ? DateOf(*given) : day);
         }
         const QTemporaryDir folder;
-        CreateSite(folder.path(), demo::Options{demo::Tier::Large, day});
+        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
         return Measure(folder.path(), day);
     } catch (const Error& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -7,6 +7,7 @@
 #include "data/CreateSite.h"
 #include "data/LookupLists.h"
 #include "data/SiteSchema.h"
+#include "demo/CreateDemoSite.h"
 #include "desk/QuickStatus.h"
 #include "desk/Tasks.h"
 #include "tests/support/Fakes.h"
@@ -210,7 +211,7 @@ int main(int argc, char** argv) {
             return Measure(QString::fromUtf8(argv[1]), given ? DateOf(*given) : day);
         }
         const QTemporaryDir folder;
-        CreateSite(folder.path(), demo::Options{demo::Tier::Large, day});
+        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
         return Measure(folder.path(), day);
     } catch (const Error& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -7,7 +7,7 @@
 #include "bench/BareStore.h"
 #include "bench/Measure.h"
 #include "data/Configuration.h"
-#include "data/CreateSite.h"
+#include "demo/CreateDemoSite.h"
 #include "ops/SharedDatabase.h"
 #include "print/ReadPrintAttributes.h"
 #include "reports/PrintReport.h"
@@ -282,7 +282,7 @@ int main(int argc, char** argv) {
             return Measure(what, day);
         }
         const QTemporaryDir folder;
-        CreateSite(folder.path(), demo::Options{demo::Tier::Large, day});
+        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
         return Measure(folder.path(), day);
     } catch (const Error& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -1,8 +1,8 @@
 // Opens a database of the largest demo tier and one of the typical tier: what opening costs must not grow with the
 // data.
 #include "bench/Measure.h"
-#include "data/CreateSite.h"
 #include "data/SiteSchema.h"
+#include "demo/CreateDemoSite.h"
 
 #include <QTemporaryDir>
 
@@ -16,7 +16,7 @@ using namespace velmora;
 namespace {
 
 QString MakeSite(const QString& folder, demo::Tier tier) {
-    return CreateSite(folder, demo::Options{.tier = tier, .today = *MakeDate(2026, 3, 10)});
+    return demo::CreateDemoSite(folder, {.tier = tier, .today = *MakeDate(2026, 3, 10)});
 }
 
 double OpeningMilliseconds(const QString& path) {

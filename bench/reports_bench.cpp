@@ -6,6 +6,7 @@
 #include "bench/BareReports.h"
 #include "bench/BenchDesk.h"
 #include "data/CreateSite.h"
+#include "demo/CreateDemoSite.h"
 #include "reports/DirectoryReport.h"
 #include "reports/ExceptionReport.h"
 #include "reports/OccupantReport.h"
@@ -182,7 +183,7 @@ int main(int argc, char** argv) {
             return Measure(QString::fromUtf8(argv[1]), day);
         }
         const QTemporaryDir folder;
-        CreateSite(folder.path(), demo::Options{demo::Tier::Large, day});
+        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
         return Measure(folder.path(), day);
     } catch (const Error& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -2,8 +2,6 @@
 
 #include "data/Resource.h"
 #include "data/SiteSchema.h"
-#include "data/demo/DemoSite.h"
-#include "engine/NewDatabase.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -66,20 +64,6 @@ private:
     QStringList folders_; // the innermost first
 };
 
-// Hands a demo site's rows on to the database in the making.
-class DatabaseSink : public demo::RowSink {
-public:
-    explicit DatabaseSink(engine::NewDatabase& database) : database_(database) {}
-    void BeginTable(const QString& table, const QStringList& columns) override {
-        loader_.emplace(database_.Load(table, columns));
-    }
-    void Add(std::span<const Value> row) override { loader_->Add(row); }
-
-private:
-    engine::NewDatabase& database_;
-    std::optional<engine::Loader> loader_;
-};
-
 void WriteStoredQueries(engine::NewDatabase& database) {
     engine::Loader queries =
         database.Load(QStringLiteral("StoredQuery"), {QStringLiteral("Name"), QStringLiteral("Text")});
@@ -88,30 +72,28 @@ void WriteStoredQueries(engine::NewDatabase& database) {
     }
 }
 
-// Files that the site has already are its own.
-void WriteMissingFiles(const QDir& folder, const QString& source, const QStringList& names, Leftovers& leftovers) {
-    for (const QString& name : names) {
-        if (!folder.exists(name)) {
-            leftovers.WriteFile(folder.filePath(name), ReadResourceBytes(source + name));
-        }
-    }
-}
-
 } // namespace
 
-QString CreateSite(const QString& folder, const std::optional<demo::Options>& demo) {
+QString CreateSite(const QString& folder, const SiteContent& content) {
     const QString path = SiteDatabasePath(folder);
     Leftovers leftovers;
     leftovers.MakeFolder(folder);
     engine::NewDatabase database(path, SiteSchemaText());
     WriteStoredQueries(database);
-    if (demo) {
-        DatabaseSink sink(database);
-        demo::WriteDemoSite(*demo, sink);
-        WriteMissingFiles(QDir(folder), QStringLiteral("demo/"),
-                          {QStringLiteral("htmlpre.txt"), QStringLiteral("htmlpost.txt")}, leftovers);
+    if (content.addRows) {
+        content.addRows(database);
     }
-    WriteMissingFiles(QDir(folder), QStringLiteral("layouts/"), ResourceNames(QStringLiteral("layouts")), leftovers);
+    QStringList files = content.files;
+    for (const QString& layout : ResourceNames(QStringLiteral("layouts"))) {
+        files.append(QStringLiteral("layouts/") + layout);
+    }
+    for (const QString& file : files) {
+        const QString target = QDir(folder).filePath(QFileInfo(file).fileName());
+        // Files that the site has already are its own.
+        if (!QFileInfo::exists(target)) {
+            leftovers.WriteFile(target, ReadResourceBytes(file));
+        }
+    }
     database.Finish();
     leftovers.Keep();
     return path;

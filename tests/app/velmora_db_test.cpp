@@ -131,8 +131,8 @@ TEST_F(VelmoraDb, CreatesASiteOnce) {
     EXPECT_EQ(Call({u"create"_s, u"/proc/velmora/site"_s}).code, 1);
 
     EXPECT_EQ(Query(u"SELECT Name FROM StoredQuery"_s).out,
-              "Name\nA1\nAssetStdNoteSelect\nEventStdNoteSelect\nP1\nP2\nP3\nQReport2\nQReport3\nQReport4\nQReport5\n"
-              "RangePerson\nRefreshTextDates\n");
+              "Name\nA1\nAssetStdNoteSelect\nDailyReservations\nEventStdNoteSelect\nP1\nP2\nP3\nQReport2\nQReport3\n"
+              "QReport4\nQReport5\nRangePerson\nRefreshTextDates\n");
 }
 
 TEST_F(VelmoraDb, CreatesADemoSite) {
@@ -284,7 +284,7 @@ TEST_F(VelmoraDb, FailsWhenNobodyTakesItsOutput) {
     EXPECT_EQ(Call({u"--help"_s}, u"/dev/full"_s).code, 1);
     // Whoever is told of a failure finds nothing changed.
     EXPECT_EQ(Call({u"query"_s, site_, u"DELETE FROM StoredQuery"_s}, u"/dev/full"_s).code, 1);
-    EXPECT_EQ(Query(u"SELECT Count(*) AS N FROM StoredQuery"_s).out, "N\n12\n");
+    EXPECT_EQ(Query(u"SELECT Count(*) AS N FROM StoredQuery"_s).out, "N\n13\n");
 
     // More than a pipe holds, into a reader that goes away.
     QProcess shell;
@@ -302,7 +302,7 @@ TEST_F(VelmoraDb, ChecksAndRepairs) {
         Query(u"INSERT INTO NoteCategory (Name) SELECT a.Name & b.Name & a.Text FROM StoredQuery AS a, StoredQuery "
               u"AS b"_s)
             .out,
-        "rows: 144\n");
+        "rows: 169\n");
     EXPECT_EQ(Call({u"check"_s, site_}).out, database_.toUtf8() + ": sound\n");
     const QByteArray sound = Content(database_);
     const Result idle = Call({u"repair"_s, site_});

@@ -27,7 +27,7 @@ protected:
 
     QTemporaryDir folder_;
     fakes::TestProgram test_;
-    const QString path_ = CreateSite(folder_.path(), std::nullopt);
+    const QString path_ = CreateSite(folder_.path());
     std::unique_ptr<engine::Database> database_ = OpenSite(path_);
     test::RawStore other_{path_};
 };

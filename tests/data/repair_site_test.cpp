@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 TEST(RepairSiteTest, AMissingColumnIsDamageAndLostQueriesComeBack) {
     const QTemporaryDir folder;
-    const QString path = CreateSite(folder.path(), {});
+    const QString path = CreateSite(folder.path());
     {
         test::RawStore raw(path);
         raw.Run(u"INSERT INTO Note (Reservation, Note) VALUES (7, 'kept');"

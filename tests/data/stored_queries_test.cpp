@@ -1,5 +1,6 @@
 #include "data/CreateSite.h"
 #include "data/SiteSchema.h"
+#include "demo/CreateDemoSite.h"
 #include "engine/dialect/Compiler.h"
 #include "tests/data/RawStore.h"
 #include "tests/support/Folders.h"
@@ -33,7 +34,8 @@ QStringList RowsOf(engine::Recordset& rows) {
 }
 
 struct Site {
-    explicit Site(const std::optional<demo::Options>& demo) : path(CreateSite(folder.path(), demo)), raw(path) {}
+    Site() : path(CreateSite(folder.path())), raw(path) {}
+    explicit Site(const demo::Options& demo) : path(demo::CreateDemoSite(folder.path(), demo)), raw(path) {}
 
     QStringList Run(const QString& query, const QString& from, const QString& to) const {
         const auto database = OpenSite(path);
@@ -347,7 +349,7 @@ TEST_F(DemoQueries, OfferStandardNotes) {
 
 // Rows that are there for a reason, and what the queries make of them, by hand.
 TEST(EdgeQueries, TreatEachRowAsTheyShould) {
-    Site site(std::nullopt);
+    Site site;
     const auto read = [](const char* name) {
         QFile file(TestDataFolder() + QStringLiteral("/data/") + QLatin1String(name));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;

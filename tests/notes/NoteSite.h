@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 class NoteSite {
 public:
     NoteSite() {
-        const QString path = CreateSite(folder_.path() + u"/site"_s, std::nullopt);
+        const QString path = CreateSite(folder_.path() + u"/site"_s);
         // Does not wait long for a lock that a test holds.
         engine::OpenOptions options = SiteOptions();
         options.busyMilliseconds = 100;

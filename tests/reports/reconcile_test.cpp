@@ -1,5 +1,6 @@
 #include "data/CreateSite.h"
 #include "data/SiteSchema.h"
+#include "demo/CreateDemoSite.h"
 #include "tests/reports/ReportsFixture.h"
 
 namespace velmora {
@@ -51,7 +52,7 @@ UsageSums ReadSums(const QByteArray& text) {
 class ReconcileTest : public ReportsFixture {
 protected:
     ReconcileTest() {
-        CreateSite(large_.path(), demo::Options{demo::Tier::Large, day_});
+        demo::CreateDemoSite(large_.path(), {demo::Tier::Large, day_});
         const QString path = SiteDatabasePath(large_.path());
         EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &store_), SQLITE_OK);
         faulty_.reset();

@@ -8,6 +8,7 @@
 #include "data/Configuration.h"
 #include "data/CreateSite.h"
 #include "data/SiteSchema.h"
+#include "demo/CreateDemoSite.h"
 #include "notes/windows/WindowNotes.h"
 #include "ops/ErrorReport.h"
 #include "platform/NativeUserSettings.h"
@@ -72,7 +73,7 @@ int main(int argc, char** argv) {
     const QString folder = words.value(1, u"notes-demo"_s);
     const QString path = SiteDatabasePath(folder);
     if (!QFileInfo::exists(path)) {
-        CreateSite(folder, demo::Options{demo::Tier::Typical, clock.Today()});
+        demo::CreateDemoSite(folder, {demo::Tier::Typical, clock.Today()});
     }
 
     fakes::TestProgram fakes;

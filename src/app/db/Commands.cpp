@@ -7,6 +7,7 @@
 #include "data/CreateSite.h"
 #include "data/RepairSite.h"
 #include "data/SiteSchema.h"
+#include "demo/CreateDemoSite.h"
 #include "engine/Database.h"
 #include "engine/Repair.h"
 
@@ -42,12 +43,15 @@ ExitCode CodeOf(EngineErrorNumber number) {
 }
 
 ExitCode Create(const CommandLine& line, const Clock& clock) {
-    std::optional<demo::Options> demo;
-    if (line.tier) {
-        demo = demo::Options{.tier = *line.tier, .today = line.today.value_or(clock.Today())};
-        demo->seed = line.seed.value_or(demo->seed);
-    }
-    Tell(QStringLiteral("%1: created\n").arg(CreateSite(line.folder, demo)));
+    const auto create = [&] {
+        if (!line.tier) {
+            return CreateSite(line.folder);
+        }
+        demo::Options demo{.tier = *line.tier, .today = line.today.value_or(clock.Today())};
+        demo.seed = line.seed.value_or(demo.seed);
+        return demo::CreateDemoSite(line.folder, demo);
+    };
+    Tell(QStringLiteral("%1: created\n").arg(create()));
     return ExitCode::Done;
 }
 

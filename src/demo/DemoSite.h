@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/demo/RowSink.h"
-#include "data/demo/Scale.h"
+#include "demo/RowSink.h"
+#include "demo/Scale.h"
 
 namespace velmora::demo {
 

@@ -1,12 +1,12 @@
-#include "data/demo/DemoSite.h"
+#include "demo/DemoSite.h"
 
-#include "data/demo/Assets.h"
-#include "data/demo/Bookings.h"
-#include "data/demo/HouseRecords.h"
-#include "data/demo/Notes.h"
-#include "data/demo/Occupancies.h"
-#include "data/demo/Persons.h"
-#include "data/demo/ReservationWriter.h"
+#include "demo/Assets.h"
+#include "demo/Bookings.h"
+#include "demo/HouseRecords.h"
+#include "demo/Notes.h"
+#include "demo/Occupancies.h"
+#include "demo/Persons.h"
+#include "demo/ReservationWriter.h"
 
 namespace velmora::demo {
 

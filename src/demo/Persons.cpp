@@ -1,6 +1,6 @@
-#include "data/demo/Persons.h"
+#include "demo/Persons.h"
 
-#include "data/demo/WordFile.h"
+#include "demo/WordFile.h"
 
 #include <QSet>
 

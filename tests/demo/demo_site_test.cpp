@@ -1,6 +1,6 @@
 #include "data/SiteSchema.h"
-#include "data/demo/Calendar.h"
-#include "data/demo/DemoSite.h"
+#include "demo/Calendar.h"
+#include "demo/DemoSite.h"
 
 #include <QCryptographicHash>
 #include <QSet>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "data/demo/Assets.h"
-#include "data/demo/Persons.h"
-#include "data/demo/Random.h"
-#include "data/demo/RowSink.h"
-#include "data/demo/Scale.h"
+#include "demo/Assets.h"
+#include "demo/Persons.h"
+#include "demo/Random.h"
+#include "demo/RowSink.h"
+#include "demo/Scale.h"
 
 #include <vector>
 

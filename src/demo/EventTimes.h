@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/DateTime.h"
-#include "data/demo/Random.h"
+#include "demo/Random.h"
 
 namespace velmora::demo {
 

@@ -1,4 +1,4 @@
-#include "data/demo/RoomDiary.h"
+#include "demo/RoomDiary.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/DateTime.h"
-#include "data/demo/Scale.h"
+#include "demo/Scale.h"
 
 #include <vector>
 

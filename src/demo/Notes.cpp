@@ -1,6 +1,6 @@
-#include "data/demo/Notes.h"
+#include "demo/Notes.h"
 
-#include "data/demo/WordFile.h"
+#include "demo/WordFile.h"
 
 #include <algorithm>
 

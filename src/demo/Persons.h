@@ -1,9 +1,9 @@
 #pragma once
 
-#include "data/demo/Assets.h"
-#include "data/demo/Random.h"
-#include "data/demo/RowSink.h"
-#include "data/demo/Scale.h"
+#include "demo/Assets.h"
+#include "demo/Random.h"
+#include "demo/RowSink.h"
+#include "demo/Scale.h"
 
 #include <QString>
 #include <QStringList>

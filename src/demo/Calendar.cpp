@@ -1,6 +1,6 @@
-#include "data/demo/Calendar.h"
+#include "demo/Calendar.h"
 
-#include "data/demo/Random.h"
+#include "demo/Random.h"
 
 #include <algorithm>
 

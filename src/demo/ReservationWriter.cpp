@@ -1,4 +1,4 @@
-#include "data/demo/ReservationWriter.h"
+#include "demo/ReservationWriter.h"
 
 #include <cstdlib>
 

@@ -2,10 +2,10 @@
 
 #include "base/DateTime.h"
 #include "base/LocaleText.h"
-#include "data/demo/Persons.h"
-#include "data/demo/Random.h"
-#include "data/demo/RowSink.h"
-#include "data/demo/Scale.h"
+#include "demo/Persons.h"
+#include "demo/Random.h"
+#include "demo/RowSink.h"
+#include "demo/Scale.h"
 
 #include <QHash>
 #include <QString>

@@ -1,6 +1,6 @@
-#include "data/demo/Assets.h"
+#include "demo/Assets.h"
 
-#include "data/demo/WordFile.h"
+#include "demo/WordFile.h"
 
 namespace velmora::demo {
 

@@ -1,10 +1,10 @@
-#include "data/demo/Bookings.h"
+#include "demo/Bookings.h"
 
-#include "data/demo/Calendar.h"
-#include "data/demo/EventNames.h"
-#include "data/demo/EventTimes.h"
-#include "data/demo/RoomDiary.h"
-#include "data/demo/WordFile.h"
+#include "demo/Calendar.h"
+#include "demo/EventNames.h"
+#include "demo/EventTimes.h"
+#include "demo/RoomDiary.h"
+#include "demo/WordFile.h"
 
 #include <array>
 

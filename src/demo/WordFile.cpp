@@ -1,12 +1,14 @@
-#include "data/demo/WordFile.h"
+#include "demo/WordFile.h"
 
 #include "data/Resource.h"
+#include "demo/Resources.h"
 
 #include <stdexcept>
 
 namespace velmora::demo {
 
 WordFile WordFile::Load(const QString& name) {
+    RegisterResources();
     return Parse(ReadResource(QStringLiteral("demo/") + name));
 }
 

@@ -1,4 +1,4 @@
-#include "data/demo/Scale.h"
+#include "demo/Scale.h"
 
 namespace velmora::demo {
 

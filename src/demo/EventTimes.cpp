@@ -1,7 +1,7 @@
-#include "data/demo/EventTimes.h"
+#include "demo/EventTimes.h"
 
-#include "data/demo/Calendar.h"
-#include "data/demo/RoomDiary.h"
+#include "demo/Calendar.h"
+#include "demo/RoomDiary.h"
 
 #include <algorithm>
 

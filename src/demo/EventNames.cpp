@@ -1,6 +1,6 @@
-#include "data/demo/EventNames.h"
+#include "demo/EventNames.h"
 
-#include "data/demo/WordFile.h"
+#include "demo/WordFile.h"
 
 #include <stdexcept>
 

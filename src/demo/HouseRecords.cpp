@@ -1,7 +1,7 @@
-#include "data/demo/HouseRecords.h"
+#include "demo/HouseRecords.h"
 
-#include "data/demo/Calendar.h"
-#include "data/demo/WordFile.h"
+#include "demo/Calendar.h"
+#include "demo/WordFile.h"
 
 #include <algorithm>
 

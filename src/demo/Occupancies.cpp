@@ -1,6 +1,6 @@
-#include "data/demo/Occupancies.h"
+#include "demo/Occupancies.h"
 
-#include "data/demo/Calendar.h"
+#include "demo/Calendar.h"
 
 #include <algorithm>
 #include <tuple>

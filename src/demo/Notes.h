@@ -1,11 +1,11 @@
 #pragma once
 
-#include "data/demo/Assets.h"
-#include "data/demo/Persons.h"
-#include "data/demo/Random.h"
-#include "data/demo/ReservationWriter.h"
-#include "data/demo/RowSink.h"
-#include "data/demo/Scale.h"
+#include "demo/Assets.h"
+#include "demo/Persons.h"
+#include "demo/Random.h"
+#include "demo/ReservationWriter.h"
+#include "demo/RowSink.h"
+#include "demo/Scale.h"
 
 #include <vector>
 
