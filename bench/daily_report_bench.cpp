@@ -122,10 +122,10 @@ private:
 };
 
 int Measure(const QString& folder, Date day) {
-    const QString path = SiteDatabasePath(folder);
-    BareReport bare(path, day);
+    const Site site(folder);
+    BareReport bare(site.Location(), day);
     BenchDesk desk(day);
-    const auto database = OpenSite(path);
+    const auto database = site.Open();
     desk.state.ReportDayMode = 2;
     desk.state.chkIncludeNotes = true;
     desk.state.chkIncludePhone = true;

@@ -6,7 +6,6 @@
 #include "bench/Measure.h"
 #include "data/CreateSite.h"
 #include "data/LookupLists.h"
-#include "data/SiteSchema.h"
 #include "desk/QuickStatus.h"
 #include "desk/Tasks.h"
 #include "tests/support/Fakes.h"
@@ -139,14 +138,14 @@ bool SameCount(const char* what, int bare, int desk) {
 }
 
 int Measure(const QString& folder, Date day) {
-    const QString path = SiteDatabasePath(folder);
+    const Site site(folder);
     fakes::TestProgram fakes;
-    const auto database = OpenSite(path);
+    const auto database = site.Open();
     DeskState state;
     state.DateRange1 = {day, day + std::chrono::days(1)};
     NoView view;
     Tasks tasks(fakes.program, state, *database, view);
-    BareDesk bare(path, day);
+    BareDesk bare(site.Location(), day);
 
     FillAssetCollection(*database);
     tasks.ShowTasks();

@@ -1,6 +1,6 @@
-#include "data/SiteSchema.h"
 #include "data/demo/Calendar.h"
 #include "data/demo/DemoSite.h"
+#include "site/SiteSchema.h"
 
 #include <QCryptographicHash>
 #include <QSet>

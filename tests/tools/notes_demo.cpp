@@ -7,7 +7,6 @@
 #include "base/windows/WindowEventLoop.h"
 #include "data/Configuration.h"
 #include "data/CreateSite.h"
-#include "data/SiteSchema.h"
 #include "notes/windows/WindowNotes.h"
 #include "ops/ErrorReport.h"
 #include "platform/NativeUserSettings.h"
@@ -70,8 +69,8 @@ int main(int argc, char** argv) {
     ApplyLook(application, words.contains(u"dark"_s) ? Shade::Dark : Shade::Light);
     SystemClock clock;
     const QString folder = words.value(1, u"notes-demo"_s);
-    const QString path = SiteDatabasePath(folder);
-    if (!QFileInfo::exists(path)) {
+    const Site site(folder);
+    if (!site.Exists()) {
         CreateSite(folder, demo::Options{demo::Tier::Typical, clock.Today()});
     }
 
@@ -97,7 +96,7 @@ int main(int argc, char** argv) {
                             LocaleText(QLocale::system())};
     Program program(services, u"Service Administration"_s);
 
-    const auto database = OpenSite(path);
+    const auto database = site.Open();
     print::FakePagePrinter printer;
     print::WindowPreviews previews(services, printer);
     print::DialogDelivery delivery(services);

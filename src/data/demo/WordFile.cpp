@@ -1,6 +1,6 @@
 #include "data/demo/WordFile.h"
 
-#include "data/Resource.h"
+#include "site/Resource.h"
 
 #include <stdexcept>
 
