@@ -1,7 +1,6 @@
 #pragma once
 
 #include "bench/Measure.h"
-#include "data/SiteSchema.h"
 #include "platform/ConsoleServices.h"
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"

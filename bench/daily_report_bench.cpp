@@ -4,7 +4,7 @@
 // there already, made for the day in the second argument.
 #include "bench/BareStore.h"
 #include "bench/BenchDesk.h"
-#include "data/CreateSite.h"
+#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "reports/DailyReport.h"
 
@@ -123,10 +123,10 @@ private:
 };
 
 int Measure(const QString& folder, Date day) {
-    const QString path = SiteDatabasePath(folder);
-    BareReport bare(path, day);
+    const Site site(folder);
+    BareReport bare(site.Location(), day);
     BenchDesk desk(day);
-    const auto database = OpenSite(path);
+    const auto database = site.Open();
     const DailyRequest request{.days = {.choice = DayChoice::CurrentDay}, .includeNotes = true, .includePhone = true};
     qint64 read = bare.Run();
     desk.Run(*database, request);

@@ -4,9 +4,8 @@
 // argument names a site's folder that is there already, made for the day in the second argument.
 #include "bench/BareStore.h"
 #include "bench/Measure.h"
-#include "data/CreateSite.h"
+#include "site/Site.h"
 #include "data/LookupLists.h"
-#include "data/SiteSchema.h"
 #include "demo/CreateDemoSite.h"
 #include "desk/QuickStatus.h"
 #include "desk/Tasks.h"
@@ -140,14 +139,14 @@ bool SameCount(const char* what, int bare, int desk) {
 }
 
 int Measure(const QString& folder, Date day) {
-    const QString path = SiteDatabasePath(folder);
+    const Site site(folder);
     fakes::TestProgram fakes;
-    const auto database = OpenSite(path);
+    const auto database = site.Open();
     DeskState state;
     state.DateRange1 = {day, day + std::chrono::days(1)};
     NoView view;
     Tasks tasks(fakes.program, state, *database, view);
-    BareDesk bare(path, day);
+    BareDesk bare(site.Location(), day);
 
     FillAssetCollection(*database);
     tasks.ShowTasks();

@@ -1,7 +1,6 @@
 // Opens a database of the largest demo tier and one of the typical tier: what opening costs must not grow with the
 // data.
 #include "bench/Measure.h"
-#include "data/SiteSchema.h"
 #include "demo/CreateDemoSite.h"
 
 #include <QTemporaryDir>
@@ -15,13 +14,13 @@ using namespace velmora;
 
 namespace {
 
-QString MakeSite(const QString& folder, demo::Tier tier) {
+Site MakeSite(const QString& folder, demo::Tier tier) {
     return demo::CreateDemoSite(folder, {.tier = tier, .today = *MakeDate(2026, 3, 10)});
 }
 
-double OpeningMilliseconds(const QString& path) {
+double OpeningMilliseconds(const Site& site) {
     const auto start = std::chrono::steady_clock::now();
-    const auto database = OpenSite(path);
+    const auto database = site.Open();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -29,8 +28,8 @@ double OpeningMilliseconds(const QString& path) {
 
 int main() {
     const QTemporaryDir folder;
-    const QString typical = MakeSite(folder.filePath(QStringLiteral("typical")), demo::Tier::Typical);
-    const QString stress = MakeSite(folder.filePath(QStringLiteral("stress")), demo::Tier::Stress);
+    const Site typical = MakeSite(folder.filePath(QStringLiteral("typical")), demo::Tier::Typical);
+    const Site stress = MakeSite(folder.filePath(QStringLiteral("stress")), demo::Tier::Stress);
     std::vector<double> small;
     std::vector<double> large;
     for (int round = 0; round < 21; ++round) {

@@ -5,13 +5,14 @@
 // there already, made for the day below. The folder is not changed.
 #include "bench/BareReports.h"
 #include "bench/BenchDesk.h"
-#include "data/CreateSite.h"
+#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "reports/DirectoryReport.h"
 #include "reports/ExceptionReport.h"
 #include "reports/OccupantReport.h"
 #include "reports/UsageReport.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -79,9 +80,9 @@ bool Compare(const std::string& what, const std::function<void()>& base, const s
     return Row(what, Median(baseTimes), Median(measuredTimes), Median(ratios), limit);
 }
 
-bool AgainstBareStore(BenchDesk& desk, const QString& path, Date day) {
-    BareReports bare(path, day);
-    const auto database = OpenSite(path);
+bool AgainstBareStore(BenchDesk& desk, const Site& site, Date day) {
+    BareReports bare(site.Location(), day);
+    const auto database = site.Open();
     bool good = true;
     std::printf("%-58s %12s %12s %6s %6s\n", "", "bare store", "report", "ratio", "limit");
     for (const Report& report : Reports(day)) {
@@ -101,12 +102,13 @@ bool AgainstBareStore(BenchDesk& desk, const QString& path, Date day) {
 
 // A copy of the site with that many reservations. What begins two months after the day or later is left out of it;
 // those that were over before the day are more or fewer.
-QString WithHistory(const QString& path, const QString& copy, Date day, qint64 reservations) {
-    if (!QFile::copy(path, copy)) {
-        std::fprintf(stderr, "Cannot copy %s to %s\n", qPrintable(path), qPrintable(copy));
+Site WithHistory(const Site& site, const QString& folder, Date day, qint64 reservations) {
+    Site copy(folder);
+    if (!QDir().mkpath(folder) || !QFile::copy(site.Location(), copy.Location())) {
+        std::fprintf(stderr, "Cannot copy %s to %s\n", qPrintable(site.Location()), qPrintable(copy.Location()));
         std::exit(1);
     }
-    BareStore store(copy);
+    BareStore store(copy.Location());
     const auto moment = [](Date of) { return '\'' + StorageText(StartOfDay(of)).toStdString() + '\''; };
     const std::string over = "\"End\" <= " + moment(day);
     const std::string count = "(SELECT count(*) FROM Reservation)";
@@ -123,10 +125,10 @@ QString WithHistory(const QString& path, const QString& copy, Date day, qint64 r
     return copy;
 }
 
-bool AgainstHistory(BenchDesk& desk, const QString& path, Date day) {
+bool AgainstHistory(BenchDesk& desk, const Site& site, Date day) {
     const QTemporaryDir folder;
-    const auto fewer = OpenSite(WithHistory(path, folder.filePath(u"fewer.MDB"_s), day, 100'000));
-    const auto more = OpenSite(WithHistory(path, folder.filePath(u"more.MDB"_s), day, 2'200'000));
+    const auto fewer = WithHistory(site, folder.filePath(u"fewer"_s), day, 100'000).Open();
+    const auto more = WithHistory(site, folder.filePath(u"more"_s), day, 2'200'000).Open();
     bool good = true;
     std::printf("\n%-58s %12s %12s %6s %6s\n", "the same day with a history", "100,000", "2,200,000", "ratio", "limit");
     for (const Report& report : Reports(day)) {
@@ -144,10 +146,10 @@ bool AgainstHistory(BenchDesk& desk, const QString& path, Date day) {
     return good;
 }
 
-bool DeepInThePast(BenchDesk& desk, const QString& path, Date day) {
+bool DeepInThePast(BenchDesk& desk, const Site& site, Date day) {
     const Date past = day - std::chrono::days(4 * 364);
-    BareReports bare(path, past);
-    const auto database = OpenSite(path);
+    BareReports bare(site.Location(), past);
+    const auto database = site.Open();
     bool good = true;
     std::printf("\n%-58s %12s %12s %6s %6s\n", "a day 4 years ago", "now + pass", "then", "ratio", "limit");
     const std::vector<Report> now = Reports(day);
@@ -165,11 +167,11 @@ bool DeepInThePast(BenchDesk& desk, const QString& path, Date day) {
 }
 
 int Measure(const QString& folder, Date day) {
-    const QString path = SiteDatabasePath(folder);
+    const Site site(folder);
     BenchDesk desk(day);
-    bool good = AgainstBareStore(desk, path, day);
-    good &= DeepInThePast(desk, path, day);
-    good &= AgainstHistory(desk, path, day);
+    bool good = AgainstBareStore(desk, site, day);
+    good &= DeepInThePast(desk, site, day);
+    good &= AgainstHistory(desk, site, day);
     return good ? 0 : 1;
 }
 

@@ -3,6 +3,7 @@
 #include "base/Program.h"
 #include "base/Value.h"
 #include "data/IniEntry.h"
+#include "data/NativePath.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -14,6 +15,14 @@ namespace {
 const QString& ApplicationName() {
     static const QString name = QStringLiteral("Velmora");
     return name;
+}
+
+const QString& DatabaseDirectory() {
+    QString& directory = Settings().DatabaseDirectory;
+    if (directory.isEmpty()) {
+        directory = DataDirectory();
+    }
+    return directory;
 }
 
 } // namespace
@@ -48,11 +57,11 @@ QString DataDirectory() {
 }
 
 QString DatabasePath() {
-    QString& directory = Settings().DatabaseDirectory;
-    if (directory.isEmpty()) {
-        directory = DataDirectory();
-    }
-    return directory + QStringLiteral("\\Velmora.MDB");
+    return DatabaseDirectory() + QStringLiteral("\\Velmora.MDB");
+}
+
+Site ConfiguredSite() {
+    return Site(NativePath(DatabaseDirectory()) + u'/');
 }
 
 QString HelpDirectory() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "site/Site.h"
+
 #include <QString>
 
 namespace velmora {
@@ -26,6 +28,8 @@ QString GetConfigValue(const QString& application, const QString& section, const
 QString DataDirectory();
 // The database's path: the directory with "\Velmora.MDB" joined on, whatever it ends in.
 QString DatabasePath();
+// The site in that directory.
+Site ConfiguredSite();
 // The directory of the help file; read anew at each call.
 QString HelpDirectory();
 

@@ -1,8 +1,8 @@
 #include "demo/CreateDemoSite.h"
 
-#include "data/CreateSite.h"
 #include "demo/DemoSite.h"
 #include "demo/Resources.h"
+#include "site/Resource.h"
 
 namespace velmora::demo {
 
@@ -23,14 +23,17 @@ private:
 
 } // namespace
 
-QString CreateDemoSite(const QString& folder, const Options& options) {
+Site CreateDemoSite(const QString& folder, const Options& options) {
     RegisterResources();
-    const auto addRows = [&](engine::NewDatabase& database) {
+    SiteContents contents;
+    contents.addRows = [&](engine::NewDatabase& database) {
         DatabaseSink sink(database);
         WriteDemoSite(options, sink);
     };
-    return CreateSite(folder, {.addRows = addRows,
-                               .files = {QStringLiteral("demo/htmlpre.txt"), QStringLiteral("demo/htmlpost.txt")}});
+    for (const QString& name : {QStringLiteral("htmlpre.txt"), QStringLiteral("htmlpost.txt")}) {
+        contents.files[name] = ReadResourceBytes(QStringLiteral("demo/") + name);
+    }
+    return CreateSite(folder, contents);
 }
 
 } // namespace velmora::demo

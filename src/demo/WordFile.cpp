@@ -1,7 +1,7 @@
 #include "demo/WordFile.h"
 
-#include "data/Resource.h"
 #include "demo/Resources.h"
+#include "site/Resource.h"
 
 #include <stdexcept>
 

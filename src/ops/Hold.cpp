@@ -4,7 +4,6 @@
 #include "base/Translate.h"
 #include "data/Configuration.h"
 #include "data/Helpers.h"
-#include "data/NativePath.h"
 #include "ops/ErrorReport.h"
 #include "ops/SharedDatabase.h"
 
@@ -71,9 +70,8 @@ void CheckShutdown() {
 } // namespace
 
 std::optional<QString> HoldNotice() {
-    const QString database = DatabasePath();
-    if (!FileExists(database)) {
-        return QStringLiteral("Database ") + NativePath(database) +
+    if (const Site site = ConfiguredSite(); !site.Exists()) {
+        return QStringLiteral("Database ") + site.Location() +
                QStringLiteral(" cannot be found. Velmora will shut down.");
     }
     const QString holdFile = DataDirectory() + QStringLiteral("\\HOLD.TXT");

@@ -2,10 +2,6 @@
 
 #include "base/Program.h"
 #include "data/Configuration.h"
-#include "data/NativePath.h"
-#include "data/RepairSite.h"
-#include "data/SiteSchema.h"
-#include "engine/Repair.h"
 #include "ops/ErrorReport.h"
 
 namespace velmora {
@@ -27,7 +23,7 @@ void Tell(const QString& text) {
 }
 
 // Returns when the file was repaired.
-void OfferRepair(const QString& path) {
+void OfferRepair(const Site& site) {
     const Program& program = CurrentProgram();
     const Services& services = program.services();
     const Answer answer = services.dialogs.ShowMessage(
@@ -36,16 +32,16 @@ void OfferRepair(const QString& path) {
         EndAtStart();
     }
     try {
-        if (engine::IsInUse(path)) {
-            Tell(path + QStringLiteral("Appears to be open by other users, cannot repair"));
+        if (site.IsInUse()) {
+            Tell(site.Location() + QStringLiteral("Appears to be open by other users, cannot repair"));
             EndAtStart();
         }
         const BusyPointer busy(services.eventLoop);
-        const engine::RepairReport report = RepairSite(path, services.clock.Now());
+        const engine::RepairReport report = site.Repair(services.clock.Now());
         services.log.Write(report.ToText());
     } catch (const Error& error) {
         services.log.Write(error.Description());
-        Tell(path + QStringLiteral(" could not be repaired."));
+        Tell(site.Location() + QStringLiteral(" could not be repaired."));
         services.process.End(1);
     }
 }
@@ -63,13 +59,13 @@ engine::Database& OpenedDatabase() {
 void OpenSharedDatabase() {
     auto& shared = CurrentProgram().Part<SharedDatabase>();
     for (;;) {
-        const QString path = NativePath(DatabasePath());
+        const Site site = ConfiguredSite();
         try {
-            shared.database = OpenSite(path);
+            shared.database = site.Open({.log = &CurrentProgram().services().log});
             return;
         } catch (const EngineError& error) {
             if (error.Kind() == EngineErrorNumber::Damaged) {
-                OfferRepair(path);
+                OfferRepair(site);
             } else if (ReportError(error, {QString::number(error.Number()), {}, {}}) != Answer::Retry) {
                 EndAtStart();
             }

@@ -14,7 +14,7 @@ struct SharedDatabase {
 // The current program's open database; throws Error when none is open.
 engine::Database& OpenedDatabase();
 
-// Opens the database at DatabasePath() and keeps it. A damaged file is repaired on request when nobody else has it
+// Opens the configured site's database and keeps it. A damaged file is repaired on request when nobody else has it
 // open; without a repair, and after any other failure that the person does not retry, the program ends.
 void OpenSharedDatabase();
 

@@ -1,6 +1,6 @@
 // Runs the real program and compares what it prints and returns.
 
-#include "data/SiteSchema.h"
+#include "site/SiteSchema.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,6 @@
-#include "data/CreateSite.h"
+#include "site/Site.h"
 #include "data/Helpers.h"
 #include "data/LookupLists.h"
-#include "data/SiteSchema.h"
 #include "tests/data/RawStore.h"
 #include "tests/support/Fakes.h"
 
@@ -27,9 +26,9 @@ protected:
 
     QTemporaryDir folder_;
     fakes::TestProgram test_;
-    const QString path_ = CreateSite(folder_.path());
-    std::unique_ptr<engine::Database> database_ = OpenSite(path_);
-    test::RawStore other_{path_};
+    const Site site_ = CreateSite(folder_.path());
+    std::unique_ptr<engine::Database> database_ = site_.Open();
+    test::RawStore other_{site_.Location()};
 };
 
 TEST_F(AssetsTest, PositionNHoldsAssetN) {

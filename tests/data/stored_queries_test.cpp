@@ -1,7 +1,7 @@
-#include "data/CreateSite.h"
-#include "data/SiteSchema.h"
+#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "engine/dialect/Compiler.h"
+#include "site/SiteSchema.h"
 #include "tests/data/RawStore.h"
 #include "tests/support/Folders.h"
 
@@ -33,12 +33,13 @@ QStringList RowsOf(engine::Recordset& rows) {
     return lines;
 }
 
-struct Site {
-    Site() : path(CreateSite(folder.path())), raw(path) {}
-    explicit Site(const demo::Options& demo) : path(demo::CreateDemoSite(folder.path(), demo)), raw(path) {}
+struct QuerySite {
+    QuerySite() : site(CreateSite(folder.path())), raw(site.Location()) {}
+    explicit QuerySite(const demo::Options& demo)
+        : site(demo::CreateDemoSite(folder.path(), demo)), raw(site.Location()) {}
 
     QStringList Run(const QString& query, const QString& from, const QString& to) const {
-        const auto database = OpenSite(path);
+        const auto database = site.Open();
         const auto stored = database->OpenQueryDef(query);
         stored->SetParameter(u"RStart", *ParseStorageText(from));
         stored->SetParameter(u"REnd", *ParseStorageText(to));
@@ -46,7 +47,7 @@ struct Site {
     }
 
     QTemporaryDir folder;
-    QString path;
+    Site site;
     RawStore raw;
 };
 
@@ -126,16 +127,16 @@ const std::vector<QueryCase>& QueryCases() {
 class DemoQueries : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        site_ = new Site(demo::Options{.tier = demo::Tier::Typical, .today = today, .seed = 1});
+        site_ = new QuerySite(demo::Options{.tier = demo::Tier::Typical, .today = today, .seed = 1});
     }
     static void TearDownTestSuite() {
         delete site_;
         site_ = nullptr;
     }
 
-    static Site* site_;
+    static QuerySite* site_;
 };
-Site* DemoQueries::site_ = nullptr;
+QuerySite* DemoQueries::site_ = nullptr;
 
 TEST_F(DemoQueries, AgreeWithTheirMeaning) {
     const std::pair<QString, QString> periods[] = {
@@ -156,7 +157,7 @@ TEST_F(DemoQueries, AgreeWithTheirMeaning) {
 }
 
 TEST_F(DemoQueries, ReturnTheirFields) {
-    const auto database = OpenSite(site_->path);
+    const auto database = site_->site.Open();
     for (const QueryCase& query : QueryCases()) {
         const auto stored = database->OpenQueryDef(QString::fromLatin1(query.name));
         stored->SetParameter(u"rstart", StartOfDay(today));
@@ -217,7 +218,7 @@ TEST_F(DemoQueries, AreServedByIndexes) {
         {PersonsDay, "SEARCH Reservation USING INDEX ReservationPerson (LastName=? AND FirstName=? AND End>?)"},
         {GuestExtension, "SEARCH Reservation USING INDEX ReservationLink (EventType=? AND Link=?)"},
     };
-    const auto database = OpenSite(site_->path);
+    const auto database = site_->site.Open();
     for (const PlanCase& each : cases) {
         const auto compiled = engine::dialect::Compile(QString::fromLatin1(each.text), database->Schema(),
                                                        engine::dialect::Purpose::Read);
@@ -233,12 +234,12 @@ TEST_F(DemoQueries, AreServedByIndexes) {
 // The store's work for a day does not depend on how much lies before it.
 TEST_F(DemoQueries, CostNothingForTheHistory) {
     const QString path = site_->folder.filePath(u"young.MDB"_s);
-    ASSERT_TRUE(QFile::copy(site_->path, path));
+    ASSERT_TRUE(QFile::copy(site_->site.Location(), path));
     RawStore young(path);
     young.Run(u"DELETE FROM Reservation WHERE \"End\" < '2026-02-01'"_s);
     ASSERT_LT(young.Number(u"SELECT count(*) FROM Reservation"_s), 10'000);
 
-    const auto database = OpenSite(site_->path);
+    const auto database = site_->site.Open();
     std::vector<QString> texts{QString::fromLatin1(NotCheckedIn)};
     for (const QueryCase& query : QueryCases()) {
         texts.push_back(QString::fromLatin1(query.name));
@@ -315,7 +316,7 @@ TEST_F(DemoQueries, ReadOddRows) {
 }
 
 TEST_F(DemoQueries, RefreshTextDatesWritesOnlyWhatDiffers) {
-    const auto database = OpenSite(site_->path);
+    const auto database = site_->site.Open();
     const auto refresh = [&] { return database->OpenQueryDef(u"RefreshTextDates")->Execute(); };
     EXPECT_GT(refresh(), 100);
     EXPECT_EQ(refresh(), 0);
@@ -330,7 +331,7 @@ TEST_F(DemoQueries, RefreshTextDatesWritesOnlyWhatDiffers) {
 }
 
 TEST_F(DemoQueries, OfferStandardNotes) {
-    const auto database = OpenSite(site_->path);
+    const auto database = site_->site.Open();
     const auto rows = database->OpenRecordset(
         u"Select * from EventStdNoteSelect where EventType = \"interview\" Order by NoteCategory, Name");
     ASSERT_EQ(RowsOf(*rows).size(), 2);
@@ -349,7 +350,7 @@ TEST_F(DemoQueries, OfferStandardNotes) {
 
 // Rows that are there for a reason, and what the queries make of them, by hand.
 TEST(EdgeQueries, TreatEachRowAsTheyShould) {
-    Site site;
+    QuerySite site;
     const auto read = [](const char* name) {
         QFile file(TestDataFolder() + QStringLiteral("/data/") + QLatin1String(name));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;

@@ -1,6 +1,6 @@
-#include "data/SiteSchema.h"
 #include "demo/Calendar.h"
 #include "demo/DemoSite.h"
+#include "site/SiteSchema.h"
 
 #include <QCryptographicHash>
 #include <QSet>

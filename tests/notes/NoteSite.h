@@ -1,7 +1,6 @@
 #pragma once
 
-#include "data/CreateSite.h"
-#include "data/SiteSchema.h"
+#include "site/Site.h"
 #include "tests/support/Fakes.h"
 
 #include <QTemporaryDir>
@@ -22,12 +21,10 @@ using namespace Qt::StringLiterals;
 class NoteSite {
 public:
     NoteSite() {
-        const QString path = CreateSite(folder_.path() + u"/site"_s);
+        const Site site = CreateSite(folder_.path() + u"/site"_s);
         // Does not wait long for a lock that a test holds.
-        engine::OpenOptions options = SiteOptions();
-        options.busyMilliseconds = 100;
-        desk = engine::Database::Open(path, options);
-        other = OpenSite(path);
+        desk = site.Open({.busyMilliseconds = 100});
+        other = site.Open();
         engine::Transaction together(*desk);
         for (const char16_t* sql : rows) {
             desk->Execute(QStringView(sql));

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "data/CreateSite.h"
-#include "data/SiteSchema.h"
+#include "site/Site.h"
 #include "notes/windows/BoundGrid.h"
 #include "notes/windows/BoundModel.h"
 #include "notes/windows/frmNoteCategory.h"

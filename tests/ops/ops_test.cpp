@@ -1,7 +1,5 @@
 #include "base/Translate.h"
 #include "data/Configuration.h"
-#include "data/SiteSchema.h"
-#include "engine/NewDatabase.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
@@ -35,7 +33,7 @@ protected:
         QFile file(Path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    void MakeSite() const { engine::NewDatabase(Path(u"Velmora.MDB"_s), SiteSchemaText()).Finish(); }
+    void MakeSite() const { Site(folder_.path()).Create(); }
     // Overwrites the file's header, which only a repair mends.
     void DamageSite() const {
         QFile file(Path(u"Velmora.MDB"_s));
@@ -120,7 +118,7 @@ TEST_F(OpsTest, ADamagedDatabaseIsRepairedOnRequest) {
 
 TEST_F(OpsTest, ADamagedDatabaseIsLeftAloneWithoutConsentOrInUse) {
     MakeSite();
-    const auto other = OpenSite(Path(u"Velmora.MDB"_s));
+    const auto other = Site(folder_.path()).Open();
     DamageSite();
     const QByteArray damaged = Get(u"Velmora.MDB"_s);
 

@@ -1,5 +1,4 @@
-#include "data/CreateSite.h"
-#include "data/SiteSchema.h"
+#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "tests/reports/ReportsFixture.h"
 
@@ -52,11 +51,10 @@ UsageSums ReadSums(const QByteArray& text) {
 class ReconcileTest : public ReportsFixture {
 protected:
     ReconcileTest() {
-        demo::CreateDemoSite(large_.path(), {demo::Tier::Large, day_});
-        const QString path = SiteDatabasePath(large_.path());
-        EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &store_), SQLITE_OK);
+        const Site site = demo::CreateDemoSite(large_.path(), {demo::Tier::Large, day_});
+        EXPECT_EQ(sqlite3_open(site.Location().toUtf8().constData(), &store_), SQLITE_OK);
         faulty_.reset();
-        database_ = OpenSite(path);
+        database_ = site.Open();
         faulty_ = std::make_unique<FaultyDatabase>(*database_);
         fakes_.clock.now = StartOfDay(day_) + std::chrono::hours(14);
     }

@@ -6,8 +6,7 @@
 #include "base/windows/WindowDialogs.h"
 #include "base/windows/WindowEventLoop.h"
 #include "data/Configuration.h"
-#include "data/CreateSite.h"
-#include "data/SiteSchema.h"
+#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "notes/windows/WindowNotes.h"
 #include "ops/ErrorReport.h"
@@ -71,8 +70,8 @@ int main(int argc, char** argv) {
     ApplyLook(application, words.contains(u"dark"_s) ? Shade::Dark : Shade::Light);
     SystemClock clock;
     const QString folder = words.value(1, u"notes-demo"_s);
-    const QString path = SiteDatabasePath(folder);
-    if (!QFileInfo::exists(path)) {
+    const Site site(folder);
+    if (!site.Exists()) {
         demo::CreateDemoSite(folder, {demo::Tier::Typical, clock.Today()});
     }
 
@@ -98,7 +97,7 @@ int main(int argc, char** argv) {
                             LocaleText(QLocale::system())};
     Program program(services, u"Service Administration"_s);
 
-    const auto database = OpenSite(path);
+    const auto database = site.Open();
     print::FakePagePrinter printer;
     print::WindowPreviews previews(services, printer);
     print::DialogDelivery delivery(services);

@@ -4,12 +4,11 @@
 #include "app/db/Output.h"
 #include "app/db/ParameterText.h"
 #include "app/db/RowPrinter.h"
-#include "data/CreateSite.h"
-#include "data/RepairSite.h"
-#include "data/SiteSchema.h"
+#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "engine/Database.h"
-#include "engine/Repair.h"
+
+#include <QDir>
 
 #include <algorithm>
 
@@ -42,6 +41,10 @@ ExitCode CodeOf(EngineErrorNumber number) {
     }
 }
 
+Site SiteOf(const CommandLine& line) {
+    return Site(QDir(line.folder).path());
+}
+
 ExitCode Create(const CommandLine& line, const Clock& clock) {
     const auto create = [&] {
         if (!line.tier) {
@@ -51,29 +54,30 @@ ExitCode Create(const CommandLine& line, const Clock& clock) {
         demo.seed = line.seed.value_or(demo.seed);
         return demo::CreateDemoSite(line.folder, demo);
     };
-    Tell(QStringLiteral("%1: created\n").arg(create()));
+    Tell(QStringLiteral("%1: created\n").arg(create().Location()));
     return ExitCode::Done;
 }
 
 ExitCode Check(const CommandLine& line) {
-    const QString path = SiteDatabasePath(line.folder);
-    const engine::CheckResult result = engine::CheckDatabase(path, SiteOptions());
-    Tell(result.isSound ? QStringLiteral("%1: sound\n").arg(path)
-                        : QStringLiteral("%1: damaged\n%2\n").arg(path, result.fault));
+    const Site site = SiteOf(line);
+    const engine::CheckResult result = site.Check();
+    Tell(result.isSound ? QStringLiteral("%1: sound\n").arg(site.Location())
+                        : QStringLiteral("%1: damaged\n%2\n").arg(site.Location(), result.fault));
     return result.isSound ? ExitCode::Done : ExitCode::Damaged;
 }
 
 ExitCode Repair(const CommandLine& line, const Clock& clock) {
-    const QString path = SiteDatabasePath(line.folder);
-    if (engine::IsInUse(path)) {
+    const Site site = SiteOf(line);
+    const QString path = site.Location();
+    if (site.IsInUse()) {
         return Refuse(ExitCode::InUse, QStringLiteral("%1 is in use by another program.").arg(path));
     }
-    if (engine::CheckDatabase(path, SiteOptions()).isSound) {
+    if (site.Check().isSound) {
         Tell(QStringLiteral("%1: sound, nothing to repair\n").arg(path));
         return ExitCode::Done;
     }
     try {
-        const engine::RepairReport report = RepairSite(path, clock.Now());
+        const engine::RepairReport report = site.Repair(clock.Now());
         Tell(QStringLiteral("%1: repaired\n%2\n").arg(path, report.ToText().trimmed()));
         return ExitCode::Done;
     } catch (const EngineError& error) {
@@ -114,7 +118,7 @@ std::unique_ptr<engine::QueryDef> FindQuery(engine::Database& database, const QS
 }
 
 ExitCode Query(const CommandLine& line) {
-    const std::unique_ptr<engine::Database> database = OpenSite(SiteDatabasePath(line.folder));
+    const std::unique_ptr<engine::Database> database = SiteOf(line).Open();
     const auto query = FindQuery(*database, line.query);
     SetParameters(*query, line.parameters);
     Output output;

@@ -7,7 +7,6 @@
 #include "base/Program.h"
 #include "data/Configuration.h"
 #include "data/NativePath.h"
-#include "data/SiteSchema.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
@@ -83,7 +82,7 @@ private:
 // Nobody is there to be asked whether a damaged file should be repaired: the reason and the way out are told.
 void OpenDatabase(Program& program) {
     try {
-        program.Part<SharedDatabase>().database = OpenSite(NativePath(DatabasePath()));
+        program.Part<SharedDatabase>().database = ConfiguredSite().Open({.log = &program.services().log});
     } catch (const engine::EngineError& error) {
         if (error.Kind() == engine::EngineErrorNumber::Damaged) {
             program.services().dialogs.ShowMessage(

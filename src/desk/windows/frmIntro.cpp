@@ -4,7 +4,6 @@
 #include "base/windows/CenterForm.h"
 #include "base/windows/Look.h"
 #include "data/Configuration.h"
-#include "data/NativePath.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 
@@ -55,7 +54,7 @@ void frmIntro::Form_Load(const std::function<void()>& loadMain, const std::funct
     lblVersion->setText(u"Version "_s + QCoreApplication::applicationVersion() + u" - 32 Bit"_s);
     lblTitle->setText(u"Service Administration"_s);
     steps.Step({}, [] { CheckHold(); });
-    lblDatabase->setText(u"Database "_s + NativePath(DatabasePath()));
+    lblDatabase->setText(u"Database "_s + ConfiguredSite().Location());
     adjustSize();
     CenterForm(*this);
     ShowNow();

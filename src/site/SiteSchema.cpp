@@ -1,6 +1,6 @@
-#include "data/SiteSchema.h"
+#include "site/SiteSchema.h"
 
-#include "data/Resource.h"
+#include "site/Resource.h"
 
 #include <QRegularExpression>
 
@@ -58,10 +58,6 @@ engine::OpenOptions SiteOptions() {
     options.expectedColumns = CreatedColumns(script);
     options.expectedIndexes = CreatedNames(script, QStringLiteral("INDEX"));
     return options;
-}
-
-std::unique_ptr<engine::Database> OpenSite(const QString& path) {
-    return engine::Database::Open(path, SiteOptions());
 }
 
 } // namespace velmora

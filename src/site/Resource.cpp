@@ -1,4 +1,4 @@
-#include "data/Resource.h"
+#include "site/Resource.h"
 
 #include <QDir>
 #include <QFile>

@@ -4,7 +4,6 @@
 
 #include <QString>
 
-#include <memory>
 #include <vector>
 
 namespace velmora {
@@ -23,8 +22,5 @@ std::vector<StoredQueryText> StoredQueryTexts();
 
 // How a site's database is opened: one that lacks a table or index of the script is damaged.
 engine::OpenOptions SiteOptions();
-
-// Opens a site's database. Throws as engine::Database::Open.
-std::unique_ptr<engine::Database> OpenSite(const QString& path);
 
 } // namespace velmora
