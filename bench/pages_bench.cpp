@@ -44,12 +44,11 @@ void Record(const std::vector<QString>& texts, std::function<void(const Document
     target.font = print::FontOf({DefaultFamily(), 9, false, false, false, false});
     target.deliver = std::move(deliver);
     print::PageWriter writer(state, std::move(target), QStringLiteral("Bench"));
-    state.TabStop1 = 2304;
-    state.TabStop2 = 4608;
-    state.TabStop3 = 6912;
-    state.TabStop4 = 9216;
+    state.TabStops = {2304, 4608, 6912, 9216};
     for (size_t i = 0; i + cellsPerRow <= texts.size(); i += cellsPerRow) {
-        writer.PrintTableRow5(texts[i], texts[i + 1], texts[i + 2], texts[i + 3], texts[i + 4]);
+        const std::vector<print::Text> cells(texts.begin() + static_cast<std::ptrdiff_t>(i),
+                                             texts.begin() + static_cast<std::ptrdiff_t>(i + cellsPerRow));
+        writer.PrintTableRow(cells, print::RowStyle::Wrapped);
     }
     writer.Deliver();
 }

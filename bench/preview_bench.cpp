@@ -64,11 +64,8 @@ int main(int argc, char** argv) {
     fakes.printers.page = {12240, 15840, 360, 360, 11520, 15120, 2.4};
     const auto report = [&] {
         auto state = std::make_unique<JobState>();
-        constexpr qint16 fifth = 2304;
-        state->TabStop1 = fifth;
-        state->TabStop2 = 2 * fifth;
-        state->TabStop3 = 3 * fifth;
-        state->TabStop4 = 4 * fifth;
+        constexpr int fifth = 2304;
+        state->TabStops = {fifth, 2 * fifth, 3 * fifth, 4 * fifth};
         state->PreviewMode = true;
         auto writer = previewPages.MakeWriter(*state);
         for (int page = 0; page < 255; ++page) {

@@ -38,15 +38,6 @@ void HtmlWriter::AppendElement(const char* open, Text text, const char* close) {
     Append(close);
 }
 
-void HtmlWriter::AppendRow(std::initializer_list<Text> cells) {
-    OpenHtmlTable();
-    Append("<tr>");
-    for (const Text cell : cells) {
-        AppendElement("<td>", cell, "</td>");
-    }
-    Append("</tr>");
-}
-
 void HtmlWriter::PrintRule(qint16, qint16, qint16) {
     CloseHtmlTable();
     Append("<hr>");
@@ -92,20 +83,12 @@ void HtmlWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text
     AppendElement("<td>", value2, "</td></tr>");
 }
 
-void HtmlWriter::PrintTableRow(Text c1, Text c2, Text c3, Text c4) {
-    AppendRow({c1, c2, c3, c4});
-}
-
-void HtmlWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
-    AppendRow({c0, c1, c2, c3, c4});
-}
-
-void HtmlWriter::PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) {
-    const bool heading = kind == GridRow::Heading;
+void HtmlWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {
+    const bool heading = style == RowStyle::CutHeading;
     OpenHtmlTable();
     Append("<tr>");
-    for (const GridCell& cell : cells) {
-        AppendElement(heading ? "<th>" : "<td>", cell.text, heading ? "</th>" : "</td>");
+    for (const Text cell : cells) {
+        AppendElement(heading ? "<th>" : "<td>", cell, heading ? "</th>" : "</td>");
     }
     Append("</tr>");
 }

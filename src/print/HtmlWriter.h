@@ -2,8 +2,6 @@
 
 #include "print/PagelessWriter.h"
 
-#include <initializer_list>
-
 namespace velmora::print {
 
 // HTML markup between the site's own two wrapper files. Consecutive rows share one table, which ends where anything
@@ -21,9 +19,7 @@ public:
     void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
     void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
     void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
-    void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
-    void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
-    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) override;
+    void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
 
 private:
     // Both look at the end of the text alone, letter case ignored, so that a wrapper file may open a table too.
@@ -33,7 +29,6 @@ private:
 
     void Append(const char* markup) { ReportText().append(markup); }
     void AppendElement(const char* open, Text text, const char* close);
-    void AppendRow(std::initializer_list<Text> cells);
 };
 
 } // namespace velmora::print

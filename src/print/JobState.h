@@ -24,10 +24,12 @@ struct JobState : TargetChoice {
     QByteArray ReportText;
     // Of label and value lines on pages: 0 none, 1 boxes, 2 lines; any other number counts as none.
     qint16 LeaderStyle = 0;
-    qint16 TabStop1 = 0;
-    qint16 TabStop2 = 0;
-    qint16 TabStop3 = 0;
-    qint16 TabStop4 = 0;
+    // Where the columns of tables begin behind the first one, and those of labels and values; never fewer than four.
+    std::vector<int> TabStops = {0, 0, 0, 0};
+    int TabStop1() const { return TabStops[0]; }
+    int TabStop2() const { return TabStops[1]; }
+    int TabStop3() const { return TabStops[2]; }
+    int TabStop4() const { return TabStops[3]; }
     // The next label and value line stands at tab stops 3 and 4 instead of 1 and 2.
     bool RightPair = false;
     AttributeTable attributes;

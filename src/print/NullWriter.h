@@ -22,9 +22,7 @@ public:
     void PrintLabelValue(Text, Text, std::optional<qint16>) override {}
     void PrintWideLabelValue(Text, Text, std::optional<qint16>) override {}
     void PrintTwoLabelValues(Text, Text, Text, Text, std::optional<qint16>) override {}
-    void PrintTableRow(Text, Text, Text, Text) override {}
-    void PrintTableRow5(Text, Text, Text, Text, Text) override {}
-    void PrintGridRow(const std::vector<GridCell>&, GridRow) override {}
+    void PrintTableRow(std::span<const Text>, RowStyle) override {}
 };
 
 } // namespace velmora::print

@@ -3,6 +3,7 @@
 #include "base/Steps.h"
 #include "base/Translate.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmora::print {
@@ -35,25 +36,35 @@ void PreparePrinter(Printers& printers, const GridSelection& grid) {
     }
 }
 
-void PrintHeadings(PrintJob& job, const GridSelection& grid, const std::vector<int>& widths) {
-    std::vector<GridCell> cells;
-    for (size_t i = 0; i < widths.size(); ++i) {
-        cells.push_back({grid.columns[i].caption, widths[i]});
+// The columns' widths as the tab stops that they end at.
+void SetTabStops(PrintJob& job, const std::vector<int>& widths, int room) {
+    std::vector<double> fractions;
+    int end = 0;
+    for (const int width : widths) {
+        end += width;
+        fractions.push_back(static_cast<double>(end) / std::max(room, 1));
     }
-    job.PrintRule(5, 20, 20);
-    job.PrintGridRow(cells, GridRow::Heading);
+    job.SetTabStops(fractions);
+}
+
+void PrintRow(PrintJob& job, const QStringList& texts, RowStyle style) {
+    job.PrintTableRow(std::vector<Text>(texts.begin(), texts.end()), style);
     job.AddVerticalSpace(spaceBelowRow);
 }
 
-void PrintRows(PrintJob& job, const GridSelection& grid, const std::vector<int>& widths) {
-    std::vector<GridCell> cells(widths.size());
+void PrintRows(PrintJob& job, const GridSelection& grid) {
+    QStringList cells;
+    for (const GridSelection::Column& column : grid.columns) {
+        cells += column.caption;
+    }
+    job.PrintRule(5, 20, 20);
+    PrintRow(job, cells, RowStyle::CutHeading);
     for (int row = 0; row < grid.rowCount; ++row) {
-        for (size_t i = 0; i < cells.size(); ++i) {
-            cells[i] = {grid.text(row, static_cast<int>(i)), widths[i]};
+        for (qsizetype i = 0; i < cells.size(); ++i) {
+            cells[i] = grid.text(row, static_cast<int>(i));
         }
         job.EnsureRoom(roomForRow);
-        job.PrintGridRow(cells, GridRow::Record);
-        job.AddVerticalSpace(spaceBelowRow);
+        PrintRow(job, cells, RowStyle::Cut);
     }
 }
 
@@ -92,11 +103,11 @@ void PrintGridSelection(const Program& program, PrintJob& job, const GridSelecti
     Steps steps(services.errors, u"Printing"_s, u"Print Grid Selection"_s);
     const bool printed = steps.Step(u"Printing Rows"_s, [&] {
         PreparePrinter(services.printers, grid);
-        const std::vector<int> widths = GridPrintWidths(grid, services.printers.CurrentPage().width);
+        const int room = services.printers.CurrentPage().width;
         job.BeginReport();
+        SetTabStops(job, GridPrintWidths(grid, room), room);
         job.PrintReportTitle(grid.caption, QStringView(), QStringView());
-        PrintHeadings(job, grid, widths);
-        PrintRows(job, grid, widths);
+        PrintRows(job, grid);
     });
     if (printed) {
         job.EndReport();

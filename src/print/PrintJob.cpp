@@ -6,14 +6,15 @@
 #include "print/PrintOptions.h"
 #include "print/TextWriter.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmora::print {
 
 namespace {
 
-qint16 TabStop(double position) {
-    return static_cast<qint16>(std::lrint(position));
+int TabStop(double position) {
+    return static_cast<int>(std::lrint(position));
 }
 
 } // namespace
@@ -81,19 +82,15 @@ void PrintJob::AbandonReport() {
 }
 
 void PrintJob::ResetTabStops() {
-    const qint16 fifth = TabStop(writer_->DeviceWidth() * 0.2);
-    state_.TabStop1 = fifth;
-    state_.TabStop2 = static_cast<qint16>(2 * fifth);
-    state_.TabStop3 = static_cast<qint16>(3 * fifth);
-    state_.TabStop4 = static_cast<qint16>(4 * fifth);
+    const int fifth = TabStop(writer_->DeviceWidth() * 0.2);
+    state_.TabStops = {fifth, 2 * fifth, 3 * fifth, 4 * fifth};
 }
 
-void PrintJob::SetTabStops(double f1, double f2, double f3, double f4) {
+void PrintJob::SetTabStops(std::span<const double> fractions) {
+    state_.TabStops.resize(std::max(state_.TabStops.size(), fractions.size()));
     const int width = writer_->DeviceWidth();
-    state_.TabStop1 = TabStop(width * f1);
-    state_.TabStop2 = TabStop(width * f2);
-    state_.TabStop3 = TabStop(width * f3);
-    state_.TabStop4 = TabStop(width * f4);
+    std::transform(fractions.begin(), fractions.end(), state_.TabStops.begin(),
+                   [width](double fraction) { return TabStop(width * fraction); });
 }
 
 } // namespace velmora::print

@@ -5,6 +5,8 @@
 #include "print/JobState.h"
 #include "print/ReportWriter.h"
 
+#include <array>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 
@@ -50,8 +52,9 @@ public:
 
     // Tab stops at fifths of the width.
     void ResetTabStops();
-    // Tab stops at fractions of the width.
-    void SetTabStops(double f1, double f2, double f3, double f4);
+    // Tab stops at fractions of the width, as many as a table needs; further ones stay where they are.
+    void SetTabStops(std::span<const double> fractions);
+    void SetTabStops(double f1, double f2, double f3, double f4) { SetTabStops(std::array{f1, f2, f3, f4}); }
     // How wide the open report shows a text, in twips; 0 on targets without pages, and without an open report.
     int TextWidth(Text text) const { return writer_->TextWidth(text); }
     void LoadPrintAttributes() { state_.attributes.Load(services_.attributes); }
@@ -78,11 +81,12 @@ public:
                              std::optional<qint16> style = std::nullopt) {
         writer_->PrintTwoLabelValues(label1, value1, label2, value2, style);
     }
-    void PrintTableRow(Text c1, Text c2 = {}, Text c3 = {}, Text c4 = {}) { writer_->PrintTableRow(c1, c2, c3, c4); }
-    void PrintTableRow5(Text c0, Text c1 = {}, Text c2 = {}, Text c3 = {}, Text c4 = {}) {
-        writer_->PrintTableRow5(c0, c1, c2, c3, c4);
+    void PrintTableRow(std::span<const Text> cells, RowStyle style = RowStyle::Wrapped) {
+        writer_->PrintTableRow(cells, style);
     }
-    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) { writer_->PrintGridRow(cells, kind); }
+    void PrintTableRow(std::initializer_list<Text> cells, RowStyle style = RowStyle::Wrapped) {
+        writer_->PrintTableRow({cells.begin(), cells.size()}, style);
+    }
 
     // What the next report will use.
     const TargetChoice& Choice() const { return choice_; }

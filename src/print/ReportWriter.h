@@ -3,17 +3,23 @@
 #include "print/Text.h"
 
 #include <optional>
-#include <vector>
+#include <span>
 
 namespace velmora::print {
 
-// One cell of a printed grid: its text, and the width of its column in twips.
-struct GridCell {
-    QString text;
-    int width = 0;
+// How the cells of a table row stand on pages.
+enum class RowStyle {
+    // The first at the left edge, each other one at its tab stop, wrapped before the next one. The last one ends at the
+    // right edge where it would run over it. Not bold.
+    Wrapped,
+    // As above, but from the first tab stop on; the last always ends at the right edge.
+    Indented,
+    // Each cell ends at its tab stop, where the next one begins: one line high, what does not fit or stands behind a
+    // line end is cut. Targets without pages write the whole texts.
+    Cut,
+    // The same in bold letters.
+    CutHeading
 };
-
-enum class GridRow { Heading, Record };
 
 // One report on its way to one kind of target: each layout operation, written or drawn as that target has it. The job
 // opens it with Begin, lays the report out, closes it with Finish and hands it over with Deliver.
@@ -55,12 +61,8 @@ public:
     virtual void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2,
                                      std::optional<qint16> style) = 0;
 
-    virtual void PrintTableRow(Text c1, Text c2, Text c3, Text c4) = 0;
-    virtual void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) = 0;
-
-    // The cells of one row of a grid beside each other, one line high. Pages cut what does not fit its column or is
-    // behind a line end; the other targets write the whole texts.
-    virtual void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) = 0;
+    // Any number of cells, of which there are at most as many as tab stops, and one more in a wrapped row.
+    virtual void PrintTableRow(std::span<const Text> cells, RowStyle style) = 0;
 
 protected:
     ReportWriter() = default;

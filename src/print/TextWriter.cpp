@@ -1,6 +1,7 @@
 #include "print/TextWriter.h"
 
 #include <algorithm>
+#include <array>
 
 namespace velmora::print {
 
@@ -20,7 +21,7 @@ void TextWriter::AppendLine(Text text) {
     ReportText().append(lineEnd);
 }
 
-void TextWriter::AppendCells(std::initializer_list<Text> cells) {
+void TextWriter::AppendCells(std::span<const Text> cells) {
     for (const Text cell : cells) {
         AppendCell(cell);
     }
@@ -59,29 +60,25 @@ void TextWriter::PrintParagraph(Text text) {
 }
 
 void TextWriter::PrintLabelValue(Text label, Text value, std::optional<qint16>) {
-    AppendCells({label, value});
+    AppendCells(std::array{label, value});
 }
 
 void TextWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16>) {
-    AppendCells({label, value});
+    AppendCells(std::array{label, value});
 }
 
 void TextWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16>) {
-    AppendCells({label1, value1, label2, value2});
+    AppendCells(std::array{label1, value1, label2, value2});
 }
 
-void TextWriter::PrintTableRow(Text c1, Text c2, Text c3, Text c4) {
-    AppendCells({c1, c2, c3, c4});
-}
-
-void TextWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
-    AppendCells({c0, c1, c2, c3, c4});
-}
-
-void TextWriter::PrintGridRow(const std::vector<GridCell>& cells, GridRow) {
+void TextWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {
+    if (style == RowStyle::Wrapped || style == RowStyle::Indented) {
+        AppendCells(cells);
+        return;
+    }
     // What would end the line or begin another column is a blank: a row stays one line.
-    for (const GridCell& cell : cells) {
-        QString text = cell.text;
+    for (const Text cell : cells) {
+        QString text = cell.toString();
         text.replace(u"\r\n"_s, u" "_s);
         std::replace_if(
             text.begin(), text.end(), [](QChar c) { return c < u' '; }, QChar(u' '));

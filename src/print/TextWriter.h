@@ -2,8 +2,6 @@
 
 #include "print/PagelessWriter.h"
 
-#include <initializer_list>
-
 namespace velmora::print {
 
 // Plain text for files and mail: columns are separated by TABs, lines end with carriage return and line feed, and
@@ -21,15 +19,13 @@ public:
     void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
     void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
     void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
-    void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
-    void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
-    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) override;
+    void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
 
 private:
     void AppendRule();
     void AppendLine(Text text);
     // A TAB before every cell, the first one included.
-    void AppendCells(std::initializer_list<Text> cells);
+    void AppendCells(std::span<const Text> cells);
     void AppendCell(Text cell);
 };
 

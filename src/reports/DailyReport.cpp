@@ -216,9 +216,9 @@ void DailyReport::PrintBriefBody(const DailyRow& row) {
         print::AppendUtf8(cell, FieldText(field));
         return cell;
     };
-    context_.job.PrintTableRow5(FieldText(row.Organization), FieldText(row.EventType),
+    context_.job.PrintTableRow({FieldText(row.Organization), FieldText(row.EventType),
                                 captioned("Storage: ", row.Storage), captioned("Ext. ", row.Extension),
-                                captioned("Rm. Ext. ", row.DefaultExtension));
+                                captioned("Rm. Ext. ", row.DefaultExtension)});
 }
 
 void DailyReport::PrintFullBody(const DailyRow& row, const ReservationDetails* details) {

@@ -63,7 +63,7 @@ void ReportTable::Print(ReportContext& context, Steps& steps) const {
         if (row > 0 && !first.isEmpty()) {
             steps.Step({}, [&] { job.PrintRule(row == 1 ? 10 : 5, 15, 15); });
         }
-        steps.Step({}, [&] { job.PrintTableRow5(first, Cell(row, 1), Cell(row, 2), Cell(row, 3), Cell(row, 4)); });
+        steps.Step({}, [&] { job.PrintTableRow({first, Cell(row, 1), Cell(row, 2), Cell(row, 3), Cell(row, 4)}); });
         if (last > 0) {
             const double percent = 100.0 * static_cast<double>(row) / static_cast<double>(last);
             ShowReportProgress(context.view, sending, static_cast<qint16>(std::lrint(percent)));

@@ -215,8 +215,9 @@ void UsageReport::PrintPendingNames() {
         return;
     }
     Step([this] {
-        context_.job.PrintTableRow(QUtf8StringView(names_[0]), QUtf8StringView(names_[1]), QUtf8StringView(names_[2]),
-                                   QUtf8StringView(names_[3]));
+        context_.job.PrintTableRow({QUtf8StringView(names_[0]), QUtf8StringView(names_[1]), QUtf8StringView(names_[2]),
+                                    QUtf8StringView(names_[3])},
+                                   print::RowStyle::Indented);
     });
     names_ = {};
 }

@@ -89,9 +89,9 @@ TEST_F(LayoutWindowsTest, LeavesTheReportOfTheDeskAlone) {
     };
     const QByteArray alone = report([] {});
     run_.ReportRunning = true;
-    const qint16 tabStop = job.State().TabStop1;
+    const int tabStop = job.State().TabStop1();
     EXPECT_EQ(report([&] { RunLayout(); }), alone);
-    EXPECT_EQ(job.State().TabStop1, tabStop);
+    EXPECT_EQ(job.State().TabStop1(), tabStop);
     EXPECT_EQ(job.Choice().OutputTarget, print::Target::TextFile);
     EXPECT_TRUE(run_.ReportRunning);
     EXPECT_EQ(Windows().size(), 1U);

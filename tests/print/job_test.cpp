@@ -87,11 +87,11 @@ TEST_F(JobTest, PagesGetTheStateTheyDrawBy) {
     job.BeginReport();
     EXPECT_TRUE(job.State().SuppressPageBreaks) << "the preview suppresses page breaks by default";
     EXPECT_EQ(job.State().LeaderStyle, 2);
-    EXPECT_EQ(job.State().TabStop1, 2400);
-    EXPECT_EQ(job.State().TabStop4, 9600) << "multiples of the first one, not fractions of the width";
+    EXPECT_EQ(job.State().TabStop1(), 2400);
+    EXPECT_EQ(job.State().TabStop4(), 9600) << "multiples of the first one, not fractions of the width";
     job.SetTabStops(0.25, 0.5, 0.75, 0.99999);
-    EXPECT_EQ(job.State().TabStop1, 3000);
-    EXPECT_EQ(job.State().TabStop4, 12001);
+    EXPECT_EQ(job.State().TabStop1(), 3000);
+    EXPECT_EQ(job.State().TabStop4(), 12001);
     job.PrintLabelValue("Jack", "");
     job.PrintLabelValue("Jack", "", Underlined);
     job.PrintLabelValue("jack", "");

@@ -40,14 +40,16 @@ std::vector<LayoutCase> LayoutCases() {
          "\tTotal\t12\r\n", "<table><tr><th colspan=\"2\">Total</th><td colspan=\"2\">12</td></tr>"},
         {"two labels and values", [](PrintJob& job) { job.PrintTwoLabelValues("Jack", "J1", "Port", "", Bold); },
          "\tJack\tJ1\tPort\t\r\n", "<table><tr><th>Jack</th><td>J1</td><th>Port</th><td></td></tr>"},
-        {"row of four", [](PrintJob& job) { job.PrintTableRow("a", QString::number(2), "c", "d"); }, "\ta\t2\tc\td\r\n",
-         "<table><tr><td>a</td><td>2</td><td>c</td><td>d</td></tr>"},
-        {"row of four, cells left out", [](PrintJob& job) { job.PrintTableRow("a"); }, "\ta\t\t\t\r\n",
-         "<table><tr><td>a</td><td></td><td></td><td></td></tr>"},
-        {"row of five", [](PrintJob& job) { job.PrintTableRow5("a", "b", "c", "d", "e"); }, "\ta\tb\tc\td\te\r\n",
-         "<table><tr><td>a</td><td>b</td><td>c</td><td>d</td><td>e</td></tr>"},
-        {"row of five, cells left out", [](PrintJob& job) { job.PrintTableRow5("", "b"); }, "\t\tb\t\t\t\r\n",
-         "<table><tr><td></td><td>b</td><td></td><td></td><td></td></tr>"},
+        {"row of four",
+         [](PrintJob& job) {
+             job.PrintTableRow({"a", QString::number(2), "c", ""}, RowStyle::Indented);
+         },
+         "\ta\t2\tc\t\r\n", "<table><tr><td>a</td><td>2</td><td>c</td><td></td></tr>"},
+        {"row of six",
+         [](PrintJob& job) {
+             job.PrintTableRow({"", "a", "b", "c", "d", "e"});
+         },
+         "\t\ta\tb\tc\td\te\r\n", "<table><tr><td></td><td>a</td><td>b</td><td>c</td><td>d</td><td>e</td></tr>"},
         {"what concerns pages alone",
          [](PrintJob& job) {
              job.AddVerticalSpace(50);
@@ -59,30 +61,30 @@ std::vector<LayoutCase> LayoutCases() {
         {"rows share a table, everything else ends it",
          [](PrintJob& job) {
              job.PrintLabelValue("1", "2");
-             job.PrintTableRow("3");
-             job.PrintTableRow5("4");
+             job.PrintTableRow({"3", ""}, RowStyle::Indented);
+             job.PrintTableRow({"4", "", ""});
              job.PrintRule(1, 1, 1);
              job.PrintWideLabelValue("5", "6");
              job.PrintSectionHeading("7");
              job.PrintTwoLabelValues("8", "9", "a", "b");
              job.PrintParagraph("c");
-             job.PrintTableRow("d");
+             job.PrintTableRow({"d"});
              job.PrintReportTitle("e", "f", "g");
          },
-         "\t1\t2\r\n\t3\t\t\t\r\n\t4\t\t\t\t\r\n" + rule + "\t5\t6\r\n" + rule +
-             "7\r\n\t8\t9\ta\tb\r\nc\r\n\td\t\t\t\r\n" + rule + rule + "e\tf\r\ng\r\n" + rule + rule,
-         "<table><tr><th>1</th><td>2</td></tr><tr><td>3</td><td></td><td></td><td></td></tr>"
-         "<tr><td>4</td><td></td><td></td><td></td><td></td></tr></table><hr>"
+         "\t1\t2\r\n\t3\t\r\n\t4\t\t\r\n" + rule + "\t5\t6\r\n" + rule + "7\r\n\t8\t9\ta\tb\r\nc\r\n\td\r\n" + rule +
+             rule + "e\tf\r\ng\r\n" + rule + rule,
+         "<table><tr><th>1</th><td>2</td></tr><tr><td>3</td><td></td></tr>"
+         "<tr><td>4</td><td></td><td></td></tr></table><hr>"
          "<table><tr><th colspan=\"2\">5</th><td colspan=\"2\">6</td></tr></table><hr><strong><em>7</strong></em><br>"
          "<table><tr><th>8</th><td>9</td><th>a</th><td>b</td></tr></table><p>c</p>"
-         "<table><tr><td>d</td><td></td><td></td><td></td></tr></table>"
+         "<table><tr><td>d</td></tr></table>"
          "<hr><H1>e:  f</H1><BR><H2>g</H2><BR><hr>"},
         {"markup and other scripts in values",
          [](PrintJob& job) {
              job.PrintReportTitle("<T>", u"A&B", "\"q\" 'a'");
              job.PrintSectionHeading("x < y > z & &amp;");
              job.PrintLabelValue(u"Größe", "</td>");
-             job.PrintTableRow5(u"\U0001F4DE 12"_s, "\xE2\x82\xAC", QUtf8StringView("bad \xFF\xC3"), "", "");
+             job.PrintTableRow({u"\U0001F4DE 12"_s, "\xE2\x82\xAC", QUtf8StringView("bad \xFF\xC3"), "", ""});
              job.PrintParagraph("</table>");
          },
          rule + rule + "<T>\tA&B\r\n\"q\" 'a'\r\n" + rule + rule + rule + "x < y > z & &amp;\r\n" +

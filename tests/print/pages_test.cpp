@@ -87,7 +87,7 @@ TEST_F(PagesTest, PagesBreakWhereRoomEndsAndClosedPagesAreNumbered) {
     }();
     const auto rows = [perPage](PrintJob& job) {
         for (int i = 0; i < 2 * perPage + 1; ++i) {
-            job.PrintTableRow(QString::number(1000 + i));
+            job.PrintTableRow({QString::number(1000 + i)}, RowStyle::Indented);
         }
     };
     Lay(rows);
@@ -135,7 +135,7 @@ TEST_F(PagesTest, RulesAndTitlesBreakPagesByTheirOwnTests) {
     Lay(
         [](PrintJob& job) {
             for (int i = 0; i < 100; ++i) {
-                job.PrintTableRow("x");
+                job.PrintTableRow({"x"}, RowStyle::Indented);
             }
             job.PrintRule(5, 20, 20);
         },
@@ -147,7 +147,7 @@ TEST_F(PagesTest, TheRefusedPageGoesOnOnTheLast) {
     factory_.target.pageLimit = 2;
     Lay([](PrintJob& job) {
         for (int i = 0; i < 4; ++i) {
-            job.PrintTableRow(QString::number(100 + i));
+            job.PrintTableRow({QString::number(100 + i)}, RowStyle::Indented);
             job.NewPage();
         }
     });
@@ -282,9 +282,9 @@ TEST_F(PagesTest, BoxesAndLeaderLines) {
 TEST_F(PagesTest, RowsHaveTheirCellsAtTabStopsAndTheLastAtTheEdge) {
     const QString wide = u"Rm. Ext. "_s + QString(20, u'9');
     Lay([&](PrintJob& job) {
-        job.PrintTableRow("a", "b", "c", "d");
-        job.PrintTableRow5("", "p", "q", "r", "s");
-        job.PrintTableRow5("0", "", "", "t", wide);
+        job.PrintTableRow({"a", "b", "c", "d"}, RowStyle::Indented);
+        job.PrintTableRow({"", "p", "q", "r", "s"});
+        job.PrintTableRow({"0", "", "", "t", wide});
     });
     EXPECT_EQ(Find(u"b"_s).x, 4000);
     EXPECT_EQ(Find(u"d"_s).x + Find(u"d"_s).width, width);
@@ -318,7 +318,7 @@ TEST_F(PagesTest, TheOpenReportTellsHowWideATextIs) {
         EXPECT_EQ(job.TextWidth(u"C1\r\n"_s + longer + u"\nC2"_s), measured) << "the widest line";
         EXPECT_EQ(job.TextWidth("a\tb"), job.TextWidth("a b")) << "as it is shown";
         EXPECT_EQ(job.TextWidth({}), 0);
-        job.PrintTableRow5(longer);
+        job.PrintTableRow({longer});
     });
     EXPECT_EQ(Find(longer).width, measured);
     EXPECT_EQ(job_.TextWidth(longer), 0) << "no report is open";
@@ -365,10 +365,10 @@ TEST_F(PagesTest, NothingOverlapsAndNothingIsCut) {
                         job.PrintTwoLabelValues(text(), text(), text(), text(), Bold | GreyBox);
                         break;
                     case 6:
-                        job.PrintTableRow(text(), text(), text(), text());
+                        job.PrintTableRow({text(), text(), text(), text()}, RowStyle::Indented);
                         break;
                     default:
-                        job.PrintTableRow5(text(), text(), text(), text(), text());
+                        job.PrintTableRow({text(), text(), text(), text(), text()});
                         break;
                     }
                 }

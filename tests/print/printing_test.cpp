@@ -111,7 +111,7 @@ QStringList PageSizes(const QByteArray& pdf) {
 TEST_F(PrintersTest, AStripIsCutOnPaperAndStaysWholeInAFile) {
     const auto strip = [](PrintJob& job) {
         for (int i = 0; i < 200; ++i) {
-            job.PrintTableRow(QString::number(1000 + i));
+            job.PrintTableRow({QString::number(1000 + i)}, RowStyle::Indented);
         }
     };
     Print(strip, true);

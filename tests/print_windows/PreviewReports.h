@@ -40,10 +40,7 @@ inline pages::Document DrawReport(const std::function<void(PageWriter& writer)>&
                                   PageGeometry paper = LetterPaper()) {
     JobState state;
     const int fifth = paper.width / 5;
-    state.TabStop1 = static_cast<qint16>(fifth);
-    state.TabStop2 = static_cast<qint16>(2 * fifth);
-    state.TabStop3 = static_cast<qint16>(3 * fifth);
-    state.TabStop4 = static_cast<qint16>(4 * fifth);
+    state.TabStops = {fifth, 2 * fifth, 3 * fifth, 4 * fifth};
     state.LeaderStyle = leaderStyle;
     state.SuppressPageBreaks = true;
     pages::Document document;

@@ -212,15 +212,15 @@ TEST_F(ReportRunsTest, ColumnsShareThePageInProportionToTheirWidestTexts) {
     PrintReport(context, notCheckedIn);
     // "Location", "Abel, Anna", "Space Type", "Organization", "3/9/2026 9:00 AM Until 3/11/2026 8:00 AM"
     const double total = 8 + 10 + 10 + 12 + 40;
-    EXPECT_EQ(job.State().TabStop1, std::lrint(10000 * 8 / total));
-    EXPECT_EQ(job.State().TabStop2, std::lrint(10000 * 18 / total));
-    EXPECT_EQ(job.State().TabStop3, std::lrint(10000 * 28 / total));
-    EXPECT_EQ(job.State().TabStop4, std::lrint(10000 * 40 / total));
+    EXPECT_EQ(job.State().TabStop1(), std::lrint(10000 * 8 / total));
+    EXPECT_EQ(job.State().TabStop2(), std::lrint(10000 * 18 / total));
+    EXPECT_EQ(job.State().TabStop3(), std::lrint(10000 * 28 / total));
+    EXPECT_EQ(job.State().TabStop4(), std::lrint(10000 * 40 / total));
     // The next report has its own columns; where texts have no width they are fifths.
     PrintReport(context, usage);
-    EXPECT_EQ(job.State().TabStop1, 2000);
+    EXPECT_EQ(job.State().TabStop1(), 2000);
     Print(exceptions);
-    EXPECT_EQ(job_.State().TabStop4, 4 * job_.State().TabStop1);
+    EXPECT_EQ(job_.State().TabStop4(), 4 * job_.State().TabStop1());
 }
 
 TEST_F(ReportRunsTest, TheOrientationIsSetForContinuousReportsTooButForTheDirectory) {

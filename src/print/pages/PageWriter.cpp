@@ -191,12 +191,12 @@ void PageWriter::PrintParagraph(Text text) {
         return;
     }
     const QString whole = OnPage(text);
-    const Lines lines = surface_.Wrap(whole, surface_.Width() - state_.TabStop1);
+    const Lines lines = surface_.Wrap(whole, surface_.Width() - state_.TabStop1());
     // The lines behind the last one that was too long stay together, as far as a page holds them.
     const size_t rest = BehindLastBroken(lines, whole);
     for (size_t i = 0; i < lines.size(); ++i) {
         EnsureRoom(i == rest ? RoomFor(lines.size() - rest, 2) : qint16{2});
-        surface_.CurrentX = state_.TabStop1;
+        surface_.CurrentX = state_.TabStop1();
         surface_.Print(lines[i]);
         surface_.EndLine();
     }
@@ -215,15 +215,15 @@ PageWriter::Pair PageWriter::MakePair(Text label, Text value, std::optional<qint
 
 PageWriter::Pair PageWriter::LeftPair(Text label, Text value, std::optional<qint16> style) const {
     Pair pair = MakePair(label, value, style);
-    pair.label = state_.TabStop1;
-    pair.value = state_.TabStop2;
+    pair.label = state_.TabStop1();
+    pair.value = state_.TabStop2();
     return pair;
 }
 
 PageWriter::Pair PageWriter::RightPair(Text label, Text value, std::optional<qint16> style) const {
     Pair pair = MakePair(label, value, style);
-    pair.label = state_.TabStop3;
-    pair.value = state_.TabStop4;
+    pair.label = state_.TabStop3();
+    pair.value = state_.TabStop4();
     return pair;
 }
 
@@ -305,7 +305,7 @@ void PageWriter::PrintLabelValue(Text label, Text value, std::optional<qint16> s
 
 void PageWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) {
     Pair pair = LeftPair(label, value, style);
-    pair.value = state_.TabStop3;
+    pair.value = state_.TabStop3();
     pair.labelBox = static_cast<int>(surface_.Width() * 0.4) - boxMargin;
     pair.spaceBelow = 20;
     WrapPair(pair);
@@ -315,7 +315,7 @@ void PageWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint1
 
 void PageWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) {
     Pair left = LeftPair(label1, value1, {});
-    left.right = state_.TabStop3 - columnGap;
+    left.right = state_.TabStop3() - columnGap;
     Pair right = RightPair(label2, value2, style);
     WrapPair(left);
     WrapPair(right);
@@ -367,52 +367,59 @@ void PageWriter::PrintCells(std::vector<Cell> cells, qint16 least) {
     surface_.CurrentY = top + surface_.LineHeight() * static_cast<int>(lines);
 }
 
-void PageWriter::PrintTableRow(Text c1, Text c2, Text c3, Text c4) {
-    PrintCells({{state_.TabStop1, OnPage(c1)},
-                {state_.TabStop2, OnPage(c2)},
-                {state_.TabStop3, OnPage(c3)},
-                {state_.TabStop3, OnPage(c4), true}},
-               3);
-}
-
-void PageWriter::PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) {
-    pages::FontSpec font = surface_.Font();
-    font.bold = false;
-    surface_.SetFont(font);
-    const QString last = OnPage(c4);
-    const bool tooWide = surface_.TextWidth(last) > surface_.Width() - state_.TabStop4;
-    PrintCells({{0, OnPage(c0)},
-                {state_.TabStop1, OnPage(c1)},
-                {state_.TabStop2, OnPage(c2)},
-                {state_.TabStop3, OnPage(c3)},
-                {tooWide ? state_.TabStop3 : state_.TabStop4, last, tooWide}},
-               4);
-}
-
-void PageWriter::PrintGridCell(const GridCell& cell) {
-    const int x = surface_.CurrentX;
-    const int y = surface_.CurrentY;
-    qsizetype end = 0;
-    while (end < cell.text.size() && cell.text[end] != u'\n' && cell.text[end] != u'\r') {
-        ++end;
-    }
-    const QString line = OnPage(QStringView(cell.text).first(end));
-    surface_.Print(surface_.Fitting(line, cell.width));
-    surface_.CurrentX = x + cell.width;
-    surface_.CurrentY = y;
-}
-
-void PageWriter::PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) {
+void PageWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {
     const pages::FontSpec before = surface_.Font();
-    pages::FontSpec font = before;
-    font.bold = font.bold || kind == GridRow::Heading;
-    surface_.SetFont(font);
-    surface_.CurrentX = 0;
-    for (const GridCell& cell : cells) {
-        PrintGridCell(cell);
+    switch (style) {
+    case RowStyle::Wrapped:
+        Restyle(false, before.italic, before.underline);
+        PrintWrappedRow(cells);
+        return;
+    case RowStyle::Indented:
+        PrintIndentedRow(cells);
+        return;
+    case RowStyle::Cut:
+    case RowStyle::CutHeading:
+        Restyle(before.bold || style == RowStyle::CutHeading, before.italic, before.underline);
+        PrintCutRow(cells);
+        surface_.SetFont(before);
+    }
+}
+
+int PageWriter::TabStop(size_t index) const {
+    return index < state_.TabStops.size() ? state_.TabStops[index] : surface_.Width();
+}
+
+void PageWriter::PrintWrappedRow(std::span<const Text> texts) {
+    std::vector<Cell> cells;
+    for (size_t i = 0; i < texts.size(); ++i) {
+        cells.push_back({i == 0 ? 0 : TabStop(i - 1), OnPage(texts[i])});
+    }
+    if (cells.size() > 1 && surface_.TextWidth(cells.back().text) > surface_.Width() - cells.back().x) {
+        cells.back().x = cells[cells.size() - 2].x;
+        cells.back().endsAtRight = true;
+    }
+    PrintCells(std::move(cells), 4);
+}
+
+void PageWriter::PrintIndentedRow(std::span<const Text> texts) {
+    std::vector<Cell> cells;
+    for (size_t i = 0; i < texts.size(); ++i) {
+        const bool isLast = i > 0 && i + 1 == texts.size();
+        cells.push_back({TabStop(isLast ? i - 1 : i), OnPage(texts[i]), isLast});
+    }
+    PrintCells(std::move(cells), 3);
+}
+
+void PageWriter::PrintCutRow(std::span<const Text> texts) {
+    int left = 0;
+    for (size_t i = 0; i < texts.size(); ++i) {
+        const QString shown = OnPage(texts[i]);
+        const auto end = std::find_if(shown.begin(), shown.end(), [](QChar c) { return c == u'\n' || c == u'\r'; });
+        surface_.CurrentX = left;
+        surface_.Print(surface_.Fitting(QStringView(shown.begin(), end), TabStop(i) - left));
+        left = TabStop(i);
     }
     surface_.EndLine();
-    surface_.SetFont(before);
 }
 
 } // namespace velmora::print

@@ -45,9 +45,7 @@ public:
     void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
     void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
     void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
-    void PrintTableRow(Text c1, Text c2, Text c3, Text c4) override;
-    void PrintTableRow5(Text c0, Text c1, Text c2, Text c3, Text c4) override;
-    void PrintGridRow(const std::vector<GridCell>& cells, GridRow kind) override;
+    void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
 
 private:
     using Lines = std::vector<QStringView>;
@@ -90,8 +88,11 @@ private:
     // Draws the cells of one row; the print position ends below the longest. `least` is the room that a row of one line
     // asks for.
     void PrintCells(std::vector<Cell> cells, qint16 least);
-    // Draws what fits of the cell; the print position ends at the next column.
-    void PrintGridCell(const GridCell& cell);
+    void PrintWrappedRow(std::span<const Text> texts);
+    void PrintIndentedRow(std::span<const Text> texts);
+    void PrintCutRow(std::span<const Text> texts);
+    // Counted from 0; the right edge behind the last one.
+    int TabStop(size_t index) const;
     // Forgets empty cells and wraps each of the others before the next one.
     void PlaceCells(std::vector<Cell>& cells) const;
     // Draws lines below each other; the last is not ended.

@@ -23,8 +23,7 @@ pages::Document SampleDocument(const Sample& sample) {
     pages::Document document;
     JobState state;
     state.LeaderStyle = sample.leaderStyle;
-    state.TabStop1 = edge;
-    state.TabStop2 = edge + columnWidth;
+    state.TabStops = {edge, edge + columnWidth, 0, 0};
     // Five columns, as on a page; the sample shows the two that the line takes.
     PageTarget target;
     target.geometry = {sampleWidth, sampleHeight, 0, 0, 5 * columnWidth, sampleHeight};
