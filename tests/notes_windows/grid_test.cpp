@@ -248,7 +248,7 @@ TEST_F(NotesGridTest, AnEntryChosenFromTheListIsTakenAtOnce) {
     EXPECT_FALSE(hand.IsEditing());
     EXPECT_EQ(hand.Text(0, Category), u"Unused"_s);
     EXPECT_TRUE(window_->isVisible());
-    EXPECT_EQ(hand.grid.Rows().PendingRow(), 0);
+    EXPECT_EQ(hand.view.Rows().PendingRow(), 0);
 }
 
 TEST_F(NotesGridTest, EscapeTakesBackTheCellThenTheRowThenCloses) {
@@ -289,7 +289,7 @@ TEST_F(NotesGridTest, TickingCompletedTellsWhenAndByWhom) {
     hand.Click(3, Confirm);
     hand.Key(Qt::Key_Space);
     hand.Key(Qt::Key_Space);
-    EXPECT_FALSE(hand.grid.HasPendingEdit());
+    EXPECT_FALSE(hand.view.HasPendingEdit());
     // A day that is typed keeps the time of day; clearing the tick keeps what was filled in.
     hand.Click(0, Time);
     hand.Type(u"3/5/2026"_s);
@@ -327,24 +327,24 @@ TEST_F(NotesGridTest, RowsAreSelectedInOrderAndDeletedAfterTheQuestion) {
     EXPECT_TRUE(Told().empty());
     hand.Select(2);
     hand.Select(0, Qt::ControlModifier);
-    EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{2, 0}));
+    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{2, 0}));
     hand.Select(1, Qt::ShiftModifier);
-    EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{0, 1}));
+    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{0, 1}));
     hand.Select(3, Qt::ControlModifier);
-    EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{0, 1}));
+    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{0, 1}));
 
     Plan({Answer::No});
     hand.Key(Qt::Key_Delete);
     EXPECT_EQ(Told().back().text, u"Delete 2 Rows?"_s);
     EXPECT_EQ(Told().back().title, QString());
     EXPECT_EQ(Told().back().icon, Icon::Question);
-    EXPECT_EQ(hand.grid.SelectedRows().size(), 2U);
+    EXPECT_EQ(hand.view.SelectedRows().size(), 2U);
     EXPECT_EQ(site_.Names(), u"Chairs / Coffee / Cable"_s);
     Plan({Answer::Yes});
     hand.Key(Qt::Key_Delete);
     EXPECT_EQ(site_.Names(), u"Cable"_s);
     EXPECT_EQ(hand.RowCount(), 2);
-    EXPECT_TRUE(hand.grid.SelectedRows().empty());
+    EXPECT_TRUE(hand.view.SelectedRows().empty());
     EXPECT_EQ(site_.Shown(u"Select Name from [Note] where Reservation = 9"_s), u"Elsewhere"_s);
 }
 
@@ -360,11 +360,11 @@ TEST_F(NotesGridTest, KeysAndTheCaptionMoveAndSelect) {
     hand.Key(Qt::Key_PageDown);
     EXPECT_EQ(hand.Row(), 3);
     QTest::mouseClick(&hand.grid, Qt::LeftButton, {}, QPoint(200, 6));
-    EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{0, 1, 2}));
+    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{0, 1, 2}));
     hand.Click(1, Name);
-    EXPECT_TRUE(hand.grid.SelectedRows().empty());
+    EXPECT_TRUE(hand.view.SelectedRows().empty());
     hand.Key(Qt::Key_Space, Qt::ShiftModifier);
-    EXPECT_EQ(hand.grid.SelectedRows(), (std::vector{1}));
+    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{1}));
     // Tab passes the columns that cannot be edited, and goes on in the next row.
     hand.Click(1, By);
     hand.Key(Qt::Key_Tab);
@@ -493,6 +493,22 @@ TEST_F(NotesGridTest, AFailedWriteIsReportedAndTheRowKept) {
     EXPECT_EQ(site_.Names(), u"Stools / Coffee / Cable"_s);
 }
 
+TEST_F(NotesGridTest, ARowIsStoredWhenAnotherControlTakesTheFocus) {
+    GridHand& hand = *hand_;
+    hand.Type(u"Stools"_s);
+    Child<QPushButton>(*window_, u"cmdClose"_s).setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(site_.Names(), u"Stools / Coffee / Cable"_s);
+    // A refused entry takes the focus back.
+    hand.Click(0, Category);
+    hand.Type(u"nope"_s);
+    Plan({Answer::Ok});
+    Child<QPushButton>(*window_, u"cmdClose"_s).setFocus();
+    QApplication::processEvents();
+    EXPECT_TRUE(hand.IsEditing());
+    EXPECT_TRUE(hand.grid.isAncestorOf(QApplication::focusWidget()));
+}
+
 TEST_F(NotesGridTest, AnEntryIsKeptWhenTheFocusComesBackBesideItsEditor) {
     GridHand& hand = *hand_;
     hand.Type(u"Stools"_s);
@@ -504,6 +520,10 @@ TEST_F(NotesGridTest, AnEntryIsKeptWhenTheFocusComesBackBesideItsEditor) {
     hand.Key(Qt::Key_Escape);
     EXPECT_FALSE(hand.IsEditing());
     EXPECT_EQ(hand.Text(0, Name), u"Stools"_s);
+    hand.Type(u"Tables"_s);
+    hand.view.setFocus();
+    hand.Key(Qt::Key_Right);
+    EXPECT_EQ(hand.Text(0, Name), u"Tables"_s);
     hand.Key(Qt::Key_Escape);
     EXPECT_EQ(hand.Text(0, Name), u"Chairs"_s);
     EXPECT_TRUE(window_->isVisible());

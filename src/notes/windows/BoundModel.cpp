@@ -20,10 +20,15 @@ QString InFull(const QString& text) {
     return u"<div style=\"white-space: pre-wrap\">%1</div>"_s.arg(shown.toHtmlEscaped());
 }
 
+QVariant AlignmentOf(CellKind kind) {
+    const bool right = kind == CellKind::Money || kind == CellKind::Number;
+    return QVariant::fromValue(Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+}
+
 } // namespace
 
-BoundModel::BoundModel(BoundRows& rows, const CellText& texts, QObject* parent)
-    : QAbstractTableModel(parent), rows_(rows), texts_(texts),
+BoundModel::BoundModel(BoundRows& rows, const CellText& texts)
+    : rows_(rows), texts_(texts),
       canAdd_(std::any_of(rows.Columns().begin(), rows.Columns().end(),
                           [](const BoundColumn& column) { return column.editing == Editing::Allowed; })) {}
 
@@ -31,7 +36,7 @@ Value BoundModel::ValueAt(const QModelIndex& index) const {
     try {
         return rows_.At(index.row(), index.column());
     } catch (const std::exception&) {
-        if (!std::exchange(told_, true)) {
+        if (!std::exchange(reported_, true)) {
             Q_EMIT ReadFailed();
         }
         return {};
@@ -79,32 +84,25 @@ QVariant BoundModel::data(const QModelIndex& index, int role) const {
         return IsGone(index.row())       ? Translate(u"Another desk deleted this row."_s)
                : kind == CellKind::Lines ? InFull(Text(index))
                                          : QString();
-    case Qt::TextAlignmentRole: {
-        const bool right = kind == CellKind::Money || kind == CellKind::Number;
-        return QVariant::fromValue(Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
-    }
+    case Qt::TextAlignmentRole:
+        return AlignmentOf(kind);
     default:
         return {};
     }
 }
 
 QVariant BoundModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation == Qt::Vertical) {
+    if (orientation == Qt::Vertical || (role != Qt::DisplayRole && role != Qt::TextAlignmentRole)) {
         return {};
     }
-    const CellKind kind = Column(section).kind;
-    if (role == Qt::DisplayRole) {
-        return Translate(Column(section).caption);
-    }
-    if (role == Qt::TextAlignmentRole) {
-        const bool right = kind == CellKind::Money || kind == CellKind::Number;
-        return QVariant::fromValue(Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
-    }
-    return {};
+    return role == Qt::DisplayRole ? Translate(Column(section).caption) : AlignmentOf(Column(section).kind);
 }
 
 Qt::ItemFlags BoundModel::flags(const QModelIndex& index) const {
-    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
+    if (!index.isValid()) {
+        return Qt::NoItemFlags;
+    }
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (CanEdit(index.column()) ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }
 
 } // namespace velmora

@@ -8,13 +8,13 @@
 namespace velmora {
 
 // The rows as the toolkit's views show them, with the empty row behind them where rows can be added. What cannot be
-// read is shown as such and told once by ReadFailed.
+// read is shown empty, and ReadFailed reports it once.
 class BoundModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
     // Rows and texts outlive the model.
-    BoundModel(BoundRows& rows, const CellText& texts, QObject* parent);
+    BoundModel(BoundRows& rows, const CellText& texts);
 
     const BoundRows& Rows() const { return rows_; }
     const BoundColumn& Column(int column) const { return rows_.Columns()[static_cast<size_t>(column)]; }
@@ -29,7 +29,7 @@ public:
     template <typename Function>
     void Reset(Function&& change) {
         beginResetModel();
-        told_ = false;
+        reported_ = false;
         try {
             change();
         } catch (...) {
@@ -60,7 +60,7 @@ private:
     bool canAdd_;
     // The stored rows that the views know of.
     int shown_ = 0;
-    mutable bool told_ = false;
+    mutable bool reported_ = false;
 };
 
 } // namespace velmora

@@ -1,10 +1,13 @@
 #include "notes/windows/GridDelegate.h"
 
+#include "base/windows/DateBox.h"
 #include "base/windows/Look.h"
 #include "notes/windows/BoundModel.h"
+#include "notes/windows/CellEditors.h"
 
 #include <QApplication>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QTableView>
 
 namespace velmora {
@@ -12,6 +15,11 @@ namespace velmora {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int linesOnSheet = 6;
+constexpr int lettersOnSheet = 44;
+// The property of an editor that keeps the text it was opened with.
+constexpr const char* openedWith = "openedWith";
 
 const BoundModel& ModelOf(const QModelIndex& index) {
     return static_cast<const BoundModel&>(*index.model());
@@ -88,6 +96,72 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
         painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
     }
     painter->restore();
+}
+
+QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
+    const CellKind kind = ModelOf(index).Column(index.column()).kind;
+    QWidget* editor = MakeCellEditor(kind, texts_, program_.services().clock, choices_, parent);
+    editor->setObjectName(u"CellEditor"_s);
+    editor->setAccessibleName(index.model()->headerData(index.column(), Qt::Horizontal).toString());
+    editor->setFont(parent->font());
+    return editor;
+}
+
+void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+    // A row that changes under an open editor does not take back what is being typed.
+    if (editor->property(openedWith).isValid()) {
+        return;
+    }
+    const Value stored = ModelOf(index).ValueAt(index);
+    if (auto* date = qobject_cast<DateBox*>(editor)) {
+        const auto moment = stored.ToDateTime();
+        date->SetValue(moment ? std::optional(DateOf(*moment)) : std::nullopt);
+    } else {
+        SetEditorText(*editor, texts_.Typed(stored, ModelOf(index).Column(index.column()).kind));
+    }
+    editor->setProperty(openedWith, EditorText(*editor));
+}
+
+void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex&) const {
+    QRect place = option.rect;
+    if (qobject_cast<QPlainTextEdit*>(editor) != nullptr) {
+        const QFontMetrics metrics(editor->font());
+        const QSize room = editor->parentWidget()->size();
+        place.setWidth(std::min(std::max(place.width(), metrics.averageCharWidth() * lettersOnSheet), room.width()));
+        place.setHeight(std::min(metrics.lineSpacing() * linesOnSheet + 12, room.height()));
+        place.moveLeft(std::max(0, std::min(place.left(), room.width() - place.width())));
+        place.moveTop(std::max(0, std::min(place.top(), room.height() - place.height())));
+    } else {
+        place.setWidth(std::max(place.width(), editor->minimumSizeHint().width()));
+    }
+    editor->setGeometry(place);
+}
+
+bool GridDelegate::IsUntouched(const QWidget& editor) {
+    return EditorText(editor) == editor.property(openedWith).toString();
+}
+
+Value GridDelegate::Read(QWidget& editor, const QModelIndex& index) const {
+    const BoundColumn& column = ModelOf(index).Column(index.column());
+    const Value stored = ModelOf(index).ValueAt(index);
+    QString text = EditorText(editor);
+    if (auto* date = qobject_cast<DateBox*>(&editor)) {
+        if (!date->Commit()) {
+            throw ProgramError(ErrorNumber::TypeMismatch, date->Refusal());
+        }
+        if (!date->Value()) {
+            return {};
+        }
+        // Another day keeps the time of day that the record has.
+        const auto before = stored.ToDateTime();
+        const auto time = before ? *before - StartOfDay(DateOf(*before)) : DateTime::duration(0);
+        return Value(StartOfDay(*date->Value()) + time);
+    }
+    if (column.kind == CellKind::Lines && stored.ToText().contains(u"\r\n")) {
+        // The line ends stay those that the text had.
+        text.replace(u"\n"_s, u"\r\n"_s);
+    }
+    return texts_.Read(text, column, choices_);
 }
 
 } // namespace velmora

@@ -1,28 +1,48 @@
 #pragma once
 
+#include "base/Program.h"
+#include "notes/CellText.h"
 #include "notes/windows/RowSelection.h"
 
 #include <QStyledItemDelegate>
 
 namespace velmora {
 
-// Draws the cells of a bound grid: selected rows, the current cell's frame, tick boxes with their words, texts of
-// several lines in one. The selection outlives it.
+// Draws the cells of a bound grid (selected rows, the current cell's frame, tick boxes with their words, texts of
+// several lines in one) and makes their editors. When an editor closes is the view's business.
 class GridDelegate : public QStyledItemDelegate {
 public:
-    GridDelegate(const RowSelection& selection, QObject* parent) : QStyledItemDelegate(parent), selection_(selection) {}
+    // All of it outlives the delegate.
+    GridDelegate(const Program& program, const CellText& texts, const RowSelection& selection, QObject* parent)
+        : QStyledItemDelegate(parent), program_(program), texts_(texts), selection_(selection) {}
 
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    // What a Choice column offers from the next opening on.
+    void SetChoices(QStringList choices) { choices_ = std::move(choices); }
+    // Nothing was entered in the editor since it was opened.
+    static bool IsUntouched(const QWidget& editor);
+    // What was entered in the editor of that cell. Throws Error that names an entry which the column does not take.
+    Value Read(QWidget& editor, const QModelIndex& index) const;
     // Where the tick box stands in a cell.
     static QRect BoxRect(const QRect& cell, const QWidget& view);
 
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+    // The usual filter would end an entry whenever the focus goes elsewhere.
+    bool eventFilter(QObject*, QEvent*) override { return false; }
 
 private:
     void PaintBox(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
+    const Program& program_;
+    const CellText& texts_;
     const RowSelection& selection_;
+    QStringList choices_;
 };
 
 } // namespace velmora

@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolButton>
 
 namespace velmora {
@@ -66,7 +65,7 @@ bool GridForm::Activate(const std::function<void()>& work) {
 }
 
 void GridForm::ShowModal() {
-    left_ = Left::No;
+    left_ = false;
     if (Form_Activate()) {
         Grid().setFocus();
         exec();
@@ -76,30 +75,41 @@ void GridForm::ShowModal() {
 void GridForm::reject() {
     // The program ends around the window; nobody is there to be asked.
     if (property("unloading").toBool()) {
-        Grid().StoreUnasked();
+        Grid().View().StoreUnasked();
         QDialog::reject();
         return;
     }
-    if (Grid().UpdateRow()) {
+    if (Grid().View().UpdateRow()) {
         QDialog::reject();
     }
 }
 
 void GridForm::PrintSelection() {
-    if (Grid().UpdateRow()) {
+    if (Grid().View().UpdateRow()) {
         print::PrintGridSelection(context_.program, context_.job, Grid().ToPrint());
     }
 }
 
 bool GridForm::event(QEvent* event) {
-    if (event->type() == QEvent::WindowDeactivate && isVisible()) {
-        left_ = Left::Unjudged;
-        // Which window comes next is known only later.
-        QTimer::singleShot(0, this, &GridForm::JudgeLeaving);
-    } else if (event->type() == QEvent::WindowActivate && std::exchange(left_, Left::No) == Left::ForOther) {
-        QTimer::singleShot(0, this, [this] { Form_Activate(); });
+    if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::WindowActivate) {
+        // Which window comes next is known only after the event.
+        QMetaObject::invokeMethod(this, &GridForm::Activation_Changed, Qt::QueuedConnection);
     }
     return QDialog::event(event);
+}
+
+void GridForm::Activation_Changed() {
+    if (!isVisible()) {
+        return;
+    }
+    if (isActiveWindow()) {
+        if (std::exchange(left_, false)) {
+            Form_Activate();
+        }
+    } else if (!left_ && !IsOwnWindowInFront()) {
+        left_ = true;
+        Form_LostFocus();
+    }
 }
 
 bool GridForm::IsOwnWindowInFront() const {
@@ -113,16 +123,6 @@ bool GridForm::IsOwnWindowInFront() const {
         }
     }
     return false;
-}
-
-void GridForm::JudgeLeaving() {
-    if (left_ != Left::Unjudged || !isVisible()) {
-        return;
-    }
-    left_ = IsOwnWindowInFront() ? Left::ForOwnWindow : Left::ForOther;
-    if (left_ == Left::ForOther) {
-        Form_LostFocus();
-    }
 }
 
 } // namespace velmora

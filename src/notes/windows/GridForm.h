@@ -49,14 +49,13 @@ protected:
     QToolButton* MakePrintPicture();
 
 private:
-    void JudgeLeaving();
+    void Activation_Changed();
     bool IsOwnWindowInFront() const;
-
-    enum class Left { No, Unjudged, ForOwnWindow, ForOther };
 
     const NotesContext context_;
     QString module_;
-    Left left_ = Left::No;
+    // Another window of the desk, or another program, was gone to.
+    bool left_ = false;
 };
 
 } // namespace velmora

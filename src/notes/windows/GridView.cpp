@@ -1,204 +1,294 @@
 #include "notes/windows/GridView.h"
 
-#include "notes/windows/BoundModel.h"
+#include "base/Steps.h"
+#include "base/Translate.h"
+#include "base/windows/DateBox.h"
+#include "base/windows/Look.h"
+#include "notes/windows/CellEditors.h"
+#include "notes/windows/ChoiceBox.h"
 #include "notes/windows/GridDelegate.h"
+#include "notes/windows/RecordSelectors.h"
 
-#include <QHeaderView>
-#include <QMouseEvent>
+#include <QApplication>
+#include <QPlainTextEdit>
+#include <QScopedValueRollback>
+#include <QScrollBar>
 
 namespace velmora {
 
-GridView::GridView(GridHandler& handler, const BoundModel& model, QWidget* parent)
-    : QTableView(parent), handler_(handler), bound_(model) {
+using namespace Qt::StringLiterals;
+
+GridView::GridView(const Program& program, BoundRows rows, RowRules& rules, QString module, QWidget* parent)
+    : QTableView(parent), program_(program), module_(std::move(module)), rows_(std::move(rows)), rules_(rules),
+      keeper_(program, rows_, rules, module_), model_(rows_, keeper_.Texts()),
+      delegate_(new GridDelegate(program, keeper_.Texts(), selection_, this)),
+      selectors_(new RecordSelectors(model_, selection_, this)) {
     setSelectionMode(QAbstractItemView::NoSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setFrameShape(QFrame::NoFrame);
     setWordWrap(false);
     setCornerButtonEnabled(false);
+    setAlternatingRowColors(true);
+    setVerticalHeader(selectors_);
+    setModel(&model_);
+    setItemDelegate(delegate_);
+    connect(selectors_, &RecordSelectors::Pressed, this, &GridView::PressRow);
+    connect(&model_, &BoundModel::ReadFailed, this, &GridView::Model_ReadFailed, Qt::QueuedConnection);
+    for (const QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()}) {
+        connect(bar, &QScrollBar::valueChanged, this, &GridView::updateEditorGeometries);
+    }
+    // The one place that sees the focus leave for another control of the window, wherever in the grid it was: queued,
+    // so that the click or key that took it is handled before.
+    connect(qApp, &QApplication::focusChanged, this, &GridView::Focus_Changed, Qt::QueuedConnection);
 }
 
-bool GridView::GoTo(int row, int column) {
-    const QModelIndex to = bound_.index(row, column);
-    if (!to.isValid() || !handler_.CommitCell()) {
-        return false;
-    }
-    if (currentIndex().isValid() && row != currentIndex().row() && !handler_.LeaveRow()) {
-        return false;
-    }
-    // Storing the row may have put another one in its place.
-    setCurrentIndex(bound_.index(std::min(row, bound_.rowCount() - 1), column));
-    return true;
+GridView::~GridView() {
+    setModel(nullptr);
 }
 
-bool GridView::GoToNextCell(int step) {
-    const int columns = bound_.columnCount();
-    int cell = currentIndex().row() * columns + currentIndex().column();
-    do {
-        cell += step;
-        if (cell < 0 || cell >= columns * bound_.rowCount()) {
-            return false;
+void GridView::ApplyFont(const QFont& font) {
+    setFont(font);
+    horizontalHeader()->setFont(font);
+    selectors_->setFont(font);
+    selectors_->setMinimumSectionSize(1);
+    selectors_->setDefaultSectionSize(QFontMetrics(font).height() + spacing::normal + spacing::small);
+}
+
+int GridView::FirstEditableColumn() const {
+    int column = 0;
+    while (column < model_.columnCount() && !model_.CanEdit(column)) {
+        ++column;
+    }
+    return column < model_.columnCount() ? column : 0;
+}
+
+void GridView::PutCursor(int row, int column) {
+    setCurrentIndex(model_.index(std::clamp(row, 0, std::max(0, model_.rowCount() - 1)), column));
+}
+
+void GridView::Reset(const std::function<void()>& read) {
+    CloseEditor();
+    selection_.Clear();
+    model_.Reset(read);
+}
+
+void GridView::Open(const QString& source) {
+    Reset([&] { rows_.Open(source); });
+    PutCursor(0, FirstEditableColumn());
+}
+
+void GridView::Requery() {
+    const QModelIndex current = currentIndex();
+    const int row = current.isValid() ? current.row() : 0;
+    const int column = current.isValid() ? current.column() : FirstEditableColumn();
+    Reset([this] { rows_.Reopen(); });
+    PutCursor(row, column);
+}
+
+void GridView::CloseRecords() {
+    Reset([this] { rows_.Close(); });
+}
+
+void GridView::Model_ReadFailed() {
+    Steps steps(program_.services().errors, module_, u"Read Rows"_s);
+    steps.Step(u"Reading Rows"_s, [this] {
+        if (!rows_.PendingRow()) {
+            Requery();
         }
-    } while (bound_.CanAdd() && !bound_.CanEdit(cell % columns));
-    GoTo(cell / columns, cell % columns);
+        for (int row = 0; row < rows_.Count(); ++row) {
+            rows_.Stored(row, 0);
+        }
+    });
+}
+
+void GridView::SetChoices(QStringList choices) {
+    delegate_->SetChoices(std::move(choices));
+}
+
+void GridView::CloseEditor() {
+    if (QWidget* editor = Editor()) {
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+bool GridView::CommitCell() {
+    QWidget* editor = Editor();
+    if (editor == nullptr) {
+        return true;
+    }
+    if (asking_) {
+        return false;
+    }
+    const QScopedValueRollback asking(asking_, true);
+    try {
+        const QModelIndex cell = currentIndex();
+        if (GridDelegate::IsUntouched(*editor) || SetValue(cell, delegate_->Read(*editor, cell))) {
+            CloseEditor();
+            return true;
+        }
+    } catch (const Error& refusal) {
+        ShowRefusal(refusal);
+    }
+    scrollTo(currentIndex());
+    editor->setFocus();
+    SelectEditorText(*editor);
+    return false;
+}
+
+void GridView::ShowRefusal(const Error& refusal) {
+    // A date box says by itself, in place, why it refuses an entry.
+    if (qobject_cast<DateBox*>(Editor()) == nullptr) {
+        program_.services().dialogs.ShowMessage(
+            {refusal.Description(), program_.Title(), Buttons::Ok, Icon::Exclamation});
+    }
+}
+
+bool GridView::SetValue(const QModelIndex& index, const Value& value) {
+    const int row = index.row();
+    Steps steps(program_.services().errors, module_, u"Edit Cell"_s);
+    const bool taken = steps.Step(u"Taking Value"_s, [&] {
+        rows_.Set(row, index.column(), value);
+        rules_.Follow(rows_, row, index.column());
+    });
+    model_.RowChanged(row);
+    return taken;
+}
+
+bool GridView::UpdateRow() {
+    if (asking_ || !CommitCell()) {
+        return false;
+    }
+    const auto row = rows_.PendingRow();
+    if (!row) {
+        return true;
+    }
+    const QScopedValueRollback asking(asking_, true);
+    const bool stored = keeper_.Store();
+    model_.RowChanged(*row);
+    if (!stored) {
+        if (const auto choices = keeper_.NewChoices()) {
+            SetChoices(*choices);
+        }
+        PutCursor(*rows_.PendingRow(), keeper_.WantingColumn().value_or(currentIndex().column()));
+        setFocus();
+    }
+    return stored;
+}
+
+void GridView::StoreUnasked() noexcept {
+    try {
+        QWidget* editor = Editor();
+        const QModelIndex cell = currentIndex();
+        if (editor != nullptr && !GridDelegate::IsUntouched(*editor) &&
+            rows_.PendingRow().value_or(cell.row()) == cell.row()) {
+            rows_.Set(cell.row(), cell.column(), delegate_->Read(*editor, cell));
+        }
+    } catch (const std::exception& failure) {
+        program_.services().log.Write(module_ + u": "_s + QString::fromUtf8(failure.what()));
+    }
+    keeper_.StoreUnasked();
+}
+
+void GridView::Focus_Changed() {
+    const QWidget* focus = QApplication::focusWidget();
+    const bool elsewhere = focus != nullptr && focus != this && !isAncestorOf(focus);
+    if (isVisible() && elsewhere && focus->window() == window()) {
+        UpdateRow();
+    }
+}
+
+bool GridView::BeginsEdit() {
+    const QModelIndex cell = currentIndex();
+    // The view may have the focus while an editor is still open.
+    if (!cell.isValid() || !model_.CanEdit(cell.column()) || asking_ || !CommitCell()) {
+        return false;
+    }
+    // Reads the row: only then is it known whether it is still there.
+    model_.ValueAt(cell);
+    if (model_.IsGone(cell.row())) {
+        program_.services().dialogs.ShowMessage(
+            {Translate(u"Another desk deleted this row. It is gone from the list when the list is opened again."_s),
+             program_.Title(), Buttons::Ok, Icon::Exclamation});
+        return false;
+    }
     return true;
 }
 
-void GridView::GoDown() {
-    const QModelIndex from = currentIndex();
-    // In the empty row the record that was typed is stored first, and the row behind it is the next one.
-    const bool inLast = from.row() + 1 >= bound_.rowCount();
-    if (inLast && !handler_.LeaveRow()) {
+void GridView::EditCell(const QString& typed) {
+    if (!BeginsEdit() || model_.Column(currentIndex().column()).kind == CellKind::YesNo) {
         return;
     }
-    if (from.row() + 1 < bound_.rowCount()) {
-        GoTo(from.row() + 1, from.column());
+    scrollTo(currentIndex());
+    edit(currentIndex());
+    QWidget& editor = *Editor();
+    editor.installEventFilter(this);
+    if (const auto* box = qobject_cast<ChoiceBox*>(&editor)) {
+        connect(box, &ChoiceBox::Chosen, this, &GridView::CommitCell);
+    }
+    if (typed.isNull()) {
+        DeselectEditorText(editor);
+    } else {
+        SetEditorText(editor, typed);
     }
 }
 
-QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    const QModelIndex from = currentIndex();
-    QModelIndex to = QTableView::moveCursor(action, modifiers);
-    if (!to.isValid() || !from.isValid() || to.row() == from.row()) {
-        return to;
+void GridView::OpenChoices() {
+    EditCell({});
+    if (QWidget* editor = Editor()) {
+        OpenEditorList(*editor);
     }
-    const int row = to.row();
-    const int column = to.column();
-    return handler_.LeaveRow() ? bound_.index(std::min(row, bound_.rowCount() - 1), column) : currentIndex();
 }
 
-bool GridView::MovingKey(const QKeyEvent& event) {
+void GridView::ToggleCell() {
+    if (BeginsEdit()) {
+        SetValue(currentIndex(), Value(!model_.ValueAt(currentIndex()).ToBool()));
+    }
+}
+
+bool GridView::EndsEntry(const QKeyEvent& event) const {
+    const CellKind kind = model_.Column(currentIndex().column()).kind;
+    const bool plain = event.modifiers() == Qt::NoModifier || event.modifiers() == Qt::KeypadModifier;
     switch (event.key()) {
+    case Qt::Key_Escape:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (bound_.CanAdd()) {
-            GoDown();
-        }
-        return bound_.CanAdd();
-    case Qt::Key_Tab:
-        if (event.modifiers().testFlag(Qt::ControlModifier)) {
-            focusNextChild();
-            return true;
-        }
-        return GoToNextCell(1);
-    case Qt::Key_Backtab:
-        if (event.modifiers().testFlag(Qt::ControlModifier)) {
-            focusPreviousChild();
-            return true;
-        }
-        return GoToNextCell(-1);
+        return plain;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return plain && (kind == CellKind::Text || kind == CellKind::Money);
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return kind != CellKind::Lines;
     default:
         return false;
     }
 }
 
-bool GridView::CellKey(const QKeyEvent& event) {
-    const bool alt = event.modifiers().testFlag(Qt::AltModifier);
-    if (event.key() == Qt::Key_F2) {
-        handler_.EditCell(currentIndex(), {});
-        return true;
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != Editor() || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)) {
+        return QTableView::eventFilter(watched, event);
     }
-    if (event.key() == Qt::Key_Backspace && event.modifiers() == Qt::NoModifier) {
-        handler_.EditCell(currentIndex(), QStringLiteral(""));
-        return true;
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (!EndsEntry(*key)) {
+        // With Shift or Ctrl it ends a line instead of the entry.
+        auto* sheet = qobject_cast<QPlainTextEdit*>(watched);
+        const bool lineEnd = sheet != nullptr && key->key() == Qt::Key_Return;
+        if (lineEnd && event->type() == QEvent::KeyPress) {
+            sheet->insertPlainText(u"\n"_s);
+        }
+        return lineEnd;
     }
-    if (event.key() == Qt::Key_F4 || (alt && event.key() == Qt::Key_Down)) {
-        handler_.OpenChoices(currentIndex());
-        return true;
+    if (event->type() == QEvent::KeyPress && (key->key() == Qt::Key_Escape || CommitCell())) {
+        QKeyEvent again(QEvent::KeyPress, key->key(), key->modifiers(), key->text());
+        QApplication::sendEvent(this, &again);
     }
-    if (event.key() == Qt::Key_Space && event.modifiers() == Qt::NoModifier &&
-        bound_.Column(currentIndex().column()).kind == CellKind::YesNo) {
-        handler_.ToggleCell(currentIndex());
-        return true;
-    }
-    return false;
-}
-
-bool GridView::TypedKey(const QKeyEvent& event) {
-    const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    const bool altGr = event.modifiers() == (Qt::ControlModifier | Qt::AltModifier);
-    const bool letter = !event.text().isEmpty() && QChar::isPrint(event.text().toUcs4().front());
-    if ((command && !altGr) || !letter) {
-        return false;
-    }
-    handler_.EditCell(currentIndex(), event.text());
-    return true;
-}
-
-void GridView::inputMethodEvent(QInputMethodEvent* event) {
-    if (currentIndex().isValid() && !event->commitString().isEmpty()) {
-        handler_.EditCell(currentIndex(), event->commitString());
-    }
+    // However the grid took it, the key ends here.
     event->accept();
-}
-
-void GridView::keyPressEvent(QKeyEvent* event) {
-    if (handler_.GridKey(*event)) {
-        return;
-    }
-    if (MovingKey(*event)) {
-        return;
-    }
-    const bool returns = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (returns || event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
-        // At the grid's end Tab goes on to the window's next control; Return in a list is for its default button.
-        event->ignore();
-        return;
-    }
-    if (currentIndex().isValid() && (CellKey(*event) || TypedKey(*event))) {
-        return;
-    }
-    QTableView::keyPressEvent(event);
-}
-
-void GridView::mousePressEvent(QMouseEvent* event) {
-    const QModelIndex at = indexAt(event->pos());
-    if (event->button() != Qt::LeftButton || !at.isValid()) {
-        if (event->button() == Qt::LeftButton) {
-            handler_.CommitCell();
-        }
-        return;
-    }
-    const int row = at.row();
-    const int column = at.column();
-    const bool wasCurrent = at == currentIndex();
-    if (!GoTo(row, column) || currentIndex().row() != row) {
-        return;
-    }
-    handler_.PressCell(row, event->modifiers());
-    if (event->modifiers() != Qt::NoModifier) {
-        return;
-    }
-    if (bound_.Column(column).kind != CellKind::YesNo) {
-        if (wasCurrent) {
-            handler_.ClickCell(currentIndex());
-        }
-        return;
-    }
-    const QRect box = GridDelegate::BoxRect(visualRect(currentIndex()), *this);
-    if (box.adjusted(-4, -4, 4, 4).contains(event->pos())) {
-        handler_.ToggleCell(currentIndex());
-    }
-}
-
-void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
-    const QModelIndex at = indexAt(event->pos());
-    if (event->button() == Qt::LeftButton && at.isValid() && at == currentIndex()) {
-        if (bound_.Column(at.column()).kind == CellKind::YesNo) {
-            mousePressEvent(event);
-        } else {
-            handler_.EditCell(at, {});
-        }
-    }
-}
-
-void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QTableView::currentChanged(current, previous);
-    // Letters that are put together from several keys arrive by way of the input method.
-    setAttribute(Qt::WA_InputMethodEnabled, current.isValid() && bound_.CanEdit(current.column()));
-    verticalHeader()->viewport()->update();
-    // The frame of the cell is drawn by the cells themselves.
-    viewport()->update();
+    return true;
 }
 
 } // namespace velmora

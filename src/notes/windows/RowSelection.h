@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <numeric>
 #include <vector>
 
 namespace velmora {
@@ -12,24 +13,25 @@ public:
     bool Contains(int row) const { return std::find(rows_.begin(), rows_.end(), row) != rows_.end(); }
 
     void Clear() { rows_.clear(); }
-    void Add(int row) {
-        if (!Contains(row)) {
+    void Toggle(int row) {
+        if (std::erase(rows_, row) == 0) {
             rows_.push_back(row);
         }
     }
-    void Remove(int row) { std::erase(rows_, row); }
-    void Toggle(int row) {
-        if (Contains(row)) {
-            Remove(row);
-        } else {
-            rows_.push_back(row);
+    // In that direction, both ends included.
+    void AddRange(int from, int to) {
+        for (int row = from;; row += from < to ? 1 : -1) {
+            if (!Contains(row)) {
+                rows_.push_back(row);
+            }
+            if (row == to) {
+                return;
+            }
         }
     }
     void SelectAll(int count) {
         rows_.resize(static_cast<size_t>(count));
-        for (int row = 0; row < count; ++row) {
-            rows_[static_cast<size_t>(row)] = row;
-        }
+        std::iota(rows_.begin(), rows_.end(), 0);
     }
 
 private:

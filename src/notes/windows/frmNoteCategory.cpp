@@ -21,9 +21,8 @@ const QString moduleTitle = u"Note Category Form"_s;
 
 frmNoteCategory::frmNoteCategory(const NotesContext& context, QWidget* parent)
     : GridForm(context, moduleTitle, parent),
-      Table1(new BoundGrid(
-          context.program, context.database, rules_,
-          {u"Table1"_s, u"Note Categories"_s, moduleTitle, u"Note Categories Grid"_s, CategoryColumns(), {}}, this)) {
+      Table1(new BoundGrid(context.program, BoundRows(context.database, CategoryColumns()), rules_,
+                           {u"Table1"_s, u"Note Categories"_s, moduleTitle, u"Note Categories Grid"_s}, this)) {
     setObjectName(u"frmNoteCategory"_s);
     setWindowTitle(u"Note Categories"_s);
     auto* Label1 = new QLabel(u"Note Categories are used to classify notes by responsibility"_s);
@@ -47,21 +46,21 @@ frmNoteCategory::frmNoteCategory(const NotesContext& context, QWidget* parent)
 }
 
 bool frmNoteCategory::IsEmpty() const {
-    return Table1->Rows().Count() == 0;
+    return Table1->View().Rows().Count() == 0;
 }
 
 bool frmNoteCategory::Form_Activate() {
     return Activate([this] {
-        if (Table1->Rows().IsOpen() && !Table1->HasPendingEdit()) {
-            Table1->Requery();
-        } else if (!Table1->HasPendingEdit()) {
-            Table1->Open(u"NoteCategory"_s);
+        if (Table1->View().Rows().IsOpen() && !Table1->View().HasPendingEdit()) {
+            Table1->View().Requery();
+        } else if (!Table1->View().HasPendingEdit()) {
+            Table1->View().Open(u"NoteCategory"_s);
         }
     });
 }
 
 void frmNoteCategory::Form_LostFocus() {
-    Table1->UpdateRow();
+    Table1->View().UpdateRow();
 }
 
 } // namespace velmora

@@ -28,14 +28,9 @@ const QString moduleTitle = u"Notes Form"_s;
 frmNotes::frmNotes(const NotesContext& context, qint32 reservationId, const QString& userName, QWidget* parent)
     : GridForm(context, moduleTitle, parent), ReservationID(reservationId),
       rules_(context.program.services().clock, userName),
-      TDBGrid1(new BoundGrid(context.program, context.database, rules_,
-                             {u"TDBGrid1"_s,
-                              u"Notes"_s,
-                              moduleTitle,
-                              u"Notes Grid"_s,
-                              NoteColumns(),
-                              {{"Reservation", Value(qint64{reservationId})}}},
-                             this)) {
+      TDBGrid1(new BoundGrid(
+          context.program, BoundRows(context.database, NoteColumns(), {{"Reservation", Value(qint64{reservationId})}}),
+          rules_, {u"TDBGrid1"_s, u"Notes"_s, moduleTitle, u"Notes Grid"_s}, this)) {
     setObjectName(u"frmNotes"_s);
     setWindowTitle(u"Notes"_s);
     LayOut();
@@ -82,16 +77,16 @@ void frmNotes::LayOut() {
 bool frmNotes::Form_Activate() {
     QStringList categories;
     const bool read = Activate([&] {
-        if (TDBGrid1->Rows().IsOpen() && !TDBGrid1->HasPendingEdit()) {
-            TDBGrid1->Requery();
-        } else if (!TDBGrid1->HasPendingEdit()) {
-            TDBGrid1->Open(NotesOf(ReservationID));
+        if (TDBGrid1->View().Rows().IsOpen() && !TDBGrid1->View().HasPendingEdit()) {
+            TDBGrid1->View().Requery();
+        } else if (!TDBGrid1->View().HasPendingEdit()) {
+            TDBGrid1->View().Open(NotesOf(ReservationID));
         }
         categories = CategoryNames(Context().database);
     });
-    TDBGrid1->SetChoices(categories);
+    TDBGrid1->View().SetChoices(categories);
     // What is typed is not given up for it.
-    const bool refused = categories.isEmpty() && !TDBGrid1->HasPendingEdit();
+    const bool refused = categories.isEmpty() && !TDBGrid1->View().HasPendingEdit();
     if (read && refused) {
         RefuseWithoutCategories();
     }
@@ -107,8 +102,8 @@ void frmNotes::RefuseWithoutCategories() {
 }
 
 void frmNotes::Form_LostFocus() {
-    if (TDBGrid1->UpdateRow()) {
-        TDBGrid1->CloseRecords();
+    if (TDBGrid1->View().UpdateRow()) {
+        TDBGrid1->View().CloseRecords();
         done(Rejected);
     } else {
         raise();
@@ -117,7 +112,7 @@ void frmNotes::Form_LostFocus() {
 }
 
 void frmNotes::SelectStandardNotes(const QString& mode) {
-    if (!TDBGrid1->UpdateRow()) {
+    if (!TDBGrid1->View().UpdateRow()) {
         return;
     }
     frmSelectStdNotes selection(Context(), ReservationID, this);
@@ -128,12 +123,12 @@ void frmNotes::SelectStandardNotes(const QString& mode) {
         return;
     }
     selection.ShowModal();
-    steps.Step(u"Reading Notes"_s, [&] { TDBGrid1->Requery(); });
+    steps.Step(u"Reading Notes"_s, [&] { TDBGrid1->View().Requery(); });
     TDBGrid1->setFocus();
 }
 
 void frmNotes::Command1_Click() {
-    if (TDBGrid1->UpdateRow()) {
+    if (TDBGrid1->View().UpdateRow()) {
         frmNoteCategory(Context(), this).ShowModal();
         Form_Activate();
         TDBGrid1->setFocus();

@@ -23,9 +23,8 @@ const QString moduleTitle = u"Select Standard Notes"_s;
 
 frmSelectStdNotes::frmSelectStdNotes(const NotesContext& context, qint32 reservationId, QWidget* parent)
     : GridForm(context, moduleTitle, parent), reservation_(reservationId), Label1(new QLabel),
-      Table1(new BoundGrid(
-          context.program, context.database, rules_,
-          {u"Table1"_s, u"Standard Notes"_s, moduleTitle, u"Standard Notes Grid"_s, StandardNoteColumns(), {}}, this)) {
+      Table1(new BoundGrid(context.program, BoundRows(context.database, StandardNoteColumns()), rules_,
+                           {u"Table1"_s, u"Standard Notes"_s, moduleTitle, u"Standard Notes Grid"_s}, this)) {
     setObjectName(u"frmSelectStdNotes"_s);
     setWindowTitle(u"Select Standard Notes"_s);
     LayOut();
@@ -55,7 +54,7 @@ void frmSelectStdNotes::LayOut() {
 }
 
 void frmSelectStdNotes::Explain() {
-    Label1->setText(Translate(Table1->Rows().Count() > 0
+    Label1->setText(Translate(Table1->View().Rows().Count() > 0
                                   ? u"Select the notes to add. Hold the Ctrl key to select several; they are added in "
                                     "the order in which they are selected."_s
                               : StdNoteMode == u"2" ? u"There are no standard notes for this event type."_s
@@ -66,7 +65,7 @@ bool frmSelectStdNotes::Form_Activate() {
     return Activate([this] {
         if (const auto list = FindStandardNoteList(StdNoteMode, StdNoteKey)) {
             setWindowTitle(Translate(list->title));
-            Table1->Open(list->source);
+            Table1->View().Open(list->source);
             Explain();
         }
     });
@@ -74,8 +73,8 @@ bool frmSelectStdNotes::Form_Activate() {
 
 QStringList frmSelectStdNotes::ChosenNames() {
     QStringList names;
-    for (const int row : Table1->SelectedRows()) {
-        names.append(Table1->Rows().Stored(row, Table1->Rows().ColumnOf("Name")).ToText());
+    for (const int row : Table1->View().SelectedRows()) {
+        names.append(Table1->View().Rows().Stored(row, Table1->View().Rows().ColumnOf("Name")).ToText());
     }
     return names;
 }
@@ -92,13 +91,13 @@ void frmSelectStdNotes::AddChosen() {
 
 void frmSelectStdNotes::cmdOK_Click() {
     if (MakeSteps(u"Add Standard Notes"_s).Step(u"Adding Notes"_s, [this] { AddChosen(); })) {
-        Table1->ClearSelection();
+        Table1->View().ClearSelection();
         accept();
     }
 }
 
 void frmSelectStdNotes::cmdCancel_Click() {
-    Table1->ClearSelection();
+    Table1->View().ClearSelection();
     QDialog::reject();
 }
 
