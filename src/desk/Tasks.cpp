@@ -81,37 +81,27 @@ void Tasks::Select() {
 }
 
 void Tasks::First() {
-    if (position_ > 0) {
-        position_ = 0;
-        Arrive(&engine::Recordset::MoveFirst);
-    }
+    StepTo(0);
 }
 
 void Tasks::Previous() {
-    if (position_ > 0) {
-        --position_;
-        Arrive(&engine::Recordset::MovePrevious);
-    }
+    StepTo(position_ - 1);
 }
 
 void Tasks::Next() {
-    if (position_ + 1 < count_) {
-        ++position_;
-        Arrive(&engine::Recordset::MoveNext);
-    }
+    StepTo(position_ + 1);
 }
 
 void Tasks::Last() {
-    if (position_ + 1 < count_) {
-        position_ = count_ - 1;
-        Arrive(&engine::Recordset::MoveLast);
-    }
+    StepTo(count_ - 1);
 }
 
-void Tasks::Arrive(void (engine::Recordset::*move)()) {
-    moved_.reset();
-    (TaskRecordset_.get()->*move)();
-    DisplayEvent();
+void Tasks::StepTo(qint64 position) {
+    if (position >= 0 && position < count_ && position != position_) {
+        moved_.reset();
+        position_ = position;
+        DisplayEvent();
+    }
 }
 
 void Tasks::DisplayEvent() {
@@ -145,7 +135,11 @@ void Tasks::Read() {
     bool gone = false;
     try {
         // Moving onto the record makes the set read it again.
-        Record().GoTo(Record().CurrentBookmark());
+        if (moved_ != nullptr) {
+            moved_->GoTo(moved_->CurrentBookmark());
+        } else {
+            TaskRecordset_->GoTo(engine::Bookmark(TaskRecordset_->CurrentBookmark().Opening(), position_));
+        }
         now = TaskDetails::Read(Record(), locale);
     } catch (const EngineError& error) {
         if (!IsDeletion(error)) {

@@ -56,7 +56,7 @@ private:
     bool Do(const QString& failure, Function&& work);
     void Tell(const QString& text) const;
     void Select();
-    void Arrive(void (engine::Recordset::*move)());
+    void StepTo(qint64 position);
     // Reads what the database holds of the current record, and says in the notice what differs from what was shown of
     // it last.
     void Read();

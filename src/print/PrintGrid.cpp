@@ -37,12 +37,12 @@ void PreparePrinter(Printers& printers, const GridSelection& grid) {
 }
 
 // The columns' widths as the tab stops that they end at.
-void SetTabStops(PrintJob& job, const std::vector<int>& widths, int room) {
+void SetTabStops(PrintJob& job, const std::vector<int>& widths) {
     std::vector<double> fractions;
     int end = 0;
     for (const int width : widths) {
         end += width;
-        fractions.push_back(static_cast<double>(end) / std::max(room, 1));
+        fractions.push_back(static_cast<double>(end) / std::max(job.DeviceWidth(), 1));
     }
     job.SetTabStops(fractions);
 }
@@ -105,7 +105,7 @@ void PrintGridSelection(const Program& program, PrintJob& job, const GridSelecti
         PreparePrinter(services.printers, grid);
         const int room = services.printers.CurrentPage().width;
         job.BeginReport();
-        SetTabStops(job, GridPrintWidths(grid, room), room);
+        SetTabStops(job, GridPrintWidths(grid, room));
         job.PrintReportTitle(grid.caption, QStringView(), QStringView());
         PrintRows(job, grid);
     });

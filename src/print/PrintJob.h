@@ -55,6 +55,8 @@ public:
     // Tab stops at fractions of the width, as many as a table needs; further ones stay where they are.
     void SetTabStops(std::span<const double> fractions);
     void SetTabStops(double f1, double f2, double f3, double f4) { SetTabStops(std::array{f1, f2, f3, f4}); }
+    // The width that the fractions of the tab stops are of, in twips; 0 without an open report.
+    int DeviceWidth() const { return writer_->DeviceWidth(); }
     // How wide the open report shows a text, in twips; 0 on targets without pages, and without an open report.
     int TextWidth(Text text) const { return writer_->TextWidth(text); }
     void LoadPrintAttributes() { state_.attributes.Load(services_.attributes); }

@@ -67,7 +67,7 @@ protected:
         process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromLatin1(line), program_});
         return Finish(process);
     }
-    static QByteArray Expected(const char* name, const char* folder = "desk") {
+    static QByteArray Expected(const char* name, const char* folder = "reports") {
         return FileBytes(
                    u"%1/%2/expected/%3"_s.arg(TestDataFolder(), QLatin1StringView(folder), QLatin1StringView(name))) +
                "\r\n";

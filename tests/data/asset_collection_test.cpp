@@ -1,6 +1,6 @@
-#include "site/Site.h"
 #include "data/Helpers.h"
 #include "data/LookupLists.h"
+#include "site/Site.h"
 #include "tests/data/RawStore.h"
 #include "tests/support/Fakes.h"
 

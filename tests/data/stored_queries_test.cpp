@@ -1,6 +1,6 @@
-#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "engine/dialect/Compiler.h"
+#include "site/Site.h"
 #include "site/SiteSchema.h"
 #include "tests/data/RawStore.h"
 #include "tests/support/Folders.h"

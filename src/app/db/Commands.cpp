@@ -4,9 +4,9 @@
 #include "app/db/Output.h"
 #include "app/db/ParameterText.h"
 #include "app/db/RowPrinter.h"
-#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "engine/Database.h"
+#include "site/Site.h"
 
 #include <QDir>
 

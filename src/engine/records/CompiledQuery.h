@@ -43,8 +43,7 @@ public:
     explicit QueryCache(dialect::Purpose purpose);
 
     // Compiles the text when no query is known for it. `literals` are then those of the text.
-    std::shared_ptr<const CompiledQuery> Find(QStringView text, const Catalog& catalog,
-                                              std::vector<Value>& literals);
+    std::shared_ptr<const CompiledQuery> Find(QStringView text, const Catalog& catalog, std::vector<Value>& literals);
     void Clear();
 
 private:

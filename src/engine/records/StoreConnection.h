@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/Recordset.h"
 #include "engine/Catalog.h"
+#include "engine/Recordset.h"
 
 #include <QByteArray>
 #include <QString>

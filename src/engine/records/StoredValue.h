@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Value.h"
-#include "engine/Recordset.h"
 #include "engine/Catalog.h"
+#include "engine/Recordset.h"
 
 #include <QByteArray>
 

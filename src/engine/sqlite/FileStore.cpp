@@ -16,7 +16,6 @@ namespace velmora::engine::sqlite {
 
 namespace {
 
-
 Presence JoinChecked(const QString& path) {
     CheckPath(path);
     return Presence::Join(path);
