@@ -1,5 +1,6 @@
 #include "demo/CreateDemoSite.h"
 #include "engine/dialect/Compiler.h"
+#include "engine/sqlite/SqliteWriter.h"
 #include "site/Site.h"
 #include "site/SiteSchema.h"
 #include "tests/data/RawStore.h"
@@ -221,7 +222,7 @@ TEST_F(DemoQueries, AreServedByIndexes) {
     const auto database = site_->site.Open();
     for (const PlanCase& each : cases) {
         const auto compiled = engine::dialect::Compile(QString::fromLatin1(each.text), database->Schema(),
-                                                       engine::dialect::Purpose::Read);
+                                                       engine::dialect::Purpose::Read, engine::sqlite::SqliteWriter());
         const QStringList plan = site_->raw.Plan(compiled.sql);
         EXPECT_TRUE(plan.contains(QLatin1String(each.step))) << each.text << "\n"
                                                              << plan.join(u'\n').toStdString() << "\n"
@@ -245,7 +246,8 @@ TEST_F(DemoQueries, CostNothingForTheHistory) {
         texts.push_back(QString::fromLatin1(query.name));
     }
     for (const QString& text : texts) {
-        const auto compiled = engine::dialect::Compile(text, database->Schema(), engine::dialect::Purpose::Read);
+        const auto compiled = engine::dialect::Compile(text, database->Schema(), engine::dialect::Purpose::Read,
+                                                       engine::sqlite::SqliteWriter());
         QStringList values;
         for (const engine::dialect::Binding& binding : compiled.bindings) {
             using Source = engine::dialect::Binding::Source;

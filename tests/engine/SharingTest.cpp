@@ -28,6 +28,7 @@ public:
     }
 
     void GoOn() { process_.write("\n"); }
+    bool EndsWithin(int milliseconds) { return process_.waitForFinished(milliseconds); }
     // 0, or what ExitOf gives.
     int Result() {
         EXPECT_TRUE(process_.waitForFinished(120'000));
@@ -143,6 +144,57 @@ TEST_F(Sharing, ShortLocksAreWaitedFor) {
     Peer reader(site_, {u"hold-read"_s, u"300"_s});
     row->Update();
     EXPECT_EQ(site_.Stored("SELECT Attendees FROM Reservation"), u"5");
+}
+
+// Reads inside a scope, inner scopes included, see one state; other users' changes wait until the outermost ends.
+TEST_F(Sharing, AReadScopeKeepsItsStateUntilTheOutermostEnds) {
+    constexpr QStringView attendees = u"SELECT Attendees FROM Reservation";
+    const auto reader = site_.Open();
+    const auto writer = site_.Open({.busyMilliseconds = 50});
+    {
+        const ReadScope outer(*reader);
+        EXPECT_EQ(Shown(*reader, attendees), u"0");
+        {
+            const ReadScope inner(*reader);
+            EXPECT_EQ(Shown(*reader, attendees), u"0");
+        }
+        ExpectError(EngineErrorNumber::RecordLocked, u"locked",
+                    [&] { writer->Execute(u"UPDATE Reservation SET Attendees = 1"); });
+        EXPECT_EQ(Shown(*reader, attendees), u"0");
+    }
+    EXPECT_EQ(writer->Execute(u"UPDATE Reservation SET Attendees = 2"), 1);
+    EXPECT_EQ(Shown(*reader, attendees), u"2");
+}
+
+TEST_F(Sharing, AChangeEndsTheReadScopesAroundIt) {
+    const auto reader = site_.Open();
+    const auto writer = site_.Open({.busyMilliseconds = 50});
+    const ReadScope outer(*reader);
+    const ReadScope inner(*reader);
+    EXPECT_EQ(Shown(*reader, u"SELECT Attendees FROM Reservation"), u"0");
+    EXPECT_EQ(reader->Execute(u"UPDATE Reservation SET Attendees = Attendees + 1"), 1);
+    EXPECT_EQ(writer->Execute(u"UPDATE Reservation SET Attendees = Attendees + 1"), 1);
+    EXPECT_EQ(Shown(*reader, u"SELECT Attendees FROM Reservation"), u"2");
+    {
+        Transaction changes(*reader);
+        reader->Execute(u"UPDATE Reservation SET Attendees = 9");
+        changes.Commit();
+    }
+    EXPECT_EQ(Shown(*writer, u"SELECT Attendees FROM Reservation"), u"9");
+}
+
+TEST_F(Sharing, AnotherProcessWaitsUntilAReadScopeEnds) {
+    const auto reader = site_.Open();
+    Peer writer(site_, {u"edit"_s, u"SLockStart"_s, u"1"_s});
+    {
+        const ReadScope reading(*reader);
+        EXPECT_EQ(Shown(*reader, u"SELECT Attendees FROM Reservation WHERE SLockStart = False"), u"0");
+        writer.GoOn();
+        EXPECT_FALSE(writer.EndsWithin(200));
+        EXPECT_EQ(Shown(*reader, u"SELECT Attendees FROM Reservation WHERE SLockStart = False"), u"0");
+    }
+    EXPECT_EQ(writer.Result(), 0);
+    EXPECT_EQ(Flags(), u"10");
 }
 
 } // namespace velmora::engine::test

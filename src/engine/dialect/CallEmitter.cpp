@@ -22,20 +22,20 @@ SqlText Emitter::EmitCall(const Expression& expression) {
     for (size_t i = 0; i < expression.operands.size(); ++i) {
         arguments.push_back(EmitArgument(*expression.operands[i], rule.arguments[i]));
     }
-    return CallText(rule.storeName, arguments);
+    return writer_.Call(rule, arguments);
 }
 
 SqlText Emitter::EmitArgument(const Expression& expression, ArgumentKind kind) {
     SqlText value = Emit(expression);
     switch (kind) {
     case ArgumentKind::Condition:
-        return Truth(value, expression.type);
+        return writer_.IsTrue(value, expression.type);
     case ArgumentKind::Text:
-        return AsText(value, expression.type);
+        return writer_.AsText(value, expression.type);
     case ArgumentKind::Number:
-        return AsNumber(value, expression.type);
+        return writer_.AsNumber(value, expression.type);
     case ArgumentKind::Whole:
-        return ForField(value, expression.type, FieldType::Integer);
+        return writer_.AsWhole(value, expression.type);
     case ArgumentKind::Any:
     case ArgumentKind::Date:
     case ArgumentKind::NumberOrDate:
@@ -47,25 +47,21 @@ SqlText Emitter::EmitArgument(const Expression& expression, ArgumentKind kind) {
 
 // IIf. One within the other's last place continues the same CASE.
 SqlText Emitter::EmitChoice(const Expression& expression) {
-    SqlText text{"CASE", Binds::Whole, 2, false};
-    const auto append = [&](const char* word, const SqlText& part) {
-        text.text += word + part.text;
-        constexpr int besides = 7;
-        text.pending = std::max(text.pending, part.pending + besides);
-        text.stored = text.stored || part.stored;
+    SqlText text{"CASE"};
+    const auto append = [&](const char* word, const Expression& operand) {
+        const SqlText result = Operand(operand, expression.type);
+        text.text += word + result.text;
+        text.stored = text.stored || result.stored;
     };
-    const auto result = [&](const Expression& operand) { return Operand(operand, expression.type); };
     const Expression* choice = &expression;
     for (;;) {
-        SqlText condition = EmitCondition(*choice->operands[0]);
-        condition.stored = false;
-        append(" WHEN ", condition);
-        append(" THEN ", result(*choice->operands[1]));
+        text.text += " WHEN " + EmitCondition(*choice->operands[0]).text;
+        append(" THEN ", *choice->operands[1]);
         const Expression& otherwise = *choice->operands[2];
         const bool continues = otherwise.kind == Expression::Kind::Call && otherwise.type == expression.type &&
                                FunctionAt(otherwise.function).form == FunctionForm::Choice;
         if (!continues) {
-            append(" ELSE ", result(otherwise));
+            append(" ELSE ", otherwise);
             text.text += " END";
             return text;
         }
@@ -84,7 +80,7 @@ SqlText Emitter::EmitDefault(const Expression& expression) {
         const bool number = IsNumber(first.type) || first.type == FieldType::YesNo;
         other.text = number ? "0" : "''";
     }
-    SqlText text = CallText("coalesce", std::initializer_list<SqlText>{value, other});
+    SqlText text = CallText("coalesce", {value, other});
     text.stored = value.stored || other.stored;
     return text;
 }
@@ -92,30 +88,54 @@ SqlText Emitter::EmitDefault(const Expression& expression) {
 SqlText Emitter::EmitAggregate(const Expression& expression) {
     const FunctionRule& rule = FunctionAt(expression.function);
     if (expression.countsRows) {
-        return {QByteArrayLiteral("count(*)"), Binds::Whole, 4, false};
+        return {QByteArrayLiteral("count(*)")};
     }
     const Expression& operand = *expression.operands[0];
-    std::vector<SqlText> arguments{EmitArgument(operand, rule.arguments[0])};
-    bool stored = arguments.front().stored;
+    SqlText value = EmitArgument(operand, rule.arguments[0]);
+    std::vector<SqlText> keys;
     if (rule.form == FunctionForm::OrderedAggregate) {
         // The rows' own order decides, not the one in which the store happens to meet them.
         for (const Source* leaf : select_->leaves) {
-            if (!leaf->table || (leaf->table->key.empty() && select_->leaves.size() > 1)) {
-                continue;
-            }
-            for (SqlText& key : KeyColumns({{leaf->table, leaf->alias, leaf, -1}})) {
-                arguments.push_back(std::move(key));
+            if (leaf->table && (!leaf->table->key.empty() || select_->leaves.size() == 1)) {
+                const std::vector<SqlText> more = KeyColumns({{leaf->table, leaf->alias, leaf, -1}});
+                keys.insert(keys.end(), more.begin(), more.end());
             }
         }
-    } else if (rule.result == ResultRule::AsFirst && operand.type == FieldType::YesNo) {
-        arguments.front() = Truth(arguments.front(), operand.type);
-        stored = false;
     } else if (rule.result == ResultRule::AsFirst) {
-        arguments.front() = Collated(arguments.front(), operand.type);
+        value = operand.type == FieldType::YesNo ? writer_.IsTrue(value, operand.type)
+                                                 : writer_.Collated(value, operand.type);
     }
-    SqlText text = CallText(rule.storeName, arguments);
-    text.stored = stored;
+    SqlText text = writer_.Aggregate(rule, value, operand.type, keys);
+    text.stored = value.stored;
     return text;
+}
+
+SqlText Emitter::Convert(const SqlText& value, FieldType from, FieldType to) const {
+    if (from == to || to == FieldType::Unknown) {
+        return value;
+    }
+    if (from == FieldType::Unknown) {
+        return {value.text, value.binds, true};
+    }
+    return to == FieldType::Text ? writer_.AsText(value, from) : writer_.AsNumber(value, from);
+}
+
+SqlText Emitter::ForField(const SqlText& value, FieldType from, FieldType field) const {
+    switch (field) {
+    case FieldType::YesNo:
+        return writer_.IsTrue(value, from);
+    case FieldType::Integer:
+        return writer_.AsWhole(value, from);
+    case FieldType::Real:
+        return writer_.AsNumber(value, from);
+    case FieldType::Text:
+        return writer_.AsText(value, from);
+    case FieldType::DateTime:
+        return writer_.AsMoment(value, from);
+    case FieldType::Unknown:
+        break;
+    }
+    return value;
 }
 
 } // namespace velmora::engine::dialect

@@ -141,7 +141,7 @@ void SortParameters(CompiledStatement& compiled) {
 
 } // namespace
 
-CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purpose) {
+CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purpose, const SqlWriter& writer) {
     bool bareName = false;
     Work work = ParseCaller(text, catalog, bareName);
     QString name;
@@ -172,7 +172,7 @@ CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purp
     } else {
         compiled.target = statement.target->table->name;
     }
-    Emitter::Emitted emitted = Emitter::Emit(statement, compiled.updatable);
+    Emitter::Emitted emitted = Emitter::Emit(statement, compiled.updatable, writer);
     compiled.sql = std::move(emitted.sql);
     compiled.bindings = std::move(emitted.bindings);
     compiled.literalsShapeText = bareName || resolver.LiteralsShapeText() || emitted.literalsShapeText;
@@ -180,7 +180,7 @@ CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purp
         for (const BaseTable& base : compiled.bases) {
             compiled.hiddenColumns += static_cast<int>(base.keyPositions.size());
         }
-        Emitter::Emitted reread = Emitter::EmitReread(*statement.query);
+        Emitter::Emitted reread = Emitter::EmitReread(*statement.query, writer);
         compiled.rereadSql = std::move(reread.sql);
         compiled.rereadBindings = std::move(reread.bindings);
     } else if (rows) {

@@ -20,7 +20,7 @@ struct ParameterInfo {
     bool declared = false;
 };
 
-// Where the value of one "?n" of the emitted text comes from.
+// Where the value in one place of the emitted text comes from.
 struct Binding {
     enum class Source {
         Literal,   // the literal number `index` of the caller's text, counted from 0 in the order of the text
@@ -56,12 +56,12 @@ struct BaseTable {
     std::vector<int> keyPositions;
 };
 
-// A text of the program's dialect, ready for the embedded store. Immutable once made; may be shared.
+// A text of the program's dialect, ready for a store. Immutable once made; may be shared.
 struct CompiledStatement {
     StatementKind kind = StatementKind::Select;
-    // UTF-8 for the store, with positional parameters ?1, ?2, ...
+    // UTF-8 for the store, with the places of `bindings`.
     QByteArray sql;
-    std::vector<Binding> bindings; // bindings[n] is ?(n+1)
+    std::vector<Binding> bindings; // by the number of the place, from 1
     std::vector<ParameterInfo> parameters;
 
     // For Select: the visible columns; the emitted text may return hidden key columns behind them.
@@ -72,7 +72,7 @@ struct CompiledStatement {
     std::vector<BaseTable> bases;
     // Reads the same columns of one row again by the keys of its bases; empty unless updatable. Its parameters are
     // rereadBindings for the select list and joins, then the key values: those of bases[0] in order, then bases[1], ...
-    // (?(rereadBindings.size()+1) on).
+    // (from the place rereadBindings.size()+1 on).
     QByteArray rereadSql;
     std::vector<Binding> rereadBindings;
 
@@ -84,13 +84,15 @@ struct CompiledStatement {
     bool literalsShapeText = false;
 };
 
+class SqlWriter;
+
 // Compiles for an updatable set (hidden keys and rereadSql are emitted) or for plain reading.
 enum class Purpose { Read, Update };
 
 // Throws EngineError with the position (line and column, or the word at fault) for a text outside the dialect, an
 // unknown table or function, an ambiguous field, an impossible date, a comparison of kinds that do not compare.
 // A bare table or stored query name is the text "SELECT * FROM [name]".
-CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purpose);
+CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purpose, const SqlWriter& writer);
 
 // The shape of a text: the text with its literals taken out (each replaced by a mark of its kind), and the literals
 // in their order. Two texts with equal `key` compile to the same statement when literalsShapeText is false.
@@ -104,24 +106,5 @@ struct TextShape {
 
 // One pass, no parsing: cheap enough to run on a text built per call. Reuses the storage of `shape`.
 void ScanShape(QStringView text, TextShape& shape);
-
-// A key taken apart, to find out whether a text has this shape in less time than it takes to scan it.
-class KnownShape {
-public:
-    explicit KnownShape(QStringView key);
-
-    // True when ScanShape gives the key for this text; its literals are then in `literals`, whose storage is reused.
-    bool Match(QStringView text, std::vector<Value>& literals) const;
-
-    // Characters that stand as they are, and the mark of the literal behind them; 0 at the end of the key.
-    struct Stretch {
-        QString text;
-        char16_t mark = 0;
-    };
-    using Stretches = std::vector<Stretch>;
-
-private:
-    Stretches stretches_;
-};
 
 } // namespace velmora::engine::dialect

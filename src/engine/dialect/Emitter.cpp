@@ -4,28 +4,21 @@
 
 namespace velmora::engine::dialect {
 
-namespace {
-
-// The store's parser holds at most 100 symbols at once; some are needed around the text.
-constexpr int maximumPending = 90;
-
-} // namespace
-
-Emitter::Emitted Emitter::Emit(const Statement& statement, bool keys) {
-    Emitter emitter;
+Emitter::Emitted Emitter::Emit(const Statement& statement, bool keys, const SqlWriter& writer) {
+    Emitter emitter(writer);
     return emitter.Finish(emitter.EmitStatement(statement, keys));
 }
 
-Emitter::Emitted Emitter::EmitReread(const Query& query) {
-    Emitter emitter;
+Emitter::Emitted Emitter::EmitReread(const Query& query, const SqlWriter& writer) {
+    Emitter emitter(writer);
     SelectOptions options;
     options.keys = true;
     options.everyRow = true;
-    QByteArray sql = emitter.EmitQuery(query, options).text;
+    QByteArray sql = emitter.EmitQuery(query, options);
     size_t number = emitter.bindings_.size();
     const char* joint = " WHERE ";
-    for (const SqlText& key : KeyColumns(query.selects.front().origins)) {
-        sql += joint + key.text + " = ?" + QByteArray::number(static_cast<qulonglong>(++number));
+    for (const SqlText& key : emitter.KeyColumns(query.selects.front().origins)) {
+        sql += joint + key.text + " = " + writer.Placeholder(++number, FieldType::Unknown);
         joint = " AND ";
     }
     return emitter.Finish(std::move(sql));
@@ -36,13 +29,21 @@ Emitter::Emitted Emitter::Finish(QByteArray sql) {
 }
 
 QByteArray Emitter::Bind(Binding binding) {
-    constexpr size_t maximumValues = 32000; // the store's own limit is not much higher
-    if (bindings_.size() == maximumValues) {
+    if (bindings_.size() == writer_.MaximumValues()) {
         throw EngineError(EngineErrorNumber::Syntax,
-                          QStringLiteral("The text has more than %1 values.").arg(maximumValues));
+                          QStringLiteral("The text has more than %1 values.").arg(writer_.MaximumValues()));
     }
     bindings_.push_back(std::move(binding));
-    return '?' + QByteArray::number(static_cast<qulonglong>(bindings_.size()));
+    return writer_.Placeholder(bindings_.size(), bindings_.back().type);
+}
+
+// The place of a value that may have one already: `number` is 0 without one.
+QByteArray Emitter::Place(int& number, Binding binding) {
+    if (number != 0) {
+        return writer_.Placeholder(static_cast<size_t>(number), binding.type);
+    }
+    number = static_cast<int>(bindings_.size()) + 1;
+    return Bind(std::move(binding));
 }
 
 QByteArray Emitter::EmitStatement(const Statement& statement, bool keys) {
@@ -58,16 +59,7 @@ QByteArray Emitter::EmitStatement(const Statement& statement, bool keys) {
     }
     SelectOptions options;
     options.keys = keys;
-    const SqlText text = EmitQuery(*statement.query, options);
-    CheckDepth(text);
-    return text.text;
-}
-
-void Emitter::CheckDepth(const SqlText& text) {
-    if (text.pending > maximumPending) {
-        throw EngineError(EngineErrorNumber::Syntax,
-                          QStringLiteral("The text nests too deeply; take parts of it into stored queries."));
-    }
+    return EmitQuery(*statement.query, options);
 }
 
 namespace {
@@ -88,7 +80,6 @@ QByteArray Emitter::EmitUpdate(const Statement& statement) {
     for (const Assignment& assignment : statement.assignments) {
         const SourceColumn& column = target.columns[static_cast<size_t>(assignment.index)];
         const SqlText value = ForField(Emit(*assignment.value), assignment.value->type, column.type);
-        CheckDepth(value);
         if (&assignment != &statement.assignments.front()) {
             sql += ", ";
         }
@@ -105,9 +96,7 @@ QByteArray Emitter::EmitActionWhere(const Statement& statement) {
     if (!statement.where) {
         return {};
     }
-    const SqlText condition = EmitCondition(*statement.where);
-    CheckDepth(condition);
-    return " WHERE " + condition.text;
+    return " WHERE " + EmitCondition(*statement.where).text;
 }
 
 QByteArray Emitter::EmitInsert(const Statement& statement) {
@@ -121,7 +110,6 @@ QByteArray Emitter::EmitInsert(const Statement& statement) {
         columns += (columns.isEmpty() ? "" : ", ") + Quoted(column.name);
         if (assignment.value) {
             const SqlText value = ForField(Emit(*assignment.value), assignment.value->type, column.type);
-            CheckDepth(value);
             values += (values.isEmpty() ? "" : ", ") + value.text;
         }
     }
@@ -131,9 +119,7 @@ QByteArray Emitter::EmitInsert(const Statement& statement) {
     }
     SelectOptions options{Use::Insert};
     options.target = &fields;
-    const SqlText rows = EmitQuery(*statement.query, options);
-    CheckDepth(rows);
-    return sql + rows.text;
+    return sql + EmitQuery(*statement.query, options);
 }
 
 } // namespace velmora::engine::dialect

@@ -5,6 +5,7 @@
 #include "engine/dialect/FunctionTable.h"
 #include "engine/dialect/Order.h"
 #include "engine/dialect/SqlText.h"
+#include "engine/dialect/SqlWriter.h"
 
 #include <QHash>
 
@@ -12,7 +13,8 @@
 
 namespace velmora::engine::dialect {
 
-// Writes a resolved statement as SQL of the embedded store. Every literal and parameter becomes a "?n" with a binding.
+// Writes a resolved statement as SQL of the store that the writer stands for. Every literal and parameter becomes the
+// place of a value with a binding.
 class Emitter {
 public:
     struct Emitted {
@@ -22,11 +24,13 @@ public:
     };
 
     // `keys`: the select returns the key columns of its origins behind the visible ones.
-    static Emitted Emit(const Statement& statement, bool keys);
+    static Emitted Emit(const Statement& statement, bool keys, const SqlWriter& writer);
     // The same columns of one row, found by the keys of the select's origins: see CompiledStatement::rereadSql.
-    static Emitted EmitReread(const Query& query);
+    static Emitted EmitReread(const Query& query, const SqlWriter& writer);
 
 private:
+    explicit Emitter(const SqlWriter& writer) : writer_(writer) {}
+
     // What a select is for, and so what its text must hold besides its columns.
     enum class Use {
         Result,  // rows for the caller
@@ -50,27 +54,28 @@ private:
     QByteArray EmitInsert(const Statement& statement);
     QByteArray EmitDelete(const Statement& statement);
     QByteArray EmitActionWhere(const Statement& statement);
-    // Throws for a text that the store's parser could not take.
-    static void CheckDepth(const SqlText& text);
+    // The place of the value.
     QByteArray Bind(Binding binding);
+    QByteArray Place(int& number, Binding binding);
     Emitted Finish(QByteArray sql);
 
     // Queries (QueryEmitter.cpp)
-    SqlText EmitQuery(const Query& query, const SelectOptions& options);
-    SqlText EmitSelect(const Query& query, const Select& select, const SelectOptions& options);
+    QByteArray EmitQuery(const Query& query, const SelectOptions& options);
+    QByteArray EmitSelect(const Query& query, const Select& select, const SelectOptions& options);
     SqlText EmitOutput(const Query& query, const Select& select, size_t index, const SelectOptions& options);
     SqlText EmitRanges(const Expression& condition);
-    SqlText EmitSources(const Select& select, const SelectOptions& options);
-    SqlText EmitJoined(std::vector<const Source*> parts, const std::vector<const Expression*>& conditions,
-                       const SelectOptions& options);
+    QByteArray EmitSources(const Select& select, const SelectOptions& options);
+    QByteArray EmitJoined(std::vector<const Source*> parts, const std::vector<const Expression*>& conditions,
+                          const SelectOptions& options);
     static void FlattenJoins(const Source& source, std::vector<const Source*>& parts,
                              std::vector<const Expression*>& conditions);
-    SqlText EmitPart(const Source& source, const SelectOptions& options);
+    QByteArray EmitPart(const Source& source, const SelectOptions& options);
     static bool NeedsOrder(const SelectOptions& options);
-    SqlText EmitOrder(const Select& select, const std::vector<OrderKey>& order);
+    QByteArray EmitOrder(const Select& select, const std::vector<OrderKey>& order);
     SqlText EmitOrderKey(const OrderKey& key);
-    void EmitOrderColumns(const std::vector<OrderKey>& order, SqlText& text);
-    static std::vector<SqlText> KeyColumns(const std::vector<Origin>& origins);
+    QByteArray EmitOrderColumns(const std::vector<OrderKey>& order);
+    QByteArray EmitKeys(const Select& select, const SelectOptions& options);
+    std::vector<SqlText> KeyColumns(const std::vector<Origin>& origins) const;
 
     // Expressions (ExpressionEmitter.cpp)
     SqlText Emit(const Expression& expression);
@@ -98,17 +103,15 @@ private:
         return Convert(Emit(expression), expression.type, type);
     }
 
-    // Values of one kind as another (Conversions.cpp)
-    static SqlText Truth(const SqlText& value, FieldType type);
-    static SqlText AsNumber(const SqlText& value, FieldType type);
-    static SqlText AsText(const SqlText& value, FieldType type);
-    static SqlText Convert(const SqlText& value, FieldType from, FieldType to);
-    static SqlText ForField(const SqlText& value, FieldType from, FieldType field);
-    static SqlText Collated(const SqlText& value, FieldType type);
+    // Values of one kind as another (CallEmitter.cpp)
+    SqlText Convert(const SqlText& value, FieldType from, FieldType to) const;
+    // As a field of a table keeps it: whole numbers whole, dates always with the time.
+    SqlText ForField(const SqlText& value, FieldType from, FieldType field) const;
 
+    const SqlWriter& writer_;
     std::vector<Binding> bindings_;
-    QHash<int, int> literalNumbers_;   // literal to "?n"
-    QHash<int, int> parameterNumbers_; // parameter to "?n"
+    QHash<int, int> literalNumbers_;   // literal to the place of its value
+    QHash<int, int> parameterNumbers_; // parameter to the place of its value
     // The select that aggregate functions belong to at the moment.
     const Select* select_ = nullptr;
     bool literalsShapeText_ = false;

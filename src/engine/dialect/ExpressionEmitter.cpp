@@ -34,16 +34,6 @@ SqlText Combine(Operator op, const SqlText& left, const SqlText& right) {
     return Infix(left, entry.text, right, entry.binds);
 }
 
-SqlText Negated(const SqlText& condition) {
-    const SqlText inner = condition.Within(Binds::Not);
-    return {"NOT " + inner.text, Binds::Not, inner.pending + 1, false};
-}
-
-template <typename... Arguments>
-SqlText CallWith(const char* function, const Arguments&... arguments) {
-    return CallText(function, std::initializer_list<SqlText>{arguments...});
-}
-
 } // namespace
 
 SqlText Emitter::Emit(const Expression& expression) {
@@ -52,17 +42,13 @@ SqlText Emitter::Emit(const Expression& expression) {
     case Kind::Literal:
         return EmitLiteral(expression);
     case Kind::Flag:
-        // Not 1 and 0, which would number a column in ORDER BY and GROUP BY.
-        return {expression.value.ToBool() ? QByteArrayLiteral("TRUE") : QByteArrayLiteral("FALSE")};
+        return writer_.Flag(expression.value.ToBool());
     case Kind::Null:
         return {QByteArrayLiteral("NULL")};
     case Kind::Name:
         return EmitName(expression);
-    case Kind::Negate: {
-        const Expression& operand = *expression.operands[0];
-        const SqlText number = AsNumber(Emit(operand), operand.type).Within(Binds::Whole);
-        return {'-' + number.text, Binds::Sign, number.pending + 1, false};
-    }
+    case Kind::Negate:
+        return Negative(writer_.AsNumber(Emit(*expression.operands[0]), expression.operands[0]->type));
     case Kind::Binary:
         return IsComparison(expression.op) ? EmitComparison(expression) : EmitArithmetic(expression);
     case Kind::Not:
@@ -81,8 +67,8 @@ SqlText Emitter::Emit(const Expression& expression) {
     case Kind::Exists:
     case Kind::Subquery: {
         const bool exists = expression.kind == Kind::Exists;
-        const SqlText query = EmitQuery(*expression.query, {exists ? Use::Exists : Use::Value});
-        return {(exists ? "EXISTS (" : "(") + query.text + ')', Binds::Whole, query.pending + 2, !exists};
+        const QByteArray query = EmitQuery(*expression.query, {exists ? Use::Exists : Use::Value});
+        return {(exists ? "EXISTS (" : "(") + query + ')', Binds::Whole, !exists};
     }
     case Kind::Call:
         return EmitCall(expression);
@@ -91,7 +77,7 @@ SqlText Emitter::Emit(const Expression& expression) {
 }
 
 SqlText Emitter::EmitCondition(const Expression& expression) {
-    return Truth(Emit(expression), expression.type);
+    return writer_.IsTrue(Emit(expression), expression.type);
 }
 
 SqlText Emitter::EmitLiteral(const Expression& expression) {
@@ -102,14 +88,9 @@ SqlText Emitter::EmitLiteral(const Expression& expression) {
         binding.constant = expression.value;
         return {Bind(std::move(binding))};
     }
-    int& number = literalNumbers_[expression.literal];
-    if (number == 0) {
-        binding.source = Binding::Source::Literal;
-        binding.index = expression.literal;
-        Bind(std::move(binding));
-        number = static_cast<int>(bindings_.size());
-    }
-    return {'?' + QByteArray::number(number)};
+    binding.source = Binding::Source::Literal;
+    binding.index = expression.literal;
+    return {Place(literalNumbers_[expression.literal], std::move(binding))};
 }
 
 SqlText Emitter::EmitName(const Expression& expression) {
@@ -117,21 +98,16 @@ SqlText Emitter::EmitName(const Expression& expression) {
         const Source& source = *expression.source;
         const QByteArray column = source.table ? Quoted(source.columns[static_cast<size_t>(expression.column)].name)
                                                : "\"c" + QByteArray::number(expression.column) + '"';
-        return {Quoted(source.sqlAlias) + '.' + column, Binds::Whole, 3, true};
+        return {Quoted(source.sqlAlias) + '.' + column, Binds::Whole, true};
     }
-    int& number = parameterNumbers_[expression.parameter];
-    if (number == 0) {
-        Binding binding;
-        binding.source = Binding::Source::Parameter;
-        binding.index = expression.parameter;
-        binding.type = expression.type;
-        Bind(std::move(binding));
-        number = static_cast<int>(bindings_.size());
-    }
-    return {'?' + QByteArray::number(number)};
+    Binding binding;
+    binding.source = Binding::Source::Parameter;
+    binding.index = expression.parameter;
+    binding.type = expression.type;
+    return {Place(parameterNumbers_[expression.parameter], std::move(binding))};
 }
 
-// And, Or. A long row of operands becomes a balanced tree, which the store's limit on depth does not meet.
+// And, Or. A long row of operands becomes a balanced tree, which meets no limit on the depth of a tree.
 SqlText Emitter::EmitJunction(const Expression& expression, size_t from, size_t to) {
     const bool all = expression.kind == Expression::Kind::And;
     const Binds binds = all ? Binds::And : Binds::Or;
@@ -159,7 +135,7 @@ SqlText Emitter::EmitComparison(const Expression& expression) {
     SqlText second = Emit(right);
     const auto isText = [](FieldType type) { return type == FieldType::Text || type == FieldType::Unknown; };
     if (isText(left.type) && isText(right.type)) {
-        second = Collated(second, FieldType::Text);
+        second = writer_.Collated(second, FieldType::Text);
     }
     return Combine(expression.op, first, second);
 }
@@ -177,13 +153,8 @@ SqlText Emitter::EmitFlagComparison(const Expression& expression) {
     const Expression& flag = leftFlag ? left : right;
     const Expression& tested = leftFlag ? right : left;
     const SqlText value = Emit(tested);
-    if (flag.value.ToBool() == (expression.op == Operator::Equal)) {
-        return Truth(value, tested.type);
-    }
-    if (tested.type == FieldType::YesNo && !value.stored) {
-        return Negated(value);
-    }
-    return Infix(value, "=", {QByteArrayLiteral("0")}, Binds::Equality);
+    const bool wantsTrue = flag.value.ToBool() == (expression.op == Operator::Equal);
+    return wantsTrue ? writer_.IsTrue(value, tested.type) : writer_.IsFalse(value, tested.type);
 }
 
 SqlText Emitter::EmitArithmetic(const Expression& expression) {
@@ -201,33 +172,31 @@ SqlText Emitter::EmitArithmetic(const Expression& expression) {
     }
     if (sum || expression.op == Operator::Subtract) {
         if (!sum && left.type == FieldType::DateTime && right.type == FieldType::DateTime) {
-            return CallWith("dialect_days_between", first, second);
+            return writer_.DaysBetween(first, second);
         }
         if (either(FieldType::Unknown) || either(FieldType::Text)) {
-            // What the operands hold decides when the statement runs.
-            const auto operand = [](const SqlText& value, FieldType type) {
-                return type == FieldType::YesNo ? AsNumber(value, type) : value;
+            const auto operand = [&](const SqlText& value, FieldType type) {
+                return type == FieldType::YesNo ? writer_.AsNumber(value, type) : value;
             };
-            return CallWith(sum ? "dialect_add" : "dialect_subtract", operand(first, left.type),
-                            operand(second, right.type));
+            return sum ? writer_.SumOfAny(operand(first, left.type), operand(second, right.type))
+                       : writer_.DifferenceOfAny(operand(first, left.type), operand(second, right.type));
         }
         if (either(FieldType::DateTime)) {
             const bool dateFirst = left.type == FieldType::DateTime;
-            SqlText days = dateFirst ? AsNumber(second, right.type) : AsNumber(first, left.type);
-            if (!sum) {
-                days = days.Within(Binds::Whole);
-                days = {'-' + days.text, Binds::Sign, days.pending + 1, false};
-            }
-            return CallWith("dialect_add_days", dateFirst ? first : second, days);
+            const SqlText days = dateFirst ? writer_.AsNumber(second, right.type) : writer_.AsNumber(first, left.type);
+            return writer_.AddDays(dateFirst ? first : second, sum ? days : Negative(days));
         }
     }
-    SqlText leftNumber = AsNumber(first, left.type);
-    SqlText rightNumber = AsNumber(second, right.type);
+    const SqlText leftNumber = writer_.AsNumber(first, left.type);
+    const SqlText rightNumber = writer_.AsNumber(second, right.type);
     if (expression.op == Operator::Divide) {
-        leftNumber = {"CAST(" + leftNumber.text + " AS REAL)", Binds::Whole, leftNumber.pending + 2, false};
-    } else if (expression.op == Operator::Modulo) {
-        leftNumber = left.type == FieldType::Integer ? leftNumber : CallWith("dialect_whole", leftNumber);
-        rightNumber = right.type == FieldType::Integer ? rightNumber : CallWith("dialect_whole", rightNumber);
+        return writer_.Quotient(leftNumber, rightNumber);
+    }
+    if (expression.op == Operator::Modulo) {
+        const auto whole = [&](const SqlText& number, FieldType type) {
+            return writer_.AsWhole(number, type == FieldType::YesNo ? FieldType::Real : type);
+        };
+        return writer_.Remainder(whole(leftNumber, left.type), whole(rightNumber, right.type));
     }
     return Combine(expression.op, leftNumber, rightNumber);
 }
@@ -235,10 +204,10 @@ SqlText Emitter::EmitArithmetic(const Expression& expression) {
 // "&": an empty value joins as "".
 SqlText Emitter::EmitConcatenation(const Expression& expression) {
     const auto part = [&](const Expression& operand) {
-        const SqlText text = AsText(Emit(operand), operand.type);
+        const SqlText text = writer_.AsText(Emit(operand), operand.type);
         const bool neverEmpty = operand.kind == Expression::Kind::Literal ||
                                 (operand.kind == Expression::Kind::Binary && operand.op == Operator::Concatenate);
-        return neverEmpty ? text : CallWith("coalesce", text, SqlText{QByteArrayLiteral("''")});
+        return neverEmpty ? text : CallText("coalesce", {text, {QByteArrayLiteral("''")}});
     };
     const SqlText first = part(*expression.operands[0]);
     return Combine(Operator::Concatenate, first, part(*expression.operands[1]));
@@ -256,14 +225,12 @@ SqlText Emitter::EmitBetween(const Expression& expression) {
         const Expression& operand = *expression.operands[i];
         parts[i] = flags ? EmitCondition(operand) : Emit(operand);
         if (texts && i > 0) {
-            parts[i] = Collated(parts[i], FieldType::Text);
+            parts[i] = writer_.Collated(parts[i], FieldType::Text);
         }
         parts[i] = parts[i].Within(Binds::Sum);
     }
     const QByteArray word = expression.negated ? " NOT BETWEEN " : " BETWEEN ";
-    constexpr int besides = 4;
-    const int pending = std::max({parts[0].pending, parts[1].pending + besides, parts[2].pending + besides});
-    return {parts[0].text + word + parts[1].text + " AND " + parts[2].text, Binds::Equality, pending, false};
+    return {parts[0].text + word + parts[1].text + " AND " + parts[2].text, Binds::Equality};
 }
 
 SqlText Emitter::EmitIn(const Expression& expression) {
@@ -277,21 +244,16 @@ SqlText Emitter::EmitIn(const Expression& expression) {
     }
     const Expression& tested = *expression.operands.front();
     SqlText value = flags ? EmitCondition(tested) : Emit(tested);
-    value = (texts ? Collated(value, FieldType::Text) : value).Within(Binds::Order);
-    SqlText text{value.text + (expression.negated ? " NOT IN (" : " IN ("), Binds::Equality, value.pending, false};
-    constexpr int besides = 6;
+    value = (texts ? writer_.Collated(value, FieldType::Text) : value).Within(Binds::Order);
+    SqlText text{value.text + (expression.negated ? " NOT IN (" : " IN ("), Binds::Equality};
     if (expression.query) {
         SelectOptions options{Use::Members};
         options.truth = flags;
-        const SqlText query = EmitQuery(*expression.query, options);
-        text.text += query.text;
-        text.pending = std::max(text.pending, query.pending + besides);
+        text.text += EmitQuery(*expression.query, options);
     }
     for (size_t i = 1; i < expression.operands.size(); ++i) {
         const Expression& operand = *expression.operands[i];
-        const SqlText item = flags ? EmitCondition(operand) : Emit(operand);
-        text.text += (i == 1 ? "" : ", ") + item.text;
-        text.pending = std::max(text.pending, item.pending + besides);
+        text.text += (i == 1 ? "" : ", ") + (flags ? EmitCondition(operand) : Emit(operand)).text;
     }
     text.text += ')';
     return text;
@@ -300,8 +262,8 @@ SqlText Emitter::EmitIn(const Expression& expression) {
 SqlText Emitter::EmitLike(const Expression& expression) {
     const Expression& tested = *expression.operands[0];
     const Expression& pattern = *expression.operands[1];
-    const SqlText value = AsText(Emit(tested), tested.type);
-    SqlText match = CallWith("dialect_like", AsText(Emit(pattern), pattern.type), value);
+    const SqlText value = writer_.AsText(Emit(tested), tested.type);
+    SqlText match = writer_.Like(value, writer_.AsText(Emit(pattern), pattern.type));
     if (expression.negated) {
         return Negated(match);
     }
@@ -321,7 +283,7 @@ SqlText Emitter::EmitLike(const Expression& expression) {
         binding.source = Binding::Source::Constant;
         binding.constant = text;
         binding.type = FieldType::Text;
-        return Collated({Bind(std::move(binding))}, FieldType::Text);
+        return writer_.Collated({Bind(std::move(binding))}, FieldType::Text);
     };
     const SqlText low = Combine(Operator::GreaterEqual, value, bound(range->from));
     const SqlText high = Combine(Operator::Less, value, bound(range->below));
@@ -330,7 +292,7 @@ SqlText Emitter::EmitLike(const Expression& expression) {
 
 SqlText Emitter::EmitNullTest(const Expression& expression) {
     const SqlText value = Emit(*expression.operands[0]).Within(Binds::Order);
-    return {value.text + (expression.negated ? " IS NOT NULL" : " IS NULL"), Binds::Equality, value.pending + 2, false};
+    return {value.text + (expression.negated ? " IS NOT NULL" : " IS NULL"), Binds::Equality};
 }
 
 } // namespace velmora::engine::dialect

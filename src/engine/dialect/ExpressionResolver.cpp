@@ -2,7 +2,6 @@
 #include "engine/dialect/FunctionTable.h"
 #include "engine/dialect/Interval.h"
 #include "engine/dialect/LikePattern.h"
-#include "engine/dialect/Printer.h"
 #include "engine/dialect/Resolver.h"
 #include "engine/dialect/Types.h"
 
@@ -81,10 +80,12 @@ void Resolver::ResolveOperands(Expression& expression, const Scope& scope) {
         break;
     case Kind::Like:
         if (operands[1]->kind == Kind::Literal && UnclosedList(operands[1]->value.ToText()) >= 0) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("The pattern %1 has a \"[\" without its \"]\" (the character itself is written [[])")
-                       .arg(Print(*operands[1])),
-                   operands[1]->at);
+            const QString pattern = operands[1]->value.ToText().replace(u'"', QStringLiteral("\"\""));
+            FailAt(
+                EngineErrorNumber::Syntax,
+                QStringLiteral("The pattern \"%1\" has a \"[\" without its \"]\" (the character itself is written [[])")
+                    .arg(pattern),
+                operands[1]->at);
         }
         break;
     default: // IsNull: of anything

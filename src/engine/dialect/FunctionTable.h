@@ -13,17 +13,17 @@ enum class ArgumentKind { Any, Condition, Text, Number, Whole, Date, NumberOrDat
 
 enum class ResultRule { YesNo, Integer, Real, Text, DateTime, AsFirst, AsFirstNumber, WholeOfFirst, CommonOfAll };
 
-// How the store is told to do it.
+// How it is written in SQL.
 enum class FunctionForm {
-    Call,             // storeName(arguments)
+    Call,             // as the store's writer has it in its table
     Choice,           // IIf: CASE
     Default,          // Nz: coalesce
     TestNull,         // IsNull
-    Aggregate,        // storeName(argument)
-    OrderedAggregate, // storeName(argument, key of the row ...)
+    Aggregate,        // over rows, as the store has it
+    OrderedAggregate, // over rows in the order of their keys
 };
 
-// One function of the dialect. A store of another make needs another column of store names, nothing else.
+// One function of the dialect. What does it in a store is in the table of that store's writer.
 struct FunctionRule {
     QStringView name;
     int minimum; // arguments
@@ -31,7 +31,6 @@ struct FunctionRule {
     std::array<ArgumentKind, 4> arguments;
     ResultRule result;
     FunctionForm form;
-    const char* storeName;
 
     bool IsAggregate() const { return form == FunctionForm::Aggregate || form == FunctionForm::OrderedAggregate; }
 };

@@ -5,7 +5,8 @@
 namespace velmora::engine::dialect {
 
 // One level of nesting while it lives. Ends the parse with a clear error where a text nests deeper than any sensible
-// one: neither this program's stack nor the store's parser is at the mercy of a hostile text.
+// one, so that this program's stack is not at the mercy of a hostile text. A store whose own limit is lower refuses
+// the text itself.
 class Parser::Level {
 public:
     explicit Level(Parser& parser) : parser_(parser) {

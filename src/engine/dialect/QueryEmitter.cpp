@@ -7,19 +7,12 @@ namespace velmora::engine::dialect {
 
 namespace {
 
-// Symbols that the store's parser holds while it reads the clauses of a select.
-constexpr int besidesOutput = 6;
-constexpr int besidesSource = 10;
-constexpr int besidesWhere = 8;
-constexpr int besidesGroup = 11;
-constexpr int besidesOrder = 13;
-
 QByteArray Numbered(char kind, size_t index) {
     return QByteArray(1, '"') + kind + QByteArray::number(static_cast<qulonglong>(index)) + '"';
 }
 
 SqlText FieldText(const Source& leaf, const QByteArray& column) {
-    return {Quoted(leaf.sqlAlias) + '.' + column, Binds::Whole, 3, false};
+    return {Quoted(leaf.sqlAlias) + '.' + column};
 }
 
 size_t KeyCount(const CatalogTable& table) {
@@ -30,11 +23,6 @@ bool IsJoin(const Source& source, bool outer) {
     return source.kind == Source::Kind::Join && (source.join != JoinKind::Inner) == outer;
 }
 
-void Append(SqlText& text, const char* between, const SqlText& more, int besides) {
-    text.text += between + more.text;
-    text.pending = std::max(text.pending, more.pending + besides);
-}
-
 } // namespace
 
 // The order of the rows matters to the caller, or to the query around this one.
@@ -42,78 +30,76 @@ bool Emitter::NeedsOrder(const SelectOptions& options) {
     return !options.everyRow && (options.use == Use::Result || options.use == Use::Value || options.use == Use::Insert);
 }
 
-SqlText Emitter::EmitQuery(const Query& query, const SelectOptions& options) {
-    SqlText text;
+QByteArray Emitter::EmitQuery(const Query& query, const SelectOptions& options) {
+    QByteArray text;
     const bool united = query.selects.size() > 1;
     for (const Select& select : query.selects) {
-        SqlText part = EmitSelect(query, select, options);
+        QByteArray part = EmitSelect(query, select, options);
         if (united && select.top) {
-            Append(part, "", EmitOrder(select, OrderOfMember(query, select)), 0);
-            part.text = "SELECT * FROM (" + part.text + " LIMIT " + QByteArray::number(*select.top) + ')';
-            part.pending += besidesSource;
+            const QByteArray order = EmitOrder(select, OrderOfMember(query, select));
+            part = "SELECT * FROM (" + part + order + writer_.Limit(*select.top) + ") AS \"u\"";
         }
-        if (&select == &query.selects.front()) {
-            text = std::move(part);
-        } else {
-            Append(text, select.unionAll ? " UNION ALL " : " UNION ", part, 2);
+        if (!text.isEmpty()) {
+            text += select.unionAll ? " UNION ALL " : " UNION ";
         }
+        text += part;
     }
     const std::optional<qint64> top = united ? std::nullopt : query.selects.front().top;
     if (top || NeedsOrder(options)) {
-        Append(text, "", EmitOrder(query.selects.front(), OrderOf(query)), 0);
+        text += EmitOrder(query.selects.front(), OrderOf(query));
     }
-    if (top) {
-        text.text += " LIMIT " + QByteArray::number(*top);
-    }
-    return text;
+    return top ? text + writer_.Limit(*top) : text;
 }
 
-SqlText Emitter::EmitSelect(const Query& query, const Select& select, const SelectOptions& options) {
+QByteArray Emitter::EmitSelect(const Query& query, const Select& select, const SelectOptions& options) {
     const Select* const outer = std::exchange(select_, &select);
-    SqlText text{select.distinct ? "SELECT DISTINCT " : "SELECT ", Binds::Or, 1, false};
+    QByteArray text = select.distinct ? "SELECT DISTINCT " : "SELECT ";
     const bool anyColumn = options.use == Use::Exists && !select.distinct && query.selects.size() == 1;
     if (anyColumn && select.groupBy.empty() && !select.aggregated) {
-        text.text += '1';
+        text += '1';
     } else {
         for (size_t i = 0; i < select.outputs.size(); ++i) {
-            Append(text, i == 0 ? "" : ", ", EmitOutput(query, select, i, options), besidesOutput);
+            text += (i == 0 ? "" : ", ") + EmitOutput(query, select, i, options).text;
         }
     }
-    if (options.keys) {
-        size_t number = 0;
-        for (const SqlText& key : KeyColumns(select.origins)) {
-            text.text += ", " + key.text;
-            if (options.use == Use::Source) {
-                text.text += " AS " + Numbered('k', number++);
-            }
-        }
-    }
+    text += EmitKeys(select, options);
     SelectOptions sources = options;
+    sources.order = false;
     if (query.selects.size() == 1 || select.top) {
         const bool ordered = options.order || select.top || NeedsOrder(options);
         const std::vector<OrderKey> order = query.selects.size() == 1 ? OrderOf(query) : OrderOfMember(query, select);
         if (options.order && !ComparesRows(query)) {
-            EmitOrderColumns(order, text);
+            text += EmitOrderColumns(order);
         }
         sources.order = ordered && std::any_of(order.begin(), order.end(), [](const OrderKey& key) {
                             return key.kind == OrderKey::Kind::Inherited;
                         });
-    } else {
-        sources.order = false;
     }
-    Append(text, " FROM ", EmitSources(select, sources), besidesSource);
+    text += " FROM " + EmitSources(select, sources);
     if (select.where && !options.everyRow) {
         const bool byKey = select.leaves.size() == 1 && select.leaves.front()->table && !select.aggregated;
-        Append(text, " WHERE ", byKey ? EmitRanges(*select.where) : EmitCondition(*select.where), besidesWhere);
+        text += " WHERE " + (byKey ? EmitRanges(*select.where) : EmitCondition(*select.where)).text;
     }
     for (const ExpressionPtr& group : select.groupBy) {
         const SqlText value = group->type == FieldType::YesNo ? EmitCondition(*group) : Emit(*group);
-        Append(text, group == select.groupBy.front() ? " GROUP BY " : ", ", Collated(value, group->type), besidesGroup);
+        text += (group == select.groupBy.front() ? " GROUP BY " : ", ") + writer_.Collated(value, group->type).text;
     }
     if (select.having) {
-        Append(text, " HAVING ", EmitCondition(*select.having), besidesGroup);
+        text += " HAVING " + EmitCondition(*select.having).text;
     }
     select_ = outer;
+    return text;
+}
+
+QByteArray Emitter::EmitKeys(const Select& select, const SelectOptions& options) {
+    QByteArray text;
+    size_t number = 0;
+    for (const SqlText& key : options.keys ? KeyColumns(select.origins) : std::vector<SqlText>()) {
+        text += ", " + key.text;
+        if (options.use == Use::Source) {
+            text += " AS " + Numbered('k', number++);
+        }
+    }
     return text;
 }
 
@@ -131,17 +117,18 @@ SqlText Emitter::EmitRanges(const Expression& condition) {
     const bool range = condition.kind == Expression::Kind::Binary && condition.op >= Operator::Less &&
                        std::any_of(condition.operands.begin(), condition.operands.end(),
                                    [](const ExpressionPtr& operand) { return operand->source != nullptr; });
-    return range ? CallText("likelihood", std::initializer_list<SqlText>{text, {QByteArrayLiteral("0.02")}}) : text;
+    return range ? writer_.Narrow(text) : text;
 }
 
 // What the query around this one is to be ordered by, as columns o0, o1, ...
-void Emitter::EmitOrderColumns(const std::vector<OrderKey>& order, SqlText& text) {
+QByteArray Emitter::EmitOrderColumns(const std::vector<OrderKey>& order) {
+    QByteArray text;
     for (size_t i = 0; i < order.size(); ++i) {
         if (order[i].kind != OrderKey::Kind::Output) {
-            Append(text, ", ", EmitOrderKey(order[i]), besidesOutput);
-            text.text += " AS " + Numbered('o', i);
+            text += ", " + EmitOrderKey(order[i]).text + " AS " + Numbered('o', i);
         }
     }
+    return text;
 }
 
 SqlText Emitter::EmitOutput(const Query& query, const Select& select, size_t index, const SelectOptions& options) {
@@ -151,13 +138,13 @@ SqlText Emitter::EmitOutput(const Query& query, const Select& select, size_t ind
     // Rows are compared with each other: a flag by its truth, a text without regard to case.
     const bool compared = ComparesRows(query);
     if (options.truth || (type == FieldType::YesNo && (compared || options.use == Use::Members))) {
-        value = Truth(value, type);
+        value = writer_.IsTrue(value, type);
     }
     if (options.target) {
         value = ForField(value, type, (*options.target)[index].type);
     }
     if (compared) {
-        value = Collated(value, type);
+        value = writer_.Collated(value, type);
     }
     if (options.use == Use::Source) {
         value.text += " AS " + Numbered('c', index);
@@ -165,9 +152,8 @@ SqlText Emitter::EmitOutput(const Query& query, const Select& select, size_t ind
     return value;
 }
 
-// All inner joins of FROM as one flat list with their conditions behind it: the store is free to choose the order, and
-// no join stands in parentheses that need not.
-SqlText Emitter::EmitSources(const Select& select, const SelectOptions& options) {
+// All inner joins of FROM as one list with their conditions.
+QByteArray Emitter::EmitSources(const Select& select, const SelectOptions& options) {
     std::vector<const Source*> parts;
     std::vector<const Expression*> conditions;
     for (const SourcePtr& source : select.from) {
@@ -176,24 +162,21 @@ SqlText Emitter::EmitSources(const Select& select, const SelectOptions& options)
     return EmitJoined(std::move(parts), conditions, options);
 }
 
-SqlText Emitter::EmitJoined(std::vector<const Source*> parts, const std::vector<const Expression*>& conditions,
-                            const SelectOptions& options) {
+QByteArray Emitter::EmitJoined(std::vector<const Source*> parts, const std::vector<const Expression*>& conditions,
+                               const SelectOptions& options) {
     // An outer join needs no parentheses where it stands first.
     std::stable_partition(parts.begin(), parts.end(), [](const Source* part) { return IsJoin(*part, true); });
-    SqlText text = EmitPart(*parts.front(), options);
-    for (size_t i = 1; i < parts.size(); ++i) {
-        SqlText part = EmitPart(*parts[i], options);
-        if (IsJoin(*parts[i], true)) {
-            part = {'(' + part.text + ')', Binds::Whole, part.pending + 2, false};
-        }
-        Append(text, " JOIN ", part, 2);
+    std::vector<QByteArray> sources;
+    for (const Source* part : parts) {
+        const QByteArray text = EmitPart(*part, options);
+        sources.push_back(!sources.empty() && IsJoin(*part, true) ? '(' + text + ')' : text);
     }
-    const char* joint = " ON ";
+    std::vector<SqlText> tests;
+    tests.reserve(conditions.size());
     for (const Expression* condition : conditions) {
-        Append(text, joint, EmitCondition(*condition).Within(Binds::Not), besidesSource);
-        joint = " AND ";
+        tests.push_back(EmitCondition(*condition));
     }
-    return text;
+    return writer_.Joined(sources, tests);
 }
 
 void Emitter::FlattenJoins(const Source& source, std::vector<const Source*>& parts,
@@ -208,21 +191,17 @@ void Emitter::FlattenJoins(const Source& source, std::vector<const Source*>& par
 }
 
 // A table, a sub-select, or an outer join. A RIGHT JOIN is written as the LEFT JOIN that it is from the other side.
-SqlText Emitter::EmitPart(const Source& source, const SelectOptions& options) {
+QByteArray Emitter::EmitPart(const Source& source, const SelectOptions& options) {
     if (source.table) {
-        SqlText text{Quoted(source.table->name)};
-        if (source.sqlAlias != source.table->name) {
-            text.text += " AS " + Quoted(source.sqlAlias);
-        }
-        return text;
+        const QByteArray table = Quoted(source.table->name);
+        return source.sqlAlias == source.table->name ? table : table + " AS " + Quoted(source.sqlAlias);
     }
     if (source.kind != Source::Kind::Join) {
         SelectOptions inner{Use::Source};
         inner.keys = options.keys;
         inner.everyRow = options.everyRow;
         inner.order = options.order;
-        const SqlText query = EmitQuery(*source.query, inner);
-        return {'(' + query.text + ") AS " + Quoted(source.sqlAlias), Binds::Whole, query.pending + 2, false};
+        return '(' + EmitQuery(*source.query, inner) + ") AS " + Quoted(source.sqlAlias);
     }
     const Source& kept = source.join == JoinKind::Left ? *source.left : *source.right;
     const Source& optional = source.join == JoinKind::Left ? *source.right : *source.left;
@@ -232,25 +211,20 @@ SqlText Emitter::EmitPart(const Source& source, const SelectOptions& options) {
         FlattenJoins(side, parts, conditions);
         return EmitJoined(std::move(parts), conditions, options);
     };
-    SqlText text = emitSide(kept);
-    SqlText other = emitSide(optional);
+    const QByteArray first = emitSide(kept);
+    QByteArray second = emitSide(optional);
     if (optional.kind == Source::Kind::Join) {
-        other = {'(' + other.text + ')', Binds::Whole, other.pending + 2, false};
+        second = '(' + second + ')';
     }
-    Append(text, " LEFT JOIN ", other, 2);
-    Append(text, " ON ", EmitCondition(*source.on), besidesSource);
-    return text;
+    return first + " LEFT JOIN " + second + " ON " + EmitCondition(*source.on).text;
 }
 
-SqlText Emitter::EmitOrder(const Select& select, const std::vector<OrderKey>& order) {
+QByteArray Emitter::EmitOrder(const Select& select, const std::vector<OrderKey>& order) {
     const Select* const outer = std::exchange(select_, &select);
-    SqlText text{{}, Binds::Or, 0, false};
+    QByteArray text;
     for (const OrderKey& key : order) {
-        SqlText term = Collated(EmitOrderKey(key), key.type);
-        if (key.descending) {
-            term.text += " DESC";
-        }
-        Append(text, &key == &order.front() ? " ORDER BY " : ", ", term, besidesOrder);
+        const SqlText term = writer_.Collated(EmitOrderKey(key), key.type);
+        text += (text.isEmpty() ? " ORDER BY " : ", ") + writer_.OrderTerm(term, key.descending);
     }
     select_ = outer;
     return text;
@@ -265,7 +239,7 @@ SqlText Emitter::EmitOrderKey(const OrderKey& key) {
     case OrderKey::Kind::Field:
         return FieldText(*key.leaf, Quoted(key.leaf->columns[static_cast<size_t>(key.index)].name));
     case OrderKey::Kind::RowNumber:
-        return FieldText(*key.leaf, "rowid");
+        return FieldText(*key.leaf, writer_.RowIdentity());
     case OrderKey::Kind::Inherited:
         break;
     }
@@ -275,7 +249,7 @@ SqlText Emitter::EmitOrderKey(const OrderKey& key) {
                                        : Numbered('o', static_cast<size_t>(key.index)));
 }
 
-std::vector<SqlText> Emitter::KeyColumns(const std::vector<Origin>& origins) {
+std::vector<SqlText> Emitter::KeyColumns(const std::vector<Origin>& origins) const {
     std::vector<SqlText> columns;
     for (const Origin& origin : origins) {
         const Source& leaf = *origin.source;
@@ -294,7 +268,7 @@ std::vector<SqlText> Emitter::KeyColumns(const std::vector<Origin>& origins) {
             columns.push_back(FieldText(leaf, Quoted(origin.table->columns[static_cast<size_t>(key)].name)));
         }
         if (origin.table->key.empty()) {
-            columns.push_back(FieldText(leaf, "rowid"));
+            columns.push_back(FieldText(leaf, writer_.RowIdentity()));
         }
     }
     return columns;

@@ -20,8 +20,6 @@ char16_t MarkOf(const Value& literal) {
     return literal.IsText() ? 3 : 4;
 }
 
-constexpr char16_t lastMark = 4;
-
 // True for the characters that a key takes over as they are, wherever they stand outside of literals and brackets.
 struct PlainCharacters {
     std::array<bool, 128> of{};
@@ -34,84 +32,12 @@ struct PlainCharacters {
 };
 constexpr PlainCharacters plainCharacters;
 
-// Reads the literals of a text, each into the place of the one that stood there before.
-class LiteralReader {
-public:
-    LiteralReader(QStringView text, std::vector<Value>& literals)
-        : text_(text), begin_(text.utf16()), end_(begin_ + text.size()), in_(begin_), literals_(literals) {}
-
-protected:
-    // True where a literal begins.
-    bool AtLiteral() const {
-        switch (ClassOf(*in_)) {
-        case CharClass::Digit:
-            return in_ == begin_ || !IsWordPart(in_[-1]);
-        case CharClass::Dot:
-            return PointStartsNumber(text_, in_ - begin_);
-        case CharClass::Quote:
-        case CharClass::Hash:
-            return true;
-        default:
-            return false;
-        }
-    }
-
-    // Reads the literal that begins here and goes behind it; its mark, or 0 for one that only the compiler can judge.
-    char16_t Read() {
-        switch (ClassOf(*in_)) {
-        case CharClass::Quote:
-            return ReadText();
-        case CharClass::Hash:
-            return Take(ScanDate(text_, in_ - begin_));
-        default:
-            return Take(ScanNumber(text_, in_ - begin_));
-        }
-    }
-
-    QStringView text_;
-    const char16_t* begin_;
-    const char16_t* end_;
-    const char16_t* in_;
-    std::vector<Value>& literals_;
-    size_t count_ = 0;
-
-private:
-    Value& NextLiteral() {
-        if (count_ == literals_.size()) {
-            literals_.emplace_back();
-        }
-        return literals_[count_++];
-    }
-
-    char16_t Take(ScannedLiteral&& literal) {
-        if (literal.fault != LiteralFault::None) {
-            return 0;
-        }
-        in_ = begin_ + literal.end;
-        Value& taken = NextLiteral();
-        taken = std::move(literal.value);
-        return MarkOf(taken);
-    }
-
-    // A text without a quote inside needs no copy on the way.
-    char16_t ReadText() {
-        const char16_t quote = *in_;
-        const char16_t* close = std::find(in_ + 1, end_, quote);
-        if (close == end_ || (close + 1 < end_ && close[1] == quote)) {
-            return Take(ScanText(text_, in_ - begin_));
-        }
-        Value& literal = NextLiteral();
-        literal.AssignText(QStringView(in_ + 1, close));
-        in_ = close + 1;
-        return MarkOf(literal);
-    }
-};
-
 // Runs on every text that a caller builds, so it works on bare pointers: about a nanosecond for each character.
-class ShapeScanner : LiteralReader {
+class ShapeScanner {
 public:
     ShapeScanner(QStringView text, TextShape& shape)
-        : LiteralReader(text, shape.literals), out_(reinterpret_cast<char16_t*>(shape.key.data())), key_(out_) {}
+        : text_(text), begin_(text.utf16()), end_(begin_ + text.size()), in_(begin_), literals_(shape.literals),
+          out_(reinterpret_cast<char16_t*>(shape.key.data())), key_(out_) {}
 
     // False for a text that only the compiler can judge.
     bool Run() {
@@ -159,54 +85,74 @@ private:
         return false;
     }
 
+    // True where a literal begins.
+    bool AtLiteral() const {
+        switch (ClassOf(*in_)) {
+        case CharClass::Digit:
+            return in_ == begin_ || !IsWordPart(in_[-1]);
+        case CharClass::Dot:
+            return PointStartsNumber(text_, in_ - begin_);
+        case CharClass::Quote:
+        case CharClass::Hash:
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    // Reads the literal that begins here and goes behind it; its mark, or 0 for one that only the compiler can judge.
+    char16_t Read() {
+        switch (ClassOf(*in_)) {
+        case CharClass::Quote:
+            return ReadText();
+        case CharClass::Hash:
+            return Take(ScanDate(text_, in_ - begin_));
+        default:
+            return Take(ScanNumber(text_, in_ - begin_));
+        }
+    }
+
+    Value& NextLiteral() {
+        if (count_ == literals_.size()) {
+            literals_.emplace_back();
+        }
+        return literals_[count_++];
+    }
+
+    char16_t Take(ScannedLiteral&& literal) {
+        if (literal.fault != LiteralFault::None) {
+            return 0;
+        }
+        in_ = begin_ + literal.end;
+        Value& taken = NextLiteral();
+        taken = std::move(literal.value);
+        return MarkOf(taken);
+    }
+
+    // A text without a quote inside needs no copy on the way.
+    char16_t ReadText() {
+        const char16_t quote = *in_;
+        const char16_t* close = std::find(in_ + 1, end_, quote);
+        if (close == end_ || (close + 1 < end_ && close[1] == quote)) {
+            return Take(ScanText(text_, in_ - begin_));
+        }
+        Value& literal = NextLiteral();
+        literal.AssignText(QStringView(in_ + 1, close));
+        in_ = close + 1;
+        return MarkOf(literal);
+    }
+
+    QStringView text_;
+    const char16_t* begin_;
+    const char16_t* end_;
+    const char16_t* in_;
+    std::vector<Value>& literals_; // each takes the place of the one that stood there before
+    size_t count_ = 0;
     char16_t* out_;
     char16_t* key_;
 };
 
-class ShapeMatcher : LiteralReader {
-public:
-    ShapeMatcher(QStringView text, std::vector<Value>& literals) : LiteralReader(text, literals) {}
-
-    bool Run(const KnownShape::Stretches& stretches) {
-        for (const KnownShape::Stretch& stretch : stretches) {
-            if (!Skip(stretch.text)) {
-                return false;
-            }
-            if (stretch.mark != 0 && (in_ == end_ || !AtLiteral() || Read() != stretch.mark)) {
-                return false;
-            }
-        }
-        literals_.resize(count_);
-        return in_ == end_;
-    }
-
-private:
-    bool Skip(QStringView stretch) {
-        const bool same =
-            end_ - in_ >= stretch.size() && std::equal(stretch.utf16(), stretch.utf16() + stretch.size(), in_);
-        in_ += same ? stretch.size() : 0;
-        return same;
-    }
-};
-
 } // namespace
-
-KnownShape::KnownShape(QStringView key) {
-    for (const QChar c : key) {
-        if (stretches_.empty() || stretches_.back().mark != 0) {
-            stretches_.emplace_back();
-        }
-        if (c <= lastMark) {
-            stretches_.back().mark = c.unicode();
-        } else {
-            stretches_.back().text += c;
-        }
-    }
-}
-
-bool KnownShape::Match(QStringView text, std::vector<Value>& literals) const {
-    return ShapeMatcher(text, literals).Run(stretches_);
-}
 
 void ScanShape(QStringView text, TextShape& shape) {
     shape.key.resize(text.size());

@@ -1,56 +1,58 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
-#include <algorithm>
+#include <initializer_list>
+#include <span>
 
 namespace velmora::engine::dialect {
 
-// How tightly the outermost operator of a piece of the store's SQL binds, loosest first.
+// How tightly the outermost operator of a piece of SQL binds, loosest first.
 enum class Binds { Or, And, Not, Equality, Order, Sum, Product, Join, Collation, Sign, Whole };
 
-// A piece of the store's SQL.
+// A piece of a store's SQL.
 struct SqlText {
     QByteArray text;
     Binds binds = Binds::Whole;
-    // Upper bound of the symbols that the store's parser must hold at once to read it; its limit is 100.
-    int pending = 1;
-    // A yes/no value as it is stored: any number but 0 is true. Otherwise true is 1.
+    // A yes/no value as a field keeps it, which a store may do as any number but 0 for true.
     bool stored = false;
 
     // Itself, in parentheses unless it binds at least as tightly as asked.
     SqlText Within(Binds least) const {
-        if (binds >= least) {
-            return *this;
-        }
-        return {'(' + text + ')', Binds::Whole, pending + 1, stored};
+        return binds >= least ? *this : SqlText{'(' + text + ')', Binds::Whole, stored};
     }
 };
 
 // "left op right", with parentheses where they are needed. Operators of one rank are read from the left.
 inline SqlText Infix(const SqlText& left, const QByteArray& op, const SqlText& right, Binds binds) {
-    const SqlText first = left.Within(binds);
-    const SqlText second = right.Within(static_cast<Binds>(static_cast<int>(binds) + 1));
-    return {first.text + ' ' + op + ' ' + second.text, binds, std::max(first.pending, second.pending + 2), false};
+    const auto tighter = static_cast<Binds>(static_cast<int>(binds) + 1);
+    return {left.Within(binds).text + ' ' + op + ' ' + right.Within(tighter).text, binds};
 }
 
 // "name(argument, ...)"
-template <typename List>
-SqlText CallText(const QByteArray& name, const List& arguments) {
-    SqlText call{name + '(', Binds::Whole, 3, false};
+inline SqlText CallText(const QByteArray& name, std::span<const SqlText> arguments) {
+    QByteArray list;
     for (const SqlText& argument : arguments) {
-        if (!call.text.endsWith('(')) {
-            call.text += ", ";
-        }
-        call.text += argument.text;
-        constexpr int besides = 5;
-        call.pending = std::max(call.pending, argument.pending + besides);
+        list += (list.isEmpty() ? "" : ", ") + argument.text;
     }
-    call.text += ')';
-    return call;
+    return {name + '(' + list + ')'};
+}
+inline SqlText CallText(const QByteArray& name, std::initializer_list<SqlText> arguments) {
+    return CallText(name, std::span(arguments.begin(), arguments.size()));
+}
+
+inline SqlText Negative(const SqlText& number) {
+    return {'-' + number.Within(Binds::Whole).text, Binds::Sign};
+}
+
+inline SqlText Negated(const SqlText& condition) {
+    return {"NOT " + condition.Within(Binds::Not).text, Binds::Not};
 }
 
 // A name in double quotes.
-QByteArray Quoted(const QString& name);
+inline QByteArray Quoted(const QString& name) {
+    return '"' + name.toUtf8().replace('"', "\"\"") + '"';
+}
 
 } // namespace velmora::engine::dialect

@@ -30,29 +30,19 @@ std::vector<NamedField> NameFields(const dialect::CompiledStatement& compiled) {
     return names;
 }
 
-QByteArray Quoted(const QString& name) {
-    QByteArray quoted = name.toUtf8();
-    quoted.replace('"', "\"\"");
-    return '"' + quoted + '"';
-}
-
 } // namespace
 
-WrittenTable::WrittenTable(const dialect::BaseTable& base) : name(Quoted(base.table)) {
-    std::vector<QByteArray> key;
+WrittenTable::WrittenTable(const dialect::BaseTable& base, const dialect::SqlWriter& writer)
+    : name(dialect::Quoted(base.table)) {
     for (const QString& column : base.keyColumns) {
-        key.push_back(Quoted(column));
+        key.append(dialect::Quoted(column));
     }
-    if (key.empty()) {
-        key.push_back("rowid");
-    }
-    for (const QByteArray& column : key) {
-        keyList += (keyList.isEmpty() ? "" : ", ") + column;
-        whereKey += (whereKey.isEmpty() ? " WHERE " : " AND ") + column + " IS ?";
+    if (key.isEmpty()) {
+        key.append(writer.RowIdentity());
     }
 }
 
-CompiledQuery::CompiledQuery(dialect::CompiledStatement statement)
+CompiledQuery::CompiledQuery(dialect::CompiledStatement statement, const dialect::SqlWriter& writer)
     : compiled(std::move(statement)), fields(DescribeFields(compiled)), names(NameFields(compiled)) {
     for (const FieldDescription& field : fields) {
         types.push_back(field.type);
@@ -62,14 +52,15 @@ CompiledQuery::CompiledQuery(dialect::CompiledStatement statement)
     }
     for (const dialect::BaseTable& base : compiled.bases) {
         keyPositions.insert(keyPositions.end(), base.keyPositions.begin(), base.keyPositions.end());
-        tables.emplace_back(base);
+        tables.emplace_back(base, writer);
     }
     for (const dialect::ResultColumn& column : compiled.columns) {
-        columns.push_back(Quoted(column.baseColumn));
+        columns.push_back(dialect::Quoted(column.baseColumn));
     }
 }
 
-QueryCache::QueryCache(dialect::Purpose purpose) : purpose_(purpose), byShape_(queriesKept), byText_(queriesKept) {}
+QueryCache::QueryCache(dialect::Purpose purpose, const dialect::SqlWriter& writer)
+    : purpose_(purpose), writer_(writer), byShape_(queriesKept), byText_(queriesKept) {}
 
 std::shared_ptr<const CompiledQuery> QueryCache::Find(QStringView text, const Catalog& catalog,
                                                       std::vector<Value>& literals) {
@@ -83,7 +74,7 @@ std::shared_ptr<const CompiledQuery> QueryCache::Find(QStringView text, const Ca
     if (const auto* ofText = byText_.Find(text)) {
         return *ofText;
     }
-    auto query = std::make_shared<const CompiledQuery>(dialect::Compile(text, catalog, purpose_));
+    auto query = std::make_shared<const CompiledQuery>(dialect::Compile(text, catalog, purpose_, writer_), writer_);
     if (shape.recognised && ofShape == nullptr) {
         byShape_.Insert(shape.key, query);
     }

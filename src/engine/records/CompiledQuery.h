@@ -1,10 +1,11 @@
 #pragma once
 
 #include "engine/dialect/Compiler.h"
+#include "engine/dialect/SqlWriter.h"
 #include "engine/records/FieldNames.h"
 #include "engine/records/LruCache.h"
 
-#include <QByteArray>
+#include <QByteArrayList>
 
 #include <memory>
 #include <vector>
@@ -13,16 +14,15 @@ namespace velmora::engine::records {
 
 // The store's texts for writing to one base table: quoted names.
 struct WrittenTable {
-    explicit WrittenTable(const dialect::BaseTable& base);
+    WrittenTable(const dialect::BaseTable& base, const dialect::SqlWriter& writer);
 
     QByteArray name;
-    QByteArray keyList;  // the key's columns: "LastName", "FirstName"
-    QByteArray whereKey; // a condition with a place for each of them:  WHERE "LastName" IS ? AND ...
+    QByteArrayList key;
 };
 
 // A compiled text with what its recordsets need to know of it. Never changes; shared by all sets on texts of its shape.
 struct CompiledQuery {
-    explicit CompiledQuery(dialect::CompiledStatement statement);
+    CompiledQuery(dialect::CompiledStatement statement, const dialect::SqlWriter& writer);
 
     bool IsAction() const { return compiled.kind != dialect::StatementKind::Select; }
 
@@ -40,7 +40,7 @@ struct CompiledQuery {
 // Compiled queries by the text that they were compiled from. Texts that differ only in their literals share one.
 class QueryCache {
 public:
-    explicit QueryCache(dialect::Purpose purpose);
+    QueryCache(dialect::Purpose purpose, const dialect::SqlWriter& writer);
 
     // Compiles the text when no query is known for it. `literals` are then those of the text.
     std::shared_ptr<const CompiledQuery> Find(QStringView text, const Catalog& catalog, std::vector<Value>& literals);
@@ -54,6 +54,7 @@ private:
     using Queries = LruCache<QString, std::shared_ptr<const CompiledQuery>, Hash>;
 
     dialect::Purpose purpose_;
+    const dialect::SqlWriter& writer_;
     // The query that serves every text of a shape; of a shape whose literals are part of the statement, any one.
     Queries byShape_;
     // The queries of such shapes, and of texts without a shape, that serve one text each.

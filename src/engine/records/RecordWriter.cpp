@@ -19,7 +19,7 @@ public:
             Bind(part);
         }
     }
-    // What RecordWriter::StillHolds compares with.
+    // What RecordWriter::StillHold compares with.
     void BindBefore(const FieldChange& change, FieldType type) {
         const Field before = change.before.AsField();
         if (type == FieldType::YesNo && !before.IsNull()) {
@@ -37,11 +37,21 @@ private:
 
 } // namespace
 
-// True while the column still holds the value bound. Any number but 0 is a yes; a text that differs in letter case only
-// is another one.
-QByteArray RecordWriter::StillHolds(const FieldChange& change) const {
-    return TypeOf(change) == FieldType::YesNo ? '(' + ColumnOf(change) + " <> 0) IS ?"
-                                              : ColumnOf(change) + " COLLATE BINARY IS ?";
+QByteArray RecordWriter::WhereKey(std::size_t base, std::size_t& place) const {
+    QByteArrayList conditions;
+    for (const QByteArray& column : query_.tables[base].key) {
+        conditions.append(Writer().IsKey(column, Writer().Placeholder(++place, FieldType::Unknown)));
+    }
+    return " WHERE " + conditions.join(" AND ");
+}
+
+QByteArrayList RecordWriter::StillHold(const std::vector<FieldChange>& changes, std::size_t& place) const {
+    QByteArrayList conditions;
+    for (const FieldChange& change : changes) {
+        const FieldType type = TypeOf(change);
+        conditions.append(Writer().StillHolds(ColumnOf(change), type, Writer().Placeholder(++place, type)));
+    }
+    return conditions;
 }
 
 bool RecordWriter::ChangesARow(StoreStatement& statement) {
@@ -50,13 +60,14 @@ bool RecordWriter::ChangesARow(StoreStatement& statement) {
 }
 
 void RecordWriter::Update(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes) {
-    QByteArray assignments;
-    QByteArray conditions = query_.tables[base].whereKey;
+    std::size_t place = 0;
+    QByteArrayList assignments;
     for (const FieldChange& change : changes) {
-        assignments += (assignments.isEmpty() ? " SET " : ", ") + ColumnOf(change) + " = ?";
-        conditions += " AND " + StillHolds(change);
+        assignments.append(ColumnOf(change) + " = " + Writer().Placeholder(++place, TypeOf(change)));
     }
-    const auto statement = Prepare("UPDATE " + query_.tables[base].name + assignments + conditions);
+    const QByteArray whereKey = WhereKey(base, place);
+    const auto statement = Prepare("UPDATE " + query_.tables[base].name + " SET " + assignments.join(", ") + whereKey +
+                                   " AND " + StillHold(changes, place).join(" AND "));
     Places places(*statement);
     for (const FieldChange& change : changes) {
         places.Bind(change.after);
@@ -71,12 +82,10 @@ void RecordWriter::Update(std::size_t base, const RecordKey& key, const std::vec
 }
 
 void RecordWriter::ExplainRefusal(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes) {
-    QByteArrayList conditions;
-    for (const FieldChange& change : changes) {
-        conditions.append(StillHolds(change));
-    }
+    std::size_t place = 0;
+    const QByteArray conditions = StillHold(changes, place).join(", ");
     const auto statement =
-        Prepare("SELECT " + conditions.join(", ") + " FROM " + query_.tables[base].name + query_.tables[base].whereKey);
+        Prepare("SELECT " + conditions + " FROM " + query_.tables[base].name + WhereKey(base, place));
     Places places(*statement);
     for (const FieldChange& change : changes) {
         places.BindBefore(change, TypeOf(change));
@@ -105,14 +114,15 @@ void RecordWriter::ThrowDeleted() const {
 
 RecordKey RecordWriter::Insert(std::size_t base, const std::vector<FieldChange>& fields) {
     QByteArrayList columns;
+    QByteArrayList places;
     for (const FieldChange& field : fields) {
         columns.append(ColumnOf(field));
+        places.append(Writer().Placeholder(static_cast<std::size_t>(columns.size()), TypeOf(field)));
     }
-    const QByteArrayList places(columns.size(), "?");
     const QByteArray values =
         fields.empty() ? " DEFAULT VALUES" : " (" + columns.join(", ") + ") VALUES (" + places.join(", ") + ')';
     const WrittenTable& table = query_.tables[base];
-    const auto statement = Prepare("INSERT INTO " + table.name + values + " RETURNING " + table.keyList);
+    const auto statement = Prepare("INSERT INTO " + table.name + values + " RETURNING " + table.key.join(", "));
     Places bound(*statement);
     for (const FieldChange& field : fields) {
         bound.Bind(field.after);
@@ -126,7 +136,8 @@ RecordKey RecordWriter::Insert(std::size_t base, const std::vector<FieldChange>&
 }
 
 void RecordWriter::Delete(std::size_t base, const RecordKey& key) {
-    const auto statement = Prepare("DELETE FROM " + query_.tables[base].name + query_.tables[base].whereKey);
+    std::size_t place = 0;
+    const auto statement = Prepare("DELETE FROM " + query_.tables[base].name + WhereKey(base, place));
     Places(*statement).Bind(key);
     if (!ChangesARow(*statement)) {
         ThrowDeleted();

@@ -35,7 +35,10 @@ public:
 
 private:
     [[noreturn]] void ExplainRefusal(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes);
-    QByteArray StillHolds(const FieldChange& change) const;
+    const dialect::SqlWriter& Writer() const { return session_.Connection().Writer(); }
+    // Conditions whose places follow `place`, the number of the last one.
+    QByteArray WhereKey(std::size_t base, std::size_t& place) const;
+    QByteArrayList StillHold(const std::vector<FieldChange>& changes, std::size_t& place) const;
     const QByteArray& ColumnOf(const FieldChange& change) const {
         return query_.columns[static_cast<std::size_t>(change.field)];
     }

@@ -67,8 +67,8 @@ private:
     std::unique_ptr<StoreConnection> connection_;
     StatementCache statements_;
     SchemaCatalog catalog_;
-    QueryCache toRead_{dialect::Purpose::Read};
-    QueryCache toUpdate_{dialect::Purpose::Update};
+    QueryCache toRead_{dialect::Purpose::Read, connection_->Writer()};
+    QueryCache toUpdate_{dialect::Purpose::Update, connection_->Writer()};
     quint64 openings_ = 0;
     bool inTransaction_ = false;
     int readingScopes_ = 0;

@@ -2,6 +2,7 @@
 
 #include "engine/Catalog.h"
 #include "engine/Recordset.h"
+#include "engine/dialect/SqlWriter.h"
 
 #include <QByteArray>
 #include <QString>
@@ -12,8 +13,8 @@
 
 namespace velmora::engine::records {
 
-// What the record machinery asks of a store, and all that a store has to provide besides the SQL that it is written
-// with. Failures are EngineErrors; `callerText` is the text in the program's dialect that a call serves, for the error.
+// What the record machinery asks of a store, and all that a store has to provide. Failures are EngineErrors;
+// `callerText` is the text in the program's dialect that a call serves, for the error.
 
 // A statement as the store has prepared it. Must not outlive its connection.
 class StoreStatement {
@@ -59,6 +60,9 @@ public:
     virtual bool InTransaction() const = 0;
     // Resets every statement that was left standing on a row.
     virtual void EndReading() noexcept = 0;
+
+    // How the SQL of this store is written.
+    virtual const dialect::SqlWriter& Writer() const = 0;
 
     // All tables with their columns and keys.
     virtual std::vector<CatalogTable> ReadTables() = 0;

@@ -45,6 +45,11 @@ QString ConstraintFields(const QString& words) {
     }
 }
 
+// The store has no code of its own for a text that its parser has no room for.
+bool TooDeep(const QString& words) {
+    return words == u"parser stack overflow"_s || words.startsWith(u"Expression tree is too large"_s);
+}
+
 struct Translation {
     int code;
     EngineErrorNumber number;
@@ -95,6 +100,10 @@ void ThrowStoreError(sqlite3* connection, int code, const QString& sql) {
             QString sentence = QString::fromLatin1(translation.sentence);
             throw EngineError(translation.number, sentence.replace(u"%1"_s, words), sql);
         }
+    }
+    if (TooDeep(words)) {
+        throw EngineError(EngineErrorNumber::Syntax,
+                          u"The text nests too deeply; take parts of it into stored queries."_s, sql);
     }
     throw EngineError(EngineErrorNumber::Failed, u"The statement failed: %1"_s.arg(words), sql);
 }

@@ -1,10 +1,10 @@
 #include "tests/engine/dialect/Corpus.h"
 
+#include "tests/engine/dialect/TestedStores.h"
+
 #include <QRegularExpression>
 
-#include <stdexcept>
-
-namespace velmora::engine::dialect {
+namespace velmora::engine::test {
 
 namespace {
 
@@ -61,7 +61,7 @@ std::vector<CorpusCase> ReadCorpus(const QString& file) {
         rows.clear();
         expecting = false;
     };
-    const QStringList lines = TestStore::TextFile(file);
+    const QStringList lines = CorpusText(file).split(u'\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QString& line = lines[i];
         if (line.isEmpty()) {
@@ -77,7 +77,7 @@ std::vector<CorpusCase> ReadCorpus(const QString& file) {
             one.queryName = line.mid(4).trimmed();
         } else if (line.startsWith(u'@')) {
             const qsizetype sign = line.indexOf(u" = ");
-            one.parameters[line.mid(1, sign - 1)] = ReadValue(line.mid(sign + 3));
+            one.parameters.push_back({line.mid(1, sign - 1), ReadValue(line.mid(sign + 3))});
         } else {
             one.line = text.isEmpty() ? static_cast<int>(i + 1) : one.line;
             text += line;
@@ -87,14 +87,68 @@ std::vector<CorpusCase> ReadCorpus(const QString& file) {
     return cases;
 }
 
-QString Outcome(const TestStore::Result& result, const CorpusCase& expected) {
-    if (expected.expected.startsWith(u"changes")) {
-        return QStringLiteral("changes %1").arg(result.changes);
+namespace {
+
+QString ShownField(const Field& field, FieldType type) {
+    switch (field.StoredKind()) {
+    case Field::Kind::Null:
+        return QStringLiteral("NULL");
+    case Field::Kind::Real:
+        return NumberText(field.ToReal());
+    case Field::Kind::Integer:
+        if (type == FieldType::YesNo) {
+            return field.ToBool() ? QStringLiteral("True") : QStringLiteral("False");
+        }
+        return QString::number(field.StoredInteger());
+    case Field::Kind::Text:
+        break;
     }
-    if (!expected.header.isEmpty() && expected.header != result.header.join(u'|')) {
-        return QStringLiteral("header ") + result.header.join(u'|');
-    }
-    return result.rows.join(u'\n');
+    return field.ToText();
 }
 
-} // namespace velmora::engine::dialect
+void StoreQuery(Database& database, const CorpusCase& one) {
+    QString text = one.text;
+    database.Execute(QStringLiteral("DELETE FROM StoredQuery WHERE Name = '%1'").arg(one.queryName));
+    database.Execute(QStringLiteral("INSERT INTO StoredQuery (Name, Text) VALUES ('%1', '%2')")
+                         .arg(one.queryName, text.replace(u'\'', QStringLiteral("''"))));
+    database.Idle(IdleOption::RefreshCache);
+}
+
+Outcome ReadRows(Recordset& rows) {
+    QStringList header;
+    for (const FieldDescription& field : rows.Fields()) {
+        header += field.name;
+    }
+    QStringList lines;
+    for (; !rows.EndOfFile(); rows.MoveNext()) {
+        QStringList fields;
+        for (int i = 0; i < static_cast<int>(header.size()); ++i) {
+            fields += ShownField(rows.FieldAt(i), rows.Fields()[static_cast<size_t>(i)].type);
+        }
+        lines += fields.join(u'|');
+    }
+    return {header.join(u'|'), lines.join(u'\n'), {}};
+}
+
+} // namespace
+
+Outcome OutcomeOf(Database& database, const CorpusCase& one, RecordsetKind kind) {
+    try {
+        if (!one.queryName.isEmpty()) {
+            StoreQuery(database, one);
+            return {};
+        }
+        const auto query = database.CreateQueryDef(one.text);
+        for (const NamedValue& parameter : one.parameters) {
+            query->SetParameter(parameter.name, parameter.value);
+        }
+        if (query->IsAction()) {
+            return {{}, QStringLiteral("changes %1").arg(query->Execute()), {}};
+        }
+        return ReadRows(*query->OpenRecordset(kind));
+    } catch (const EngineError& error) {
+        return {{}, QStringLiteral("error %1").arg(error.Number()), error.Description()};
+    }
+}
+
+} // namespace velmora::engine::test

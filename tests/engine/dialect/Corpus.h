@@ -1,14 +1,14 @@
 #pragma once
 
-#include "tests/engine/dialect/TestStore.h"
+#include "engine/Database.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
-#include <map>
 #include <vector>
 
-namespace velmora::engine::dialect {
+namespace velmora::engine::test {
 
 // The files in corpus/. A case is a text of one line or more, then "----" with what is expected, then the rows:
 //
@@ -22,7 +22,7 @@ namespace velmora::engine::dialect {
 struct CorpusCase {
     int line = 0;
     QString queryName;
-    std::map<QString, Value> parameters;
+    std::vector<NamedValue> parameters;
     QString text;
     QString header;
     QString expected;
@@ -34,7 +34,14 @@ inline constexpr std::array corpusFiles = {"select.txt",  "joins.txt",  "conditi
                                            "callers.txt", "errors.txt"};
 
 std::vector<CorpusCase> ReadCorpus(const QString& file);
-// What a run gave, in the form of CorpusCase::expected.
-QString Outcome(const TestStore::Result& result, const CorpusCase& expected);
 
-} // namespace velmora::engine::dialect
+struct Outcome {
+    QString header;
+    QString result; // the rows, their fields separated by "|"; or "changes 2"; or "error 3075"
+    QString words;  // of the error
+};
+
+// Runs the case, or stores it as a query. Throws nothing.
+Outcome OutcomeOf(Database& database, const CorpusCase& one, RecordsetKind kind = RecordsetKind::Snapshot);
+
+} // namespace velmora::engine::test

@@ -74,51 +74,5 @@ TEST(ShapeTest, ReusesItsStorage) {
     EXPECT_EQ(key, ShapeOf(QStringLiteral("Select * from Asset where Name = \"b\" and AssetID = 8")).key);
 }
 
-// Every text against the shape of every other one: the quick match must say what the scan says.
-TEST(ShapeTest, AKnownShapeMatchesExactlyTheTextsThatScanToIt) {
-    const QStringList texts = {
-        QStringLiteral("Select * from Asset where AssetID = 42"),
-        QStringLiteral("Select * from Asset where AssetID = 7 "),
-        QStringLiteral("Select * from Asset where AssetID = 7.5"),
-        QStringLiteral("Select * from Asset where AssetID = .5"),
-        QStringLiteral("Select * from Asset where AssetID = x5"),
-        QStringLiteral("Select * from Asset where AssetID = \"a\""),
-        QStringLiteral("Select * from Asset where AssetID = 'a \"b'"),
-        QStringLiteral("Select * from Asset where AssetID = \"a \"\"b\"\"\""),
-        QStringLiteral("Select * from Asset where AssetID = \"a"),
-        QStringLiteral("Select * from Asset where AssetID = #3/7/2026#"),
-        QStringLiteral("Select * from Asset where AssetID = #3/37/2026#"),
-        QStringLiteral("Select * from Asset where AssetID = 5a"),
-        QStringLiteral("Select * from Asset where AssetID = [5]"),
-        QStringLiteral("Select * from Asset where AssetID = "),
-        QStringLiteral("Select * from Asset"),
-        QStringLiteral("x = 1 or y = 2"),
-        QStringLiteral("x = 15 or y = 26"),
-        QStringLiteral("x = 15 or y2 = 26"),
-        QStringLiteral("1"),
-        QStringLiteral("22"),
-        QStringLiteral("'a''b'.c"),
-        QStringLiteral("'a'.c"),
-        QStringLiteral("'a'.5"),
-        QStringLiteral("#1/1/2026#5"),
-        QStringLiteral("#1/1/2026#x"),
-        QString(),
-    };
-    for (const QString& known : texts) {
-        const TextShape shape = ShapeOf(known);
-        if (!shape.recognised) {
-            continue;
-        }
-        const KnownShape matcher(shape.key);
-        std::vector<Value> literals(5, Value(QStringLiteral("left over")));
-        for (const QString& text : texts) {
-            const TextShape expected = ShapeOf(text);
-            const bool same = expected.recognised && expected.key == shape.key;
-            EXPECT_EQ(matcher.Match(text, literals), same) << qPrintable(known) << " / " << qPrintable(text);
-            EXPECT_TRUE(!same || literals == expected.literals) << qPrintable(text);
-        }
-    }
-}
-
 } // namespace
 } // namespace velmora::engine::dialect
