@@ -7,7 +7,7 @@
 namespace velmora::engine {
 
 // What a column, parameter or expression holds. Unknown: decided by the value itself.
-enum class FieldType { Unknown, YesNo, Integer, Real, Text, DateTime };
+enum class FieldType : unsigned char { Unknown, YesNo, Integer, Real, Text, DateTime };
 
 FieldType TypeOfValue(const Value& value);
 

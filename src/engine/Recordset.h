@@ -34,7 +34,7 @@ public:
     Field(FieldType type, qint64 number) : type_(type), kind_(Kind::Integer), integer_(number) {}
     Field(FieldType type, double number) : type_(type), kind_(Kind::Real), real_(number) {}
     Field(FieldType type, const char* utf8, qsizetype size)
-        : type_(type), kind_(Kind::Text), text_(utf8), size_(size) {}
+        : type_(type), kind_(Kind::Text), size_(static_cast<quint32>(size)), text_(utf8) {}
 
     bool IsNull() const { return kind_ == Kind::Null; }
     // True for any number but 0; false when empty.
@@ -49,22 +49,20 @@ public:
     // The value by the field's type; a value that does not fit the type as it is stored.
     Value ToValue() const;
     // The stored bytes of a text; empty for any other kind.
-    std::string_view Utf8() const { return kind_ == Kind::Text ? std::string_view(text_, size()) : std::string_view(); }
+    std::string_view Utf8() const { return kind_ == Kind::Text ? std::string_view(text_, size_) : std::string_view(); }
     Kind StoredKind() const { return kind_; }
     // The stored whole number; 0 for any other kind.
     qint64 StoredInteger() const { return kind_ == Kind::Integer ? integer_ : 0; }
 
 private:
-    size_t size() const { return static_cast<size_t>(size_); }
-
     FieldType type_ = FieldType::Unknown;
     Kind kind_ = Kind::Null;
+    quint32 size_ = 0;
     union {
         qint64 integer_ = 0;
         double real_;
         const char* text_;
     };
-    qsizetype size_ = 0;
 };
 
 // A place in one recordset. Good until its Requery or its end; after that, and in another recordset, GoTo throws

@@ -34,7 +34,13 @@ public:
 private:
     struct Hash {
         using is_transparent = void;
-        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+        // Names of one query differ in these: a set is asked for a dozen names with each row.
+        std::size_t operator()(std::string_view text) const {
+            return text.empty() ? 0
+                                : text.size() + 31U * static_cast<unsigned char>(text.front()) +
+                                      1021U * static_cast<unsigned char>(text.back()) +
+                                      8191U * static_cast<unsigned char>(text[text.size() / 2]);
+        }
     };
     using Places = std::unordered_map<std::string, int, Hash, std::equal_to<>>;
 

@@ -1,31 +1,14 @@
 #include "engine/records/RowArena.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace velmora::engine::records {
 
 namespace {
 
-using TextSize = quint32;
-
-std::size_t PackedSize(const Field& field) {
-    switch (field.StoredKind()) {
-    case Field::Kind::Null:
-        return 1;
-    case Field::Kind::Text:
-        return 1 + sizeof(TextSize) + field.Utf8().size();
-    case Field::Kind::Integer:
-    case Field::Kind::Real:
-        break;
-    }
-    return 1 + sizeof(qint64);
-}
-
-template <typename T>
-void Put(char*& to, T value) {
-    std::memcpy(to, &value, sizeof value);
-    to += sizeof value;
-}
+// Most sets are small; the rows of a large one are read in one go.
+constexpr std::size_t firstChunk = 2048;
+constexpr std::size_t laterChunk = 65536;
 
 template <typename T>
 T Take(const char*& from) {
@@ -39,35 +22,22 @@ T Take(const char*& from) {
 
 void RowArena::Clear() {
     rows_.clear();
-    bytes_.release();
+    chunks_.clear();
+    row_ = next_ = end_ = nullptr;
 }
 
-const char* RowArena::Pack(std::span<const Field> row) {
-    std::size_t size = 0;
-    for (const Field& field : row) {
-        size += PackedSize(field);
+void RowArena::StartChunk(std::size_t bytes) {
+    const auto begun = static_cast<std::size_t>(next_ - row_);
+    const std::size_t size = std::max(begun + bytes, chunks_.empty() ? firstChunk : laterChunk);
+    chunks_.push_back(std::make_unique_for_overwrite<char[]>(size));
+    char* const start = chunks_.back().get();
+    if (begun > 0) {
+        std::memcpy(start, row_, begun);
+        rows_.back() = start;
     }
-    auto* const begin = static_cast<char*>(bytes_.allocate(size, 1));
-    char* to = begin;
-    for (const Field& field : row) {
-        Put(to, field.StoredKind());
-        switch (field.StoredKind()) {
-        case Field::Kind::Null:
-            break;
-        case Field::Kind::Integer:
-            Put(to, field.StoredInteger());
-            break;
-        case Field::Kind::Real:
-            Put(to, field.ToReal());
-            break;
-        case Field::Kind::Text:
-            const std::string_view text = field.Utf8();
-            Put(to, static_cast<TextSize>(text.size()));
-            text.copy(to, text.size());
-            to += text.size();
-        }
-    }
-    return begin;
+    row_ = start;
+    next_ = start + begun;
+    end_ = start + size;
 }
 
 void RowArena::Read(qint64 index, std::span<const FieldType> types, std::vector<Field>& row) const {
@@ -75,17 +45,20 @@ void RowArena::Read(qint64 index, std::span<const FieldType> types, std::vector<
     const char* from = rows_[static_cast<std::size_t>(index)];
     auto type = types.begin();
     for (Field& field : row) {
-        switch (Take<Field::Kind>(from)) {
-        case Field::Kind::Null:
+        switch (Take<Tag>(from)) {
+        case Tag::Null:
             field = Field();
             break;
-        case Field::Kind::Integer:
+        case Tag::SmallInteger:
+            field = Field(*type, qint64{Take<qint8>(from)});
+            break;
+        case Tag::Integer:
             field = Field(*type, Take<qint64>(from));
             break;
-        case Field::Kind::Real:
+        case Tag::Real:
             field = Field(*type, Take<double>(from));
             break;
-        case Field::Kind::Text:
+        case Tag::Text:
             const auto size = Take<TextSize>(from);
             field = Field(*type, from, size);
             from += size;

@@ -10,11 +10,10 @@ SnapshotRecordset::SnapshotRecordset(Session& session, QueryInput input, QString
 void SnapshotRecordset::Fill() {
     rows_.Clear();
     cursor_.Open(0, session_.NextOpening());
-    row_.resize(Query().types.size());
+    const int fields = static_cast<int>(Query().types.size());
     const auto statement = session_.Start(input_);
     while (statement->Step(Text())) {
-        statement->ReadRow(row_);
-        rows_.Append(row_);
+        statement->AppendRow(rows_, fields);
     }
     cursor_.Open(rows_.Size(), session_.NextOpening());
     ReadRecord();

@@ -3,6 +3,7 @@
 #include "engine/Catalog.h"
 #include "engine/Recordset.h"
 #include "engine/dialect/SqlWriter.h"
+#include "engine/records/RowArena.h"
 
 #include <QByteArray>
 #include <QString>
@@ -30,6 +31,8 @@ public:
     // Reads the first `row.size()` values of the current row, without types. Texts are good until the next Step or
     // Reset.
     virtual void ReadRow(std::span<Field> row) const = 0;
+    // Adds the first `fields` values of the current row as a row of `rows`.
+    virtual void AppendRow(RowArena& rows, int fields) const = 0;
     // Makes the statement ready to run again and gives up the locks that reading took. Bound values stay.
     virtual void Reset() noexcept = 0;
 

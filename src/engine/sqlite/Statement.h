@@ -31,6 +31,7 @@ public:
     bool Step();
     bool Step(const QString& callerText) override;
     void ReadRow(std::span<Field> row) const override;
+    void AppendRow(records::RowArena& rows, int fields) const override;
     void Reset() noexcept override { sqlite3_reset(statement_.get()); }
 
     // Fields of the row that Step found, counted from 0. A text is good until the next Step or Reset.
