@@ -1,7 +1,7 @@
 #include "demo/CreateDemoSite.h"
 #include "engine/dialect/Compiler.h"
 #include "site/Site.h"
-#include "site/SiteSchema.h"
+#include "site/StoredQueries.h"
 #include "tests/data/RawStore.h"
 #include "tests/support/Folders.h"
 

@@ -2,6 +2,7 @@
 
 #include "engine/Catalog.h"
 #include "engine/Recordset.h"
+#include "engine/Schema.h"
 
 #include <QByteArray>
 #include <QString>
@@ -60,6 +61,8 @@ public:
     // Resets every statement that was left standing on a row.
     virtual void EndReading() noexcept = 0;
 
+    // Adds a table with its indexes, unless it is there already.
+    virtual void AddTable(const TableDefinition& table) = 0;
     // All tables with their columns and keys.
     virtual std::vector<CatalogTable> ReadTables() = 0;
     // Another number whenever a program has changed the tables.

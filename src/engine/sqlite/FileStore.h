@@ -22,6 +22,7 @@ public:
     void Rollback() override { Run(rollback_, {}); }
     bool InTransaction() const override { return sqlite3_get_autocommit(connection_.Handle()) == 0; }
     void EndReading() noexcept override;
+    void AddTable(const TableDefinition& table) override;
     std::vector<CatalogTable> ReadTables() override;
     qint64 SchemaVersion() override;
 

@@ -79,7 +79,7 @@ TestStore::TestStore() {
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite::RegisterFunctions(connection, [] { return *ParseStorageText(u"2026-03-07 14:15:00"); });
-    Execute(ReadFile(ShareFolder() + QStringLiteral("/schema.sql")));
+    Execute(ReadFile(TestDataFolder() + QStringLiteral("/data/first-schema.sql")));
     Execute(ReadFile(CorpusFolder() + QStringLiteral("rows.sql")));
     ReadSchema();
 }
