@@ -115,7 +115,7 @@ QString FirstNameOf(int index) {
 }
 
 void MakeBenchSite(const QString& path) {
-    QFile schema(QStringLiteral(VELMORA_SHARE "/schema.sql"));
+    QFile schema(QStringLiteral(VELMORA_SCHEMA));
     if (!schema.open(QIODevice::ReadOnly)) {
         std::fprintf(stderr, "Cannot read %s\n", qPrintable(schema.fileName()));
         std::exit(1);

@@ -12,13 +12,13 @@ class DatabaseSink : public RowSink {
 public:
     explicit DatabaseSink(engine::NewDatabase& database) : database_(database) {}
     void BeginTable(const QString& table, const QStringList& columns) override {
-        loader_.emplace(database_.Load(table, columns));
+        loader_ = database_.Load(table, columns);
     }
     void Add(std::span<const Value> row) override { loader_->Add(row); }
 
 private:
     engine::NewDatabase& database_;
-    std::optional<engine::Loader> loader_;
+    std::shared_ptr<engine::Loader> loader_;
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "engine/Catalog.h"
 #include "engine/EngineError.h"
 #include "engine/Recordset.h"
+#include "engine/Schema.h"
 
 #include <QString>
 #include <QStringList>
@@ -21,11 +22,9 @@ enum class IdleOption {
 };
 
 struct OpenOptions {
-    // Tables, columns ("Table.Column") and indexes that a sound file has; one that lacks any of them, or cannot read a
-    // first entry, is damaged.
-    QStringList expectedTables{};
-    QStringList expectedColumns{};
-    QStringList expectedIndexes{};
+    // What the program knows: a database that lacks a table, column or index which its own version of the schema has,
+    // or cannot read a first entry, is damaged.
+    Schema schema{};
     // How long a statement waits for another user's lock before it fails with RecordLocked.
     int busyMilliseconds = 5000;
     // What Date() and Now() in a text mean; without one the system's wall clock.
@@ -72,7 +71,7 @@ protected:
 // The SQL texts are in the program's own dialect. Every failure is an EngineError with the text at fault.
 class Database {
 public:
-    // Throws FileNotFound (never creates the file), Damaged, CannotOpen.
+    // Throws FileNotFound (never creates the file), Damaged, NewerVersion, CannotOpen.
     static std::unique_ptr<Database> Open(const QString& path, const OpenOptions& options = {});
 
     virtual ~Database() = default;
@@ -91,6 +90,9 @@ public:
     // A query on a text of the caller's.
     virtual std::unique_ptr<QueryDef> CreateQueryDef(const QString& sql) = 0;
     virtual QStringList QueryNames() = 0;
+
+    // Adds a table with its indexes, unless it is there already; a part of the transaction that is open.
+    virtual void AddTable(const TableDefinition& table) = 0;
 
     virtual void Idle(IdleOption option) = 0;
 

@@ -17,6 +17,7 @@ enum class EngineErrorNumber {
     FileExists = 3204,       // a new database would take the place of one that is there
     CannotOpen = 3051,       // the file is there, but may not be opened
     Damaged = 3049,          // the file is not a sound database
+    NewerVersion = 3343,     // a program of a later version has made the database, or brought it up to date
     MissingParameter = 3061, // a parameter, or a name that is no field, has no value
     UnknownTable = 3078,     // no table or stored query of that name
     AmbiguousField = 3079,   // a plain name that more than one table has

@@ -11,14 +11,10 @@
 
 namespace velmora::engine {
 
-class NewDatabase;
-
 // Adds rows to one table of a database in the making, until that is finished.
 class Loader {
 public:
-    ~Loader();
-    Loader(Loader&&) noexcept;
-    Loader& operator=(Loader&&) noexcept;
+    virtual ~Loader() = default;
     Loader(const Loader&) = delete;
     Loader& operator=(const Loader&) = delete;
 
@@ -26,37 +22,31 @@ public:
     // date-time in storage form. Rows are stored fastest in the order of their key.
     // Throws DuplicateKey, ConstraintFailed, DiskFull, InvalidArgument (not one value per column, or a finished
     // database).
-    void Add(std::span<const Value> row);
+    virtual void Add(std::span<const Value> row) = 0;
     void Add(std::initializer_list<Value> row) { Add(std::span<const Value>(row.begin(), row.size())); }
 
-private:
-    friend class NewDatabase;
-    struct State;
-    explicit Loader(std::shared_ptr<State> state);
-    std::shared_ptr<State> state_;
+protected:
+    Loader() = default;
 };
 
-// Makes a database file. It grows under a temporary name in the same folder and appears at its path, complete and on
-// the disk, with Finish; without Finish nothing is left behind.
+// A database in the making: nobody sees it before Finish, complete and on the disk; without Finish nothing is left
+// behind. It has the tables of its schema; the indexes are made once all rows are there.
 class NewDatabase {
 public:
-    // Runs the schema except its indexes, which are made by Finish once all rows are there. Throws FileExists when
-    // there is something at `path`, CannotOpen, DiskFull.
-    NewDatabase(const QString& path, const QString& schemaSql);
-    ~NewDatabase();
+    virtual ~NewDatabase() = default;
     NewDatabase(const NewDatabase&) = delete;
     NewDatabase& operator=(const NewDatabase&) = delete;
 
-    // Columns that are not named get their default, or are empty. Throws for names that the schema does not have.
-    Loader Load(const QString& table, const QStringList& columns);
+    // Columns that are not named get their default, or are empty. Throws for names that the schema does not have. The
+    // loader must not outlive the database.
+    virtual std::shared_ptr<Loader> Load(const QString& table, const QStringList& columns) = 0;
 
-    // Makes the indexes and puts the file in its place; no row can be added any more. Throws DuplicateKey when rows
-    // break a unique index, FileExists when another program has made the file meanwhile: that one stays as it is.
-    void Finish();
+    // Makes the indexes and puts the database in its place; no row can be added any more. Throws DuplicateKey when rows
+    // break a unique index, FileExists when another program has made the database meanwhile: that one stays as it is.
+    virtual void Finish() = 0;
 
-private:
-    struct State;
-    std::unique_ptr<State> state_;
+protected:
+    NewDatabase() = default;
 };
 
 } // namespace velmora::engine

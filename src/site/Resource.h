@@ -5,8 +5,8 @@
 
 namespace velmora {
 
-// A text that is compiled into the program, by its path below share/ ("schema.sql"). Throws std::logic_error when there
-// is none of that path.
+// A text that is compiled into the program, by its path below share/ ("layouts/Setup.rpx"). Throws std::logic_error
+// when there is none of that path.
 QString ReadResource(const QString& path);
 
 // The same, as stored.

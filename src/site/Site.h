@@ -1,9 +1,8 @@
 #pragma once
 
 #include "base/services/Log.h"
-#include "engine/Database.h"
-#include "engine/NewDatabase.h"
-#include "engine/Repair.h"
+#include "engine/DatabasePlace.h"
+#include "engine/RepairReport.h"
 
 #include <QString>
 
@@ -44,9 +43,10 @@ public:
     QString Location() const;
 
     bool Exists() const;
-    // Throws as engine::Database::Open.
+    // Brings a database that an older program has made up to date where it may (site/SiteVersion.h). Throws as
+    // engine::DatabasePlace::Open.
     std::unique_ptr<engine::Database> Open(const SiteOpening& opening = {}) const;
-    // Throws as engine::CheckDatabase.
+    // These throw as those of engine::DatabasePlace.
     engine::CheckResult Check() const;
     bool IsInUse() const;
 
@@ -56,7 +56,7 @@ public:
     void Create(const SiteContents& contents = {}) const;
     // Replaces a damaged database by what can be saved of it, and puts back those of the program's own stored queries
     // that the damage took: without them reports would not run. A query that is still there stays as the site has it.
-    // Throws as engine::RepairDatabase.
+    // Throws as engine::salvage::RepairFile.
     engine::RepairReport Repair(DateTime now) const;
 
 private:

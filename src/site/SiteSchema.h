@@ -1,26 +1,12 @@
 #pragma once
 
-#include "engine/Database.h"
-
-#include <QString>
-
-#include <vector>
+#include "engine/Schema.h"
 
 namespace velmora {
 
-// What a site's database is made from: the script of its tables and indexes in the store's own SQL, and the stored
-// queries in the program's dialect. Both are compiled into the program.
-QString SiteSchemaText();
-
-struct StoredQueryText {
-    QString name;
-    QString text;
-};
-
-// In alphabetical order.
-std::vector<StoredQueryText> StoredQueryTexts();
-
-// How a site's database is opened: one that lacks a table or index of the script is damaged.
-engine::OpenOptions SiteOptions();
+// The tables of a site's database. Those of the first version belong to the whole suite and never change; later ones
+// are this program's own. A table more is an entry in the list with the next version, which is raised with it; sites
+// are brought up to date when they are opened.
+engine::Schema SiteSchema();
 
 } // namespace velmora

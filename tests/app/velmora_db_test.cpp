@@ -1,6 +1,6 @@
 // Runs the real program and compares what it prints and returns.
 
-#include "site/SiteSchema.h"
+#include "engine/Database.h"
 
 #include <QDir>
 #include <QFile>

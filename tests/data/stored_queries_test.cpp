@@ -2,7 +2,7 @@
 #include "engine/dialect/Compiler.h"
 #include "engine/sqlite/SqliteWriter.h"
 #include "site/Site.h"
-#include "site/SiteSchema.h"
+#include "site/StoredQueries.h"
 #include "tests/data/RawStore.h"
 #include "tests/support/Folders.h"
 

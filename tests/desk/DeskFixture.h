@@ -34,6 +34,7 @@ public:
         return database_.CreateQueryDef(sql);
     }
     QStringList QueryNames() override { return database_.QueryNames(); }
+    void AddTable(const engine::TableDefinition& table) override { database_.AddTable(table); }
     void Idle(engine::IdleOption option) override { database_.Idle(option); }
     const engine::Catalog& Schema() override { return database_.Schema(); }
     const QString& Path() const override { return database_.Path(); }

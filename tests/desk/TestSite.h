@@ -27,7 +27,7 @@ inline void MakeTestSite(const QString& path, const QString& rows = u"/desk/site
         sqlite3_free(message);
     };
     const QString share = ShareFolder();
-    run("PRAGMA synchronous = OFF; BEGIN;" + FileBytes(share + u"/schema.sql"_s));
+    run("PRAGMA synchronous = OFF; BEGIN;" + FileBytes(TestDataFolder() + u"/data/first-schema.sql"_s));
     run(FileBytes(TestDataFolder() + rows));
     const QDir queries(share + u"/queries"_s);
     for (const QString& name : queries.entryList({u"*.sql"_s})) {

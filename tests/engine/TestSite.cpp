@@ -31,7 +31,7 @@ private:
 } // namespace
 
 TestSite::TestSite() : path_(folder_.filePath(u"Velmora.MDB"_s)) {
-    QFile schema(ShareFolder() + QStringLiteral("/schema.sql"));
+    QFile schema(TestDataFolder() + QStringLiteral("/data/first-schema.sql"));
     EXPECT_TRUE(schema.open(QIODevice::ReadOnly));
     Run(schema.readAll().constData());
 }

@@ -132,6 +132,15 @@ TEST_F(OpsTest, ADamagedDatabaseIsLeftAloneWithoutConsentOrInUse) {
     EXPECT_EQ(test_.windows.calls, (QStringList{u"startup"_s, u"startup"_s}));
 }
 
+TEST_F(OpsTest, ANewerDatabaseIsRefusedWithoutAnOfferToRepairIt) {
+    MakeSite();
+    Site(folder_.path()).Open()->Execute(u"UPDATE SiteProperty SET [Value] = \"9\" WHERE Name = \"SchemaVersion\"");
+    dialogs_.answers = {Answer::Ignore};
+    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    EXPECT_TRUE(dialogs_.messages.at(0).text.contains(u"version 9")) << dialogs_.messages.at(0).text.toStdString();
+    EXPECT_TRUE(test_.dialogs.messages.empty());
+}
+
 TEST_F(OpsTest, AFileThatCannotBeRepairedEndsTheProgram) {
     Put(u"Velmora.MDB"_s, "Dear colleagues, this is no database at all.");
     test_.dialogs.answers = {Answer::Yes, Answer::Ok};

@@ -6,6 +6,7 @@
 #include "app/db/RowPrinter.h"
 #include "demo/CreateDemoSite.h"
 #include "engine/Database.h"
+#include "platform/LogFile.h"
 #include "site/Site.h"
 
 #include <QDir>
@@ -117,8 +118,9 @@ std::unique_ptr<engine::QueryDef> FindQuery(engine::Database& database, const QS
     return isStored ? database.OpenQueryDef(name) : database.CreateQueryDef(text);
 }
 
-ExitCode Query(const CommandLine& line) {
-    const std::unique_ptr<engine::Database> database = SiteOf(line).Open();
+ExitCode Query(const CommandLine& line, const Clock& clock) {
+    LogFile log(LogFile::DefaultPath(), clock);
+    const std::unique_ptr<engine::Database> database = SiteOf(line).Open({.log = &log});
     const auto query = FindQuery(*database, line.query);
     SetParameters(*query, line.parameters);
     Output output;
@@ -144,7 +146,7 @@ ExitCode RunCommand(const CommandLine& line, const Clock& clock) {
     case CommandKind::Repair:
         return Repair(line, clock);
     case CommandKind::Query:
-        return Query(line);
+        return Query(line, clock);
     case CommandKind::Help:
         break;
     }

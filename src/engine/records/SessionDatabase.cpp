@@ -29,6 +29,11 @@ std::unique_ptr<QueryDef> SessionDatabase::CreateQueryDef(const QString& sql) {
     return std::make_unique<SessionQuery>(*session_, sql);
 }
 
+void SessionDatabase::AddTable(const TableDefinition& table) {
+    session_->Connection().AddTable(table);
+    session_->Refresh();
+}
+
 void SessionDatabase::Idle(IdleOption option) {
     switch (option) {
     case IdleOption::FreeLocks:

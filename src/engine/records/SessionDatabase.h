@@ -15,6 +15,7 @@ public:
     std::unique_ptr<QueryDef> OpenQueryDef(QStringView name) override;
     std::unique_ptr<QueryDef> CreateQueryDef(const QString& sql) override;
     QStringList QueryNames() override { return session_->Catalog().QueryNames(); }
+    void AddTable(const TableDefinition& table) override;
     void Idle(IdleOption option) override;
     const Catalog& Schema() override { return session_->Catalog(); }
     const QString& Path() const override { return path_; }

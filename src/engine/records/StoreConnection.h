@@ -4,6 +4,7 @@
 #include "engine/Recordset.h"
 #include "engine/dialect/SqlWriter.h"
 #include "engine/records/RowArena.h"
+#include "engine/Schema.h"
 
 #include <QByteArray>
 #include <QString>
@@ -67,6 +68,8 @@ public:
     // How the SQL of this store is written.
     virtual const dialect::SqlWriter& Writer() const = 0;
 
+    // Adds a table with its indexes, unless it is there already.
+    virtual void AddTable(const TableDefinition& table) = 0;
     // All tables with their columns and keys.
     virtual std::vector<CatalogTable> ReadTables() = 0;
     // Another number whenever a program has changed the tables.

@@ -22,16 +22,6 @@ namespace {
 constexpr const char* journalEndings[] = {"-journal", "-wal"};
 constexpr const char* sideEndings[] = {"-journal", "-wal", "-shm"};
 
-// The bytes that the store locks to say what it does with a file.
-struct flock StoreLock() {
-    struct flock lock = {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = 0x40000000;
-    lock.l_len = 512;
-    return lock;
-}
-
 [[noreturn]] void ThrowInUse(const QString& path) {
     throw EngineError(EngineErrorNumber::RecordLocked,
                       u"The database \"%1\" appears to be open by other users and cannot be repaired."_s.arg(path));
@@ -112,19 +102,13 @@ void LinkOrCopy(const QByteArray& from, const QByteArray& to) {
 
 } // namespace
 
-bool HasStoreLocks(const QByteArray& path) {
-    const sqlite::FileHandle file = sqlite::OpenFile(path, O_RDONLY);
-    struct flock lock = StoreLock();
-    return file && ::fcntl(file.Get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
-}
-
 FileExchange::FileExchange(const QString& path)
     : givenPath_(path), path_(sqlite::ResolvedPath(path)), presence_(TakePresence(path)) {
     file_ = sqlite::OpenFile(path_, O_RDWR);
     if (!file_ || ::fstat(file_.Get(), &status_) != 0) {
         sqlite::ThrowFileError(errno, u"open"_s, path_);
     }
-    struct flock lock = StoreLock();
+    struct flock lock = sqlite::StoreLocks();
     if (::fcntl(file_.Get(), F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES)) {
         ThrowInUse(path);
     }

@@ -49,8 +49,4 @@ private:
     QByteArray copy_;
 };
 
-// True while another program holds one of the store's locks on the file. Ask only while nobody in this process has it
-// open: looking would take this process's own locks away.
-bool HasStoreLocks(const QByteArray& path);
-
 } // namespace velmora::engine::salvage

@@ -14,7 +14,6 @@ namespace {
 
 using sqlite::Connection;
 using sqlite::Quoted;
-using sqlite::SchemaStatement;
 using sqlite::Statement;
 
 // The store keeps tables of its own under such names.
@@ -33,9 +32,21 @@ QByteArrayList TableNames(sqlite3* database) {
     return names;
 }
 
-// Runs a statement that may have been damaged, or may need what this program does not have; false when it fails.
+// Runs one statement that may have been damaged, or may need what this program does not have; false when it fails, or
+// when more follows it.
 bool TryExecute(sqlite3* database, const QByteArray& sql) {
-    return sqlite3_exec(database, sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    sqlite3_stmt* statement = nullptr;
+    const char* rest = nullptr;
+    const int prepared = sqlite3_prepare_v2(database, sql.constData(), -1, &statement, &rest);
+    const bool isAlone = prepared == SQLITE_OK && QByteArrayView(rest).trimmed().isEmpty();
+    const bool isDone = isAlone && sqlite3_step(statement) == SQLITE_DONE;
+    sqlite3_finalize(statement);
+    return isDone;
+}
+
+// The store keeps the statements of a schema with their first words in this form.
+bool Creates(const QByteArray& sql, const QByteArray& what) {
+    return sql.startsWith("CREATE " + what);
 }
 
 constexpr const char* sequenceTable = "sqlite_sequence";
@@ -46,11 +57,11 @@ bool IsTable(const SchemaEntry& entry) {
 
 } // namespace
 
-Salvager::Salvager(const QByteArray& damaged, const QByteArray& target, const QString& schemaSql)
-    : file_(damaged), reader_(file_), schema_(schemaSql), found_(ReadSchemaEntries(reader_)), target_(target) {}
+Salvager::Salvager(const QByteArray& damaged, const QByteArray& target, const Schema& schema)
+    : file_(damaged), reader_(file_), schema_(schema), found_(ReadSchemaEntries(reader_)), target_(target) {}
 
 RepairReport Salvager::Run() {
-    target_.Run(schema_.beforeRows);
+    target_.Run(schema_.tables);
     AddSources();
     DemandOwnTables(false);
     MakeUniqueIndexes();
@@ -116,12 +127,12 @@ void Salvager::AddSource(const QByteArray& table, const SchemaEntry* entry, bool
 
 std::unique_ptr<Connection> Salvager::Original(const QByteArray& table, const SchemaEntry* entry) const {
     auto original = std::make_unique<Connection>(Connection::InMemory());
-    const bool isMade = entry != nullptr && sqlite::KindOf(entry->sql) == SchemaStatement::Table &&
+    const bool isMade = entry != nullptr && Creates(entry->sql, "TABLE") &&
                         TryExecute(original->Handle(), entry->sql) &&
                         ReadTableShape(original->Handle(), table).has_value();
     if (!isMade) {
         *original = Connection::InMemory();
-        for (const auto* statements : {&schema_.beforeRows, &schema_.uniqueIndexes, &schema_.otherIndexes}) {
+        for (const auto* statements : {&schema_.tables, &schema_.uniqueIndexes, &schema_.otherIndexes}) {
             for (const QByteArray& statement : *statements) {
                 original->Execute(statement);
             }
@@ -169,7 +180,7 @@ void Salvager::AddColumnsOfSite(sqlite3* original, const TableShape& shape) {
 void Salvager::MakeUniqueIndexes() {
     target_.Run(schema_.uniqueIndexes);
     for (const SchemaEntry& entry : found_.entries) {
-        if (entry.type == "index" && sqlite::KindOf(entry.sql) == SchemaStatement::UniqueIndex) {
+        if (entry.type == "index" && Creates(entry.sql, "UNIQUE INDEX")) {
             MakeAnew(entry);
         }
     }
@@ -281,11 +292,8 @@ void Salvager::MakeAnew(const SchemaEntry& entry) {
     if (TargetHas(entry.name) || IsReserved(entry.name)) {
         return;
     }
-    const bool isWhole = sqlite3_complete((entry.sql + ';').constData()) != 0 &&
-                         sqlite::SchemaScript(QString::fromUtf8(entry.sql)).StatementCount() == 1 &&
-                         sqlite::KindOf(entry.sql) != SchemaStatement::VirtualTable &&
-                         entry.sql.trimmed().toUpper().startsWith("CREATE");
-    if (!isWhole || !TryExecute(target_.Handle(), entry.sql)) {
+    const bool mayRun = Creates(entry.sql, "") && !Creates(entry.sql, "VIRTUAL");
+    if (!mayRun || !TryExecute(target_.Handle(), entry.sql)) {
         remarks_.append(u"The %1 \"%2\" could not be made anew; it is only in the kept file."_s.arg(
             QString::fromUtf8(entry.type), QString::fromUtf8(entry.name)));
     }

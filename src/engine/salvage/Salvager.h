@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/Repair.h"
+#include "engine/RepairReport.h"
 #include "engine/salvage/TableSource.h"
 #include "engine/sqlite/FileBuilder.h"
 
@@ -13,7 +13,7 @@ namespace velmora::engine::salvage {
 class Salvager {
 public:
     // Reads the database at `damaged`, which nobody changes meanwhile, and builds a new one at `target`.
-    Salvager(const QByteArray& damaged, const QByteArray& target, const QString& schemaSql);
+    Salvager(const QByteArray& damaged, const QByteArray& target, const Schema& schema);
 
     // Copies everything, checks the result in full and closes it. The report lacks only where the damaged file is kept.
     // Throws Damaged when none of the schema's tables can be found.
@@ -43,7 +43,7 @@ private:
 
     PageFile file_;
     TreeReader reader_;
-    sqlite::SchemaScript schema_;
+    sqlite::SchemaSql schema_;
     SchemaEntries found_;
     sqlite::FileBuilder target_;
     std::vector<TableSource> sources_;

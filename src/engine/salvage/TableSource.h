@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/Repair.h"
+#include "engine/RepairReport.h"
 #include "engine/salvage/SchemaEntries.h"
 #include "engine/salvage/TableCopier.h"
 

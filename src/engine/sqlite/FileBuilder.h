@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/sqlite/SchemaScript.h"
+#include "engine/sqlite/SchemaSql.h"
 #include "engine/sqlite/Statement.h"
 
 #include <QByteArray>

@@ -1,6 +1,7 @@
 #include "engine/sqlite/FileStore.h"
 
 #include "engine/sqlite/Functions.h"
+#include "engine/sqlite/SchemaSql.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/StoreError.h"
 
@@ -140,6 +141,13 @@ qint64 FileStore::SchemaVersion() {
     Statement version = Own("PRAGMA schema_version");
     version.Step({});
     return version.Integer(0);
+}
+
+void FileStore::AddTable(const TableDefinition& table) {
+    connection_.Execute(CreateTableSql(table));
+    for (const IndexDefinition& index : table.indexes) {
+        connection_.Execute(CreateIndexSql(table, index));
+    }
 }
 
 std::vector<CatalogTable> FileStore::ReadTables() {

@@ -24,6 +24,7 @@ public:
     bool InTransaction() const override { return sqlite3_get_autocommit(connection_.Handle()) == 0; }
     void EndReading() noexcept override;
     const dialect::SqlWriter& Writer() const override { return writer_; }
+    void AddTable(const TableDefinition& table) override;
     std::vector<CatalogTable> ReadTables() override;
     qint64 SchemaVersion() override;
 

@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <chrono>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -132,6 +131,21 @@ void Presence::Leave() noexcept {
         ::unlink(sidePath_.constData());
     }
     file_.Close();
+}
+
+struct flock StoreLocks() {
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 0x40000000;
+    lock.l_len = 512;
+    return lock;
+}
+
+bool HasStoreLocks(const QByteArray& path) {
+    const FileHandle file = OpenFile(path, O_RDONLY);
+    struct flock lock = StoreLocks();
+    return file && ::fcntl(file.Get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
 } // namespace velmora::engine::sqlite

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <fcntl.h>
 #include <optional>
 
 namespace velmora::engine::sqlite {
@@ -39,5 +40,12 @@ private:
     QByteArray sidePath_;
     FileHandle file_;
 };
+
+// The lock on all bytes that the store locks to say what it does with a file.
+struct flock StoreLocks();
+
+// True while another program holds one of the store's locks on the file. Ask only while nobody in this process has it
+// open: looking would take this process's own locks away.
+bool HasStoreLocks(const QByteArray& path);
 
 } // namespace velmora::engine::sqlite

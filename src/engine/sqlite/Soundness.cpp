@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QSet>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -123,32 +124,35 @@ Names ReadNames(sqlite3* connection) {
     return names;
 }
 
-void CheckNames(const Names& present, const QString& path, const OpenOptions& options) {
-    for (const QString& table : options.expectedTables) {
-        if (!present.tables.contains(table.toUtf8().toLower())) {
-            ThrowDamaged(path, u"the table \"%1\" is missing"_s.arg(table));
-        }
+// Where nothing readable says which version it is, it is the first one: bringing that up to date changes nothing that
+// is there already.
+int SchemaVersion(sqlite3* connection, const Names& present) {
+    if (!present.tables.contains(propertyTable.toUtf8().toLower())) {
+        return 1;
     }
-    for (const QString& index : options.expectedIndexes) {
-        if (!present.indexes.contains(index.toUtf8().toLower())) {
-            ThrowDamaged(path, u"the index \"%1\" is missing"_s.arg(index));
-        }
-    }
+    Statement property(connection, "SELECT Value FROM " + Quoted(propertyTable.toUtf8()) + " WHERE Name = ?1");
+    property.BindText(1, schemaVersionProperty.toUtf8());
+    return property.Step() ? std::max(1, property.TextCopy(0).toInt()) : 1;
 }
 
-void CheckColumns(sqlite3* connection, const QString& path, const OpenOptions& options) {
-    QSet<QString> present;
-    Statement columns(connection, "SELECT name FROM pragma_table_info(?1)");
-    for (const QString& table : options.expectedTables) {
-        columns.BindText(1, table.toUtf8());
-        while (columns.Step()) {
-            present.insert(QString(table + u'.' + QString::fromUtf8(columns.Text(0))).toLower());
-        }
-        columns.Reset();
+void CheckTable(sqlite3* connection, const QString& path, const TableDefinition& table, const Names& present) {
+    if (!present.tables.contains(table.name.toUtf8().toLower())) {
+        ThrowDamaged(path, u"the table \"%1\" is missing"_s.arg(table.name));
     }
-    for (const QString& column : options.expectedColumns) {
-        if (!present.contains(column.toLower())) {
-            ThrowDamaged(path, u"the column \"%1\" is missing"_s.arg(column));
+    for (const IndexDefinition& index : table.indexes) {
+        if (!present.indexes.contains(index.name.toUtf8().toLower())) {
+            ThrowDamaged(path, u"the index \"%1\" is missing"_s.arg(index.name));
+        }
+    }
+    QStringList columns;
+    Statement list(connection, "SELECT name FROM pragma_table_info(?1)");
+    list.BindText(1, table.name.toUtf8());
+    while (list.Step()) {
+        columns.append(QString::fromUtf8(list.Text(0)));
+    }
+    for (const ColumnDefinition& column : table.columns) {
+        if (!columns.contains(column.name, Qt::CaseInsensitive)) {
+            ThrowDamaged(path, u"the column \"%1.%2\" is missing"_s.arg(table.name, column.name));
         }
     }
 }
@@ -177,18 +181,32 @@ void ReadIndexEnds(sqlite3* connection, const QByteArray& table) {
     }
 }
 
-void CheckAll(sqlite3* connection, const QString& path, const OpenOptions& options) {
+void ReadFirstEntries(sqlite3* connection, const QByteArray& table) {
+    if (HasRowNumbers(connection, table)) {
+        ReadEnds(connection, "SELECT * FROM " + Quoted(table) + " NOT INDEXED", "rowid");
+        ReadIndexEnds(connection, table);
+    } else {
+        Statement(connection, "SELECT * FROM " + Quoted(table) + " LIMIT 1").Step();
+    }
+}
+
+void CheckAll(sqlite3* connection, const QString& path, const Schema& schema) {
     const Names present = ReadNames(connection);
     CheckHeader(connection, path);
-    CheckNames(present, path, options);
-    CheckColumns(connection, path, options);
-    for (const QString& name : options.expectedTables) {
-        const QByteArray table = name.toUtf8();
-        if (HasRowNumbers(connection, table)) {
-            ReadEnds(connection, "SELECT * FROM " + Quoted(table) + " NOT INDEXED", "rowid");
-            ReadIndexEnds(connection, table);
-        } else {
-            Statement(connection, "SELECT * FROM " + Quoted(table) + " LIMIT 1").Step();
+    if (const int version = SchemaVersion(connection, present); !schema.tables.empty()) {
+        if (version > schema.version) {
+            throw EngineError(EngineErrorNumber::NewerVersion,
+                              u"The database \"%1\" has version %2, and this program knows versions up to %3: a newer "
+                              "program is needed."_s.arg(path)
+                                  .arg(version)
+                                  .arg(schema.version));
+        }
+        const std::vector<TableDefinition> tables = schema.TablesOf(version);
+        for (const TableDefinition& table : tables) {
+            CheckTable(connection, path, table, present);
+        }
+        for (const TableDefinition& table : tables) {
+            ReadFirstEntries(connection, table.name.toUtf8());
         }
     }
     if (HasDamageMark(path)) {
@@ -226,7 +244,7 @@ void CheckOpened(sqlite3* connection, const QString& path, const OpenOptions& op
     const bool marked = HasDamageMark(path);
     try {
         const ReadTransaction transaction(connection);
-        CheckAll(connection, path, options);
+        CheckAll(connection, path, options.schema);
     } catch (const EngineError& error) {
         // What keeps a sound file from being read says so; whatever else the store says here ("malformed", "unsupported
         // file format") is about a file that is none.

@@ -1,4 +1,3 @@
-#include "engine/Repair.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
@@ -24,10 +23,6 @@ namespace {
 
 int NumberOf(EngineErrorNumber number) {
     return static_cast<int>(number);
-}
-
-RepairReport Repair(const QString& path) {
-    return RepairDatabase(path, ShippedSchema(), *MakeDateTime({2026, 3, 7, 14, 15, 9}));
 }
 
 // Runs SQL in a process that is then killed without closing the database.
@@ -85,12 +80,12 @@ TEST(Crash, ARepairRollsTheJournalBackFirst) {
     OverwritePage(folder.Path(), 1);
     const QByteArray broken = Contents(folder.Path());
     const QByteArray journal = Contents(folder.File(u"Velmora.MDB-journal"_s));
-    EXPECT_EQ(ErrorOf([&] { RepairDatabase(folder.Path(), u"CREATE TABLE Other (ID INTEGER PRIMARY KEY)"_s, {}); }),
-              NumberOf(EngineErrorNumber::Damaged));
+    const Schema other{.version = 1, .tables = {{.name = u"Other"_s, .columns = {{u"ID"_s, ColumnType::Identity}}}}};
+    EXPECT_EQ(ErrorOf([&] { RepairDatabase(folder.Path(), other); }), NumberOf(EngineErrorNumber::Damaged));
     EXPECT_EQ(Contents(folder.Path()), broken) << "a repair that fails touches neither file nor journal";
     EXPECT_EQ(Contents(folder.File(u"Velmora.MDB-journal"_s)), journal);
 
-    const RepairReport report = Repair(folder.Path());
+    const RepairReport report = RepairDatabase(folder.Path());
     Rows after = ReadRows(folder.Path());
     EXPECT_TRUE(IsPart(after, before));
     EXPECT_LT(after.extract("Person").mapped().size(), before.extract("Person").mapped().size());
@@ -116,7 +111,7 @@ TEST(Crash, ARepairReadsTheWriteAheadLog) {
     // Once with a broken page of another table, once with a broken first page.
     OverwritePage(copy.Path(), PagesOf(folder.Path(), "Person", "leaf")[2]);
     OverwritePage(copy.Path(), 1);
-    const RepairReport report = Repair(copy.Path());
+    const RepairReport report = RepairDatabase(copy.Path());
     Rows after = ReadRows(copy.Path());
     EXPECT_TRUE(IsPart(after, before));
     EXPECT_LT(after.extract("Person").mapped().size(), before.extract("Person").mapped().size());
@@ -141,7 +136,7 @@ TEST(Crash, AKilledRepairLeavesTheOldFileOrTheNewOne) {
         SetContents(folder.Path(), file);
         SetContents(folder.File(u"Velmora.MDB-journal"_s), journal);
         const auto start = std::chrono::steady_clock::now();
-        const int child = Fork([&] { return ErrorOf([&] { Repair(folder.Path()); }); });
+        const int child = Fork([&] { return ErrorOf([&] { RepairDatabase(folder.Path()); }); });
         // The first rounds end early, the others around the exchange of the files.
         const auto delay = std::chrono::milliseconds(random() % 400);
         while (std::chrono::steady_clock::now() - start < delay &&
@@ -153,7 +148,7 @@ TEST(Crash, AKilledRepairLeavesTheOldFileOrTheNewOne) {
         ASSERT_TRUE(folder.Names().contains(u"Velmora.MDB"_s));
         EXPECT_FALSE(IsInUse(folder.Path()));
         if (OpeningResult(folder.Path()) != 0) {
-            EXPECT_EQ(ErrorOf([&] { Repair(folder.Path()); }), 0);
+            EXPECT_EQ(ErrorOf([&] { RepairDatabase(folder.Path()); }), 0);
         }
         EXPECT_EQ(OpeningResult(folder.Path()), 0);
         const Rows after = ReadRows(folder.Path());
@@ -175,7 +170,7 @@ TEST(Crash, AFullDiskLeavesTheOldFile) {
             const auto most = static_cast<rlim_t>(static_cast<double>(broken.size()) * share);
             const rlimit limit = {most, most};
             ::setrlimit(RLIMIT_FSIZE, &limit);
-            const int error = ErrorOf([&] { Repair(folder.Path()); });
+            const int error = ErrorOf([&] { RepairDatabase(folder.Path()); });
             return error == NumberOf(EngineErrorNumber::DiskFull) || error == NumberOf(EngineErrorNumber::DiskError)
                        ? 0
                        : 1;
@@ -194,11 +189,11 @@ TEST(Crash, ARepairWaitsForItsTurn) {
     {
         const sqlite::Presence other = sqlite::Presence::Join(folder.Path());
         EXPECT_TRUE(IsInUse(folder.Path()));
-        EXPECT_EQ(ErrorOf([&] { Repair(folder.Path()); }), NumberOf(EngineErrorNumber::RecordLocked));
+        EXPECT_EQ(ErrorOf([&] { RepairDatabase(folder.Path()); }), NumberOf(EngineErrorNumber::RecordLocked));
         EXPECT_EQ(Contents(folder.Path()), broken);
     }
-    const RepairReport first = Repair(folder.Path());
-    const RepairReport second = Repair(folder.Path());
+    const RepairReport first = RepairDatabase(folder.Path());
+    const RepairReport second = RepairDatabase(folder.Path());
     EXPECT_EQ(second.keptAs, first.keptAs + u"-2"_s) << "an earlier one is never replaced";
     EXPECT_EQ(Contents(first.keptAs), broken);
     EXPECT_EQ(QFile(folder.Path()).permissions(), QFile(first.keptAs).permissions());
@@ -236,7 +231,7 @@ TEST(Crash, NoDamageBreaksTheRepair) {
         const int opening = OpeningResult(folder.Path());
         EXPECT_TRUE(opening == 0 || opening == NumberOf(EngineErrorNumber::Damaged)) << round << ": " << opening;
         try {
-            const RepairReport report = Repair(folder.Path());
+            const RepairReport report = RepairDatabase(folder.Path());
             ++repaired;
             EXPECT_EQ(OpeningResult(folder.Path()), 0) << round;
             Rows after = ReadRows(folder.Path());

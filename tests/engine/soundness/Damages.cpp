@@ -73,7 +73,7 @@ const std::vector<Damage>& Damages() {
         {"SchemaLeaf", {}, [](const QString& path) { OverwritePage(path, PagesOf(path, "sqlite_schema", "leaf").front()); }, damaged, damaged, 0,
             {"Asset/Event", "Asset/Area"}},
         {"WholeSchema", {}, [](const QString& path) { SmashAll(path, PagesOf(path, "sqlite_schema", "leaf")); OverwritePage(path, 1); },
-            damaged, damaged, 0, {"Asset/Event", "Asset/Area", "PrintAttributes", "StoredQuery"}},
+            damaged, damaged, 0, {"Asset/Event", "Asset/Area", "PrintAttributes", "SiteProperty", "StoredQuery"}},
 
         {"TableLeaf", {}, [](const QString& path) { OverwritePage(path, Middle(path, "Reservation", "leaf")); }, 0, damaged, 0, {"Reservation"}},
         {"TableRoot", {}, [](const QString& path) { OverwritePage(path, PagesOf(path, "Reservation", "internal").front()); }, damaged, damaged, 0, {}},

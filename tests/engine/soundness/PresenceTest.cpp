@@ -1,6 +1,5 @@
 #include "engine/sqlite/Presence.h"
 #include "engine/EngineError.h"
-#include "engine/Repair.h"
 #include "engine/sqlite/Statement.h"
 #include "tests/engine/soundness/SampleDatabase.h"
 
@@ -96,7 +95,7 @@ TEST(Presence, SeesOtherProgramsByTheStoresOwnLocks) {
     });
     const QByteArray before = Contents(folder.Path());
     EXPECT_TRUE(IsInUse(folder.Path()));
-    EXPECT_EQ(ErrorOf([&] { RepairDatabase(folder.Path(), ShippedSchema(), {}); }), recordLocked);
+    EXPECT_EQ(ErrorOf([&] { RepairDatabase(folder.Path()); }), recordLocked);
     EXPECT_EQ(Contents(folder.Path()), before);
     EXPECT_EQ(folder.Names(), QStringList{u"Velmora.MDB"_s});
     other.Kill();

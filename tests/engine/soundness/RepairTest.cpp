@@ -1,4 +1,3 @@
-#include "engine/Repair.h"
 #include "engine/sqlite/Statement.h"
 #include "tests/engine/soundness/Damages.h"
 
@@ -14,14 +13,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace velmora::engine::test {
 
 namespace {
-
-DateTime Afternoon() {
-    return *MakeDateTime({2026, 3, 7, 14, 15, 9});
-}
-
-RepairReport Repair(const QString& path) {
-    return RepairDatabase(path, ShippedSchema(), Afternoon());
-}
 
 // Saved rows are rows of the original, and the report counts what is there and what is not.
 void ExpectTrueReport(const RepairReport& report, const Rows& before, const Rows& after,
@@ -67,12 +58,12 @@ TEST_P(RepairOf, SavesWhatCanBeRead) {
     EXPECT_EQ(CheckDatabase(folder.Path(), ShippedOptions()).isSound, damage.check == 0);
     EXPECT_EQ(Contents(folder.Path()), broken) << "opening and checking change nothing";
     if (damage.repair != 0) {
-        EXPECT_EQ(ErrorOf([&] { Repair(folder.Path()); }), damage.repair);
+        EXPECT_EQ(ErrorOf([&] { RepairDatabase(folder.Path()); }), damage.repair);
         EXPECT_EQ(Contents(folder.Path()), broken);
         EXPECT_EQ(folder.Names(), QStringList{u"Velmora.MDB"_s});
         return;
     }
-    const RepairReport report = Repair(folder.Path());
+    const RepairReport report = RepairDatabase(folder.Path());
     EXPECT_EQ(OpeningResult(folder.Path()), 0);
     EXPECT_TRUE(CheckDatabase(folder.Path(), ShippedOptions()).isSound);
     ExpectTrueReport(report, before, ReadRows(folder.Path()), damage.losers);
@@ -86,7 +77,7 @@ TEST(Repair, SaysWhichRowsAreLost) {
     const std::vector<int> leaves = PagesOf(folder.Path(), "Reservation", "leaf");
     const std::set<QByteArray> before = ReadRows(folder.Path()).at("Reservation");
     OverwritePage(folder.Path(), leaves[3]);
-    const RepairReport report = Repair(folder.Path());
+    const RepairReport report = RepairDatabase(folder.Path());
     std::set<QByteArray> lost;
     const std::set<QByteArray> after = ReadRows(folder.Path()).at("Reservation");
     std::set_difference(before.begin(), before.end(), after.begin(), after.end(), std::inserter(lost, lost.end()));
@@ -116,7 +107,7 @@ TEST(Repair, KeepsWhatASiteAdded) {
         "PRAGMA user_version = 12");
     const Rows before = ReadRows(folder.Path());
     OverwritePage(folder.Path(), PagesOf(folder.Path(), "ReservationStart", "leaf").back());
-    EXPECT_TRUE(Repair(folder.Path()).LostNothing());
+    EXPECT_TRUE(RepairDatabase(folder.Path()).LostNothing());
     EXPECT_EQ(ReadRows(folder.Path()), before) << "also the last number of a work order";
     const sqlite::Connection store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     EXPECT_NO_THROW(sqlite::Statement(store.Handle(), "SELECT Badge COLLATE NOCASE FROM Person").Step());

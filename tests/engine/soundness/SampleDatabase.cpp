@@ -1,10 +1,12 @@
 #include "tests/engine/soundness/SampleDatabase.h"
 
-#include "engine/NewDatabase.h"
+#include "engine/salvage/RepairFile.h"
+#include "engine/sqlite/FilePlace.h"
+#include "engine/sqlite/NewDatabaseFile.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
-#include "tests/support/Folders.h"
+#include "site/SiteSchema.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,20 +21,20 @@ namespace velmora::engine::test {
 using sqlite::Connection;
 using sqlite::Statement;
 
-QString ShippedSchema() {
-    return QString::fromUtf8(Contents(ShareFolder() + QStringLiteral("/schema.sql")));
+OpenOptions ShippedOptions() {
+    return {.schema = SiteSchema()};
 }
 
-OpenOptions ShippedOptions() {
-    OpenOptions options;
-    const Connection store = Connection::InMemory();
-    store.Execute(ShippedSchema().toUtf8());
-    Statement names(store.Handle(), "SELECT type, name FROM sqlite_schema WHERE name NOT LIKE 'sqlite_%'");
-    while (names.Step()) {
-        (names.Text(0) == "table" ? options.expectedTables : options.expectedIndexes)
-            .append(QString::fromUtf8(names.Text(1)));
-    }
-    return options;
+bool IsInUse(const QString& path) {
+    return sqlite::FilePlace(path).IsInUse();
+}
+
+CheckResult CheckDatabase(const QString& path, const OpenOptions& options) {
+    return sqlite::FilePlace(path).Check(options);
+}
+
+RepairReport RepairDatabase(const QString& path, const Schema& schema) {
+    return salvage::RepairFile(path, schema, *MakeDateTime({2026, 3, 7, 14, 15, 9}));
 }
 
 QStringList SampleFolder::Names() const {
@@ -50,52 +52,55 @@ QString Named(const char16_t* stem, int number) {
 }
 
 void AddReservations(NewDatabase& database, int count) {
-    Loader rows = database.Load(u"Reservation"_s, {u"ID"_s, u"Asset"_s, u"Start"_s, u"End"_s, u"Name"_s, u"EventType"_s,
-                                                   u"LastName"_s, u"FirstName"_s, u"Organization"_s, u"Attendees"_s,
-                                                   u"Permanent"_s, u"Link"_s, u"SLockStart"_s, u"SLockEnd"_s,
-                                                   u"TLockStart"_s, u"TLockEnd"_s, u"TextStart"_s, u"TextEnd"_s});
+    const auto rows =
+        database.Load(u"Reservation"_s,
+                      {u"ID"_s, u"Asset"_s, u"Start"_s, u"End"_s, u"Name"_s, u"EventType"_s, u"LastName"_s,
+                       u"FirstName"_s, u"Organization"_s, u"Attendees"_s, u"Permanent"_s, u"Link"_s, u"SLockStart"_s,
+                       u"SLockEnd"_s, u"TLockStart"_s, u"TLockEnd"_s, u"TextStart"_s, u"TextEnd"_s});
     for (int id = 1; id <= count; ++id) {
         const int person = id * 31 % 97;
-        rows.Add({id, id % 40 + 1, MomentOf(id), MomentOf(id + 9), Named(u"Booking \u00e4", id), Named(u"Type", id % 7),
-                  Named(u"Last", person), Named(u"First", person),
-                  id % 3 == 0 ? Value() : Value(Named(u"Org", id % 11)), id % 50, id % 5 == 0, id / 2, false, false,
-                  true, false, u"3/7/2026 2:15 PM"_s, u"3/7/2026 3:15 PM"_s});
+        rows->Add({id, id % 40 + 1, MomentOf(id), MomentOf(id + 9), Named(u"Booking \u00e4", id),
+                   Named(u"Type", id % 7), Named(u"Last", person), Named(u"First", person),
+                   id % 3 == 0 ? Value() : Value(Named(u"Org", id % 11)), id % 50, id % 5 == 0, id / 2, false, false,
+                   true, false, u"3/7/2026 2:15 PM"_s, u"3/7/2026 3:15 PM"_s});
     }
 }
 
 void AddNotes(NewDatabase& database, int count) {
-    Loader notes =
+    const auto notes =
         database.Load(u"Note"_s, {u"ID"_s, u"Reservation"_s, u"Name"_s, u"Note"_s, u"Cost"_s, u"Completed"_s});
     for (int id = 1; id <= count; ++id) {
         const QString text =
             id % 25 == 0 ? u"Long note, needs pages of its own. "_s.repeated(400) : Named(u"Note ", id);
-        notes.Add({id, id * 3, Named(u"Task", id % 9), text, id * 0.25, id % 2 == 0});
+        notes->Add({id, id * 3, Named(u"Task", id % 9), text, id * 0.25, id % 2 == 0});
     }
 }
 
 } // namespace
 
 void MakeSample(const QString& path, int reservations) {
-    NewDatabase database(path, ShippedSchema());
+    sqlite::NewDatabaseFile database(path, SiteSchema());
     AddReservations(database, reservations);
     AddNotes(database, reservations / 5);
     for (int id = 1; id <= 40; ++id) {
-        database.Load(u"Asset"_s, {u"AssetID"_s, u"Name"_s, u"Location"_s}).Add({id, Named(u"Room ", id), id % 2 == 0});
-        database.Load(u"Asset/Event"_s, {u"AssetID"_s, u"EventType"_s}).Add({id, Named(u"Type", id % 7)});
-        database.Load(u"Asset/Area"_s, {u"AssetID"_s, u"AreaName"_s}).Add({id, Named(u"Area", id % 7)});
-        database.Load(u"WorkOrder"_s, {u"Requested"_s, u"Description"_s}).Add({MomentOf(id), Named(u"Fix ", id)});
+        database.Load(u"Asset"_s, {u"AssetID"_s, u"Name"_s, u"Location"_s})
+            ->Add({id, Named(u"Room ", id), id % 2 == 0});
+        database.Load(u"Asset/Event"_s, {u"AssetID"_s, u"EventType"_s})->Add({id, Named(u"Type", id % 7)});
+        database.Load(u"Asset/Area"_s, {u"AssetID"_s, u"AreaName"_s})->Add({id, Named(u"Area", id % 7)});
+        database.Load(u"WorkOrder"_s, {u"Requested"_s, u"Description"_s})->Add({MomentOf(id), Named(u"Fix ", id)});
     }
-    Loader persons = database.Load(u"Person"_s, {u"LastName"_s, u"FirstName"_s, u"Area"_s, u"Phone"_s});
+    const auto persons = database.Load(u"Person"_s, {u"LastName"_s, u"FirstName"_s, u"Area"_s, u"Phone"_s});
     for (int id = 0; id < 500; ++id) {
         const int name = id * 37 % 500;
-        persons.Add({Named(u"Last", name), Named(u"First", name), Named(u"Area", id % 6), Named(u"555-", id)});
+        persons->Add({Named(u"Last", name), Named(u"First", name), Named(u"Area", id % 6), Named(u"555-", id)});
     }
-    Loader links = database.Load(u"Asset/Person"_s, {u"AssetID"_s, u"LastName"_s, u"FirstName"_s});
+    const auto links = database.Load(u"Asset/Person"_s, {u"AssetID"_s, u"LastName"_s, u"FirstName"_s});
     for (int id = 0; id < 800; ++id) {
-        links.Add({id % 40, Named(u"Last", id), Named(u"First", id)});
+        links->Add({id % 40, Named(u"Last", id), Named(u"First", id)});
     }
-    database.Load(u"StoredQuery"_s, {u"Name"_s, u"Text"_s}).Add({u"QOne"_s, u"SELECT * FROM Asset"_s});
-    database.Load(u"PrintAttributes"_s, {u"Caption"_s, u"PrintAttributes"_s}).Add({u"Title"_s, 3});
+    database.Load(u"StoredQuery"_s, {u"Name"_s, u"Text"_s})->Add({u"QOne"_s, u"SELECT * FROM Asset"_s});
+    database.Load(u"PrintAttributes"_s, {u"Caption"_s, u"PrintAttributes"_s})->Add({u"Title"_s, 3});
+    database.Load(u"SiteProperty"_s, {u"Name"_s, u"Value"_s})->Add({u"SchemaVersion"_s, u"2"_s});
     database.Finish();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "engine/Database.h"
+#include "engine/DatabasePlace.h"
+#include "engine/RepairReport.h"
 
 #include <QByteArray>
 #include <QString>
@@ -13,10 +14,13 @@
 
 namespace velmora::engine::test {
 
-// The schema that the programs ship.
-QString ShippedSchema();
-// Every table and index of it, as a program expects them at opening.
+// What a program expects at opening.
 OpenOptions ShippedOptions();
+
+// The store's work on the database at a path. A repair takes place on March 7, 2026, 14:15:09.
+bool IsInUse(const QString& path);
+CheckResult CheckDatabase(const QString& path, const OpenOptions& options = {});
+RepairReport RepairDatabase(const QString& path, const Schema& schema = ShippedOptions().schema);
 
 // A folder of its own for every test, with a database in it.
 class SampleFolder {

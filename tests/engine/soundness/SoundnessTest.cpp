@@ -1,5 +1,4 @@
 #include "engine/sqlite/Soundness.h"
-#include "engine/Repair.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Statement.h"
 #include "tests/engine/soundness/SampleDatabase.h"
@@ -44,11 +43,26 @@ TEST(CheckOpened, DemandsWhatTheProgramExpects) {
     MakeSample(folder.Path(), 100);
     EXPECT_EQ(OpeningResult(folder.Path(), {}), 0);
     OpenOptions options;
-    options.expectedTables = {u"ASSET"_s, u"asset/event"_s};
-    options.expectedIndexes = {u"assetNAME"_s};
+    options.schema.version = 2;
+    options.schema.tables = {{.name = u"ASSET"_s,
+                              .columns = {{u"assetid"_s, ColumnType::Identity}},
+                              .indexes = {{u"assetNAME"_s, {u"Name"_s}, true}}}};
     EXPECT_EQ(OpeningResult(folder.Path(), options), 0) << "letter case does not matter";
-    options.expectedTables.append(u"Vehicle"_s);
+    const TableDefinition vehicle{.name = u"Vehicle"_s, .columns = {{u"ID"_s, ColumnType::Identity}}};
+    for (const int since : {1, 2, 3}) {
+        OpenOptions more = options;
+        more.schema.tables.push_back(vehicle);
+        more.schema.tables.back().since = since;
+        EXPECT_EQ(OpeningResult(folder.Path(), more), since == 3 ? 0 : damaged) << "a table of a later version";
+    }
+    TableDefinition& asset = options.schema.tables.front();
+    asset.columns.push_back({u"Colour"_s, ColumnType::Text});
     EXPECT_EQ(OpeningResult(folder.Path(), options), damaged);
+    asset.columns.pop_back();
+    asset.indexes.push_back({u"AssetColour"_s, {u"Colour"_s}});
+    EXPECT_EQ(OpeningResult(folder.Path(), options), damaged);
+    options.schema.version = 1;
+    EXPECT_EQ(OpeningResult(folder.Path(), options), NumberOf(EngineErrorNumber::NewerVersion));
 }
 
 // Damage that the quick check cannot see is found once somebody has met it and left the mark.
@@ -66,7 +80,7 @@ TEST(DamageMark, MakesTheNextOpeningLookEverywhere) {
     sqlite::LeaveDamageMark(folder.Path());
     EXPECT_EQ(OpeningResult(folder.Path()), damaged);
     EXPECT_EQ(OpeningResult(folder.Path()), damaged) << "and keeps it until it is repaired";
-    RepairDatabase(folder.Path(), ShippedSchema(), {});
+    RepairDatabase(folder.Path());
     EXPECT_FALSE(sqlite::HasDamageMark(folder.Path()));
     EXPECT_EQ(OpeningResult(folder.Path()), 0);
     sqlite::LeaveDamageMark(u"/nowhere/Velmora.MDB"_s);

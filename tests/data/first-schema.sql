@@ -1,4 +1,4 @@
--- The shared database of a site, one SQLite 3 file.
+-- The shared database of a site as programs of the first version made it, one SQLite 3 file.
 --
 -- Declared types tell the programs how to read a column: TEXT, INTEGER and SMALLINT (whole numbers of 32 and 16 bits),
 -- BOOLEAN (0 or 1; any other non-zero number counts as true), DATETIME (text "YYYY-MM-DD HH:MM:SS", always with the

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "engine/DatabasePlace.h"
+
+namespace velmora::engine::sqlite {
+
+// A site's database in a file.
+class FilePlace final : public DatabasePlace {
+public:
+    explicit FilePlace(QString path) : path_(std::move(path)) {}
+
+    QString Location() const override { return path_; }
+    bool Exists() const override;
+    std::unique_ptr<Database> Open(const OpenOptions& options) const override;
+    CheckResult Check(const OpenOptions& options) const override;
+    bool IsInUse() const override;
+    std::unique_ptr<NewDatabase> Create(const Schema& schema) const override;
+    QString RepairableFile() const override { return path_; }
+
+private:
+    QString path_;
+};
+
+} // namespace velmora::engine::sqlite

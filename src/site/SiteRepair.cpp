@@ -1,0 +1,26 @@
+#include "engine/Stores.h"
+#include "engine/salvage/RepairFile.h"
+#include "site/Site.h"
+#include "site/SiteSchema.h"
+#include "site/StoredQueries.h"
+
+namespace velmora {
+
+// In a file of its own: programs that do not repair need not link what it takes.
+engine::RepairReport Site::Repair(DateTime now) const {
+    const auto store = engine::PlaceIn(folder_);
+    if (store->RepairableFile().isEmpty()) {
+        throw engine::EngineError(engine::EngineErrorNumber::CannotOpen,
+                                  QStringLiteral("%1 cannot be repaired from here.").arg(store->Location()));
+    }
+    const engine::Schema schema = SiteSchema();
+    engine::RepairReport report = engine::salvage::RepairFile(store->RepairableFile(), schema, now);
+    const auto database = store->Open({.schema = schema});
+    for (const QString& name : AddMissingQueries(*database)) {
+        report.remarks.append(
+            QStringLiteral("The stored query %1 was lost; the program's own text took its place.").arg(name));
+    }
+    return report;
+}
+
+} // namespace velmora

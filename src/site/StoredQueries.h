@@ -1,0 +1,31 @@
+#pragma once
+
+#include "engine/Database.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace velmora {
+
+struct StoredQueryText {
+    QString name;
+    QString text;
+};
+
+// The stored queries that the program comes with, in the program's dialect, in alphabetical order.
+std::vector<StoredQueryText> StoredQueryTexts();
+
+// How many texts of stored queries were ever shipped: grows with every text that is corrected or new.
+int StoredQueryRevision();
+
+// Puts back those of the program's stored queries that a site does not have, without which reports would not run.
+// Returns their names.
+QStringList AddMissingQueries(engine::Database& database);
+
+// Replaces what a site has by the program's own text where the site has an earlier one of the program's, and leaves
+// alone what the site has changed itself. Returns a sentence for each, for the log.
+QStringList RenewQueries(engine::Database& database);
+
+} // namespace velmora
