@@ -112,12 +112,12 @@ TEST_F(LayoutProgramTest, TellsAFailureAndLeavesNoFile) {
 
 TEST_F(LayoutProgramTest, ExplainsBadUsage) {
     const std::pair<const char*, const char*> cases[] = {
-        {"layout --start 2026-03-06 --end 2026-03-07", "--report NAME is missing"},
+        {"layout --start 2026-03-06 --end 2026-03-07", "--report work-requests or setup"},
         {"layout --report stages --start 2026-03-06 --end 2026-03-07", "not \"stages\""},
-        {"layout --report setup --start 2026-03-06", "--end YYYY-MM-DD"},
+        {"layout --report setup --start 2026-03-06", "--end YYYY-MM-DD is missing"},
         {"layout --report setup --start 3/6/2026 --end 2026-03-07", "--start takes a day"},
         {"layout --report setup --start 2026-03-06 --end 2026-03-06", "comes after --start"},
-        {"layout --report setup --brief", "\"--brief\" is no option of a layout"},
+        {"layout --report setup --brief", "--brief"},
         {"--to pdf layout --report setup --start 2026-03-06 --end 2026-03-07", "--to pdf needs --output"},
     };
     for (const auto& [line, says] : cases) {

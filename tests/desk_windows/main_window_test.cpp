@@ -136,6 +136,35 @@ TEST_F(DeskWindowTest, ASecondReportIsRefusedAndTheRunningOneCanBeCancelled) {
     EXPECT_TRUE(window_->isVisible());
 }
 
+TEST_F(DeskWindowTest, EachPageAsksForWhatItsControlsSay) {
+    for (const char* check : {"chkIncludeNotes", "chkOnePage", "chkCompletedPhones", "chkConferenceDaily", "optDay1"}) {
+        Click(QString::fromLatin1(check));
+    }
+    Click(u"Command6"_s);
+    EXPECT_EQ(requests.back(), ReportRequest(DailyRequest{.variant = DailyVariant::Ends,
+                                                          .days = {.choice = DayChoice::CurrentDay},
+                                                          .excludeCompletedPhones = true,
+                                                          .excludeConferenceRooms = true,
+                                                          .includeNotes = true,
+                                                          .onePage = true}));
+    Click(u"chkIncludeEmpty"_s);
+    Click(u"optDay2"_s);
+    Click(u"Command4"_s);
+    EXPECT_EQ(requests.back(), ReportRequest(OccupancyRequest{.list = OccupancyList::Directory,
+                                                              .days = {DayChoice::OtherDay, MakeDate(2026, 3, 5)},
+                                                              .includeUnreserved = true}));
+    Choose(u"Exception"_s);
+    Click(u"cmdRunExceptions"_s);
+    EXPECT_EQ(requests.back(),
+              ReportRequest(ExceptionRequest{.date = MakeDate(2026, 3, 5), .excludeConferenceRooms = true}));
+    Choose(u"Crystal"_s);
+    Click(u"optReport7"_s);
+    Click(u"chkConference"_s);
+    Click(u"Command3"_s);
+    EXPECT_EQ(requests.back(),
+              ReportRequest(LayoutRequest{7, MakeDate(2026, 3, 5), MakeDate(2026, 3, 6), true, false}));
+}
+
 TEST_F(DeskWindowTest, AFailingReportIsReportedAndRetried) {
     fakes_.errors.answers = {Answer::Retry, Answer::Ignore};
     Choose(u"Usage"_s);

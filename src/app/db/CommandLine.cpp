@@ -1,33 +1,10 @@
 #include "app/db/CommandLine.h"
 
+#include "app/CommandLineParser.h"
+
 namespace velmora::db {
 
 namespace {
-
-CommandKind KindOf(const QString& word) {
-    struct Name {
-        QLatin1String name;
-        CommandKind kind;
-    };
-    constexpr Name names[] = {{QLatin1String("create"), CommandKind::Create},
-                              {QLatin1String("check"), CommandKind::Check},
-                              {QLatin1String("repair"), CommandKind::Repair},
-                              {QLatin1String("query"), CommandKind::Query}};
-    for (const Name& each : names) {
-        if (word == each.name) {
-            return each.kind;
-        }
-    }
-    throw BadUsage{QStringLiteral("There is no command \"%1\".").arg(word)};
-}
-
-demo::Tier ReadTier(const QString& text) {
-    const std::optional<demo::Tier> tier = demo::TierByName(text);
-    if (!tier) {
-        throw BadUsage{QStringLiteral("--demo takes typical, large or stress; \"%1\" is none.").arg(text)};
-    }
-    return *tier;
-}
 
 Date ReadDay(const QString& text) {
     const std::optional<DateTime> moment = ParseStorageText(text);
@@ -55,115 +32,110 @@ ParameterText ReadParameter(const QString& text) {
     return {text.left(equals), text.mid(equals + 1)};
 }
 
-// Takes one word after the other.
+demo::Tier ReadTier(const QString& text) {
+    const std::optional<demo::Tier> tier = demo::TierByName(text);
+    if (!tier) {
+        throw BadUsage{QStringLiteral("--demo takes typical, large or stress; \"%1\" is none.").arg(text)};
+    }
+    return *tier;
+}
+
+// The commands with their operands and options, and what was given of them.
 class Parser {
 public:
-    explicit Parser(const QStringList& words) : words_(words) {}
+    Parser() {
+        app_.require_subcommand(0, 1);
+        app_.add_subcommand("help", "prints this")->group("")->callback([] { throw CLI::CallForHelp(); });
+        CLI::App& create = AddCommand(CommandKind::Create, "create",
+                                      "makes the folder and the database with its stored queries; an existing "
+                                      "database is refused");
+        AddValue(create, "--demo", "typical|large|stress", "also a demo site's data and sample HTML wrapper files",
+                 [this](const QString& text) { line_.tier = ReadTier(text); });
+        AddValue(create, "--today", "YYYY-MM-DD", "the day that the data lie around",
+                 [this](const QString& text) { line_.today = ReadDay(text); });
+        AddValue(create, "--seed", "N", "the data are the same for the same day and seed",
+                 [this](const QString& text) { line_.seed = ReadSeed(text); });
+        AddCommand(CommandKind::Check, "check", "reads the whole database and reports what is wrong with it");
+        AddCommand(CommandKind::Repair, "repair",
+                   "replaces a damaged database by one with all rows that can still be read, and keeps the damaged "
+                   "file beside it");
+        CLI::App& query =
+            AddCommand(CommandKind::Query, "query",
+                       "runs an SQL text of the program's dialect, or a stored query by its name. Rows come as lines "
+                       "of fields separated by TAB under a line of field names; a statement that changes rows prints "
+                       "how many");
+        query.add_option_function<std::string>(
+            "SQL|NAME", [this](const std::string& text) { line_.query = Text(text); }, "the text or the query's name");
+        query
+            .add_option_function<std::vector<std::string>>(
+                "--param",
+                [this](const std::vector<std::string>& texts) {
+                    for (const std::string& text : texts) {
+                        line_.parameters.push_back(ReadParameter(Text(text)));
+                    }
+                },
+                "a parameter's value; may be given again")
+            ->type_name("NAME=VALUE")
+            ->allow_extra_args(false)
+            ->take_all();
+    }
 
-    CommandLine Parse() {
-        if (words_.isEmpty()) {
+    CommandLine Parse(const QStringList& words) {
+        ParseWords(app_, words);
+        if (app_.get_subcommands().empty()) {
             throw BadUsage{QStringLiteral("A command is missing.")};
         }
-        const QString first = words_[next_++];
-        if (first == QLatin1String("--help") || first == QLatin1String("-h") || first == QLatin1String("help")) {
-            return {};
-        }
-        line_.kind = KindOf(first);
-        bool optionsEnded = false;
-        while (next_ < words_.size()) {
-            const QString word = words_[next_++];
-            if (optionsEnded || !word.startsWith(QLatin1String("-")) || word == QLatin1String("-")) {
-                operands_.append(word);
-            } else if (word == QLatin1String("--")) {
-                optionsEnded = true;
-            } else if (word == QLatin1String("--help") || word == QLatin1String("-h")) {
-                return {};
-            } else {
-                TakeOption(word);
-            }
-        }
-        TakeOperands();
-        return line_;
-    }
-
-private:
-    void TakeOption(const QString& word) {
-        const qsizetype equals = word.indexOf(u'=');
-        const QString name = word.left(equals);
-        const bool ofCreate =
-            name == QLatin1String("--demo") || name == QLatin1String("--today") || name == QLatin1String("--seed");
-        const bool ofQuery = name == QLatin1String("--param");
-        if (!(ofCreate && line_.kind == CommandKind::Create) && !(ofQuery && line_.kind == CommandKind::Query)) {
-            throw BadUsage{QStringLiteral("This command has no option \"%1\".").arg(name)};
-        }
-        if (equals < 0 && next_ == words_.size()) {
-            throw BadUsage{QStringLiteral("The value of %1 is missing.").arg(name)};
-        }
-        const QString value = equals < 0 ? words_[next_++] : word.mid(equals + 1);
-        if (value.isEmpty()) {
-            throw BadUsage{QStringLiteral("The value of %1 is empty.").arg(name)};
-        }
-        if (ofQuery) {
-            line_.parameters.push_back(ReadParameter(value));
-        } else if (name == QLatin1String("--demo")) {
-            line_.tier = ReadTier(value);
-        } else if (name == QLatin1String("--today")) {
-            line_.today = ReadDay(value);
-        } else {
-            line_.seed = ReadSeed(value);
-        }
-    }
-
-    void TakeOperands() {
-        const bool isQuery = line_.kind == CommandKind::Query;
-        const qsizetype needed = isQuery ? 2 : 1;
-        if (operands_.isEmpty() || operands_.front().isEmpty()) {
+        if (line_.folder.isEmpty()) {
             throw BadUsage{QStringLiteral("The folder of the database is missing.")};
         }
-        if (operands_.size() < needed || operands_.back().trimmed().isEmpty()) {
+        if (line_.kind == CommandKind::Query && line_.query.trimmed().isEmpty()) {
             throw BadUsage{QStringLiteral("The SQL text or the name of a stored query is missing.")};
         }
-        if (operands_.size() > needed) {
-            throw BadUsage{QStringLiteral("\"%1\" is one operand too many.").arg(operands_[needed])};
-        }
-        line_.folder = operands_.front();
-        if (isQuery) {
-            line_.query = operands_.back();
-        }
+        return line_;
+    }
+    QString Help() const { return Text(app_.help("", CLI::AppFormatMode::All)); }
+
+private:
+    static QString Text(const std::string& text) { return QString::fromStdString(text); }
+    CLI::App& AddCommand(CommandKind kind, const char* name, const char* help) {
+        CLI::App& command = *app_.add_subcommand(name, help);
+        command.preparse_callback([this, kind](size_t) { line_.kind = kind; });
+        command.add_option_function<std::string>(
+            "DIR", [this](const std::string& text) { line_.folder = Text(text); }, "the folder of the database");
+        return command;
+    }
+    template <typename Take>
+    static void AddValue(CLI::App& command, const char* name, const char* type, const char* help, Take take) {
+        const auto read = [name, take](const std::string& value) {
+            if (value.empty()) {
+                throw BadUsage{QStringLiteral("The value of %1 is empty.").arg(QLatin1StringView(name))};
+            }
+            take(Text(value));
+        };
+        command.add_option_function<std::string>(name, read, help)->type_name(type)->take_last();
     }
 
-    const QStringList& words_;
-    qsizetype next_ = 0;
-    QStringList operands_;
+    CLI::App app_{"Looks after the database \"Velmora.MDB\" in a folder.\n"
+                  "Exit: 0 done, or sound; 1 refused or failed; 2 bad usage; 3 damaged; 4 in use by another program; "
+                  "5 could not be repaired; 6 no database.",
+                  "velmora-db"};
     CommandLine line_;
 };
 
 } // namespace
 
 CommandLine ParseCommandLine(const QStringList& words) {
-    return Parser(words).Parse();
+    try {
+        return Parser().Parse(words);
+    } catch (const CLI::CallForHelp&) {
+        return {};
+    } catch (const CLI::ParseError& error) {
+        throw BadUsage{QString::fromUtf8(error.what())};
+    }
 }
 
 QString Usage() {
-    return QStringLiteral("Usage: velmora-db create DIR [--demo typical|large|stress] [--today YYYY-MM-DD] [--seed N]\n"
-                          "       velmora-db check  DIR\n"
-                          "       velmora-db repair DIR\n"
-                          "       velmora-db query  DIR SQL|NAME [--param NAME=VALUE]...\n"
-                          "\n"
-                          "Looks after the database \"Velmora.MDB\" in the folder DIR.\n"
-                          "\n"
-                          "  create   makes the folder and the database with its stored queries; with --demo also\n"
-                          "           a demo site's data around the day --today (the same for the same day and\n"
-                          "           --seed) and sample HTML wrapper files. An existing database is refused.\n"
-                          "  check    reads the whole database and tells what is wrong with it.\n"
-                          "  repair   replaces a damaged database by one with all rows that can still be read, and\n"
-                          "           keeps the damaged file beside it.\n"
-                          "  query    runs an SQL text of the program's dialect, or a stored query by its name.\n"
-                          "           Rows come as lines of fields separated by TAB under a line of field names;\n"
-                          "           a statement that changes rows prints how many.\n"
-                          "\n"
-                          "Exit codes: 0 done, or sound; 1 refused or failed; 2 bad usage; 3 damaged; 4 in use by\n"
-                          "another program; 5 could not be repaired; 6 no database.\n");
+    return Parser().Help();
 }
 
 } // namespace velmora::db

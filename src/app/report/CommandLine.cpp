@@ -1,11 +1,13 @@
 #include "app/report/CommandLine.h"
 
-#include "app/report/LayoutOptions.h"
-#include "app/report/OptionTable.h"
-#include "app/report/OptionValues.h"
-#include "app/report/ReportOptions.h"
+#include "app/CommandLineParser.h"
 #include "base/Error.h"
-#include "platform/mail/MailAddress.h"
+#include "reports/RequestFields.h"
+#include "reports/RequestJson.h"
+
+#include <QJsonArray>
+
+#include <map>
 
 namespace velmora::report {
 
@@ -13,139 +15,202 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void SetDestination(Command& command, const QString& value) {
-    command.delivery.target = OneOf<DeliveryTarget>(u"--to"_s, value,
-                                                    {{u"text"_s, DeliveryTarget::TextFile},
-                                                     {u"html"_s, DeliveryTarget::HtmlFile},
-                                                     {u"mail"_s, DeliveryTarget::Mail},
-                                                     {u"pdf"_s, DeliveryTarget::PdfFile},
-                                                     {u"printer"_s, DeliveryTarget::Printer}});
-}
+// Declares an option for each field. What is given on the command line becomes the JSON that the request is read from.
+class FieldOptions : public FieldVisitor {
+public:
+    // Both outlive the parsing.
+    FieldOptions(CLI::App& app, QJsonObject& given) : app_(app), given_(given) {}
 
-// Options that are sound each by itself may not go together.
-void CheckOutput(const Command& command, bool hasOutput) {
-    if (command.ToPdf() && !hasOutput) {
-        throw BadUsage{u"--to pdf needs --output FILE, or --output - for standard output"_s};
-    }
-    if (command.ToPrinter() && hasOutput) {
-        throw BadUsage{u"--output names a file, but --to printer makes none: use --to pdf for a file"_s};
-    }
-    if (command.ToMail() && hasOutput) {
-        throw BadUsage{u"--output names a file, but --to mail makes none"_s};
-    }
-    if (command.ToMail() && command.delivery.recipients.empty()) {
-        throw BadUsage{u"--to mail needs --mail-to ADDRESS"_s};
-    }
-    if (!command.ToMail() && !command.delivery.recipients.empty()) {
-        throw BadUsage{u"--mail-to names a recipient, but nothing is sent without --to mail"_s};
-    }
-}
-
-void AddRecipients(Command& command, const QString& value) {
-    try {
-        for (const MailRecipient& each : mail::ParseRecipients(value)) {
-            command.delivery.recipients.push_back(each);
+    void Flag(const char* name, bool&, const char* help) override {
+        if (help == nullptr) {
+            return;
         }
-    } catch (const Error& error) {
-        throw BadUsage{u"--mail-to: "_s + error.Description()};
+        const auto set = [name, &given = given_] { given.insert(QLatin1StringView(name), true); };
+        app_.add_flag_callback(Option(name), set, help)->disable_flag_override();
+    }
+    void Count(const char* name, int&, const char* help) override {
+        AddValue(name, help, "N", [](const QString& text) {
+            bool isNumber = false;
+            const int number = text.toInt(&isNumber);
+            return isNumber ? QJsonValue(number) : QJsonValue(text);
+        });
+    }
+    void Day(const char* name, std::optional<Date>&, const char* help) override { AddText(name, help, "YYYY-MM-DD"); }
+    void Text(const char* name, QString&, const char* help) override {
+        // The start-up argument is the program's, whatever the report.
+        if (help != nullptr && name != std::string_view("startup-argument")) {
+            AddText(name, help, "TEXT");
+        }
+    }
+    void Recipients(const char* name, std::vector<MailRecipient>&, const char* help) override {
+        const auto append = [name, &given = given_](const std::vector<std::string>& values) {
+            QJsonArray list;
+            for (const std::string& each : values) {
+                list.append(QString::fromStdString(each));
+            }
+            given.insert(QLatin1StringView(name), list);
+        };
+        app_.add_option_function<std::vector<std::string>>(Option(name), append, help)
+            ->type_name("ADDRESS")
+            ->allow_extra_args(false)
+            ->take_all();
+    }
+    bool BelongTo(const char*, const char*, bool, const QStringList&) override { return true; }
+
+private:
+    void ChooseIndex(const char* name, const QStringList& names, int&, bool, const char* help) override {
+        AddText(name, help, names.join(u'|').toStdString());
+    }
+    void AddText(const char* name, const char* help, const std::string& type) {
+        AddValue(name, help, type, [](const QString& text) { return QJsonValue(text); });
+    }
+    template <typename Convert>
+    void AddValue(const char* name, const char* help, const std::string& type, Convert convert) {
+        const auto set = [name, convert, &given = given_](const std::string& value) {
+            given.insert(QLatin1StringView(name), convert(QString::fromStdString(value)));
+        };
+        app_.add_option_function<std::string>(Option(name), set, help)->type_name(type)->take_last();
+    }
+    static std::string Option(const char* name) { return std::string("--") + name; }
+
+    CLI::App& app_;
+    QJsonObject& given_;
+};
+
+// The options of the program and of each report, and what was given of them.
+class Parser {
+public:
+    Parser();
+    Command Parse(const QStringList& words);
+    QString Help() const { return QString::fromStdString(app_.help("", CLI::AppFormatMode::All)); }
+
+private:
+    void AddText(const char* name, const char* type, const char* help, std::optional<std::string>& value) {
+        app_.add_option(name, value, help)->type_name(type)->take_last();
+    }
+
+    CLI::App app_{"Prints a report as text or HTML, on standard output or into a file; as a PDF file of the printer's "
+                  "pages; on the printer; or by mail. Options may stand before and behind the report's name.\n"
+                  "Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.",
+                  "velmora-report"};
+    std::optional<std::string> data_;
+    std::optional<std::string> startupArgument_;
+    std::optional<std::string> now_;
+    std::optional<std::string> locale_;
+    bool showFormula_ = false;
+    QJsonObject delivery_{{u"to"_s, u"text"_s}};
+    // By report.
+    std::map<std::string, QJsonObject> requests_;
+};
+
+Parser::Parser() {
+    app_.require_subcommand(0, 1);
+    app_.set_help_flag("--help", "print this and do nothing else");
+    AddText("--data", "DIR", "the data directory, in place of the configured one", data_);
+    AddText("--startup-argument", "TEXT", "only assets whose name begins with it", startupArgument_);
+    AddText("--now", "\"YYYY-MM-DD HH:MM:SS\"", "in place of the computer's clock", now_);
+    AddText("--locale", "NAME", "how dates are written, such as en_US; in place of the system's", locale_);
+    FieldOptions deliveryOptions(app_, delivery_);
+    Delivery delivery;
+    VisitFields(delivery, deliveryOptions);
+    for (const ReportKind& kind : ReportKinds()) {
+        CLI::App& report = *app_.add_subcommand(kind.name, kind.help)->fallthrough();
+        report.set_help_flag("--help", "print this and do nothing else");
+        QJsonObject& given = requests_[kind.name];
+        given.insert(u"kind"_s, QLatin1StringView(kind.name));
+        FieldOptions options(report, given);
+        ReportRequest request = kind.make();
+        VisitFields(request, options);
+        if (std::holds_alternative<LayoutRequest>(request)) {
+            report.add_flag("--show-formula", showFormula_, "print the selection formula and run nothing")
+                ->disable_flag_override();
+        }
     }
 }
 
-DateTime Moment(const QString& value) {
-    const auto moment = ParseStorageText(value);
-    if (!moment) {
-        throw BadUsage{u"--now takes a date and time as \"YYYY-MM-DD HH:MM:SS\", not \"%1\""_s.arg(value)};
+// Nothing is printed on the way to a window, and options that are sound each by itself may not go together.
+void CheckOutput(const Command& command) {
+    const bool hasOutput = !command.delivery.file.isEmpty();
+    const bool hasRecipients = !command.delivery.recipients.empty();
+    const std::pair<bool, QString> rules[] = {
+        {command.delivery.target == DeliveryTarget::Preview, u"--to preview needs a window, which only the desk has"_s},
+        {command.ToPdf() && !hasOutput, u"--to pdf needs --output FILE, or --output - for standard output"_s},
+        {command.ToPrinter() && hasOutput,
+         u"--output names a file, but --to printer makes none: use --to pdf for a file"_s},
+        {command.ToMail() && hasOutput, u"--output names a file, but --to mail makes none"_s},
+        {command.ToMail() && !hasRecipients, u"--to mail needs --mail-to ADDRESS"_s},
+        {!command.ToMail() && hasRecipients, u"--mail-to names a recipient, but nothing is sent without --to mail"_s},
+    };
+    for (const auto& [broken, reason] : rules) {
+        if (broken) {
+            throw BadUsage{reason};
+        }
     }
-    return *moment;
 }
 
-LocaleText Locale(const QString& value) {
-    auto locale = LocaleText::ByName(value);
-    if (!locale) {
-        throw BadUsage{u"There is no locale \"%1\"; names look like en_US or de_DE"_s.arg(value)};
+Command Parser::Parse(const QStringList& words) {
+    ParseWords(app_, words);
+    if (app_.get_subcommands().empty()) {
+        throw BadUsage{u"The report is missing"_s};
     }
-    return *locale;
-}
-
-OptionTable GlobalOptions(Command& command, bool& hasOutput) {
-    OptionTable table;
-    table.AddFlag(u"--help"_s, command.help);
-    table.AddValue(u"--data"_s, [&](const QString& v) { command.dataDirectory = NotEmpty(u"--data"_s, v); });
-    table.AddValue(u"--to"_s, [&](const QString& v) { SetDestination(command, v); });
-    table.AddValue(u"--output"_s, [&](const QString& v) {
-        command.delivery.file = NotEmpty(u"--output"_s, v);
-        hasOutput = true;
-    });
-    table.AddValue(u"--printer"_s, [&](const QString& v) { command.delivery.printer = NotEmpty(u"--printer"_s, v); });
-    table.AddValue(u"--mail-to"_s, [&](const QString& v) { AddRecipients(command, NotEmpty(u"--mail-to"_s, v)); });
-    table.AddValue(u"--orientation"_s, [&](const QString& v) {
-        command.delivery.orientation = OneOf<Orientation>(
-            u"--orientation"_s, v, {{u"portrait"_s, Orientation::Portrait}, {u"landscape"_s, Orientation::Landscape}});
-    });
-    table.AddValue(u"--leader"_s, [&](const QString& v) {
-        command.delivery.leaderStyle =
-            OneOf<qint16>(u"--leader"_s, v, {{u"none"_s, 0}, {u"boxes"_s, 1}, {u"lines"_s, 2}});
-    });
-    table.AddValue(u"--startup-argument"_s, [&](const QString& v) { command.startupArgument = v; });
-    table.AddValue(u"--now"_s, [&](const QString& v) { command.now = Moment(v); });
-    table.AddValue(u"--locale"_s, [&](const QString& v) { command.locale = Locale(v); });
-    return table;
+    Command command;
+    if (data_ && data_->empty()) {
+        throw BadUsage{u"--data needs a value that is not empty"_s};
+    }
+    command.dataDirectory = QString::fromStdString(data_.value_or(std::string()));
+    command.startupArgument = QString::fromStdString(startupArgument_.value_or(std::string()));
+    if (now_) {
+        const QString text = QString::fromStdString(*now_);
+        command.now = ParseStorageText(text);
+        if (!command.now) {
+            throw BadUsage{u"--now takes a date and time as \"YYYY-MM-DD HH:MM:SS\", not \"%1\""_s.arg(text)};
+        }
+    }
+    if (locale_) {
+        const QString name = QString::fromStdString(*locale_);
+        command.locale = LocaleText::ByName(name);
+        if (!command.locale) {
+            throw BadUsage{u"There is no locale \"%1\"; names look like en_US or de_DE"_s.arg(name)};
+        }
+    }
+    command.showFormula = showFormula_;
+    QJsonObject request = requests_[app_.get_subcommands().front()->get_name()];
+    command.request = RequestFromJson(request, u"--"_s);
+    std::visit(
+        [&](auto& each) {
+            if constexpr (requires { each.startupArgument; }) {
+                each.startupArgument = command.startupArgument;
+            }
+        },
+        command.request);
+    command.delivery = DeliveryFromJson(delivery_, u"--"_s);
+    if (!command.showFormula) {
+        CheckOutput(command);
+    }
+    if (command.delivery.file.isEmpty()) {
+        command.delivery.file = u"-"_s;
+    }
+    return command;
 }
 
 } // namespace
 
 Command ParseCommandLine(const QStringList& words) {
-    Command command;
-    bool hasOutput = false;
-    const OptionTable global = GlobalOptions(command, hasOutput);
-    Words rest(words);
-    while (!rest.AtEnd() && global.TakeOption(rest)) {
-    }
-    if (rest.AtEnd()) {
-        if (!command.help) {
-            throw BadUsage{u"The report is missing"_s};
-        }
+    try {
+        return Parser().Parse(words);
+    } catch (const CLI::CallForHelp&) {
+        Command command;
+        command.help = true;
         return command;
+    } catch (const CLI::ParseError& error) {
+        throw BadUsage{QString::fromUtf8(error.what())};
+    } catch (const Error& error) {
+        throw BadUsage{error.Description()};
     }
-    if (rest.Peek() == u"layout") {
-        rest.Take();
-        ParseLayout(rest, global, command);
-    } else {
-        ParseReport(rest, global, command);
-    }
-    if (!command.help && !command.showFormula) {
-        CheckOutput(command, hasOutput);
-    }
-    return command;
 }
 
 QString Usage() {
-    return uR"(usage: velmora-report [OPTIONS] daily --list starts|ends|combined DAY [--brief]
-           [--exclude-completed-moves] [--exclude-completed-phones] [--exclude-conference-rooms]
-           [--include-notes] [--include-phone] [--one-page]
-       velmora-report [OPTIONS] occupant DAY [--non-permanent] [--include-unreserved]
-       velmora-report [OPTIONS] directory DAY [--non-permanent] [--include-unreserved]
-       velmora-report [OPTIONS] exception --type space|area1|area2|area3|not-checked-in --date YYYY-MM-DD
-           [--exclude-conference-rooms]
-       velmora-report [OPTIONS] usage --by location|area1|area2|area3 --date YYYY-MM-DD [--detail]
-)"_s + LayoutUsage() +
-           uR"(DAY:     --day next|current, or --day other --date YYYY-MM-DD [--days N]
-OPTIONS: --data DIR  --to text|html|mail|pdf|printer  --output FILE|-  --printer NAME  --mail-to ADDRESS...
-         --orientation portrait|landscape  --leader none|boxes|lines  --startup-argument TEXT
-         --now "YYYY-MM-DD HH:MM:SS"  --locale NAME
-
-Prints a report as text or HTML, on standard output or into FILE; as a PDF file of the printer's pages into FILE; on the
-printer, the default one unless another is named; or by mail to every ADDRESS.
-
-daily      the reservations that start, that end, or both on the day
-occupant   the locations and who is there, by location
-directory  the persons and where they are, by name
-exception  persons outside of their space type or area; reservations that are not checked in
-usage      how many locations or persons are unreserved, permanently reserved or reserved for a time
-layout     one of the report layouts in the data directory; --show-formula prints its selection formula instead
-
-Exit: 0 delivered, 1 failed, 2 bad usage, 3 a hold is placed or there is no database.
-)"_s;
+    return Parser().Help();
 }
 
 } // namespace velmora::report

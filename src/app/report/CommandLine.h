@@ -4,10 +4,7 @@
 #include "reports/Delivery.h"
 #include "reports/Requests.h"
 
-#include <QString>
 #include <QStringList>
-
-#include <optional>
 
 namespace velmora::report {
 
@@ -30,7 +27,7 @@ struct Command {
     // A layout's formula is shown and nothing run.
     bool showFormula = false;
     ReportRequest request;
-    Delivery delivery{.target = DeliveryTarget::TextFile, .file = QStringLiteral("-")};
+    Delivery delivery;
 
     bool ToMail() const { return delivery.target == DeliveryTarget::Mail; }
     bool ToPdf() const { return delivery.target == DeliveryTarget::PdfFile; }

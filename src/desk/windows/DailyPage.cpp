@@ -19,9 +19,31 @@ namespace {
 
 constexpr int mostDays = 366;
 
-QCheckBox* NewCheck(const QString& name, const QString& caption) {
-    return NewControl<QCheckBox>(name, caption);
-}
+// A check box of the page: what the state keeps of it, and what it asks of the daily lists or of the other reports.
+struct Check {
+    bool DeskState::*kept;
+    bool DailyRequest::*daily;
+    bool OccupancyRequest::*activity;
+    const char16_t* name;
+    const char16_t* caption;
+};
+
+constexpr Check checks[] = {
+    {&DeskState::chkBrief, &DailyRequest::brief, nullptr, u"chkBrief", u"Br&ief Format"},
+    {&DeskState::chkIncludeNotes, &DailyRequest::includeNotes, nullptr, u"chkIncludeNotes", u"Include No&tes"},
+    {&DeskState::chkIncludePhone, &DailyRequest::includePhone, nullptr, u"chkIncludePhone",
+     u"Include &Phone Information"},
+    {&DeskState::chkOnePage, &DailyRequest::onePage, nullptr, u"chkOnePage", u"One pa&ge per Reservation"},
+    {&DeskState::chkCompletedMoves, &DailyRequest::excludeCompletedMoves, nullptr, u"chkCompletedMoves",
+     u"Exclude Completed Mo&ves"},
+    {&DeskState::chkCompletedPhones, &DailyRequest::excludeCompletedPhones, nullptr, u"chkCompletedPhones",
+     u"Exclude Completed P&hones"},
+    {&DeskState::chkConferenceDaily, &DailyRequest::excludeConferenceRooms, nullptr, u"chkConferenceDaily",
+     u"E&xclude Conference Rooms"},
+    {&DeskState::chkNonPermanent, nullptr, &OccupancyRequest::nonPermanent, u"chkNonPermanent", u"Non-Permanent On&ly"},
+    {&DeskState::chkIncludeEmpty, nullptr, &OccupancyRequest::includeUnreserved, u"chkIncludeEmpty",
+     u"Include &Unreserved"},
+};
 
 qint16 ReportDayModeOf(DailyVariant variant, qint16 optDay) {
     constexpr int combined = 8;
@@ -29,47 +51,48 @@ qint16 ReportDayModeOf(DailyVariant variant, qint16 optDay) {
     return static_cast<qint16>(kind + 2 * std::clamp<int>(optDay, 0, 2));
 }
 
+// Another day has a date and a number; the other choices know theirs.
+DaySelection DaysOf(DayChoice choice, const DeskState& state) {
+    return choice == DayChoice::OtherDay ? DaySelection{choice, state.dtcOtherDate, state.Label12}
+                                         : DaySelection{.choice = choice};
+}
+
 // The report that a ReportDayMode stands for, with the options of the page.
 DailyRequest DailyRequestOf(const DeskState& state, const QString& startupArgument) {
     constexpr int combined = 8;
     const int mode = state.ReportDayMode;
     const auto variant = mode >= combined ? DailyVariant::Combined : static_cast<DailyVariant>(mode % 2);
-    return {.variant = variant,
-            .days = {static_cast<DayChoice>(mode % combined / 2), state.dtcOtherDate, state.Label12},
-            .brief = state.chkBrief,
-            .excludeCompletedMoves = state.chkCompletedMoves,
-            .excludeCompletedPhones = state.chkCompletedPhones,
-            .excludeConferenceRooms = state.chkConferenceDaily,
-            .includeNotes = state.chkIncludeNotes,
-            .includePhone = state.chkIncludePhone,
-            .onePage = state.chkOnePage,
-            .startupArgument = startupArgument};
+    DailyRequest request{.variant = variant,
+                         .days = DaysOf(static_cast<DayChoice>(mode % combined / 2), state),
+                         .startupArgument = startupArgument};
+    for (const Check& check : checks) {
+        if (check.daily != nullptr) {
+            request.*check.daily = state.*check.kept;
+        }
+    }
+    return request;
 }
 
 // No day option at all counts as the current day.
 OccupancyRequest OccupancyRequestOf(OccupancyList list, const DeskState& state, const QString& startupArgument) {
     const auto day = state.optDay < 0 ? DayChoice::CurrentDay : static_cast<DayChoice>(state.optDay);
-    return {.list = list,
-            .days = {day, state.dtcOtherDate, state.Label12},
-            .nonPermanent = state.chkNonPermanent,
-            .includeUnreserved = state.chkIncludeEmpty,
-            .startupArgument = startupArgument};
+    OccupancyRequest request{.list = list, .days = DaysOf(day, state), .startupArgument = startupArgument};
+    for (const Check& check : checks) {
+        if (check.activity != nullptr) {
+            request.*check.activity = state.*check.kept;
+        }
+    }
+    return request;
 }
 
 } // namespace
 
 DailyPage::DailyPage(DeskHost& host)
     : host_(host), optDay(this, u"optDay"_s, {{0, {}}, {1, {}}, {2, {}}}),
-      dtcOtherDate(new DateBox(host.TheProgram().services().localeText, host.TheProgram().services().clock)),
-      UpDown1(new QSpinBox), chkNonPermanent(NewCheck(u"chkNonPermanent"_s, u"Non-Permanent On&ly"_s)),
-      chkIncludeEmpty(NewCheck(u"chkIncludeEmpty"_s, u"Include &Unreserved"_s)),
-      chkBrief(NewCheck(u"chkBrief"_s, u"Br&ief Format"_s)),
-      chkCompletedMoves(NewCheck(u"chkCompletedMoves"_s, u"Exclude Completed Mo&ves"_s)),
-      chkCompletedPhones(NewCheck(u"chkCompletedPhones"_s, u"Exclude Completed P&hones"_s)),
-      chkConferenceDaily(NewCheck(u"chkConferenceDaily"_s, u"E&xclude Conference Rooms"_s)),
-      chkIncludeNotes(NewCheck(u"chkIncludeNotes"_s, u"Include No&tes"_s)),
-      chkIncludePhone(NewCheck(u"chkIncludePhone"_s, u"Include &Phone Information"_s)),
-      chkOnePage(NewCheck(u"chkOnePage"_s, u"One pa&ge per Reservation"_s)) {
+      dtcOtherDate(NewDateBox(host, u"dtcOtherDate"_s)), UpDown1(new QSpinBox) {
+    for (const Check& check : checks) {
+        checks_.push_back(NewControl<QCheckBox>(QString::fromUtf16(check.name), QString::fromUtf16(check.caption)));
+    }
     QVBoxLayout* column = NewPageColumn(this);
     column->addWidget(MakeDayFrame());
     column->addWidget(MakeTaskFrame());
@@ -81,7 +104,6 @@ DailyPage::DailyPage(DeskHost& host)
 
 QWidget* DailyPage::MakeDayFrame() {
     const Frame frame = NewFrame(u"Frame8"_s, u"Run Report For"_s);
-    dtcOtherDate->setObjectName(u"dtcOtherDate"_s);
     dtcOtherDate->setAccessibleName(u"Other day"_s);
     UpDown1->setObjectName(u"UpDown1"_s);
     UpDown1->setAccessibleName(u"Number of days"_s);
@@ -113,13 +135,13 @@ QWidget* DailyPage::MakeTaskFrame() {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(2 * spacing::large);
     grid->setVerticalSpacing(spacing::normal);
-    QCheckBox* const checks[] = {chkBrief,          chkIncludeNotes,    chkIncludePhone,   chkOnePage,
-                                 chkCompletedMoves, chkCompletedPhones, chkConferenceDaily};
     constexpr int rows = 4;
     int place = 0;
-    for (QCheckBox* check : checks) {
-        grid->addWidget(check, place % rows, place / rows);
-        ++place;
+    for (size_t i = 0; i < checks_.size(); ++i) {
+        if (checks[i].daily != nullptr) {
+            grid->addWidget(checks_[i], place % rows, place / rows);
+            ++place;
+        }
     }
     grid->setColumnStretch(1, 1);
     frame.column->addLayout(grid);
@@ -136,20 +158,23 @@ QWidget* DailyPage::MakeTaskFrame() {
 
 QWidget* DailyPage::MakeActivityFrame() {
     const Frame frame = NewFrame(u"Frame6"_s, u"Reports based on daily activity"_s);
-    auto* checks = new QHBoxLayout;
-    checks->setSpacing(2 * spacing::large);
-    checks->addWidget(chkNonPermanent);
-    checks->addWidget(chkIncludeEmpty);
-    checks->addStretch();
-    frame.column->addLayout(checks);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2 * spacing::large);
+    for (size_t i = 0; i < checks_.size(); ++i) {
+        if (checks[i].activity != nullptr) {
+            row->addWidget(checks_[i]);
+        }
+    }
+    row->addStretch();
+    frame.column->addLayout(row);
     auto* occupant = NewControl<QPushButton>(u"Command1"_s, u"&Occupant"_s);
     auto* directory = NewControl<QPushButton>(u"Command4"_s, u"Director&y"_s);
-    QHBoxLayout* row = NewButtonRow({occupant, directory});
+    QHBoxLayout* buttons = NewButtonRow({occupant, directory});
     auto* help =
         NewHint(u"Label4"_s,
                 u"The occupant report is sorted by room name.   The directory report is sorted by person name.  "_s);
-    row->insertWidget(0, help, 1);
-    frame.column->addLayout(row);
+    buttons->insertWidget(0, help, 1);
+    frame.column->addLayout(buttons);
     connect(occupant, &QPushButton::clicked, this, &DailyPage::Command1_Click);
     connect(directory, &QPushButton::clicked, this, &DailyPage::Command4_Click);
     return frame.box;
@@ -159,15 +184,9 @@ void DailyPage::Store(DeskState& state) const {
     state.optDay = static_cast<qint16>(optDay.Chosen());
     state.dtcOtherDate = dtcOtherDate->Value();
     state.Label12 = UpDown1->value();
-    state.chkNonPermanent = chkNonPermanent->isChecked();
-    state.chkIncludeEmpty = chkIncludeEmpty->isChecked();
-    state.chkBrief = chkBrief->isChecked();
-    state.chkCompletedMoves = chkCompletedMoves->isChecked();
-    state.chkCompletedPhones = chkCompletedPhones->isChecked();
-    state.chkConferenceDaily = chkConferenceDaily->isChecked();
-    state.chkIncludeNotes = chkIncludeNotes->isChecked();
-    state.chkIncludePhone = chkIncludePhone->isChecked();
-    state.chkOnePage = chkOnePage->isChecked();
+    for (size_t i = 0; i < checks_.size(); ++i) {
+        state.*checks[i].kept = checks_[i]->isChecked();
+    }
 }
 
 void DailyPage::Load(const DeskState& state) {
@@ -176,15 +195,9 @@ void DailyPage::Load(const DeskState& state) {
     optDay.Choose(state.optDay);
     dtcOtherDate->SetValue(state.dtcOtherDate);
     UpDown1->setValue(state.Label12);
-    chkNonPermanent->setChecked(state.chkNonPermanent);
-    chkIncludeEmpty->setChecked(state.chkIncludeEmpty);
-    chkBrief->setChecked(state.chkBrief);
-    chkCompletedMoves->setChecked(state.chkCompletedMoves);
-    chkCompletedPhones->setChecked(state.chkCompletedPhones);
-    chkConferenceDaily->setChecked(state.chkConferenceDaily);
-    chkIncludeNotes->setChecked(state.chkIncludeNotes);
-    chkIncludePhone->setChecked(state.chkIncludePhone);
-    chkOnePage->setChecked(state.chkOnePage);
+    for (size_t i = 0; i < checks_.size(); ++i) {
+        checks_[i]->setChecked(state.*checks[i].kept);
+    }
 }
 
 void DailyPage::ShowDays(Date today) {

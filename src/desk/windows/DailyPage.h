@@ -4,6 +4,8 @@
 #include "desk/windows/DeskPage.h"
 #include "desk/windows/PageParts.h"
 
+#include <vector>
+
 class QCheckBox;
 class QSpinBox;
 
@@ -42,15 +44,8 @@ private:
     DateBox* dtcOtherDate;
     // Its text is Label12, the number of days.
     QSpinBox* UpDown1;
-    QCheckBox* chkNonPermanent;
-    QCheckBox* chkIncludeEmpty;
-    QCheckBox* chkBrief;
-    QCheckBox* chkCompletedMoves;
-    QCheckBox* chkCompletedPhones;
-    QCheckBox* chkConferenceDaily;
-    QCheckBox* chkIncludeNotes;
-    QCheckBox* chkIncludePhone;
-    QCheckBox* chkOnePage;
+    // In the order of their table.
+    std::vector<QCheckBox*> checks_;
 };
 
 } // namespace velmora

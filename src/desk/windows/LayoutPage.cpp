@@ -23,8 +23,7 @@ LayoutPage::LayoutPage(DeskHost& host)
                               {6, u"&Occupant"_s},
                               {7, u"Re&minder"_s},
                               {9, u"D&irectory"_s}}),
-      ReportStart(new DateBox(host.TheProgram().services().localeText, host.TheProgram().services().clock)),
-      ReportEnd(new DateBox(host.TheProgram().services().localeText, host.TheProgram().services().clock)),
+      ReportStart(NewDateBox(host, u"ReportStart"_s)), ReportEnd(NewDateBox(host, u"ReportEnd"_s)),
       chkConference(NewControl<QCheckBox>(u"chkConference"_s, u"E&xclude Conf. Rooms"_s)),
       chkReportCompleted(NewControl<QCheckBox>(u"chkReportCompleted"_s, u"&Uncompleted Only"_s)),
       Command3(NewControl<QPushButton>(u"Command3"_s, u"&Run Report"_s)) {
@@ -59,8 +58,6 @@ QWidget* LayoutPage::MakeReportFrame() {
 
 QWidget* LayoutPage::MakeRangeFrame() {
     const Frame frame = NewFrame(u"Frame4"_s, u"Date Range"_s);
-    ReportStart->setObjectName(u"ReportStart"_s);
-    ReportEnd->setObjectName(u"ReportEnd"_s);
     auto* dates = new QHBoxLayout;
     dates->setSpacing(spacing::large);
     dates->addLayout(Captioned(NewControl<QLabel>(u"Label2"_s, u"&Start (including)"_s), ReportStart));

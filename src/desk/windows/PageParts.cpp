@@ -1,7 +1,11 @@
 #include "desk/windows/PageParts.h"
 
+#include "base/windows/DateBox.h"
+#include "desk/windows/DeskHost.h"
+
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 
 namespace velmora {
 
@@ -49,6 +53,38 @@ QHBoxLayout* NewButtonRow(std::initializer_list<QPushButton*> buttons) {
         row->addWidget(button);
     }
     return row;
+}
+
+DateBox* NewDateBox(DeskHost& host, const QString& name) {
+    const Services& services = host.TheProgram().services();
+    auto* box = new DateBox(services.localeText, services.clock);
+    box->setObjectName(name);
+    return box;
+}
+
+void LayOutDayPage(QWidget* page, const Frame& frame, const OptionGroup& options, QLabel* label, DateBox* date,
+                   QPushButton* run) {
+    for (QAbstractButton* option : options.Buttons()) {
+        frame.column->addWidget(option);
+    }
+    auto* day = new QHBoxLayout;
+    day->addLayout(Captioned(label, date));
+    day->addStretch();
+    run->setDefault(true);
+    QVBoxLayout* column = NewPageColumn(page);
+    column->addWidget(frame.box);
+    column->addLayout(day);
+    column->addStretch();
+    column->addLayout(NewButtonRow({run}));
+}
+
+QScrollArea* NewPageView(QWidget* page) {
+    auto* view = new QScrollArea;
+    view->setWidgetResizable(true);
+    view->setFrameShape(QFrame::NoFrame);
+    view->setFocusPolicy(Qt::NoFocus);
+    view->setWidget(page);
+    return view;
 }
 
 OptionGroup::OptionGroup(QWidget* parent, const QString& name, std::initializer_list<std::pair<int, QString>> captions)

@@ -14,8 +14,13 @@
 
 class QLabel;
 class QPushButton;
+class QScrollArea;
 
 namespace velmora {
+
+class DateBox;
+class DeskHost;
+class OptionGroup;
 
 // How the pages of the main window are put together, so that all look alike.
 
@@ -45,6 +50,15 @@ QLabel* NewHint(const QString& name, const QString& text);
 
 // A row that ends in the page's buttons; the first is the one that Return presses.
 QHBoxLayout* NewButtonRow(std::initializer_list<QPushButton*> buttons);
+
+DateBox* NewDateBox(DeskHost& host, const QString& name);
+
+// A page that runs a report of one day: a frame with the options, the date below it, and the button that runs it.
+void LayOutDayPage(QWidget* page, const Frame& frame, const OptionGroup& options, QLabel* label, DateBox* date,
+                   QPushButton* run);
+
+// A view of a page, which scrolls it on a screen that is smaller, so that what is below the pages stays in sight.
+QScrollArea* NewPageView(QWidget* page);
 
 // Option buttons that share a name and are told apart by an index.
 class OptionGroup {

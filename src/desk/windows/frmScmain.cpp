@@ -9,13 +9,14 @@
 #include "data/LookupLists.h"
 #include "data/NativePath.h"
 #include "desk/windows/DailyPage.h"
+#include "desk/windows/ExceptionPage.h"
 #include "desk/windows/LayoutPage.h"
 #include "desk/windows/MainTabs.h"
-#include "desk/windows/ManagementPages.h"
 #include "desk/windows/PrinterControlBox.h"
 #include "desk/windows/PrinterSettingsPage.h"
 #include "desk/windows/StatusPage.h"
 #include "desk/windows/TasksPage.h"
+#include "desk/windows/UsagePage.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
@@ -49,16 +50,6 @@ QLineEdit* NewNumber(const QString& name, const QString& accessibleName) {
     box->setReadOnly(true);
     box->setFixedWidth(box->fontMetrics().horizontalAdvance(u"00000000000"_s) + spacing::large);
     return box;
-}
-
-// On a screen smaller than the page the page scrolls, and what is below the pages stays in sight.
-QWidget* NewView(DeskPage* page) {
-    auto* view = new QScrollArea;
-    view->setWidgetResizable(true);
-    view->setFrameShape(QFrame::NoFrame);
-    view->setFocusPolicy(Qt::NoFocus);
-    view->setWidget(page);
-    return view;
 }
 
 } // namespace
@@ -120,7 +111,7 @@ DeskPage& frmScmain::Page(int index) {
         page->setObjectName(u"Page"_s + QString::number(index));
         TranslateForm(*page);
         page->Load(state_);
-        stack_->addWidget(NewView(page));
+        stack_->addWidget(NewPageView(page));
         // What is below the pages comes behind all of them.
         setTabOrder(previousInFocusChain(), lblAsset);
         setTabOrder(lblAsset, lblID);

@@ -11,24 +11,6 @@ namespace velmora {
 
 class DateBox;
 
-// The page of the exception reports: which one, and for which day.
-class ExceptionPage : public DeskPage {
-    Q_OBJECT
-
-public:
-    explicit ExceptionPage(DeskHost& host);
-    void Store(DeskState& state) const override;
-    void Load(const DeskState& state) override;
-
-private:
-    void cmdRunExceptions_Click();
-
-    DeskHost& host_;
-    OptionGroup optException;
-    DateBox* dtcException;
-    QPushButton* cmdRunExceptions;
-};
-
 // The page of the usage reports: the breakdown, with or without detail, and for which day.
 class UsagePage : public DeskPage {
     Q_OBJECT
