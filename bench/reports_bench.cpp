@@ -7,9 +7,8 @@
 #include "bench/BenchDesk.h"
 #include "site/Site.h"
 #include "demo/CreateDemoSite.h"
-#include "reports/DirectoryReport.h"
 #include "reports/ExceptionReport.h"
-#include "reports/OccupantReport.h"
+#include "reports/OccupancyReport.h"
 #include "reports/UsageReport.h"
 
 #include <QDir>

@@ -2,6 +2,7 @@
 
 #include "base/Program.h"
 #include "base/Translate.h"
+#include "data/AssetRules.h"
 #include "data/Helpers.h"
 
 #include <array>
@@ -18,8 +19,6 @@ namespace {
 
 constexpr qsizetype descriptionLength = 255;
 constexpr qsizetype nameLength = 15;
-// Assets below this number are conference rooms.
-constexpr qint16 firstOtherAsset = 256;
 
 // What hangs on an asset besides its reservations, and the asset itself; each text takes the asset's number.
 constexpr std::array deletions = {
@@ -84,7 +83,7 @@ void AssetInfo::SetstrName(const QString& name) {
 
 int AssetInfo::nListImage() const {
     if (nLocation_) {
-        return nAsset_ >= firstOtherAsset ? 1 : 2;
+        return IsConferenceRoom(nAsset_) ? 2 : 1;
     }
     return description_.contains(u"Guest Extension"_s) ? 4 : 3;
 }
@@ -124,7 +123,7 @@ bool AssetInfo::Rename(engine::Database& database, const std::optional<QString>&
 }
 
 bool AssetInfo::ConfirmDelete() const {
-    if (nAsset_ < firstOtherAsset) {
+    if (IsConferenceRoom(nAsset_)) {
         Ask(Translate(u"Deleting this asset may cause problems with Velmora (the asset number is less than 256).  "
                       "Rename instead."_s),
             Buttons::Ok, Icon::Exclamation);

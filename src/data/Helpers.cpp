@@ -63,6 +63,10 @@ QString SqlText(const QString& text) {
     return u'"' + quoted + u'"';
 }
 
+QString PersonCondition(const QString& lastName, const QString& firstName) {
+    return QStringLiteral("LastName = ") + SqlText(lastName) + QStringLiteral(" and FirstName = ") + SqlText(firstName);
+}
+
 QString SqlDate(Date day) {
     return u'#' + DateDigits(Fields(StartOfDay(day))) + u'#';
 }

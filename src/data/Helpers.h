@@ -28,6 +28,8 @@ QString AssetKey(const Value& value);
 
 // A text inside an SQL text: between double quote characters, embedded ones doubled.
 QString SqlText(const QString& text);
+// The condition that a record is of the person of that name: LastName = "Abel" and FirstName = "Anna".
+QString PersonCondition(const QString& lastName, const QString& firstName);
 // A day as a date literal of the dialect, month/day/year whatever the locale, between "#" marks.
 QString SqlDate(Date day);
 // The same with the time, hours from 0 to 23.

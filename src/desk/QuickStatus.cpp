@@ -2,6 +2,7 @@
 
 #include "base/Steps.h"
 #include "base/Translate.h"
+#include "data/AssetRules.h"
 #include "data/Helpers.h"
 
 namespace velmora {
@@ -16,9 +17,9 @@ std::vector<StatusEntry> Locations(engine::Database& database) {
     std::vector<StatusEntry> entries;
     const auto rows = database.OpenRecordset(u"Select * from Asset order by Name");
     for (; !rows->EndOfFile(); rows->MoveNext()) {
-        QString name = (*rows)["Name"].ToText();
-        if (!name.startsWith(u"Unused"_s)) {
-            entries.push_back({std::move(name), static_cast<int>((*rows)["AssetID"].ToInteger())});
+        const engine::Field name = (*rows)["Name"];
+        if (!IsUnusedName(name.Utf8())) {
+            entries.push_back({name.ToText(), static_cast<int>((*rows)["AssetID"].ToInteger())});
         }
     }
     return entries;
@@ -43,8 +44,8 @@ QString SummaryQuery(qint16 statusType, const StatusEntry& entry, DateTime now) 
         text += u" and Asset.AssetID = "_s + QString::number(entry.itemData);
     } else {
         constexpr int separatorLength = 2;
-        text += u" and LastName = "_s + SqlText(entry.text.left(entry.itemData)) + u" and FirstName = "_s +
-                SqlText(entry.text.mid(entry.itemData + separatorLength));
+        text += u" and "_s +
+                PersonCondition(entry.text.left(entry.itemData), entry.text.mid(entry.itemData + separatorLength));
     }
     return text + u" order by End"_s;
 }

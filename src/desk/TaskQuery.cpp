@@ -1,5 +1,6 @@
 #include "desk/TaskQuery.h"
 
+#include "data/AssetRules.h"
 #include "data/Helpers.h"
 #include "desk/TaskKind.h"
 
@@ -25,7 +26,7 @@ QString TaskQuery(const DeskState& state, const QString& startupArgument) {
         text += u" And "_s + TaskField(task) + u" = False"_s;
     }
     if (state.chkConferenceView) {
-        text += u" And Asset.AssetID >= 256"_s;
+        text += u" And Asset.AssetID >= "_s + QString::number(firstOtherAsset);
     }
     return text;
 }

@@ -1,5 +1,7 @@
 #include "layouts/LayoutChoice.h"
 
+#include "data/AssetRules.h"
+
 #include <algorithm>
 #include <array>
 
@@ -21,22 +23,20 @@ struct LayoutTerms {
     QStringView base;
     // With the completion filter.
     QStringView completed;
-    // Without conference rooms.
-    QStringView noConference;
+    // It can leave out conference rooms.
+    bool knowsAssets;
 };
-
-constexpr QStringView noConferenceRooms = u" and {Asset.AssetID} >= 256";
 
 constexpr std::array layoutTerms = std::to_array<LayoutTerms>({
     {1, u"{WorkOrder.Requested} >= Date(%1) And {WorkOrder.Requested} < Date(%2)", u" and {WorkOrder.Completed} = No",
-     u""},
-    {2, starts, u" and {Reservation.SLockStart} = No", noConferenceRooms},
-    {3, ends, u" and {Reservation.SLockEnd} = No", noConferenceRooms},
-    {4, starts, u" and {Reservation.TLockStart} = No", noConferenceRooms},
-    {5, ends, u" and {Reservation.TLockEnd} = No", noConferenceRooms},
-    {6, overlaps, notPermanent, noConferenceRooms},
-    {7, u"{Reservation.End} > Date(%1) And {Reservation.End} < Date(%2)", notPermanent, noConferenceRooms},
-    {9, overlaps, u"", u""},
+     false},
+    {2, starts, u" and {Reservation.SLockStart} = No", true},
+    {3, ends, u" and {Reservation.SLockEnd} = No", true},
+    {4, starts, u" and {Reservation.TLockStart} = No", true},
+    {5, ends, u" and {Reservation.TLockEnd} = No", true},
+    {6, overlaps, notPermanent, true},
+    {7, u"{Reservation.End} > Date(%1) And {Reservation.End} < Date(%2)", notPermanent, true},
+    {9, overlaps, u"", false},
 });
 
 constexpr std::array layoutChoices = std::to_array<LayoutChoice>({
@@ -99,8 +99,8 @@ QString SelectionFormula(const LayoutRequest& request) {
     if (request.completionFilter) {
         formula += terms->completed;
     }
-    if (request.excludeConferenceRooms) {
-        formula += terms->noConference;
+    if (request.excludeConferenceRooms && terms->knowsAssets) {
+        formula += u" and {Asset.AssetID} >= "_s + QString::number(firstOtherAsset);
     }
     return formula;
 }

@@ -1,12 +1,7 @@
 #include "reports/DailyReport.h"
 
 #include "base/Translate.h"
-#include "reports/DailyFilter.h"
-#include "reports/DailyRow.h"
-#include "reports/DetailBlocks.h"
-#include "reports/DetailReader.h"
-#include "reports/FieldText.h"
-#include "reports/ReportDays.h"
+#include "reports/DailyRows.h"
 #include "reports/ReportFrame.h"
 
 #include <cmath>
@@ -14,6 +9,7 @@
 namespace velmora {
 
 using namespace Qt::StringLiterals;
+using print::Text;
 
 namespace {
 
@@ -30,246 +26,216 @@ QString TitleOf(DailyVariant variant) {
     return u"Reservation Starts and Ends"_s;
 }
 
-// The stored query whose rows are reported.
-QString QueryOf(DailyVariant variant) {
-    switch (variant) {
-    case DailyVariant::Starts:
-        return u"QReport3"_s;
-    case DailyVariant::Ends:
-        return u"QReport4"_s;
-    case DailyVariant::Combined:
-        break;
-    }
-    return u"QReport5"_s;
+// Both texts with something between them.
+QByteArray Joined(Text first, const char* between, Text second) {
+    QByteArray text;
+    print::AppendUtf8(text, first);
+    text += between;
+    print::AppendUtf8(text, second);
+    return text;
 }
 
-class DailyReport {
+// Prints the lines of a daily list into the report that is open.
+class DailyPrinter {
 public:
-    DailyReport(ReportContext& context, Steps& steps, ReportFrame& frame, const DailyRequest& request)
-        : context_(context), steps_(steps), frame_(frame), request_(request),
-          locale_(context.program.services().localeText) {}
+    DailyPrinter(ReportContext& context, const DailyRequest& request, QString printedAt)
+        : job_(context.job), locale_(context.program.services().localeText),
+          pageWidth_(context.program.services().printers.PageWidth()), request_(request),
+          combined_(request.variant == DailyVariant::Combined), title_(Translate(TitleOf(request.variant))),
+          printedAt_(std::move(printedAt)) {}
 
-    void Run();
+    void Print(const DailyRows& rows);
 
 private:
-    void ChooseReport();
-    void OpenRows();
-    void PrintRows();
-    // `details` is what was read ahead for the row; null when nothing was.
-    void PrintRow(const DailyRow& row, ReservationDetails* details);
-    void PrintLocationHeading(const DailyRow& row);
-    void PrintReservationLine(const DailyRow& row);
-    void PrintBriefBody(const DailyRow& row);
-    void PrintFullBody(const DailyRow& row, const ReservationDetails* details);
-    void PrintPhoneLines(const DailyRow& row, const ReservationDetails* details);
-    void AppendPeriod(QByteArray& line, const DailyRow& row) const;
+    void PrintLocationHeading(const DailyLine& line);
+    void PrintReservationLine(const DailyLine& line);
+    void PrintBriefBody(const DailyLine& line);
+    void PrintFullBody(const DailyLine& line);
+    void PrintPersonBlock(const DailyPerson& person);
+    void PrintPhoneLines(const DailyLine& line);
+    void PrintGuestExtension(const DailyLocation& location);
+    void PrintLocationBlock(const DailyLocation& location);
+    void PrintReservationNotes(const DailyLine& line);
+    QByteArray ReservationText(const DailyLine& line) const;
+    void PrintFilled(const char* label, QUtf8StringView value);
+    void PrintFilledPair(const char* label1, QUtf8StringView value1, const char* label2, QUtf8StringView value2);
+    int IndentBy(double share) const { return static_cast<int>(std::lrint(pageWidth_ * share)); }
 
-    // Runs one statement of the report as a step.
-    template <typename Function>
-    bool Step(Function&& statement) {
-        return steps_.Step(QString(), std::forward<Function>(statement));
-    }
-
-    ReportContext& context_;
-    Steps& steps_;
-    ReportFrame& frame_;
-    const DailyRequest& request_;
+    print::PrintJob& job_;
     const LocaleText& locale_;
-
-    QString title_;
-    QString printedAt_;
-    std::optional<ReportDays> days_;
-    std::unique_ptr<engine::Recordset> rows_;
-    // Name of the asset of the last printed row; empty before the first.
-    std::string lastAssetName_;
-    QByteArray line_;
+    const int pageWidth_;
+    const DailyRequest& request_;
+    const bool combined_;
+    const QString title_;
+    const QString printedAt_;
+    // Of the line printed last; empty before the first.
+    QUtf8StringView lastAssetName_;
 };
 
-void DailyReport::Run() {
-    Step([this] { ChooseReport(); });
-    frame_.PreparePrinter();
+void DailyPrinter::Print(const DailyRows& rows) {
     if (!request_.onePage) {
-        Step([this] { context_.job.PrintReportTitle(title_, request_.startupArgument, printedAt_); });
+        job_.PrintReportTitle(title_, request_.startupArgument, printedAt_);
     }
-    context_.run.IncludePhoneInfo = request_.includePhone;
-    if (Step([this] { OpenRows(); })) {
-        PrintRows();
-    }
-    rows_.reset();
-    frame_.End();
-}
-
-void DailyReport::ChooseReport() {
-    const DateTime now = context_.program.services().clock.Now();
-    printedAt_ = Translate(u"Printed at:"_s) + u' ' + locale_.GeneralDate(now);
-    title_ = Translate(TitleOf(request_.variant));
-    days_ = DailyReportDays(request_.days, DateOf(now), locale_);
-    printedAt_ += days_->phrase;
-}
-
-void DailyReport::OpenRows() {
-    const auto query = context_.database.OpenQueryDef(QueryOf(request_.variant));
-    if (days_) {
-        query->SetParameter(u"RStart", StartOfDay(days_->start));
-        query->SetParameter(u"REnd", StartOfDay(days_->end));
-    }
-    auto rows = query->OpenRecordset(engine::RecordsetKind::Snapshot);
-    if (!rows->EndOfFile()) {
-        // A query that lacks a field is told once, and not with every row.
-        static_cast<void>(DailyRow::Read(*rows));
-    }
-    rows_ = std::move(rows);
-}
-
-void DailyReport::PrintRows() {
-    const DailyFilter filter(request_);
-    DetailReader reader(context_.database, filter,
-                        {.persons = !request_.brief,
-                         .guestExtensions = !request_.brief && request_.includePhone,
-                         .notes = request_.includeNotes});
-    while (!rows_->EndOfFile()) {
-        if (!frame_.BeforeRow(*rows_)) {
-            return;
+    for (const DailyLine& line : rows.rows) {
+        PrintLocationHeading(line);
+        PrintReservationLine(line);
+        if (request_.brief) {
+            PrintBriefBody(line);
+        } else {
+            PrintFullBody(line);
         }
-        ReservationDetails* details = reader.Next(*rows_);
-        DailyRow row;
-        if (Step([&] { row = DailyRow::Read(*rows_); }) && !filter.LeavesOut(row)) {
-            PrintRow(row, details);
-        }
-        if (!Step([this] { rows_->MoveNext(); })) {
-            return;
+        PrintReservationNotes(line);
+        if (!request_.brief) {
+            // Sets this reservation off from the next.
+            job_.PrintSectionHeading({});
         }
     }
-    frame_.ShowSending();
 }
 
-void DailyReport::PrintRow(const DailyRow& row, ReservationDetails* details) {
-    Step([&] { PrintLocationHeading(row); });
-    Step([&] { PrintReservationLine(row); });
-    if (request_.brief) {
-        Step([&] { PrintBriefBody(row); });
-    } else {
-        PrintFullBody(row, details);
-    }
-    if (request_.includeNotes) {
-        Step([&] {
-            details != nullptr ? PrintNotes(context_, *details->notes)
-                               : PrintReservationNotes(context_, static_cast<qint32>(row.ID.ToInteger()));
-        });
-    }
-    if (!request_.brief) {
-        // Sets this reservation off from the next.
-        Step([this] { context_.job.PrintSectionHeading({}); });
-    }
-    lastAssetName_ = row.AssetName.Utf8();
-}
-
-void DailyReport::PrintLocationHeading(const DailyRow& row) {
-    const FieldText name(row.AssetName);
-    if (request_.variant == DailyVariant::Combined && row.AssetName.Utf8() == lastAssetName_) {
+void DailyPrinter::PrintLocationHeading(const DailyLine& line) {
+    const bool isLast = line.assetName == lastAssetName_;
+    lastAssetName_ = line.assetName;
+    if (combined_ && isLast) {
         return;
     }
     if (request_.onePage) {
-        context_.job.PrintReportTitle(title_, name, printedAt_);
-    } else if (request_.variant == DailyVariant::Combined) {
-        context_.job.PrintSectionHeading(name);
+        job_.PrintReportTitle(title_, line.assetName, printedAt_);
+    } else if (combined_) {
+        job_.PrintSectionHeading(line.assetName);
     }
 }
 
-void DailyReport::AppendPeriod(QByteArray& line, const DailyRow& row) const {
-    line += ": From ";
-    if (const auto start = row.Start.ToDateTime()) {
-        print::AppendUtf8(line, locale_.GeneralDate(*start));
-    }
-    const auto end = row.End.ToDateTime();
-    if (end && Fields(*end).hour != 0) {
-        line += " To ";
-        print::AppendUtf8(line, locale_.GeneralDate(*end));
-        return;
+// "Budget: From 3/6/2026 9:00 AM To 3/6/2026 5:00 PM"
+QByteArray DailyPrinter::ReservationText(const DailyLine& line) const {
+    const QString start = line.start ? locale_.GeneralDate(*line.start) : QString();
+    QByteArray text = Joined(line.name, ": From ", start);
+    if (line.end && Fields(*line.end).hour != 0) {
+        return Joined(text, " To ", locale_.GeneralDate(*line.end));
     }
     // An end in the hour after midnight closes the day before.
-    line += " Through ";
-    if (end) {
-        print::AppendUtf8(line, locale_.GeneralDate(*end - std::chrono::days(1)));
+    return Joined(text, " Through ", line.end ? locale_.GeneralDate(*line.end - std::chrono::days(1)) : QString());
+}
+
+void DailyPrinter::PrintReservationLine(const DailyLine& line) {
+    const QByteArray text = ReservationText(line);
+    if (request_.onePage) {
+        job_.PrintSectionHeading(text);
+    } else if (combined_) {
+        job_.PrintSectionHeading(text, IndentBy(0.05));
+    } else {
+        job_.PrintSectionHeading(Joined(text, " In ", line.assetName));
     }
 }
 
-void DailyReport::PrintReservationLine(const DailyRow& row) {
-    line_.clear();
-    print::AppendUtf8(line_, FieldText(row.ReservationName));
-    AppendPeriod(line_, row);
-    int indent = 0;
-    if (!request_.onePage) {
-        if (request_.variant == DailyVariant::Combined) {
-            indent = static_cast<int>(std::lrint(context_.program.services().printers.PageWidth() * 0.05));
-        } else {
-            line_ += " In ";
-            print::AppendUtf8(line_, FieldText(row.AssetName));
-        }
+void DailyPrinter::PrintBriefBody(const DailyLine& line) {
+    job_.PrintTableRow({line.organization, line.eventType, Joined({}, "Storage: ", line.storage),
+                        Joined({}, "Ext. ", line.extension), Joined({}, "Rm. Ext. ", line.defaultExtension)});
+}
+
+void DailyPrinter::PrintFullBody(const DailyLine& line) {
+    job_.PrintTwoLabelValues(Translate(u"Organization"_s), line.organization, Translate(u"Space Type"_s),
+                             line.eventType);
+    job_.PrintTwoLabelValues(Translate(u"Permanent"_s), line.permanent, Translate(u"Attendees"_s), line.attendees);
+    if (line.person) {
+        PrintPersonBlock(*line.person);
     }
-    context_.job.PrintSectionHeading(line_, indent);
-}
-
-void DailyReport::PrintBriefBody(const DailyRow& row) {
-    const auto captioned = [](const char* caption, const engine::Field& field) {
-        QByteArray cell(caption);
-        print::AppendUtf8(cell, FieldText(field));
-        return cell;
-    };
-    context_.job.PrintTableRow({FieldText(row.Organization), FieldText(row.EventType),
-                                captioned("Storage: ", row.Storage), captioned("Ext. ", row.Extension),
-                                captioned("Rm. Ext. ", row.DefaultExtension)});
-}
-
-void DailyReport::PrintFullBody(const DailyRow& row, const ReservationDetails* details) {
-    print::PrintJob& job = context_.job;
-    Step([&] {
-        job.PrintTwoLabelValues(Translate(u"Organization"_s), FieldText(row.Organization), Translate(u"Space Type"_s),
-                                FieldText(row.EventType));
-    });
-    Step([&] {
-        job.PrintTwoLabelValues(Translate(u"Permanent"_s), FieldText(row.Permanent), Translate(u"Attendees"_s),
-                                FieldText(row.Attendees));
-    });
-    Step([&] {
-        details != nullptr ? PrintPerson(context_, *details->person)
-                           : PrintPersonBlock(context_, row.LastName.ToText(), row.FirstName.ToText());
-    });
     if (request_.includePhone) {
-        PrintPhoneLines(row, details);
+        PrintPhoneLines(line);
+    }
+    if (line.guestLocation) {
+        PrintGuestExtension(*line.guestLocation);
     }
 }
 
-void DailyReport::PrintPhoneLines(const DailyRow& row, const ReservationDetails* details) {
-    const auto printPair = [this](const char* label1, const engine::Field& field1, const char* label2,
-                                  const engine::Field& field2) {
-        const FieldText value1(field1);
-        const FieldText value2(field2);
-        if (!value1.IsEmpty() || !value2.IsEmpty()) {
-            context_.job.PrintTwoLabelValues(label1, value1, label2, value2);
+void DailyPrinter::PrintFilled(const char* label, QUtf8StringView value) {
+    if (!value.isEmpty()) {
+        job_.PrintLabelValue(label, value);
+    }
+}
+
+void DailyPrinter::PrintFilledPair(const char* label1, QUtf8StringView value1, const char* label2,
+                                   QUtf8StringView value2) {
+    if (!value1.isEmpty() || !value2.isEmpty()) {
+        job_.PrintTwoLabelValues(label1, value1, label2, value2);
+    }
+}
+
+void DailyPrinter::PrintPhoneLines(const DailyLine& line) {
+    PrintFilledPair("Jack", line.jack, "Port", line.port);
+    PrintFilledPair("Default Extension", line.defaultExtension, "Station Type", line.stationType);
+    PrintFilled("Switch Interface", line.switchInterface);
+}
+
+// The optional codes stand under the captions that the dictionary gives them.
+void DailyPrinter::PrintPersonBlock(const DailyPerson& person) {
+    if (!person.found) {
+        job_.PrintParagraph(Translate(u"Unable to open person record"_s));
+        return;
+    }
+    job_.PrintLabelValue(Translate(u"Reserved by"_s), Joined(person.firstName, " ", person.lastName));
+    if (!person.secretaryLast.isEmpty() || !person.secretaryFirst.isEmpty()) {
+        job_.PrintLabelValue(Translate(u"Secretary"_s), Joined(person.secretaryFirst, " ", person.secretaryLast));
+    }
+    if (!person.storage.isEmpty()) {
+        job_.PrintLabelValue(Translate(u"Storage"_s), person.storage);
+    }
+    if (request_.includePhone) {
+        job_.PrintTwoLabelValues(Translate(u"Phone"_s), person.phone, Translate(u"Extension"_s), person.extension);
+    }
+    const std::array codeKeys{u"PersonCode1"_s, u"PersonCode2"_s, u"PersonCode3"_s};
+    for (size_t i = 0; i < codeKeys.size(); ++i) {
+        const QString caption = Translate(codeKeys.at(i));
+        if (caption != codeKeys.at(i)) {
+            job_.PrintLabelValue(caption, person.codes.at(i));
         }
-    };
-    Step([&] { printPair("Jack", row.Jack, "Port", row.Port); });
-    Step([&] { printPair("Default Extension", row.DefaultExtension, "Station Type", row.StationType); });
-    Step([&] {
-        if (const FieldText interface(row.SwitchInterface); !interface.IsEmpty()) {
-            context_.job.PrintLabelValue("Switch Interface", interface);
-        }
-    });
-    Step([&] {
-        details != nullptr ? PrintGuestLocation(context_, details->guestLocation.get())
-                           : PrintGuestExtension(context_, static_cast<qint32>(row.ID.ToInteger()));
-    });
+    }
+}
+
+void DailyPrinter::PrintGuestExtension(const DailyLocation& location) {
+    job_.PrintSectionHeading(Translate(u"Guest Extension Reserved"_s));
+    PrintLocationBlock(location);
+}
+
+void DailyPrinter::PrintLocationBlock(const DailyLocation& location) {
+    if (!location.found) {
+        job_.PrintParagraph("Unable to open location record");
+        return;
+    }
+    job_.PrintLabelValue("Location", location.name);
+    PrintFilled("Description", location.description);
+    if (request_.includePhone) {
+        PrintFilled("Jack", location.jack);
+        PrintFilled("Port", location.port);
+        PrintFilled("Station Type", location.stationType);
+        PrintFilled("Switch Interface", location.switchInterface);
+    }
+}
+
+void DailyPrinter::PrintReservationNotes(const DailyLine& line) {
+    for (const DailyNote& note : line.notes) {
+        job_.EnsureRoom(5);
+        job_.PrintSectionHeading(Joined(note.category, ": ", note.name), IndentBy(0.1));
+        job_.PrintParagraph(note.text);
+    }
 }
 
 } // namespace
 
 void PrintDailyReport(ReportContext& context, const DailyRequest& request) {
-    Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Daily Report"_s, QString());
-    ReportFrame frame(context, steps);
-    if (frame.Start()) {
-        DailyReport(context, steps, frame, request).Run();
+    ReportFrame frame(context, u"Print Daily Report"_s);
+    if (!frame.Start()) {
+        return;
     }
+    const Services& services = context.program.services();
+    std::optional<ReportDays> days;
+    frame.Step([&] { days = DailyReportDays(request.days, services.clock.Today(), services.localeText); });
+    const QString printedAt = frame.PrintedAt(u"Printed at:"_s, days);
+    frame.PreparePrinter();
+    context.run.IncludePhoneInfo = request.includePhone;
+    const DailyRows rows = GatherDaily(request, days, frame.Gather());
+    frame.ShowSending(rows);
+    DailyPrinter(context, request, printedAt).Print(rows);
+    frame.End(rows, u"Cancelled after %1 of %2 reservations"_s);
 }
 
 } // namespace velmora

@@ -1,9 +1,8 @@
 #include "reports/PrintReport.h"
 
 #include "reports/DailyReport.h"
-#include "reports/DirectoryReport.h"
 #include "reports/ExceptionReport.h"
-#include "reports/OccupantReport.h"
+#include "reports/OccupancyReport.h"
 #include "reports/UsageReport.h"
 
 namespace velmora {

@@ -28,4 +28,18 @@ ReportDays DailyReportDays(const DaySelection& selection, Date today, const Loca
     return {start, last + days(1), phrase};
 }
 
+ReportDays OccupancyDays(const DaySelection& selection, Date today, const LocaleText& locale) {
+    if (selection.choice == DayChoice::OtherDay) {
+        return DailyReportDays(selection, today, locale);
+    }
+    return OneReportDay(selection.choice == DayChoice::NextWorkingDay ? NextWorkingDay(today) : today, locale);
+}
+
+ReportDays OneReportDay(const std::optional<Date>& date, const LocaleText& locale) {
+    if (!date) {
+        throw ProgramError(ErrorNumber::TypeMismatch, u"The box for the report date holds no date"_s);
+    }
+    return {*date, *date + days(1), u" for "_s + locale.ShortDate(*date)};
+}
+
 } // namespace velmora

@@ -18,4 +18,11 @@ struct ReportDays {
 // Throws Error for another day without a date.
 ReportDays DailyReportDays(const DaySelection& selection, Date today, const LocaleText& locale);
 
+// The days that the occupant and the directory report cover. The next working day is that day alone, without the
+// weekend before it. Throws Error for another day without a date.
+ReportDays OccupancyDays(const DaySelection& selection, Date today, const LocaleText& locale);
+
+// The day of a report on one day. Throws Error without it.
+ReportDays OneReportDay(const std::optional<Date>& date, const LocaleText& locale);
+
 } // namespace velmora

@@ -9,6 +9,10 @@ namespace velmora {
 
 using namespace Qt::StringLiterals;
 
+ReportFrame::ReportFrame(ReportContext& context, const QString& procedure)
+    : context_(context), steps_(context.program.services().errors, u"Service Administration"_s, procedure, QString()),
+      target_(context.job.Choice()) {}
+
 ReportFrame::~ReportFrame() {
     if (!running_) {
         return;
@@ -49,33 +53,52 @@ void ReportFrame::ShowRunning() {
 
 void ReportFrame::SetOrientation() {
     const Orientation orientation = context_.delivery.orientation.value_or(Orientation::Portrait);
-    steps_.Step({}, [&] { context_.program.services().printers.SetOrientation(orientation); });
+    Step([&] { context_.program.services().printers.SetOrientation(orientation); });
 }
 
 void ReportFrame::PreparePrinter() {
     context_.job.Restore(target_);
     const Delivery& delivery = context_.delivery;
     if (delivery.continuous) {
-        steps_.Step({}, [this] { context_.job.BeginReport(true); });
+        Step([this] { context_.job.BeginReport(true); });
         return;
     }
     Printers& printers = context_.program.services().printers;
     context_.run.SelectedPrinterName = delivery.printer;
-    steps_.Step({}, [&] { SelectPrinter(printers, delivery.printer); });
-    steps_.Step({}, [&] { printers.SetFontName(delivery.font); });
+    Step([&] { SelectPrinter(printers, delivery.printer); });
+    Step([&] { printers.SetFontName(delivery.font); });
     SetOrientation();
-    steps_.Step({}, [this] { context_.job.BeginReport(); });
+    Step([this] { context_.job.BeginReport(); });
 }
 
-bool ReportFrame::BeforeRow(const engine::Recordset& rows) {
-    ShowReportProgress(context_.view, Translate(u"Preparing Report"_s),
-                       static_cast<qint16>(std::lrint(rows.PercentPosition())));
-    context_.program.services().eventLoop.ProcessPendingEvents();
-    return !context_.run.CancelRequested;
+QString ReportFrame::PrintedAt(const QString& caption, const std::optional<ReportDays>& days) const {
+    const Services& services = context_.program.services();
+    return Translate(caption) + u' ' + services.localeText.GeneralDate(services.clock.Now()) +
+           (days ? days->phrase : QString());
 }
 
-void ReportFrame::ShowSending() {
-    ShowReportProgress(context_.view, Translate(u"Sending Report"_s), 0);
+Gathering ReportFrame::Gather() {
+    return {context_.database, Attempt(steps_), [this](double percent) {
+                ShowReportProgress(context_.view, Translate(u"Preparing Report"_s),
+                                   static_cast<qint16>(std::lrint(percent)));
+                context_.program.services().eventLoop.ProcessPendingEvents();
+                return !context_.run.CancelRequested;
+            }};
+}
+
+void ReportFrame::ShowSending(const GatheredRecords& records) {
+    if (!records.cancelled) {
+        ShowReportProgress(context_.view, Translate(u"Sending Report"_s), 0);
+    }
+}
+
+void ReportFrame::End(const GatheredRecords& records, const QString& notice) {
+    if (records.cancelled) {
+        const QLocale& locale = context_.program.services().localeText.Locale();
+        context_.job.PrintParagraph(
+            Translate(notice).arg(locale.toString(records.recordsRead), locale.toString(records.recordCount)));
+    }
+    End();
 }
 
 void ReportFrame::End() {

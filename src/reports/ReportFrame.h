@@ -1,27 +1,28 @@
 #pragma once
 
 #include "base/Steps.h"
+#include "reports/Gather.h"
 #include "reports/ReportContext.h"
 
 namespace velmora {
 
 // What every printed report of the main window does around its rows: refuse a second report, prepare the printer and
-// begin the job, show progress and let the user cancel before each row, and end the job.
+// begin the job, show progress and let the user cancel before each record, and end the job.
 //
-//     Steps steps(errors, u"Service Administration"_s, u"Print ..."_s, QString());
-//     ReportFrame frame(context, steps);
+//     ReportFrame frame(context, u"Print ..."_s);
 //     if (!frame.Start()) { return; }
 //     frame.PreparePrinter();
-//     ...
-//     while (more rows && frame.BeforeRow(*rows)) { ... }
-//     frame.End();
+//     const auto rows = Gather...(request, frame.Gather());
+//     frame.ShowSending(rows);
+//     ... print the rows ...
+//     frame.End(rows, u"Cancelled after %1 of %2 ..."_s);
 //
-// Failures are reported through `steps`. However the report is left, the window is back to idle when the frame goes;
-// a job that was not ended is then forgotten, not delivered.
+// What can fail is a step: preparing, reading and delivering, but no layout operation, which only adds to the job.
+// Failures are reported with module "Service Administration" and the procedure. However the report is left, the window
+// is back to idle when the frame goes; a job that was not ended is then forgotten, not delivered.
 class ReportFrame {
 public:
-    ReportFrame(ReportContext& context, Steps& steps)
-        : context_(context), steps_(steps), target_(context.job.Choice()) {}
+    ReportFrame(ReportContext& context, const QString& procedure);
     ~ReportFrame();
     ReportFrame(const ReportFrame&) = delete;
     ReportFrame& operator=(const ReportFrame&) = delete;
@@ -37,19 +38,31 @@ public:
     // Chooses printer, font and orientation, and begins the job; a continuous report only begins it.
     void PreparePrinter();
 
-    // Shows how far the set has been read and handles pending events. False when the user has cancelled.
-    bool BeforeRow(const engine::Recordset& rows);
-    // Says that all records are read and the report is being sent.
-    void ShowSending();
+    // Runs a statement that can fail; false when its failure was ignored.
+    template <typename Function>
+    bool Step(Function&& statement) {
+        return steps_.Step({}, std::forward<Function>(statement));
+    }
 
-    // Ends and delivers the job and returns the window to idle.
+    // The third line of the report's title: the caption, translated, the moment at which it is printed, and the phrase
+    // that names its days: "Printed at 3/5/2026 2:15 PM for 3/5/2026".
+    QString PrintedAt(const QString& caption, const std::optional<ReportDays>& days) const;
+    // What the rows are gathered with: before each record it shows how far they were read and handles pending events.
+    Gathering Gather();
+    // Says that the report is being sent, unless it was cancelled.
+    void ShowSending(const GatheredRecords& records);
+
+    // Ends and delivers the job and returns the window to idle. The last paragraph of a report that was cancelled says
+    // after how many of how many records: `notice`, in English, with "%1" and "%2" for the two numbers.
+    void End(const GatheredRecords& records, const QString& notice);
+    // The same for a report that prints nothing when it is cancelled.
     void End();
 
 private:
     void ReturnToIdle();
 
     ReportContext& context_;
-    Steps& steps_;
+    Steps steps_;
     // What was chosen when the report was asked for. Asking for another one meanwhile changes the choice, not the
     // report that runs.
     const print::TargetChoice target_;

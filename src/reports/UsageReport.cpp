@@ -1,11 +1,8 @@
 #include "reports/UsageReport.h"
 
-#include "base/Error.h"
 #include "base/Translate.h"
-#include "reports/CellTexts.h"
-#include "reports/OccupancyDays.h"
-#include "reports/PrintedAt.h"
 #include "reports/ReportFrame.h"
+#include "reports/UsageRows.h"
 
 namespace velmora {
 
@@ -13,242 +10,148 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Breakdown {
-    const char16_t* query;
-    const char* title;
-    // The fields of the three levels.
-    std::array<const char*, 3> keys;
-    // The detail lists locations; else persons.
-    bool locations;
+struct ClassCaptions {
+    const char* detail;
+    const char* total;
 };
 
-// In the order of UsageBreakdown.
-constexpr Breakdown breakdowns[] = {
-    {u"A1", "Location Usage Report", {"AreaName", "EventType", "Organization"}, true},
-    {u"P1", "Person Usage Report", {"Area", "Organization", "EventType"}, false},
-    {u"P2", "Person Usage Report", {"Area2", "Organization", "EventType"}, false},
-    {u"P3", "Person Usage Report", {"Area3", "Organization", "EventType"}, false},
-};
-
-// What a row says of its location or person, in the order of the rows of a group.
-struct UsageClass {
-    qint64 perm;
-    const char* detailCaption;
-    const char* totalCaption;
-};
-
-constexpr std::array<UsageClass, 3> classes{{
-    {-2, "Unreserved", "Unreserved"},
-    {-1, "Permanently Reserved", "Permanent"},
-    {0, "Non-Permanently Reserved", "Non-Permanent"},
+// By UsageClass.
+constexpr std::array<ClassCaptions, 3> classes{{
+    {"Unreserved", "Unreserved"},
+    {"Permanently Reserved", "Permanent"},
+    {"Non-Permanently Reserved", "Non-Permanent"},
 }};
 
-class UsageReport {
-public:
-    UsageReport(ReportContext& context, Steps& steps, ReportFrame& frame, const UsageRequest& request)
-        : context_(context), steps_(steps), frame_(frame), request_(request),
-          breakdown_(breakdowns[static_cast<size_t>(request.breakdown)]) {}
+QString Translated(const char* english) {
+    return Translate(QString::fromLatin1(english));
+}
 
-    void Run();
+// Prints the groups of a usage report into the report that is open.
+class UsagePrinter {
+public:
+    UsagePrinter(ReportContext& context, const UsageRequest& request, QString printedAt)
+        : job_(context.job), detail_(request.detail), locations_(request.breakdown == UsageBreakdown::Locations),
+          title_(Translated(locations_ ? "Location Usage Report" : "Person Usage Report")),
+          printedAt_(std::move(printedAt)) {}
+
+    void Print(const UsageRows& rows);
 
 private:
-    using Keys = std::array<QByteArray, 3>;
-
-    void ChooseDay();
-    void PrintRows();
-    void OpenGroup(const Keys& keys);
-    // A row of no class is neither counted nor listed.
-    void Count();
-    void List(size_t usageClass);
+    // `last` is the row before; null for the first.
+    void OpenGroup(const UsageRow& row, const UsageRow* last);
+    void List(const UsageRow& row, size_t usage);
     void PrintPendingNames();
-    void CloseGroup();
-    void PrintTotal(const char* caption, int count);
-    Keys ReadKeys() const;
-    QByteArray ReadName() const;
-    std::optional<size_t> ReadClass() const;
+    void CloseGroup(const UsageRow& row);
+    void PrintTotal(const UsageRow& row, const char* caption, int count);
 
-    template <typename Function>
-    bool Step(Function&& statement) {
-        return steps_.Step(QString(), std::forward<Function>(statement));
-    }
+    print::PrintJob& job_;
+    const bool detail_;
+    const bool locations_;
+    const QString title_;
+    const QString printedAt_;
 
-    ReportContext& context_;
-    Steps& steps_;
-    ReportFrame& frame_;
-    const UsageRequest& request_;
-    const Breakdown& breakdown_;
-
-    QString printedAt_;
-    std::unique_ptr<engine::Recordset> rows_;
-    // Of the group being printed. No record has these, so the first row opens every level.
-    Keys keys_{"ZZZZZZZZZZ!", "ZZZZZZZZZZ!", "ZZZZZZZZZZ!"};
+    // Of the group being printed.
     std::array<int, classes.size()> counts_{};
     // Names that wait to be printed, four to a line.
-    std::array<QByteArray, 4> names_;
+    std::vector<QByteArray> names_;
 };
 
-void UsageReport::Run() {
-    // Without a day there is nothing to print.
-    if (!Step([this] { ChooseDay(); })) {
-        return;
-    }
-    frame_.SetOrientation();
-    frame_.PreparePrinter();
-    frame_.ShowRunning();
-    context_.run.CancelRequested = false;
-    if (Step([this] {
-            const auto& keys = breakdown_.keys;
-            rows_ =
-                OpenOverDays(context_.database, breakdown_.query, *request_.date, *request_.date + std::chrono::days(1),
-                             {keys[0], keys[1], keys[2], "Perm", breakdown_.locations ? "Name" : "FirstName",
-                              breakdown_.locations ? "Name" : "LastName"});
-        })) {
-        PrintRows();
-    }
-    rows_.reset();
-    frame_.End();
-}
-
-void UsageReport::ChooseDay() {
-    if (!request_.date) {
-        throw ProgramError(ErrorNumber::TypeMismatch, u"The box for the report date holds no date"_s);
-    }
-    const QString day = context_.program.services().localeText.ShortDate(*request_.date);
-    printedAt_ = PrintedAt(context_.program, u"Printed at"_s, u" for "_s + day);
-}
-
-void UsageReport::PrintRows() {
-    Keys next;
-    bool known = false;
-    while (!rows_->EndOfFile()) {
-        if (!frame_.BeforeRow(*rows_)) {
-            return;
+void UsagePrinter::Print(const UsageRows& rows) {
+    const UsageRow* last = nullptr;
+    for (const UsageRow& row : rows.rows) {
+        if (last != nullptr && row.group != last->group) {
+            CloseGroup(*last);
         }
-        if (known || Step([&] { next = ReadKeys(); })) {
-            OpenGroup(next);
-            Count();
+        OpenGroup(row, last);
+        if (row.usage) {
+            const auto usage = static_cast<size_t>(*row.usage);
+            if (detail_) {
+                List(row, usage);
+            }
+            ++counts_.at(usage);
         }
-        if (!Step([this] { rows_->MoveNext(); })) {
-            return;
-        }
-        known = !rows_->EndOfFile() && Step([&] { next = ReadKeys(); });
-        if (!known || next != keys_) {
-            CloseGroup();
-        }
+        last = &row;
     }
-    frame_.ShowSending();
-}
-
-UsageReport::Keys UsageReport::ReadKeys() const {
-    const engine::Recordset& rows = *rows_;
-    return {Utf8(rows[breakdown_.keys[0]]), Utf8(rows[breakdown_.keys[1]]), Utf8(rows[breakdown_.keys[2]])};
-}
-
-QByteArray UsageReport::ReadName() const {
-    const engine::Recordset& rows = *rows_;
-    return breakdown_.locations ? Utf8(rows["Name"]) : Utf8(rows["FirstName"]) + ' ' + Utf8(rows["LastName"]);
-}
-
-std::optional<size_t> UsageReport::ReadClass() const {
-    const engine::Field perm = (*rows_)["Perm"];
-    for (size_t i = 0; i < classes.size(); ++i) {
-        if (!perm.IsNull() && perm.ToInteger() == classes[i].perm) {
-            return i;
-        }
+    PrintPendingNames();
+    // The last group of a cancelled report may have had more rows: it has no totals.
+    if (last != nullptr && !rows.cancelled) {
+        CloseGroup(*last);
     }
-    return {};
 }
 
-void UsageReport::OpenGroup(const Keys& keys) {
+void UsagePrinter::OpenGroup(const UsageRow& row, const UsageRow* last) {
     // Each level has its own: a new area whose first space type is the last one's repeats no heading.
-    if (keys[0] != keys_[0]) {
-        keys_[0] = keys[0];
-        Step([&] {
-            context_.job.PrintReportTitle(Translate(QString::fromLatin1(breakdown_.title)), QUtf8StringView(keys[0]),
-                                          printedAt_);
-        });
+    if (last == nullptr || row.group[0] != last->group[0]) {
+        job_.PrintReportTitle(title_, row.group[0], printedAt_);
     }
-    if (keys[1] != keys_[1]) {
-        keys_[1] = keys[1];
-        Step([&] { context_.job.PrintSectionHeading(QUtf8StringView(keys[1])); });
+    if (last == nullptr || row.group[1] != last->group[1]) {
+        job_.PrintSectionHeading(row.group[1]);
     }
-    keys_[2] = keys[2];
 }
 
-void UsageReport::Count() {
-    std::optional<size_t> usageClass;
-    Step([&] { usageClass = ReadClass(); });
-    if (!usageClass) {
-        return;
+void UsagePrinter::List(const UsageRow& row, size_t usage) {
+    if (counts_.at(usage) == 0) {
+        PrintPendingNames();
+        job_.PrintWideLabelValue(row.group[2], Translated(classes.at(usage).detail));
     }
-    if (request_.detail) {
-        List(*usageClass);
-    }
-    ++counts_[*usageClass];
-}
-
-void UsageReport::List(size_t usageClass) {
     QByteArray name;
-    if (!Step([&] { name = ReadName(); })) {
-        return;
+    if (!locations_) {
+        print::AppendUtf8(name, row.firstName);
+        name += ' ';
     }
-    if (counts_[usageClass] == 0) {
-        PrintPendingNames();
-        Step([&] {
-            context_.job.PrintWideLabelValue(QUtf8StringView(keys_[2]),
-                                             Translate(QString::fromLatin1(classes[usageClass].detailCaption)));
-        });
+    print::AppendUtf8(name, row.name);
+    // An empty name takes no place but the last.
+    if (!name.isEmpty() || names_.size() == 3) {
+        names_.push_back(name);
     }
-    const size_t last = names_.size() - 1;
-    size_t place = 0;
-    while (place < last && !names_[place].isEmpty()) {
-        ++place;
-    }
-    names_[place] = name;
-    if (place == last) {
+    if (names_.size() == 4) {
         PrintPendingNames();
     }
 }
 
-void UsageReport::PrintPendingNames() {
-    if (names_[0].isEmpty()) {
-        return;
+void UsagePrinter::PrintPendingNames() {
+    if (!names_.empty()) {
+        names_.resize(4);
+        job_.PrintTableRow({names_[0], names_[1], names_[2], names_[3]}, print::RowStyle::Indented);
+        names_.clear();
     }
-    Step([this] {
-        context_.job.PrintTableRow({QUtf8StringView(names_[0]), QUtf8StringView(names_[1]), QUtf8StringView(names_[2]),
-                                    QUtf8StringView(names_[3])},
-                                   print::RowStyle::Indented);
-    });
-    names_ = {};
 }
 
-void UsageReport::CloseGroup() {
+void UsagePrinter::CloseGroup(const UsageRow& row) {
     PrintPendingNames();
     int total = 0;
     for (size_t i = 0; i < classes.size(); ++i) {
-        PrintTotal(classes[i].totalCaption, counts_[i]);
-        total += counts_[i];
+        PrintTotal(row, classes.at(i).total, counts_.at(i));
+        total += counts_.at(i);
     }
-    PrintTotal("Total", total);
-    Step([this] { context_.job.PrintRule(5, 5, 5); });
+    PrintTotal(row, "Total", total);
+    job_.PrintRule(5, 5, 5);
     counts_ = {};
 }
 
-void UsageReport::PrintTotal(const char* caption, int count) {
-    Step([&] {
-        const QString label = QString::fromUtf8(keys_[2]) + u' ' + Translate(QString::fromLatin1(caption));
-        context_.job.PrintWideLabelValue(label, QString::number(count));
-    });
+void UsagePrinter::PrintTotal(const UsageRow& row, const char* caption, int count) {
+    job_.PrintWideLabelValue(row.group[2].toString() + u' ' + Translated(caption), QString::number(count));
 }
 
 } // namespace
 
 void PrintUsageReport(ReportContext& context, const UsageRequest& request) {
-    Steps steps(context.program.services().errors, u"Service Administration"_s, u"Print Usage Report"_s, QString());
-    ReportFrame frame(context, steps);
-    if (frame.Admit()) {
-        UsageReport(context, steps, frame, request).Run();
+    ReportFrame frame(context, u"Print Usage Report"_s);
+    const LocaleText& locale = context.program.services().localeText;
+    ReportDays days;
+    // Without a day there is nothing to print.
+    if (!frame.Admit() || !frame.Step([&] { days = OneReportDay(request.date, locale); })) {
+        return;
     }
+    frame.SetOrientation();
+    frame.PreparePrinter();
+    frame.ShowRunning();
+    context.run.CancelRequested = false;
+    const QString printedAt = frame.PrintedAt(u"Printed at"_s, days);
+    const UsageRows rows = GatherUsage(request, days, frame.Gather());
+    frame.ShowSending(rows);
+    UsagePrinter(context, request, printedAt).Print(rows);
+    frame.End(rows, u"Cancelled after %1 of %2 rows"_s);
 }
 
 } // namespace velmora

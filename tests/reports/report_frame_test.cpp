@@ -61,21 +61,6 @@ TEST_F(RunTest, AContinuousReportLeavesThePrinterAlone) {
     EXPECT_EQ(fakes_.printers.orientation, Orientation::Portrait);
 }
 
-TEST_F(RunTest, ACancelDeliversWhatWasPrintedSoFar) {
-    const QByteArray whole = WholeReport();
-    fakes_.eventLoop.onEvents = [this] { run_.CancelRequested = fakes_.eventLoop.eventRounds == 4; };
-    const QByteArray part = Run();
-    EXPECT_TRUE(whole.startsWith(part));
-    EXPECT_EQ(Lines(part), 3);
-    EXPECT_EQ(delivery_.delivered.size(), 1U);
-    for (const auto& [text, percent] : view_.progress) {
-        EXPECT_NE(text, u"Sending Report"_s) << percent;
-    }
-    ExpectIdle();
-    fakes_.eventLoop.onEvents = {};
-    EXPECT_EQ(Run(), whole);
-}
-
 TEST_F(RunTest, ACancelThatComesTooLateDoesNotStopTheNextReport) {
     const QByteArray whole = WholeReport();
     fakes_.errors.answers = {Answer::Ignore};
@@ -85,25 +70,6 @@ TEST_F(RunTest, ACancelThatComesTooLateDoesNotStopTheNextReport) {
     Run();
     ExpectIdle();
     EXPECT_EQ(Run(), whole);
-}
-
-TEST_F(RunTest, ASecondStartIsRefusedAndLeavesTheFirstAlone) {
-    const QByteArray whole = WholeReport();
-    fakes_.dialogs.answers = {Answer::Ok};
-    fakes_.eventLoop.onEvents = [this] {
-        if (fakes_.eventLoop.eventRounds == 2) {
-            settings_.target = DeliveryTarget::HtmlFile;
-            Print(DailyRequest{.variant = DailyVariant::Combined, .onePage = true});
-        }
-    };
-    EXPECT_EQ(Run(), whole);
-    EXPECT_EQ(delivery_.delivered.size(), 1U);
-    ASSERT_EQ(fakes_.dialogs.messages.size(), 1U);
-    EXPECT_EQ(fakes_.dialogs.messages[0].text, u"Already Printing, wait or cancel exisitng report"_s);
-    EXPECT_EQ(fakes_.dialogs.messages[0].title, u"Service Administration"_s);
-    EXPECT_EQ(fakes_.dialogs.messages[0].buttons, Buttons::Ok);
-    EXPECT_EQ(view_.captions.size(), 2);
-    ExpectIdle();
 }
 
 // Each statement that can fail: a retry gives the report as if nothing had happened, and once only.
@@ -199,17 +165,6 @@ TEST(ReportProgressTest, MoreThanAllCountsAsAllAndNoTextHides) {
     ShowReportProgress(view, u"Preparing Report"_s, 150);
     ShowReportProgress(view, {}, 50);
     EXPECT_EQ(view.progress, (std::vector<std::pair<QString, int>>{{u"Preparing Report"_s, 100}, {QString(), -1}}));
-}
-
-TEST_F(RunTest, AStoredQueryThatLacksAFieldIsToldOnce) {
-    database_->Execute(u"Update StoredQuery Set Text = 'Parameters RStart DateTime, REnd DateTime; Select ID from "
-                       "Reservation where Start >= RStart and Start < REnd' Where Name = 'QReport3'");
-    database_->Idle(engine::IdleOption::RefreshCache);
-    fakes_.errors.answers = {Answer::Ignore};
-    Run();
-    ASSERT_EQ(fakes_.errors.reports.size(), 1U);
-    EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"AssetID"_s));
-    ExpectIdle();
 }
 
 } // namespace

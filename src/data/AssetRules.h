@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArrayView>
+
+namespace velmora {
+
+// Assets below this number are conference rooms.
+inline constexpr qint16 firstOtherAsset = 256;
+
+inline bool IsConferenceRoom(qint64 asset) {
+    return asset < firstOtherAsset;
+}
+
+// True for the name of an asset that is not in use: it begins with that word, letter case included.
+inline bool IsUnusedName(QByteArrayView utf8Name) {
+    return utf8Name.startsWith("Unused");
+}
+
+} // namespace velmora
