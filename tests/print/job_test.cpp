@@ -1,6 +1,5 @@
 #include "tests/print/PrintFixture.h"
 
-#include "print/NullWriter.h"
 #include "print/PrintOptions.h"
 
 namespace velmora::print {
@@ -55,7 +54,7 @@ TEST_F(JobTest, ReportsGoToTheTargetTheyWereBegunFor) {
 // Records what the job tells the page writer.
 class RecordingPages : public PageWriterFactory {
 public:
-    class Writer : public NullWriter {
+    class Writer : public ReportWriter {
     public:
         Writer(RecordingPages& pages, JobState& state) : pages_(pages), state_(state) {}
         int DeviceWidth() const override { return 12001; }
