@@ -1,6 +1,7 @@
 #include "app/report/LayoutOptions.h"
 
 #include "app/report/OptionValues.h"
+#include "layouts/LayoutChoice.h"
 
 namespace velmora::report {
 
@@ -10,15 +11,11 @@ namespace {
 
 // The index of the layout's option button.
 qint16 LayoutIndex(const QString& value) {
-    return OneOf<qint16>(u"--report"_s, value,
-                         {{u"work-requests"_s, 1},
-                          {u"setup"_s, 2},
-                          {u"takedown"_s, 3},
-                          {u"phone-connect"_s, 4},
-                          {u"phone-disconnect"_s, 5},
-                          {u"occupant"_s, 6},
-                          {u"reminder"_s, 7},
-                          {u"directory"_s, 9}});
+    std::vector<std::pair<QString, qint16>> names;
+    for (const layouts::LayoutChoice& choice : layouts::LayoutChoices()) {
+        names.emplace_back(choice.name.toString(), choice.index);
+    }
+    return OneOf(u"--report"_s, value, names);
 }
 
 void CheckLayout(const LayoutRequest& request) {
