@@ -88,24 +88,15 @@ void HtmlWriter::PrintParagraph(Text text) {
     }
 }
 
-void HtmlWriter::PrintLabelValue(Text label, Text value, std::optional<qint16>) {
+void HtmlWriter::PrintPairs(std::span<const LabelValue> pairs, PairWidth width) {
+    const bool wide = width == PairWidth::Wide;
     OpenHtmlTable();
-    AppendElement("<tr><th>", label, "</th>");
-    AppendElement("<td>", value, "</td></tr>");
-}
-
-void HtmlWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16>) {
-    OpenHtmlTable();
-    AppendElement("<tr><th colspan=\"2\">", label, "</th>");
-    AppendElement("<td colspan=\"2\">", value, "</td></tr>");
-}
-
-void HtmlWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16>) {
-    OpenHtmlTable();
-    AppendElement("<tr><th>", label1, "</th>");
-    AppendElement("<td>", value1, "</td>");
-    AppendElement("<th>", label2, "</th>");
-    AppendElement("<td>", value2, "</td></tr>");
+    Append("<tr>");
+    for (const LabelValue& pair : pairs) {
+        AppendElement(wide ? "<th colspan=\"2\">" : "<th>", pair.label, "</th>");
+        AppendElement(wide ? "<td colspan=\"2\">" : "<td>", pair.value, "</td>");
+    }
+    Append("</tr>");
 }
 
 void HtmlWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {

@@ -17,9 +17,7 @@ public:
     void PrintReportTitle(Text title, Text subtitle, Text secondLine) override;
     void PrintSectionHeading(Text text, int x) override;
     void PrintParagraph(Text text) override;
-    void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
+    void PrintPairs(std::span<const LabelValue> pairs, PairWidth width) override;
     void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
     void BeginRecords(RecordForm form) override;
     void BeginGroup(size_t level, const QString& heading) override;

@@ -3,6 +3,7 @@
 #include "print/RecordForm.h"
 #include "print/Text.h"
 
+#include <array>
 #include <optional>
 #include <span>
 
@@ -21,6 +22,15 @@ enum class RowStyle {
     // The same in bold letters.
     CutHeading
 };
+
+struct LabelValue {
+    Text label;
+    Text value;
+    // Without one the label's own style counts, as the table of print attributes has it.
+    std::optional<qint16> style = {};
+};
+
+enum class PairWidth { Narrow, Wide };
 
 // One document on its way to one kind of target: each operation, written or drawn as that target has it. It is opened
 // with Begin, laid out, closed with Finish and handed over with Deliver. An operation that a target has nothing for
@@ -57,12 +67,18 @@ public:
     // Nothing at all for an empty text.
     virtual void PrintParagraph(Text /*text*/) {}
 
-    // Without a style the label's own one counts, as the table of print attributes has it.
-    virtual void PrintLabelValue(Text /*label*/, Text /*value*/, std::optional<qint16> /*style*/) {}
-    virtual void PrintWideLabelValue(Text /*label*/, Text /*value*/, std::optional<qint16> /*style*/) {}
-    // Both pairs on one line; the style is the second pair's.
-    virtual void PrintTwoLabelValues(Text /*label1*/, Text /*value1*/, Text /*label2*/, Text /*value2*/,
-                                     std::optional<qint16> /*style*/) {}
+    // One pair or two on one line. Each label and value takes one column of tab stops, or two where it is wide.
+    virtual void PrintPairs(std::span<const LabelValue> /*pairs*/, PairWidth /*width*/) {}
+    void PrintLabelValue(Text label, Text value, std::optional<qint16> style = {}) {
+        PrintPairs(std::array{LabelValue{label, value, style}}, PairWidth::Narrow);
+    }
+    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style = {}) {
+        PrintPairs(std::array{LabelValue{label, value, style}}, PairWidth::Wide);
+    }
+    // The style is the second pair's.
+    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style = {}) {
+        PrintPairs(std::array{LabelValue{label1, value1}, LabelValue{label2, value2, style}}, PairWidth::Narrow);
+    }
 
     // Any number of cells, of which there are at most as many as tab stops, and one more in a wrapped row.
     virtual void PrintTableRow(std::span<const Text> /*cells*/, RowStyle /*style*/) {}

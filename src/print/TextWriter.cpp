@@ -1,7 +1,6 @@
 #include "print/TextWriter.h"
 
 #include <algorithm>
-#include <array>
 
 namespace velmora::print {
 
@@ -10,6 +9,14 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr char lineEnd[] = "\r\n";
 constexpr int ruleLength = 50;
+
+// What would end the line or begin another column is a blank.
+QString OnOneLine(QString text) {
+    text.replace(u"\r\n"_s, u" "_s);
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return c < u' '; }, QChar(u' '));
+    return text;
+}
 
 QString CellText(const RecordColumn& column, const RecordCell& cell) {
     switch (column.kind) {
@@ -35,13 +42,6 @@ void TextWriter::AppendRule(char mark) {
 
 void TextWriter::AppendLine(Text text) {
     AppendUtf8(ReportText(), text);
-    ReportText().append(lineEnd);
-}
-
-void TextWriter::AppendCells(std::span<const Text> cells) {
-    for (const Text cell : cells) {
-        AppendCell(cell);
-    }
     ReportText().append(lineEnd);
 }
 
@@ -76,30 +76,18 @@ void TextWriter::PrintParagraph(Text text) {
     }
 }
 
-void TextWriter::PrintLabelValue(Text label, Text value, std::optional<qint16>) {
-    AppendCells(std::array{label, value});
-}
-
-void TextWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16>) {
-    AppendCells(std::array{label, value});
-}
-
-void TextWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16>) {
-    AppendCells(std::array{label1, value1, label2, value2});
+void TextWriter::PrintPairs(std::span<const LabelValue> pairs, PairWidth) {
+    for (const LabelValue& pair : pairs) {
+        AppendCell(pair.label);
+        AppendCell(pair.value);
+    }
+    ReportText().append(lineEnd);
 }
 
 void TextWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {
-    if (style == RowStyle::Wrapped || style == RowStyle::Indented) {
-        AppendCells(cells);
-        return;
-    }
-    // What would end the line or begin another column is a blank: a row stays one line.
+    const bool isCut = style == RowStyle::Cut || style == RowStyle::CutHeading;
     for (const Text cell : cells) {
-        QString text = cell.toString();
-        text.replace(u"\r\n"_s, u" "_s);
-        std::replace_if(
-            text.begin(), text.end(), [](QChar c) { return c < u' '; }, QChar(u' '));
-        AppendCell(text);
+        AppendCell(isCut ? Text(OnOneLine(cell.toString())) : cell);
     }
     ReportText().append(lineEnd);
 }

@@ -60,9 +60,9 @@ public:
         int DeviceWidth() const override { return 12001; }
         void Begin() override { pages_.calls += u"begin"_s; }
         void Deliver() override { pages_.calls += u"deliver"_s; }
-        void PrintLabelValue(Text label, Text, std::optional<qint16> style) override {
-            const qint16 bits = style.value_or(state_.attributes.Lookup(label.toString()));
-            pages_.calls += u"%1:%2"_s.arg(label.toString()).arg(bits);
+        void PrintPairs(std::span<const LabelValue> pairs, PairWidth) override {
+            const QString label = pairs[0].label.toString();
+            pages_.calls += u"%1:%2"_s.arg(label).arg(pairs[0].style.value_or(state_.attributes.Lookup(label)));
         }
 
     private:

@@ -3,7 +3,6 @@
 #include "print/pages/PageRecords.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -213,22 +212,21 @@ void PageWriter::PrintParagraph(Text text) {
     }
 }
 
-PageWriter::Pair PageWriter::MakePair(Text label, Text value, std::optional<qint16> style, int labelX, int valueX,
-                                      int right) {
+PageWriter::Pair PageWriter::MakePair(const LabelValue& texts, int labelX, int valueX, int right) {
     Pair pair;
-    pair.style = style ? *style : state_.attributes.Lookup(label.toString());
+    pair.style = texts.style ? *texts.style : state_.attributes.Lookup(texts.label.toString());
     const pages::FontSpec before = surface_.Font();
     pages::FontSpec font = before;
     font.bold = true;
     // Tab stops may stand in any order; a label without room before its value is left as it is.
     const int room = valueX - labelX - columnGap;
     pair.label = {labelX, room > 0 ? room : surface_.Width()};
-    AddWrapped(pair.label, surface_, OnPage(label), font);
+    AddWrapped(pair.label, surface_, OnPage(texts.label), font);
     font.bold = before.bold || (pair.style & Bold) != 0;
     font.italic = before.italic || (pair.style & Italic) != 0;
     font.underline = before.underline || (pair.style & Underlined) != 0;
     pair.value = {valueX, right - valueX - boxMargin};
-    AddWrapped(pair.value, surface_, OnPage(value), font);
+    AddWrapped(pair.value, surface_, OnPage(texts.value), font);
     surface_.SetFont(before);
     return pair;
 }
@@ -277,42 +275,41 @@ void PageWriter::PrintPair(Pair& pair, int labelBox, qint16 spaceBelow) {
     AddVerticalSpace(spaceBelow);
 }
 
-void PageWriter::PrintPairs(std::span<Pair> pairs, double labelShare, qint16 spaceBelow) {
+std::vector<PageWriter::Pair> PageWriter::PlacePairs(std::span<const LabelValue> texts, PairWidth width) {
+    std::vector<Pair> pairs;
+    for (const LabelValue& each : texts) {
+        const bool right = !pairs.empty() || (texts.size() == 1 && state_.RightPair);
+        if (width == PairWidth::Wide) {
+            pairs.push_back(MakePair(each, state_.TabStop1(), state_.TabStop3(), surface_.Width()));
+        } else if (right) {
+            pairs.push_back(MakePair(each, state_.TabStop3(), state_.TabStop4(), surface_.Width()));
+        } else {
+            const int end = texts.size() > 1 ? state_.TabStop3() - columnGap : surface_.Width();
+            pairs.push_back(MakePair(each, state_.TabStop1(), state_.TabStop2(), end));
+        }
+    }
+    return pairs;
+}
+
+void PageWriter::PrintPairs(std::span<const LabelValue> texts, PairWidth width) {
+    std::vector<Pair> pairs = PlacePairs(texts, width);
     size_t lines = 1;
     for (const Pair& pair : pairs) {
         lines = std::max({lines, pair.label.lines.size(), pair.value.lines.size()});
     }
     // Breaks before the first pair or not at all, so that all stand on one line.
     EnsureRoom(RoomFor(lines, 5));
-    const int labelBox = static_cast<int>(surface_.Width() * labelShare) - boxMargin;
+    const bool wide = width == PairWidth::Wide;
+    const int labelBox = static_cast<int>(surface_.Width() * (wide ? 0.4 : 0.2)) - boxMargin;
     const int top = surface_.CurrentY;
     int bottom = top;
     for (Pair& pair : pairs) {
         surface_.CurrentY = top;
-        PrintPair(pair, labelBox, spaceBelow);
+        PrintPair(pair, labelBox, wide ? 20 : 15);
         bottom = std::max(bottom, surface_.CurrentY);
     }
     surface_.CurrentY = bottom;
-}
-
-void PageWriter::PrintLabelValue(Text label, Text value, std::optional<qint16> style) {
-    const bool right = state_.RightPair;
-    Pair pair = MakePair(label, value, style, right ? state_.TabStop3() : state_.TabStop1(),
-                         right ? state_.TabStop4() : state_.TabStop2(), surface_.Width());
-    PrintPairs({&pair, 1}, 0.2, 15);
-}
-
-void PageWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) {
-    Pair pair = MakePair(label, value, style, state_.TabStop1(), state_.TabStop3(), surface_.Width());
-    PrintPairs({&pair, 1}, 0.4, 20);
-}
-
-void PageWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) {
-    std::array pairs = {
-        MakePair(label1, value1, {}, state_.TabStop1(), state_.TabStop2(), state_.TabStop3() - columnGap),
-        MakePair(label2, value2, style, state_.TabStop3(), state_.TabStop4(), surface_.Width())};
-    PrintPairs(pairs, 0.2, 15);
-    state_.RightPair = false;
+    state_.RightPair = state_.RightPair && pairs.size() == 1;
 }
 
 void PageWriter::PlaceCells(std::vector<Cell>& cells) {

@@ -43,9 +43,7 @@ public:
     void PrintReportTitle(Text title, Text subtitle, Text secondLine) override;
     void PrintSectionHeading(Text text, int x) override;
     void PrintParagraph(Text text) override;
-    void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
+    void PrintPairs(std::span<const LabelValue> pairs, PairWidth width) override;
     void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
     void BeginRecords(RecordForm form) override;
     void BeginGroup(size_t level, const QString& heading) override;
@@ -75,9 +73,8 @@ private:
     // The first title names the document.
     void Name(const QString& title);
     // Wrapped between where they stand and the right end of the value's column.
-    Pair MakePair(Text label, Text value, std::optional<qint16> style, int labelX, int valueX, int right);
-    // Draws pairs beside each other; `labelShare` of the width is the label's box.
-    void PrintPairs(std::span<Pair> pairs, double labelShare, qint16 spaceBelow);
+    Pair MakePair(const LabelValue& texts, int labelX, int valueX, int right);
+    std::vector<Pair> PlacePairs(std::span<const LabelValue> texts, PairWidth width);
     void PrintPair(Pair& pair, int labelBox, qint16 spaceBelow);
     // The print position ends on the last line of the cell.
     void PrintLabelCell(Pair& pair, int boxWidth);
