@@ -20,7 +20,7 @@ public:
     void HideProgress() override {}
 };
 
-class MemoryDelivery : public print::Delivery {
+class MemoryDelivery : public print::DocumentSink {
 public:
     void SendMail(const QByteArray& text) override { last = text; }
     bool SaveFile(const QByteArray& text, print::ReportFileKind) override {

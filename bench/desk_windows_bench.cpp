@@ -118,7 +118,7 @@ bool MeasureStart(const QString& folder) {
 }
 
 // The main window on the site, reports into memory.
-class Desk : public print::Delivery {
+class Desk : public print::DocumentSink {
 public:
     explicit Desk(const QString& folder, Date day) {
         Settings().DataDirectory = folder;

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int noteCount = 5000;
 
-class NoDelivery : public print::Delivery {
+class NoDelivery : public print::DocumentSink {
     void SendMail(const QByteArray&) override {}
     bool SaveFile(const QByteArray&, print::ReportFileKind) override { return true; }
 };

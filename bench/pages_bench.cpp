@@ -37,20 +37,19 @@ std::vector<QString> Texts(int rows) {
 }
 
 // Lays the texts out as rows and hands the finished pages over, as a print job does.
-void Record(const std::vector<QString>& texts, std::function<void(const Document&)> deliver) {
+void Record(const std::vector<QString>& texts, const std::function<void(const Document&)>& deliver) {
     print::JobState state;
     print::PageTarget target;
     target.geometry = {12240, 15840, 360, 360, 11520, 15120, 2.4, 2.4};
     target.font = print::FontOf({DefaultFamily(), 9, false, false, false, false});
-    target.deliver = std::move(deliver);
-    print::PageWriter writer(state, std::move(target), QStringLiteral("Bench"));
+    print::PageWriter writer(state, target, QStringLiteral("Bench"));
     state.TabStops = {2304, 4608, 6912, 9216};
     for (size_t i = 0; i + cellsPerRow <= texts.size(); i += cellsPerRow) {
         const std::vector<print::Text> cells(texts.begin() + static_cast<std::ptrdiff_t>(i),
                                              texts.begin() + static_cast<std::ptrdiff_t>(i + cellsPerRow));
         writer.PrintTableRow(cells, print::RowStyle::Wrapped);
     }
-    writer.Deliver();
+    deliver(writer.Pages());
 }
 
 Document Recorded(const std::vector<QString>& texts) {

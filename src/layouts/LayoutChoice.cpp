@@ -16,38 +16,18 @@ constexpr QStringView ends = u"{Reservation.End} > Date(%1) And {Reservation.End
 constexpr QStringView overlaps = u"{Reservation.End} > Date(%1) And {Reservation.Start} < Date(%2)";
 constexpr QStringView notPermanent = u" and {Reservation.Permanent} = No";
 
-// What a layout's formula is put together from.
-struct LayoutTerms {
-    qint16 index;
-    // %1 and %2 are the arguments of the two dates.
-    QStringView base;
-    // With the completion filter.
-    QStringView completed;
-    // It can leave out conference rooms.
-    bool knowsAssets;
-};
-
-constexpr std::array layoutTerms = std::to_array<LayoutTerms>({
-    {1, u"{WorkOrder.Requested} >= Date(%1) And {WorkOrder.Requested} < Date(%2)", u" and {WorkOrder.Completed} = No",
-     false},
-    {2, starts, u" and {Reservation.SLockStart} = No", true},
-    {3, ends, u" and {Reservation.SLockEnd} = No", true},
-    {4, starts, u" and {Reservation.TLockStart} = No", true},
-    {5, ends, u" and {Reservation.TLockEnd} = No", true},
-    {6, overlaps, notPermanent, true},
-    {7, u"{Reservation.End} > Date(%1) And {Reservation.End} < Date(%2)", notPermanent, true},
-    {9, overlaps, u"", false},
-});
-
 constexpr std::array layoutChoices = std::to_array<LayoutChoice>({
-    {1, u"Work Requests", u"WorkOrd.rpx"},
-    {2, u"Setup", u"Setup.rpx"},
-    {3, u"Takedown", u"Takedown.rpx"},
-    {4, u"Phone Conect", u"Connect.rpx"},
-    {5, u"Phone Disconnect", u"Disconn.rpx"},
-    {6, u"Occupant", u"Occupant.rpt"},
-    {7, u"Reminder", u"Reminder.rpx"},
-    {9, u"Directory", u"Directry.rpx"},
+    {1, u"&Work Requests", u"work-requests", u"WorkOrd.rpx",
+     u"{WorkOrder.Requested} >= Date(%1) And {WorkOrder.Requested} < Date(%2)", u" and {WorkOrder.Completed} = No",
+     false},
+    {2, u"Se&tup", u"setup", u"Setup.rpx", starts, u" and {Reservation.SLockStart} = No", true},
+    {3, u"Ta&kedown", u"takedown", u"Takedown.rpx", ends, u" and {Reservation.SLockEnd} = No", true},
+    {4, u"&Phone Conect", u"phone-connect", u"Connect.rpx", starts, u" and {Reservation.TLockStart} = No", true},
+    {5, u"Phone &Disconnect", u"phone-disconnect", u"Disconn.rpx", ends, u" and {Reservation.TLockEnd} = No", true},
+    {6, u"&Occupant", u"occupant", u"Occupant.rpt", overlaps, notPermanent, true},
+    {7, u"Re&minder", u"reminder", u"Reminder.rpx", u"{Reservation.End} > Date(%1) And {Reservation.End} < Date(%2)",
+     notPermanent, true},
+    {9, u"D&irectory", u"directory", u"Directry.rpx", overlaps, u"", false},
 });
 
 // The arguments of Date: 2026,03,10.
@@ -90,16 +70,15 @@ std::optional<LayoutPageView> ShowReportSelection(qint16 index, bool isSet) {
 }
 
 QString SelectionFormula(const LayoutRequest& request) {
-    const auto terms = std::find_if(layoutTerms.begin(), layoutTerms.end(),
-                                    [&](const LayoutTerms& each) { return each.index == request.layout; });
-    if (terms == layoutTerms.end()) {
+    const LayoutChoice* choice = FindLayoutChoice(request.layout);
+    if (choice == nullptr) {
         return {};
     }
-    QString formula = terms->base.toString().arg(DateArguments(request.start), DateArguments(request.end));
+    QString formula = choice->range.toString().arg(DateArguments(request.start), DateArguments(request.end));
     if (request.completionFilter) {
-        formula += terms->completed;
+        formula += choice->completed;
     }
-    if (request.excludeConferenceRooms && terms->knowsAssets) {
+    if (request.excludeConferenceRooms && choice->knowsAssets) {
         formula += u" and {Asset.AssetID} >= "_s + QString::number(firstOtherAsset);
     }
     return formula;

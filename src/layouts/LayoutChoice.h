@@ -10,13 +10,22 @@
 
 namespace velmora::layouts {
 
-// One option of the layout page.
+// A layout of the program: all that knows them one by one.
 struct LayoutChoice {
     // The option button's index, which stays what it is: 8 is nobody's.
     qint16 index;
+    // With the mark of its mnemonic.
     QStringView caption;
+    // On command lines.
+    QStringView name;
     // The layout file's name in the data directory.
     QStringView file;
+    // What its formula is put together from: the range, of which %1 and %2 are the arguments of the two dates, and what
+    // the completion filter adds.
+    QStringView range;
+    QStringView completed;
+    // It can leave out conference rooms.
+    bool knowsAssets;
 };
 
 // The options in the order of the page.

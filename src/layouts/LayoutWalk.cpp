@@ -20,7 +20,7 @@ bool SameKey(const QByteArray& left, const QByteArray& right) {
 
 class RecordWalk {
 public:
-    RecordWalk(const Layout& layout, engine::Database& database, const LocaleText& locale, DocumentWriter& writer)
+    RecordWalk(const Layout& layout, engine::Database& database, const LocaleText& locale, print::ReportWriter& writer)
         : layout_(layout), database_(database), locale_(locale), writer_(writer) {}
 
     qint64 Run(const Formula& selection, DateTime now) {
@@ -33,13 +33,13 @@ public:
             const LayoutQuery details = DetailQuery(*layout_.details);
             details_ = details.parameters.Open(database_, details.statement);
         }
-        writer_.Begin(specials_);
+        writer_.BeginRecords(Form());
         for (; !rows_->EndOfFile(); rows_->MoveNext()) {
             EnterGroups(query.firstGroup);
             WriteRecord();
         }
         EndGroups(0);
-        writer_.Finish(Closing());
+        writer_.EndRecords(Closing());
         return count_;
     }
 
@@ -54,6 +54,34 @@ private:
     QString FillSpecials(const Template& text, qint64 count) {
         SetSpecial(Special::Count, locale_.Locale().toString(count));
         return text.Fill({nullptr, specials_, locale_});
+    }
+
+    print::RecordForm Form() const {
+        print::RecordForm form;
+        form.title = layout_.title.Fill({nullptr, specials_, locale_});
+        form.subtitle = layout_.subtitle.Fill({nullptr, specials_, locale_});
+        form.columns.assign(layout_.columns.begin(), layout_.columns.end());
+        form.items.assign(layout_.body.begin(), layout_.body.end());
+        for (const LayoutGroup& group : layout_.groups) {
+            form.groupsBeginPage.push_back(group.newPage);
+        }
+        form.numberPagesPerGroup = layout_.numberPagesPerGroup;
+        form.rowLines = layout_.rowLines;
+        form.pageHeader = Strip(layout_.pageHeader);
+        form.pageFooter = Strip(layout_.pageFooter);
+        return form;
+    }
+
+    print::PageStrip Strip(const PageStrip& strip) const {
+        if (strip.IsEmpty()) {
+            return {};
+        }
+        return [strip, specials = specials_, &locale = locale_](int page, int pages) mutable {
+            specials[static_cast<size_t>(Special::Page)] = locale.Locale().toString(page);
+            specials[static_cast<size_t>(Special::Pages)] = locale.Locale().toString(pages);
+            const FillIn from{nullptr, specials, locale};
+            return std::array{strip.left.Fill(from), strip.center.Fill(from), strip.right.Fill(from)};
+        };
     }
 
     QString FillRow(const Template& text) const { return text.Fill({rows_.get(), specials_, locale_}); }
@@ -90,9 +118,9 @@ private:
         for (OpenGroup& group : open_) {
             ++group.count;
         }
-        FilledRecord record;
+        print::Record record;
         for (const LayoutColumn& column : layout_.columns) {
-            FilledCell cell{FillRow(column.value), FillRow(column.below)};
+            print::RecordCell cell{FillRow(column.value), FillRow(column.below)};
             if (column.kind == LayoutColumn::Kind::Tick) {
                 cell.ticked = rows_->FieldAt(column.tick).ToBool();
             }
@@ -103,15 +131,15 @@ private:
         }
         MarkRepeated(record);
         AddDetails(record);
-        writer_.Record(record);
+        writer_.PrintRecord(record);
     }
 
     // A value repeats only where the ones to its left do: two persons may share an extension.
-    void MarkRepeated(FilledRecord& record) {
+    void MarkRepeated(print::Record& record) {
         bool repeats = !previous_.empty();
         for (size_t i = 0; i < layout_.columns.size() && repeats; ++i) {
             if (!layout_.columns[i].repeat) {
-                FilledCell& cell = record.cells[i];
+                print::RecordCell& cell = record.cells[i];
                 repeats = previous_[i].value == cell.value && previous_[i].below == cell.below;
                 cell.repeated = repeats;
             }
@@ -119,7 +147,7 @@ private:
         previous_ = record.cells;
     }
 
-    void AddDetails(FilledRecord& record) {
+    void AddDetails(print::Record& record) {
         if (details_ == nullptr) {
             return;
         }
@@ -145,12 +173,12 @@ private:
     const Layout& layout_;
     engine::Database& database_;
     const LocaleText& locale_;
-    DocumentWriter& writer_;
+    print::ReportWriter& writer_;
     SpecialTexts specials_;
     std::unique_ptr<engine::Recordset> rows_;
     std::unique_ptr<engine::QueryDef> details_;
     std::vector<OpenGroup> open_;
-    std::vector<FilledCell> previous_;
+    std::vector<print::RecordCell> previous_;
     qint64 count_ = 0;
     // Of the outermost level.
     qint64 groupCount_ = 0;
@@ -159,7 +187,7 @@ private:
 } // namespace
 
 qint64 WriteRecords(const Layout& layout, const Formula& selection, engine::Database& database,
-                    const LocaleText& locale, DateTime now, DocumentWriter& writer) {
+                    const LocaleText& locale, DateTime now, print::ReportWriter& writer) {
     return RecordWalk(layout, database, locale, writer).Run(selection, now);
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "base/Program.h"
-#include "print/Delivery.h"
+#include "print/DocumentSink.h"
 #include "print/ReportFile.h"
 
 namespace velmora::print {
 
 // Delivery at a desk: the mail window, or the file that the person names in the save dialog.
-class DialogDelivery : public Delivery {
+class DialogDelivery : public DocumentSink {
 public:
     explicit DialogDelivery(const Services& services) : services_(services) {}
     void SendMail(const QByteArray& text) override;

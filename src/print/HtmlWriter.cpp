@@ -2,7 +2,32 @@
 
 #include "print/HtmlWrapper.h"
 
+#include <algorithm>
+
 namespace velmora::print {
+
+namespace {
+
+const char* NameOf(Alignment alignment) {
+    switch (alignment) {
+    case Alignment::Center:
+        return "center";
+    case Alignment::Right:
+        return "right";
+    case Alignment::Left:
+        break;
+    }
+    return "left";
+}
+
+// A style of its own, so that the wrapper's rules for tables of labels leave it alone.
+QByteArray AlignedCell(const RecordColumn& column) {
+    return column.alignment == Alignment::Left
+               ? QByteArray("<td>")
+               : QByteArray("<td style=\"text-align:") + NameOf(column.alignment) + "\">";
+}
+
+} // namespace
 
 void HtmlWriter::Begin() {
     ReportText().append(ReadHtmlHeader());
@@ -63,24 +88,15 @@ void HtmlWriter::PrintParagraph(Text text) {
     }
 }
 
-void HtmlWriter::PrintLabelValue(Text label, Text value, std::optional<qint16>) {
+void HtmlWriter::PrintPairs(std::span<const LabelValue> pairs, PairWidth width) {
+    const bool wide = width == PairWidth::Wide;
     OpenHtmlTable();
-    AppendElement("<tr><th>", label, "</th>");
-    AppendElement("<td>", value, "</td></tr>");
-}
-
-void HtmlWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16>) {
-    OpenHtmlTable();
-    AppendElement("<tr><th colspan=\"2\">", label, "</th>");
-    AppendElement("<td colspan=\"2\">", value, "</td></tr>");
-}
-
-void HtmlWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16>) {
-    OpenHtmlTable();
-    AppendElement("<tr><th>", label1, "</th>");
-    AppendElement("<td>", value1, "</td>");
-    AppendElement("<th>", label2, "</th>");
-    AppendElement("<td>", value2, "</td></tr>");
+    Append("<tr>");
+    for (const LabelValue& pair : pairs) {
+        AppendElement(wide ? "<th colspan=\"2\">" : "<th>", pair.label, "</th>");
+        AppendElement(wide ? "<td colspan=\"2\">" : "<td>", pair.value, "</td>");
+    }
+    Append("</tr>");
 }
 
 void HtmlWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {
@@ -91,6 +107,153 @@ void HtmlWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {
         AppendElement(heading ? "<th>" : "<td>", cell, heading ? "</th>" : "</td>");
     }
     Append("</tr>");
+}
+
+void HtmlWriter::AppendLines(const QByteArray& open, const QString& text, const char* close) {
+    ReportText() += open;
+    // Texts of several lines keep them.
+    const QStringList lines = text.split(u'\n');
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        ReportText() += i > 0 ? "<br>" : "";
+        AppendEscaped(ReportText(), lines[i].endsWith(u'\r') ? lines[i].chopped(1) : lines[i]);
+    }
+    ReportText() += close;
+}
+
+void HtmlWriter::AppendBlock(const char* open, const QString& text, const char* close) {
+    if (!text.isEmpty()) {
+        AppendLines(open, text, close);
+    }
+}
+
+void HtmlWriter::OpenRecords() {
+    if (tableIsOpen_) {
+        return;
+    }
+    tableIsOpen_ = true;
+    ReportText() += "<table>\r\n";
+    if (form_.columns.empty()) {
+        return;
+    }
+    double sum = 0;
+    for (const RecordColumn& column : form_.columns) {
+        sum += column.width;
+    }
+    ReportText() += "<tr>";
+    for (const RecordColumn& column : form_.columns) {
+        const QByteArray width = QByteArray::number(column.width * 100 / std::max(sum, 1.0), 'f', 1);
+        AppendLines("<th style=\"width:" + width + "%;text-align:" + NameOf(column.alignment) + "\">", column.heading,
+                    "</th>");
+    }
+    ReportText() += "</tr>\r\n";
+}
+
+void HtmlWriter::CloseRecords() {
+    ReportText() += tableIsOpen_ ? "</table>\r\n" : "";
+    tableIsOpen_ = false;
+}
+
+void HtmlWriter::BeginRecords(RecordForm form) {
+    form_ = std::move(form);
+    AppendLines("<h1>", form_.title, "</h1>\r\n");
+    AppendBlock("<p>", form_.subtitle, "</p>\r\n");
+}
+
+void HtmlWriter::BeginGroup(size_t level, const QString& heading) {
+    CloseRecords();
+    // The groups within it begin with it. What the browser prints breaks where the pages do.
+    const auto first = form_.groupsBeginPage.begin() + static_cast<std::ptrdiff_t>(level);
+    const bool startsPage =
+        !isPageStart_ && std::find(first, form_.groupsBeginPage.end(), true) != form_.groupsBeginPage.end();
+    const QByteArray style = startsPage ? " style=\"break-before:page\">" : ">";
+    if (!heading.isEmpty()) {
+        const QByteArray name = level == 0 ? "h2" : "h3";
+        AppendLines('<' + name + style, heading, "");
+        ReportText() += "</" + name + ">\r\n";
+    } else if (startsPage) {
+        ReportText() += "<hr" + style + "\r\n";
+    }
+    isPageStart_ = isPageStart_ || startsPage;
+}
+
+void HtmlWriter::AppendCell(const RecordColumn& column, const RecordCell& cell) {
+    switch (column.kind) {
+    case RecordColumn::Kind::Tick:
+        ReportText() += cell.ticked ? "<td>&#9745;</td>" : "<td>&#9744;</td>";
+        return;
+    case RecordColumn::Kind::Blank:
+        ReportText() += "<td>&nbsp;</td>";
+        return;
+    case RecordColumn::Kind::Value:
+        break;
+    }
+    ReportText() += AlignedCell(column);
+    if (!cell.repeated) {
+        AppendBlock(column.bold ? "<b>" : "", cell.value, column.bold ? "</b>" : "");
+        AppendBlock(cell.value.isEmpty() ? "<small>" : "<br><small>", cell.below, "</small>");
+    }
+    ReportText() += "</td>";
+}
+
+void HtmlWriter::AppendItem(const RecordItem& item, const QString& value) {
+    const bool hasText = item.kind == RecordItem::Kind::Paragraph || item.kind == RecordItem::Kind::LabelValue;
+    if (hasText && value.isEmpty()) {
+        return;
+    }
+    // Labels below each other are one table, which lines their values up.
+    if (item.kind == RecordItem::Kind::LabelValue) {
+        OpenRecords();
+        AppendLines("<tr><th align=\"left\">", item.label, "</th>");
+        AppendLines("<td>", value, "</td></tr>\r\n");
+        return;
+    }
+    CloseRecords();
+    if (item.kind == RecordItem::Kind::Paragraph) {
+        AppendLines(item.bold ? "<p><b>" : "<p>", value, item.bold ? "</b></p>\r\n" : "</p>\r\n");
+    } else if (item.kind == RecordItem::Kind::Rule) {
+        ReportText() += "<hr>\r\n";
+    }
+}
+
+void HtmlWriter::AppendDetails(const QStringList& lines) {
+    if (lines.isEmpty()) {
+        return;
+    }
+    const auto columns = std::max<qsizetype>(static_cast<qsizetype>(form_.columns.size()) - 1, 1);
+    ReportText() +=
+        form_.columns.empty() ? "<ul>" : "<tr><td></td><td colspan=\"" + QByteArray::number(columns) + "\"><ul>";
+    for (const QString& line : lines) {
+        AppendLines("<li>", line, "</li>");
+    }
+    ReportText() += form_.columns.empty() ? "</ul>\r\n" : "</ul></td></tr>\r\n";
+}
+
+void HtmlWriter::PrintRecord(const Record& record) {
+    isPageStart_ = false;
+    if (!form_.columns.empty()) {
+        OpenRecords();
+        ReportText() += "<tr>";
+        for (size_t i = 0; i < form_.columns.size(); ++i) {
+            AppendCell(form_.columns[i], record.cells[i]);
+        }
+        ReportText() += "</tr>\r\n";
+    } else {
+        for (size_t i = 0; i < form_.items.size(); ++i) {
+            AppendItem(form_.items[i], record.cells[i].value);
+        }
+        CloseRecords();
+    }
+    AppendDetails(record.details);
+}
+
+void HtmlWriter::EndGroup(size_t, const QString& footer) {
+    CloseRecords();
+    AppendBlock("<p><b>", footer, "</b></p>\r\n");
+}
+
+void HtmlWriter::EndRecords(const QString& closing) {
+    CloseRecords();
+    AppendBlock("<p><b>", closing, "</b></p>\r\n");
 }
 
 } // namespace velmora::print

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "print/PrintAttributes.h"
+#include "print/RecordForm.h"
 
 #include <QByteArray>
+
+#include <optional>
 
 namespace velmora::print {
 
@@ -33,6 +36,8 @@ struct JobState : TargetChoice {
     // The next label and value line stands at tab stops 3 and 4 instead of 1 and 2.
     bool RightPair = false;
     AttributeTable attributes;
+    // Of a document that has pages of its own form; the others have the printer's.
+    std::optional<PageForm> pageForm;
 };
 
 } // namespace velmora::print

@@ -3,8 +3,8 @@
 #include "base/Steps.h"
 #include "base/Translate.h"
 
-#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace velmora::print {
 
@@ -34,17 +34,6 @@ void PreparePrinter(Printers& printers, const GridSelection& grid) {
     if (printers.PageWidth() < TotalWidth(grid)) {
         printers.SetOrientation(Orientation::Landscape);
     }
-}
-
-// The columns' widths as the tab stops that they end at.
-void SetTabStops(PrintJob& job, const std::vector<int>& widths) {
-    std::vector<double> fractions;
-    int end = 0;
-    for (const int width : widths) {
-        end += width;
-        fractions.push_back(static_cast<double>(end) / std::max(job.DeviceWidth(), 1));
-    }
-    job.SetTabStops(fractions);
 }
 
 void PrintRow(PrintJob& job, const QStringList& texts, RowStyle style) {
@@ -105,7 +94,9 @@ void PrintGridSelection(const Program& program, PrintJob& job, const GridSelecti
         PreparePrinter(services.printers, grid);
         const int room = services.printers.CurrentPage().width;
         job.BeginReport();
-        SetTabStops(job, GridPrintWidths(grid, room));
+        std::vector<int> ends = GridPrintWidths(grid, room);
+        std::partial_sum(ends.begin(), ends.end(), ends.begin());
+        job.PlaceTabStops(ends);
         job.PrintReportTitle(grid.caption, QStringView(), QStringView());
         PrintRows(job, grid);
     });

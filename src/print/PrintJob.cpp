@@ -1,13 +1,11 @@
 #include "print/PrintJob.h"
 
 #include "base/Steps.h"
-#include "print/HtmlWriter.h"
-#include "print/NullWriter.h"
 #include "print/PrintOptions.h"
-#include "print/TextWriter.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace velmora::print {
 
@@ -19,7 +17,8 @@ int TabStop(double position) {
 
 } // namespace
 
-PrintJob::PrintJob(PrintServices services) : services_(std::move(services)), writer_(std::make_unique<NullWriter>()) {}
+PrintJob::PrintJob(PrintServices services)
+    : services_(std::move(services)), writer_(std::make_unique<ReportWriter>()) {}
 
 void PrintJob::SetOutputTarget(qint16 target) {
     const bool known = target >= 1 && target <= 4;
@@ -28,35 +27,11 @@ void PrintJob::SetOutputTarget(qint16 target) {
     choice_.SuppressPageBreaks = choice_.OutputTarget == Target::Mail;
 }
 
-std::unique_ptr<ReportWriter> PrintJob::MakeWriter() {
-    const int width = services_.program.printers.PageWidth();
-    Delivery& delivery = services_.delivery;
-    switch (state_.OutputTarget) {
-    case Target::Mail:
-        return std::make_unique<TextWriter>(state_, width, [&](const QByteArray& text) { delivery.SendMail(text); });
-    case Target::TextFile:
-        return std::make_unique<TextWriter>(
-            state_, width, [&](const QByteArray& text) { delivery.SaveFile(text, ReportFileKind::PlainText); });
-    case Target::HtmlFile:
-        return std::make_unique<HtmlWriter>(
-            state_, width, [&](const QByteArray& text) { delivery.SaveFile(text, ReportFileKind::Html); });
-    case Target::Printer:
-    case Target::Preview:
-        break;
-    }
-    if (services_.pages == nullptr) {
-        throw ProgramError(ErrorNumber::Unavailable,
-                           QStringLiteral("This program cannot draw pages for the printer or the preview. Choose a "
-                                          "text file, an HTML file or mail."));
-    }
-    return services_.pages->MakeWriter(state_);
-}
-
 void PrintJob::BeginReport(std::optional<bool> suppressPageBreaks) {
     AbandonReport();
     state_ = JobState();
     static_cast<TargetChoice&>(state_) = choice_;
-    writer_ = MakeWriter();
+    writer_ = MakeWriter(services_, state_);
     try {
         LoadPrintAttributes();
         ResetTabStops();
@@ -78,7 +53,7 @@ void PrintJob::EndReport() {
 }
 
 void PrintJob::AbandonReport() {
-    writer_ = std::make_unique<NullWriter>();
+    writer_ = std::make_unique<ReportWriter>();
 }
 
 void PrintJob::ResetTabStops() {
@@ -87,10 +62,16 @@ void PrintJob::ResetTabStops() {
 }
 
 void PrintJob::SetTabStops(std::span<const double> fractions) {
-    state_.TabStops.resize(std::max(state_.TabStops.size(), fractions.size()));
     const int width = writer_->DeviceWidth();
-    std::transform(fractions.begin(), fractions.end(), state_.TabStops.begin(),
+    std::vector<int> positions;
+    std::transform(fractions.begin(), fractions.end(), std::back_inserter(positions),
                    [width](double fraction) { return TabStop(width * fraction); });
+    PlaceTabStops(positions);
+}
+
+void PrintJob::PlaceTabStops(std::span<const int> positions) {
+    state_.TabStops.resize(std::max(state_.TabStops.size(), positions.size()));
+    std::copy(positions.begin(), positions.end(), state_.TabStops.begin());
 }
 
 } // namespace velmora::print

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "base/Program.h"
-#include "print/Delivery.h"
-#include "print/JobState.h"
-#include "print/ReportWriter.h"
+#include "print/PrintServices.h"
 
 #include <array>
 #include <initializer_list>
@@ -11,23 +8,6 @@
 #include <optional>
 
 namespace velmora::print {
-
-// Makes the writer of the targets that draw pages.
-class PageWriterFactory {
-public:
-    virtual ~PageWriterFactory() = default;
-    // Draws on preview pages when `state.PreviewMode` is set, else on the current printer. `state` outlives the writer.
-    virtual std::unique_ptr<ReportWriter> MakeWriter(JobState& state) = 0;
-};
-
-// What a print job works with. All of it outlives the job.
-struct PrintServices {
-    const Services& program;
-    Delivery& delivery;
-    AttributeSource attributes;
-    // Null in a program that draws no pages.
-    PageWriterFactory* pages = nullptr;
-};
 
 // The print job through which every report is written. There is one report open at a time; a report begun while
 // another is open takes its place. Without an open report every layout operation does nothing.
@@ -55,8 +35,8 @@ public:
     // Tab stops at fractions of the width, as many as a table needs; further ones stay where they are.
     void SetTabStops(std::span<const double> fractions);
     void SetTabStops(double f1, double f2, double f3, double f4) { SetTabStops(std::array{f1, f2, f3, f4}); }
-    // The width that the fractions of the tab stops are of, in twips; 0 without an open report.
-    int DeviceWidth() const { return writer_->DeviceWidth(); }
+    // The same in twips.
+    void PlaceTabStops(std::span<const int> positions);
     // How wide the open report shows a text, in twips; 0 on targets without pages, and without an open report.
     int TextWidth(Text text) const { return writer_->TextWidth(text); }
     void LoadPrintAttributes() { state_.attributes.Load(services_.attributes); }
@@ -96,8 +76,6 @@ public:
     const JobState& State() const { return state_; }
 
 private:
-    std::unique_ptr<ReportWriter> MakeWriter();
-
     PrintServices services_;
     TargetChoice choice_;
     JobState state_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "print/Delivery.h"
+#include "print/DocumentSink.h"
 
 #include <QIODevice>
 #include <QString>

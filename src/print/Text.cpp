@@ -1,39 +1,25 @@
 #include "print/Text.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace velmora::print {
 
 namespace {
 
-// Reports append texts by the ten thousand, most of them short: room is made once per text, and plain letters are
-// written straight into it.
-
 void AppendView(QByteArray& out, QUtf8StringView text) {
-    if (!text.isValidUtf8()) {
+    if (text.isValidUtf8()) {
+        out.append(text.data(), text.size());
+    } else {
         out.append(text.toString().toUtf8());
-        return;
     }
-    const qsizetype start = out.size();
-    out.resize(start + text.size());
-    std::memcpy(out.data() + start, text.data(), static_cast<size_t>(text.size()));
 }
 
 void AppendView(QByteArray& out, QStringView text) {
-    constexpr char16_t firstNotAscii = 0x80;
-    if (!std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < firstNotAscii; })) {
-        out.append(text.toUtf8());
-        return;
-    }
-    const qsizetype start = out.size();
-    out.resize(start + text.size());
-    std::transform(text.begin(), text.end(), out.data() + start,
-                   [](QChar c) { return static_cast<char>(c.unicode()); });
+    out.append(text.toUtf8());
 }
 
 void AppendView(QByteArray& out, QLatin1StringView text) {
-    AppendView(out, QStringView(QString(text)));
+    out.append(QString(text).toUtf8());
 }
 
 } // namespace
@@ -47,30 +33,11 @@ void AppendUtf8(QByteArray& out, Text text) {
 void AppendEscaped(QByteArray& out, Text text) {
     const auto start = out.size();
     AppendUtf8(out, text);
-    qsizetype special = 0;
-    for (qsizetype i = start; i < out.size(); ++i) {
-        const char c = out.at(i);
-        special += c == '&' || c == '<' || c == '>' ? 1 : 0;
-    }
-    if (special == 0) {
-        return;
-    }
-    const QByteArray plain = out.mid(start);
-    out.truncate(start);
-    for (const char c : plain) {
-        switch (c) {
-        case '&':
-            out.append("&amp;");
-            break;
-        case '<':
-            out.append("&lt;");
-            break;
-        case '>':
-            out.append("&gt;");
-            break;
-        default:
-            out.append(c);
-        }
+    const QByteArrayView added = QByteArrayView(out).sliced(start);
+    if (std::any_of(added.begin(), added.end(), [](char c) { return c == '&' || c == '<' || c == '>'; })) {
+        QByteArray escaped = added.toByteArray();
+        out.truncate(start);
+        out.append(escaped.replace('&', "&amp;").replace('<', "&lt;").replace('>', "&gt;"));
     }
 }
 

@@ -5,28 +5,32 @@
 namespace velmora::print {
 
 // Plain text for files and mail: columns are separated by TABs, lines end with carriage return and line feed, and
-// nothing is wrapped or aligned.
+// nothing is wrapped or aligned. Rows of a report begin with a TAB, rows of records do not.
 class TextWriter : public PagelessWriter {
 public:
     using PagelessWriter::PagelessWriter;
 
-    void Begin() override {}
-    void Finish() override {}
     void PrintRule(qint16 width, qint16 spaceAbove, qint16 spaceBelow) override;
     void PrintReportTitle(Text title, Text subtitle, Text secondLine) override;
     void PrintSectionHeading(Text text, int x) override;
     void PrintParagraph(Text text) override;
-    void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
+    void PrintPairs(std::span<const LabelValue> pairs, PairWidth width) override;
     void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
+    void BeginRecords(RecordForm form) override;
+    void BeginGroup(size_t level, const QString& heading) override;
+    void PrintRecord(const Record& record) override;
+    void EndGroup(size_t level, const QString& footer) override;
+    void EndRecords(const QString& closing) override;
 
 private:
-    void AppendRule();
+    void AppendRule(char mark = '-');
     void AppendLine(Text text);
-    // A TAB before every cell, the first one included.
-    void AppendCells(std::span<const Text> cells);
+    // With a TAB before it, the first of a row too.
     void AppendCell(Text cell);
+    void AppendItems(const Record& record);
+
+    RecordForm form_;
+    bool hasRecords_ = false;
 };
 
 } // namespace velmora::print

@@ -69,7 +69,7 @@ public:
     std::vector<std::pair<QString, int>> progress;
 };
 
-class KeepingDelivery : public print::Delivery {
+class KeepingDelivery : public print::DocumentSink {
 public:
     void SendMail(const QByteArray& text) override { delivered.push_back(text); }
     bool SaveFile(const QByteArray& text, print::ReportFileKind) override {

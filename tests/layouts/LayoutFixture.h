@@ -4,6 +4,8 @@
 #include "layouts/LayoutRunner.h"
 #include "layouts/RunCrystalReport.h"
 #include "layouts/file/LayoutFile.h"
+#include "print/pages/PreviewPages.h"
+#include "print/pages/PrinterPages.h"
 #include "tests/data/RawStore.h"
 #include "tests/desk/TestSite.h"
 #include "tests/support/Fakes.h"
@@ -14,7 +16,7 @@ namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
 
-class KeepingDelivery : public print::Delivery {
+class KeepingDelivery : public print::DocumentSink {
 public:
     void SendMail(const QByteArray& text) override { delivered = "mail:" + text; }
     bool SaveFile(const QByteArray& bytes, print::ReportFileKind) override {
@@ -22,6 +24,22 @@ public:
         return true;
     }
     QByteArray delivered;
+};
+
+class KeepingPrinter : public printers::DocumentPrinter {
+public:
+    void Print(const QString& deviceName, const printers::QueueJob& job) override {
+        devices += deviceName;
+        jobs.push_back(job);
+    }
+    QStringList devices;
+    std::vector<printers::QueueJob> jobs;
+};
+
+class KeptPreviews : public print::PreviewWindows {
+public:
+    void Open(print::PreviewReport report) override { opened.push_back(std::move(report)); }
+    std::vector<print::PreviewReport> opened;
 };
 
 // The test site with the shipped layouts and a few work orders, on Thursday, March 5, 2026, 2:15 PM.
@@ -50,15 +68,15 @@ protected:
         file.write(json);
     }
     const Services& TheServices() const { return fakes_.program.services(); }
+    print::PrintServices Printing() { return {TheServices(), delivery_, {}, &pages_}; }
 
     // Runs a layout file as text.
     QString RunText(const QString& file, const QString& formula) {
-        TextOutput output(TheServices(), delivery_, TextOutput::Kind::File);
-        Run(output, file, formula);
+        Run(print::Target::TextFile, file, formula);
         return QString::fromUtf8(delivery_.delivered);
     }
-    void Run(LayoutOutput& output, const QString& file, const QString& formula) {
-        LayoutRunner runner(TheServices(), *database_, output);
+    void Run(print::Target target, const QString& file, const QString& formula) {
+        LayoutRunner runner(Printing(), *database_, target);
         runner.SetSelectionFormula(formula);
         runner.SetReportFile(folder_.path() + u'\\' + file);
         runner.Run();
@@ -79,6 +97,11 @@ protected:
     std::unique_ptr<test::RawStore> store_;
     std::unique_ptr<engine::Database> database_;
     KeepingDelivery delivery_;
+    KeepingPrinter printer_;
+    print::PageOutput output_{fakes_.printers, printer_, delivery_};
+    KeptPreviews previews_;
+    print::PrinterPages printerPages_{fakes_.printers, output_, u"Desk"_s};
+    print::PreviewPages pages_{TheServices(), previews_, printerPages_, u"Desk"_s};
 };
 
 } // namespace velmora::layouts

@@ -1,6 +1,5 @@
 #include "layouts/LayoutChoice.h"
 #include "layouts/LayoutWalk.h"
-#include "layouts/document/TextDocument.h"
 #include "tests/layouts/LayoutFixture.h"
 
 namespace velmora::layouts {
@@ -20,9 +19,9 @@ protected:
     qint64 Count(const LayoutRequest& request) {
         const Layout layout =
             ReadLayoutFile(Path(FindLayoutChoice(request.layout)->file.toString()), database_->Schema());
-        TextDocument text(layout, TheServices().localeText);
+        print::ReportWriter none;
         return WriteRecords(layout, ParseFormula(SelectionFormula(request), layout.scope), *database_,
-                            TheServices().localeText, fakes_.clock.now, text);
+                            TheServices().localeText, fakes_.clock.now, none);
     }
 };
 
@@ -230,14 +229,13 @@ TEST_F(DocumentsTest, LettersAreApartInTextAndHtml) {
     EXPECT_TRUE(text.contains(u"=\r\n\r\nAbel\r\n\r\n"_s)) << text.toStdString();
     EXPECT_TRUE(text.contains(u"\r\nDear Abel,\r\n"_s)) << text.toStdString();
     EXPECT_EQ(text.count(QString(50, u'-')), 1);
-    TextOutput output(TheServices(), delivery_, TextOutput::Kind::Html);
-    Run(output, u"Reminder.rpx"_s, formula);
+    Run(print::Target::HtmlFile, u"Reminder.rpx"_s, formula);
     const QByteArray html = delivery_.delivered;
     EXPECT_EQ(html.count("break-before:page"), 1) << html.toStdString();
     EXPECT_FALSE(html.contains("<p></p>")) << html.toStdString();
     EXPECT_EQ(html.count("<table>"), 2) << html.toStdString();
     EXPECT_EQ(html.count("<table>"), html.count("</table>"));
-    Run(output, u"Setup.rpx"_s, u"{Reservation.Start} < Date(2026,3,7)"_s);
+    Run(print::Target::HtmlFile, u"Setup.rpx"_s, u"{Reservation.Start} < Date(2026,3,7)"_s);
     EXPECT_EQ(delivery_.delivered.count("<h2 style=\"break-before:page\">"), delivery_.delivered.count("<h2") - 1);
     EXPECT_GT(delivery_.delivered.count("<h2"), 1);
 }
@@ -246,8 +244,7 @@ TEST_F(DocumentsTest, EscapesWhatItPutsIntoHtml) {
     store_->Run(u"UPDATE Asset SET Name = '<Board & Room>' WHERE AssetID = 12"_s);
     WriteLayout(u"htmlpre.txt"_s, "PRE<b>");
     WriteLayout(u"htmlpost.txt"_s, "POST");
-    TextOutput output(TheServices(), delivery_, TextOutput::Kind::Html);
-    Run(output, u"Setup.rpx"_s, u"{Reservation.ID} = 1"_s);
+    Run(print::Target::HtmlFile, u"Setup.rpx"_s, u"{Reservation.ID} = 1"_s);
     const QByteArray html = delivery_.delivered;
     EXPECT_TRUE(html.startsWith("PRE<b><h1>Setup</h1>") && html.endsWith("POST")) << html.toStdString();
     EXPECT_TRUE(html.contains("<td><b>&lt;Board &amp; Room&gt;</b>")) << html.toStdString();
@@ -259,8 +256,7 @@ TEST_F(DocumentsTest, EscapesWhatItPutsIntoHtml) {
     EXPECT_TRUE(html.contains("<th style=\"width:3.7%;text-align:left\"></th>")) << html.toStdString();
     EXPECT_TRUE(html.contains("text-align:center\">Persons</th>")) << html.toStdString();
 
-    TextOutput mail(TheServices(), delivery_, TextOutput::Kind::Mail);
-    Run(mail, u"Reminder.rpx"_s, u"{Reservation.ID} = 1"_s);
+    Run(print::Target::Mail, u"Reminder.rpx"_s, u"{Reservation.ID} = 1"_s);
     EXPECT_TRUE(delivery_.delivered.startsWith("mail:Reminder\r\n"));
     EXPECT_TRUE(delivery_.delivered.contains("Dear Anna Abel,\r\n"));
 }

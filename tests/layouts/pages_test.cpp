@@ -1,23 +1,15 @@
-#include "layouts/document/PagesDocument.h"
 #include "tests/layouts/LayoutFixture.h"
 
 namespace velmora::layouts {
 namespace {
-
-class KeptPreviews : public print::PreviewWindows {
-public:
-    void Open(print::PreviewReport report) override { opened.push_back(std::move(report)); }
-    std::vector<print::PreviewReport> opened;
-};
 
 class PagesTest : public LayoutFixture {
 protected:
     PagesTest() { fakes_.printers.font.family = u"Liberation Sans"_s; }
 
     const pages::Document& Preview(const QString& file, const QString& formula) {
-        PreviewOutput output(TheServices(), portrait_, landscape_, u"Desk"_s);
-        Run(output, file, formula);
-        return portrait_.opened.back().document;
+        Run(print::Target::Preview, file, formula);
+        return previews_.opened.back().document;
     }
     const pages::Document& PreviewMine(const QByteArray& keys, const QString& formula = {}) {
         WriteLayout(u"Mine.rpx"_s, "{\"title\": \"Mine\", \"tables\": [{\"table\": \"WorkOrder\"}],\n" + keys + "}");
@@ -45,9 +37,6 @@ protected:
             }
         }
     }
-
-    KeptPreviews portrait_;
-    KeptPreviews landscape_;
 };
 
 TEST_F(PagesTest, RepeatsHeadingsAndNumbersPages) {
@@ -150,11 +139,10 @@ TEST_F(PagesTest, KeepsItsOwnOrientationAndTouchesNothing) {
     WriteLayout(
         u"Wide.rpx"_s,
         R"({"title": "Wide", "orientation": "landscape", "tables": [{"table": "Asset"}], "columns": [{"value": "x"}]})");
-    PreviewOutput output(TheServices(), portrait_, landscape_, u"Desk"_s);
-    Run(output, u"Wide.rpx"_s, {});
-    ASSERT_EQ(landscape_.opened.size(), 1U);
-    EXPECT_EQ(landscape_.opened[0].document.pages[0].Width(), 15840);
-    EXPECT_EQ(landscape_.opened[0].notice, QString());
+    EXPECT_EQ(previews_.opened.back().orientation, Orientation::Portrait);
+    EXPECT_EQ(Preview(u"Wide.rpx"_s, {}).pages[0].Width(), 15840);
+    EXPECT_EQ(previews_.opened.back().orientation, Orientation::Landscape);
+    EXPECT_EQ(previews_.opened.back().notice, QString());
 }
 
 TEST_F(PagesTest, GetsOnWithTinyPaper) {
@@ -162,7 +150,7 @@ TEST_F(PagesTest, GetsOnWithTinyPaper) {
     fakes_.printers.page = {1440, 1000, 0, 0, 1440, 1000, 2.4};
     PreviewMine(R"("fontSize": 24, "margin": 2, "columns": [{"heading": "A", "value": "{WorkOrder.Description}"},
                    {"heading": "B", "value": "{WorkOrder.ID}"}])");
-    EXPECT_GT(portrait_.opened.back().document.pages.size(), 5U);
+    EXPECT_GT(previews_.opened.back().document.pages.size(), 5U);
 }
 
 TEST_F(PagesTest, SaysWhenThereIsNothing) {

@@ -1,5 +1,5 @@
-#include "layouts/windows/LayoutPreviews.h"
 #include "print/PrintJob.h"
+#include "print/windows/WindowPreviews.h"
 #include "print/windows/frmPrintPreview.h"
 #include "tests/layouts/LayoutFixture.h"
 
@@ -9,16 +9,6 @@
 
 namespace velmora::layouts {
 namespace {
-
-class KeepingPrinter : public printers::DocumentPrinter {
-public:
-    void Print(const QString& deviceName, const printers::QueueJob& job) override {
-        devices += deviceName;
-        jobs.push_back(job);
-    }
-    QStringList devices;
-    std::vector<printers::QueueJob> jobs;
-};
 
 class LayoutWindowsTest : public LayoutFixture {
 protected:
@@ -36,7 +26,10 @@ protected:
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    void RunLayout() { previews_.Run(request_, run_, *database_); }
+    void RunLayout() {
+        LayoutRunner runner({TheServices(), delivery_, {}, &windowPages_}, *database_, print::Target::Preview);
+        RunCrystalReport(fakes_.program, request_, run_, *database_, runner);
+    }
     static std::vector<print::frmPrintPreview*> Windows() {
         std::vector<print::frmPrintPreview*> windows;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -50,9 +43,8 @@ protected:
 
     LayoutRequest request_;
     ReportRun run_;
-    KeepingPrinter printer_;
-    print::PageOutput output_{fakes_.printers, printer_, delivery_};
-    LayoutPreviews previews_{fakes_.program, output_};
+    print::WindowPreviews windows_{TheServices(), output_};
+    print::PreviewPages windowPages_{TheServices(), windows_, printerPages_, fakes_.program.Title()};
 };
 
 TEST_F(LayoutWindowsTest, EachRunOpensAWindowThatPrintsOnItsOwnPaper) {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "site/Site.h"
 #include "notes/windows/BoundGrid.h"
 #include "notes/windows/BoundModel.h"
 #include "notes/windows/frmNoteCategory.h"
 #include "notes/windows/frmNotes.h"
 #include "notes/windows/frmSelectStdNotes.h"
 #include "print/ReadPrintAttributes.h"
+#include "site/Site.h"
 #include "tests/notes/NoteSite.h"
 
 #include <QApplication>
@@ -17,7 +17,7 @@
 
 namespace velmora {
 
-class KeptText : public print::Delivery {
+class KeptText : public print::DocumentSink {
 public:
     void SendMail(const QByteArray& text) override { texts.push_back(text); }
     bool SaveFile(const QByteArray& text, print::ReportFileKind) override {

@@ -10,15 +10,24 @@ namespace velmora::print {
 class CapturedPages : public PageWriterFactory {
 public:
     std::unique_ptr<ReportWriter> MakeWriter(JobState& state) override {
-        PageTarget made = target;
-        made.deliver = [this](const pages::Document& delivered) { document = delivered; };
-        made.refusePage = [this] { ++refusals; };
-        return std::make_unique<PageWriter>(state, std::move(made), QStringLiteral("Desk"));
+        return std::make_unique<Writer>(*this, state);
     }
 
     PageTarget target;
     pages::Document document;
     int refusals = 0;
+
+private:
+    class Writer : public PageWriter {
+    public:
+        Writer(CapturedPages& pages, JobState& state)
+            : PageWriter(state, pages.target, QStringLiteral("Desk")), pages_(pages) {}
+        void Deliver() override { pages_.document = Pages(); }
+        void RefusePage() override { ++pages_.refusals; }
+
+    private:
+        CapturedPages& pages_;
+    };
 };
 
 // Letter paper with margins of 500 on the left and 300 above, and a line height that is Liberation Sans at 10 points.

@@ -14,7 +14,7 @@ namespace velmora::print {
 using namespace Qt::StringLiterals;
 
 // Keeps what was delivered.
-class FakeDelivery : public Delivery {
+class FakeDelivery : public DocumentSink {
 public:
     void SendMail(const QByteArray& text) override { Take("mail", text); }
     bool SaveFile(const QByteArray& text, ReportFileKind kind) override {

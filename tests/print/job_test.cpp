@@ -1,6 +1,5 @@
 #include "tests/print/PrintFixture.h"
 
-#include "print/NullWriter.h"
 #include "print/PrintOptions.h"
 
 namespace velmora::print {
@@ -55,15 +54,15 @@ TEST_F(JobTest, ReportsGoToTheTargetTheyWereBegunFor) {
 // Records what the job tells the page writer.
 class RecordingPages : public PageWriterFactory {
 public:
-    class Writer : public NullWriter {
+    class Writer : public ReportWriter {
     public:
         Writer(RecordingPages& pages, JobState& state) : pages_(pages), state_(state) {}
         int DeviceWidth() const override { return 12001; }
         void Begin() override { pages_.calls += u"begin"_s; }
         void Deliver() override { pages_.calls += u"deliver"_s; }
-        void PrintLabelValue(Text label, Text, std::optional<qint16> style) override {
-            const qint16 bits = style.value_or(state_.attributes.Lookup(label.toString()));
-            pages_.calls += u"%1:%2"_s.arg(label.toString()).arg(bits);
+        void PrintPairs(std::span<const LabelValue> pairs, PairWidth) override {
+            const QString label = pairs[0].label.toString();
+            pages_.calls += u"%1:%2"_s.arg(label).arg(pairs[0].style.value_or(state_.attributes.Lookup(label)));
         }
 
     private:

@@ -15,7 +15,7 @@ inline PageGeometry LetterPaper() {
 // A printer's answer for the preview's tests: keeps what it is given, or fails.
 class FakePagePrinter : public PagePrinter {
 public:
-    pages::PaperSize Paper() const override { return paper; }
+    pages::PaperSize Paper(std::optional<Orientation>) const override { return paper; }
     bool Print(const pages::Document& document) override {
         if (failures > 0) {
             --failures;
@@ -43,16 +43,13 @@ inline pages::Document DrawReport(const std::function<void(PageWriter& writer)>&
     state.TabStops = {fifth, 2 * fifth, 3 * fifth, 4 * fifth};
     state.LeaderStyle = leaderStyle;
     state.SuppressPageBreaks = true;
-    pages::Document document;
     PageTarget target;
     target.geometry = paper;
     target.font = {QStringLiteral("Liberation Sans"), 10, false, false, false, false};
     target.ruleDivisor = 5;
-    target.deliver = [&document](const pages::Document& drawn) { document = drawn; };
-    PageWriter writer(state, std::move(target), QStringLiteral("Starts"));
+    PageWriter writer(state, target, QStringLiteral("Starts"));
     layout(writer);
-    writer.Deliver();
-    return document;
+    return writer.Pages();
 }
 
 // What a daily list says of one reservation.

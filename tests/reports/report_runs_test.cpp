@@ -36,14 +36,17 @@ const NamedReport reports[] = {
 // A page writer by its measures: every letter is 100 twips wide.
 class MeasuringPages : public print::PageWriterFactory {
 public:
+    explicit MeasuringPages(print::DocumentSink& to) : sink(to) {}
     std::unique_ptr<print::ReportWriter> MakeWriter(print::JobState& state) override {
         class Writer : public print::TextWriter {
         public:
             using TextWriter::TextWriter;
             int TextWidth(print::Text text) const override { return 100 * static_cast<int>(text.toString().size()); }
         };
-        return std::make_unique<Writer>(state, 10000, [](const QByteArray&) {});
+        return std::make_unique<Writer>(state, 10000, sink);
     }
+
+    print::DocumentSink& sink;
 };
 
 class ReportRunsTest : public ReportsFixture {
@@ -207,7 +210,7 @@ TEST_F(ReportRunsTest, TheTableTellsHowFarItIsSent) {
 }
 
 TEST_F(ReportRunsTest, ColumnsShareThePageInProportionToTheirWidestTexts) {
-    MeasuringPages pages;
+    MeasuringPages pages(delivery_);
     print::PrintJob job({fakes_.program.services(), delivery_, {}, &pages});
     ReportContext context{fakes_.program, run_, settings_, view_, *faulty_, job};
     job.SetOutputTarget(0);

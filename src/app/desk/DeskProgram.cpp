@@ -1,6 +1,8 @@
 #include "app/desk/DeskProgram.h"
 
 #include "desk/windows/frmIntro.h"
+#include "layouts/LayoutRunner.h"
+#include "layouts/RunCrystalReport.h"
 #include "notes/windows/WindowNotes.h"
 #include "ops/SharedDatabase.h"
 #include "ops/TranslationLoader.h"
@@ -31,7 +33,7 @@ DeskProgram::DeskProgram(const QString& startupArgument)
       installer_(program_), delivery_(program_.services()), output_(printers_, printers_, delivery_),
       printerPages_(printers_, output_, program_.Title()), previews_(program_.services(), output_),
       previewPages_(program_.services(), previews_, printerPages_, program_.Title()), job_(JobServices()),
-      notesJob_(JobServices()), layoutPreviews_(program_, output_), help_([this] { return HelpTopic(); }) {}
+      notesJob_(JobServices()), help_([this] { return HelpTopic(); }) {}
 
 print::PrintServices DeskProgram::JobServices() {
     return {program_.services(), delivery_, [] { return print::ReadPrintAttributes(OpenedDatabase()); },
@@ -44,7 +46,9 @@ void DeskProgram::Start() {
         DeskParts{program_, job_,
                   [this](ReportContext& context, const ReportRequest& request) {
                       if (!PrintReport(context, request)) {
-                          layoutPreviews_.Run(std::get<LayoutRequest>(request), context.run, context.database);
+                          layouts::LayoutRunner runner(JobServices(), context.database, print::Target::Preview);
+                          layouts::RunCrystalReport(program_, std::get<LayoutRequest>(request), context.run,
+                                                    context.database, runner);
                       }
                   },
                   [this](qint32 reservation, QWidget* owner) { ShowNotes(reservation, owner); }});

@@ -4,7 +4,6 @@
 #include "base/windows/WindowEventLoop.h"
 #include "desk/windows/DeskWindows.h"
 #include "desk/windows/frmScmain.h"
-#include "layouts/windows/LayoutPreviews.h"
 #include "ops/ErrorReport.h"
 #include "ops/windows/Help.h"
 #include "ops/windows/WindowMail.h"
@@ -62,7 +61,6 @@ private:
     print::PreviewPages previewPages_;
     print::PrintJob job_;
     print::PrintJob notesJob_;
-    layouts::LayoutPreviews layoutPreviews_;
     HelpKey help_;
     std::unique_ptr<frmScmain> main_;
 };

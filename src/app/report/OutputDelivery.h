@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/services/Mail.h"
-#include "print/Delivery.h"
+#include "print/DocumentSink.h"
 
 #include <QString>
 
@@ -9,7 +9,7 @@ namespace velmora::report {
 
 // Delivers to the file that the command line names, or to standard output, the bytes that a desk would save; mail goes
 // to its recipients at once, under the report's title.
-class OutputDelivery : public print::Delivery {
+class OutputDelivery : public print::DocumentSink {
 public:
     // `output` is a path, or "-" for standard output. The session outlives the delivery.
     OutputDelivery(QString output, MailSession& session, std::vector<MailRecipient> recipients)

@@ -3,7 +3,7 @@
 #include "app/report/CommandLine.h"
 #include "base/Program.h"
 #include "engine/Database.h"
-#include "print/pages/PageOutput.h"
+#include "print/PrintServices.h"
 
 namespace velmora::report {
 
@@ -12,7 +12,7 @@ namespace velmora::report {
 bool ShowFormula(const Command& command);
 
 // Runs the layout into the target that the command line names. Failures are reported as at a desk.
-void RunLayout(const Command& command, const Program& program, engine::Database& database, print::Delivery& delivery,
-               print::PageOutput& output);
+void RunLayout(const Command& command, const Program& program, engine::Database& database,
+               const print::PrintServices& services);
 
 } // namespace velmora::report

@@ -112,12 +112,14 @@ int Run(const Command& command, ConsoleProgram& console) {
     OutputDelivery delivery(command.delivery.file, session, command.delivery.recipients);
     print::PageOutput output(printers, printers, delivery);
     const auto exitCode = [&] { return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed; };
+    print::PrinterPages pages(printers, output, program.Title());
+    const print::PrintServices services{program.services(), delivery,
+                                        [&] { return print::ReadPrintAttributes(database); }, &pages};
     if (std::holds_alternative<LayoutRequest>(command.request)) {
-        RunLayout(command, program, database, delivery, output);
+        RunLayout(command, program, database, services);
         return exitCode();
     }
-    print::PrinterPages pages(printers, output, program.Title());
-    print::PrintJob job({program.services(), delivery, [&] { return print::ReadPrintAttributes(database); }, &pages});
+    print::PrintJob job(services);
     job.SetOutputTarget(command.ToPages() ? 0 : static_cast<qint16>(command.delivery.target));
     NoView view;
     ReportRun run;

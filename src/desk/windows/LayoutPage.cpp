@@ -13,17 +13,21 @@ namespace velmora {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+std::vector<std::pair<int, QString>> Captions() {
+    std::vector<std::pair<int, QString>> captions;
+    for (const layouts::LayoutChoice& choice : layouts::LayoutChoices()) {
+        captions.emplace_back(choice.index, choice.caption.toString());
+    }
+    return captions;
+}
+
+} // namespace
+
 LayoutPage::LayoutPage(DeskHost& host)
-    : host_(host), optReport(this, u"optReport"_s,
-                             {{1, u"&Work Requests"_s},
-                              {2, u"Se&tup"_s},
-                              {3, u"Ta&kedown"_s},
-                              {4, u"&Phone Conect"_s},
-                              {5, u"Phone &Disconnect"_s},
-                              {6, u"&Occupant"_s},
-                              {7, u"Re&minder"_s},
-                              {9, u"D&irectory"_s}}),
-      ReportStart(NewDateBox(host, u"ReportStart"_s)), ReportEnd(NewDateBox(host, u"ReportEnd"_s)),
+    : host_(host), optReport(this, u"optReport"_s, Captions()), ReportStart(NewDateBox(host, u"ReportStart"_s)),
+      ReportEnd(NewDateBox(host, u"ReportEnd"_s)),
       chkConference(NewControl<QCheckBox>(u"chkConference"_s, u"E&xclude Conf. Rooms"_s)),
       chkReportCompleted(NewControl<QCheckBox>(u"chkReportCompleted"_s, u"&Uncompleted Only"_s)),
       Command3(NewControl<QPushButton>(u"Command3"_s, u"&Run Report"_s)) {

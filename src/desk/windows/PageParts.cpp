@@ -87,7 +87,7 @@ QScrollArea* NewPageView(QWidget* page) {
     return view;
 }
 
-OptionGroup::OptionGroup(QWidget* parent, const QString& name, std::initializer_list<std::pair<int, QString>> captions)
+OptionGroup::OptionGroup(QWidget* parent, const QString& name, const std::vector<std::pair<int, QString>>& captions)
     : group_(new QButtonGroup(parent)) {
     group_->setObjectName(name);
     for (const auto& [index, caption] : captions) {

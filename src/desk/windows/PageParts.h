@@ -63,7 +63,7 @@ QScrollArea* NewPageView(QWidget* page);
 // Option buttons that share a name and are told apart by an index.
 class OptionGroup {
 public:
-    OptionGroup(QWidget* parent, const QString& name, std::initializer_list<std::pair<int, QString>> captions);
+    OptionGroup(QWidget* parent, const QString& name, const std::vector<std::pair<int, QString>>& captions);
     // -1 when none is chosen.
     int Chosen() const { return group_->checkedId(); }
     // Chooses without a click; an index that no button has clears the choice.

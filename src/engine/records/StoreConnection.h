@@ -2,9 +2,9 @@
 
 #include "engine/Catalog.h"
 #include "engine/Recordset.h"
+#include "engine/Schema.h"
 #include "engine/dialect/SqlWriter.h"
 #include "engine/records/RowArena.h"
-#include "engine/Schema.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "base/services/Printers.h"
 #include "layouts/Template.h"
 #include "layouts/formula/Formula.h"
+#include "print/RecordForm.h"
 
 #include <optional>
 #include <vector>
@@ -40,36 +40,19 @@ struct LayoutGroup {
     bool newPage = false;
 };
 
-enum class Alignment { Left, Center, Right };
+using print::Alignment;
 
-struct LayoutColumn {
-    enum class Kind { Text, Tick, Blank };
-    Kind kind = Kind::Text;
-    QString heading;
+struct LayoutColumn : print::RecordColumn {
     Template value;
-    // In smaller letters below the value.
     Template below;
     // Of a tick box, the yes/no field that ticks it.
     int tick = 0;
-    // In proportion to the other columns.
-    double width = 10;
-    Alignment alignment = Alignment::Left;
-    bool bold = false;
     // False: an equal value in the next row is left out.
     bool repeat = true;
 };
 
-// One piece of a record that is written as text and not as a row of columns.
-struct BodyItem {
-    enum class Kind { Text, LabelValue, Space, Rule };
-    Kind kind = Kind::Text;
-    QString label;
+struct BodyItem : print::RecordItem {
     Template text;
-    bool bold = false;
-    // In proportion to the layout's font.
-    double size = 1;
-    // Of a Space, in points.
-    double points = 0;
 };
 
 // Records of another table below each record.
@@ -100,10 +83,7 @@ struct Layout {
     Template total;
     // What stands in place of the records where there are none.
     Template empty;
-    Orientation orientation = Orientation::Portrait;
-    double fontPoints = 9.5;
-    // At all four edges of the paper.
-    double marginInches = 0.5;
+    print::PageForm pages;
     // Pages are counted anew from each group that begins a page.
     bool numberPagesPerGroup = false;
     // Lines between the rows.

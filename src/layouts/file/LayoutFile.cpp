@@ -144,11 +144,11 @@ private:
     }
 
     void ReadPageSetup() {
-        layout_.orientation = root_.OneOf(u"orientation"_s, {u"portrait"_s, u"landscape"_s}, 0) == 0
-                                  ? Orientation::Portrait
-                                  : Orientation::Landscape;
-        layout_.fontPoints = root_.Number(u"fontSize"_s, layout_.fontPoints, 6, 24);
-        layout_.marginInches = root_.Number(u"margin"_s, layout_.marginInches, 0.25, 2);
+        layout_.pages.orientation = root_.OneOf(u"orientation"_s, {u"portrait"_s, u"landscape"_s}, 0) == 0
+                                        ? Orientation::Portrait
+                                        : Orientation::Landscape;
+        layout_.pages.fontPoints = root_.Number(u"fontSize"_s, layout_.pages.fontPoints, 6, 24);
+        layout_.pages.marginInches = root_.Number(u"margin"_s, layout_.pages.marginInches, 0.25, 2);
         layout_.numberPagesPerGroup = root_.OneOf(u"pageNumbers"_s, {u"document"_s, u"group"_s}, 0) == 1;
         layout_.rowLines = root_.Flag(u"rowLines"_s, true);
     }

@@ -1,13 +1,20 @@
 #include "print/pages/PageOutput.h"
 
 #include "platform/pages/PdfFile.h"
+#include "platform/printers/Paper.h"
 
 #include <algorithm>
 
 namespace velmora::print {
 
-PageDestination PageDestination::Of(const Printers& printers) {
+PrinterPage PageIn(const Printers& printers, std::optional<Orientation> orientation) {
     const PrinterPage page = printers.CurrentPage();
+    const Orientation current = page.paperWidth > page.paperHeight ? Orientation::Landscape : Orientation::Portrait;
+    return orientation.value_or(current) == current ? page : printers::Turned(page, Orientation::Landscape);
+}
+
+PageDestination PageDestination::Of(const Printers& printers, std::optional<Orientation> orientation) {
+    const PrinterPage page = PageIn(printers, orientation);
     return {printers.CurrentDevice(), printers.PrintsToFile(),
             pages::PaperSize{page.paperWidth, page.paperHeight, page.left, page.top,
                              page.paperWidth - page.left - page.width, page.paperHeight - page.top - page.height}};
@@ -27,8 +34,8 @@ void PageOutput::PrintReport(const pages::Document& document, const PageDestinat
     }
 }
 
-pages::PaperSize PageOutput::Paper() const {
-    return PageDestination::Of(printers_).paper;
+pages::PaperSize PageOutput::Paper(std::optional<Orientation> orientation) const {
+    return PageDestination::Of(printers_, orientation).paper;
 }
 
 bool PageOutput::Print(const pages::Document& document) {
@@ -38,7 +45,7 @@ bool PageOutput::Print(const pages::Document& document) {
 bool PageOutput::Send(const pages::Document& document, const PageDestination& destination) {
     const QByteArray pdf = PdfBytes(document);
     if (destination.toFile) {
-        return delivery_.SaveFile(pdf, ReportFileKind::Pdf);
+        return sink_.SaveFile(pdf, ReportFileKind::Pdf);
     }
     const pages::PaperSize& paper = destination.paper;
     printer_.Print(destination.deviceName,

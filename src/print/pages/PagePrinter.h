@@ -1,6 +1,9 @@
 #pragma once
 
+#include "base/services/Printers.h"
 #include "platform/pages/Sheets.h"
+
+#include <optional>
 
 namespace velmora::print {
 
@@ -8,8 +11,8 @@ namespace velmora::print {
 class PagePrinter {
 public:
     virtual ~PagePrinter() = default;
-    // The current paper, in the current orientation.
-    virtual pages::PaperSize Paper() const = 0;
+    // The current paper, held in that orientation, or else in the current one.
+    virtual pages::PaperSize Paper(std::optional<Orientation> orientation) const = 0;
     // Prints the pages in their order as one printer document. They fit the paper. Throws Error unless the printer has
     // taken the whole document. False when the user was asked for a file to print into and gave none.
     virtual bool Print(const pages::Document& document) = 0;

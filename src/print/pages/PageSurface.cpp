@@ -1,8 +1,18 @@
 #include "print/pages/PageSurface.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmora::print {
+
+QString OnPage(Text text) {
+    QString shown = text.toString();
+    const auto isControl = [](QChar c) { return c < u' ' && c != u'\n' && c != u'\r'; };
+    if (std::any_of(shown.cbegin(), shown.cend(), isControl)) {
+        std::replace_if(shown.begin(), shown.end(), isControl, QChar(u' '));
+    }
+    return shown;
+}
 
 PageSurface::PageSurface(pages::Document& document, const PageGeometry& geometry, const pages::FontSpec& font)
     : document_(document), geometry_(geometry) {
@@ -108,6 +118,13 @@ void PageSurface::DrawLineTo(int x, int y) {
     Reach(std::max(CurrentY, y));
     CurrentX = x;
     CurrentY = y;
+}
+
+void PageSurface::DrawRule(int x, int y, int width, int thickness) {
+    DrawWidth = thickness;
+    CurrentX = x;
+    CurrentY = y;
+    DrawLineTo(x + width, y);
 }
 
 void PageSurface::DrawBox(int dx, int dy, int width, int height) {

@@ -9,6 +9,9 @@
 
 namespace velmora::print {
 
+// A text as pages show it: what would move the print position or draw an empty frame is a blank. Line ends stay.
+QString OnPage(Text text);
+
 // A sheet as reports draw on it. Lengths are twips. The drawable area is what positions count in: (0, 0) is its upper
 // left corner, so that nothing that a report draws falls into a margin that the printer cannot reach.
 struct PageGeometry {
@@ -59,6 +62,8 @@ public:
     // Ends the line: the print position goes to the left edge, one line down.
     void EndLine();
     void DrawLineTo(int x, int y);
+    // A level line of that draw width; the print position moves to its end.
+    void DrawRule(int x, int y, int width, int thickness);
     // A rectangle at (CurrentX + dx, CurrentY + dy); the print position stays.
     void DrawBox(int dx, int dy, int width, int height);
     void AddDots(int dots);

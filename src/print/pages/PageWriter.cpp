@@ -1,7 +1,11 @@
 #include "print/pages/PageWriter.h"
 
+#include "print/pages/PageRecords.h"
+
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 namespace velmora::print {
 
@@ -21,23 +25,10 @@ qint16 RoomFor(size_t lines, qint16 least) {
     return static_cast<qint16>(std::min<size_t>(lines - 1 + static_cast<size_t>(least), 1000));
 }
 
-// A text as pages show it: what would move the print position or draw an empty frame is a blank. Line ends stay.
-QString OnPage(Text text) {
-    QString shown = text.toString();
-    const auto isControl = [](QChar c) { return c < u' ' && c != u'\n' && c != u'\r'; };
-    if (std::any_of(shown.cbegin(), shown.cend(), isControl)) {
-        std::replace_if(shown.begin(), shown.end(), isControl, QChar(u' '));
-    }
-    return shown;
-}
-
-// The index of the first line that no broken line follows or is. The lines are views into `text`.
-size_t BehindLastBroken(const std::vector<QStringView>& lines, QStringView text) {
+// The index of the first line that no broken line follows or is.
+size_t BehindLastBroken(const std::vector<TextCell::Line>& lines) {
     size_t index = lines.size() - 1;
-    const auto isBroken = [text](QStringView line) {
-        return line.end() != text.end() && *line.end() != u'\n' && *line.end() != u'\r';
-    };
-    while (index > 0 && !isBroken(lines[index - 1])) {
+    while (index > 0 && !lines[index - 1].isBroken) {
         --index;
     }
     return index;
@@ -45,9 +36,38 @@ size_t BehindLastBroken(const std::vector<QStringView>& lines, QStringView text)
 
 } // namespace
 
-PageWriter::PageWriter(JobState& state, PageTarget target, const QString& documentName)
-    : state_(state), target_(std::move(target)), document_{documentName, {}, {}},
+PageWriter::PageWriter(JobState& state, const PageTarget& target, const QString& documentName)
+    : state_(state), target_(target), document_{documentName, {}, {}},
       surface_(document_, target_.geometry, target_.font) {}
+
+PageWriter::~PageWriter() = default;
+
+void PageWriter::Name(const QString& title) {
+    if (!std::exchange(titled_, true)) {
+        document_.name += QStringLiteral(": ") + title;
+    }
+}
+
+void PageWriter::BeginRecords(RecordForm form) {
+    Name(form.title);
+    records_ = std::make_unique<PageRecords>(surface_, std::move(form));
+}
+
+void PageWriter::BeginGroup(size_t level, const QString& heading) {
+    records_->BeginGroup(level, heading);
+}
+
+void PageWriter::PrintRecord(const Record& record) {
+    records_->PrintRecord(record);
+}
+
+void PageWriter::EndGroup(size_t level, const QString& footer) {
+    records_->EndGroup(level, footer);
+}
+
+void PageWriter::EndRecords(const QString& closing) {
+    records_->Finish(closing, document_);
+}
 
 int PageWriter::TextWidth(Text text) const {
     const QString shown = OnPage(text);
@@ -62,7 +82,7 @@ int PageWriter::TextWidth(Text text) const {
 void PageWriter::NewPage() {
     const int closing = surface_.PageCount();
     if (target_.pageLimit > 0 && closing >= target_.pageLimit) {
-        target_.refusePage();
+        RefusePage();
         return;
     }
     // Where breaks are suppressed a page may be full to its foot and beyond; its number then stands below all of it.
@@ -88,8 +108,7 @@ void PageWriter::PrintRule(qint16 width, qint16 spaceAbove, qint16 spaceBelow) {
     }
     surface_.AddDots(spaceAbove);
     if (drawn != 0) {
-        surface_.DrawWidth = drawn;
-        surface_.DrawLineTo(surface_.Width(), surface_.CurrentY);
+        surface_.DrawRule(surface_.CurrentX, surface_.CurrentY, surface_.Width() - surface_.CurrentX, drawn);
     }
     surface_.CurrentX = 0;
     surface_.AddDots(spaceBelow);
@@ -106,10 +125,7 @@ void PageWriter::Restyle(bool bold, bool italic, bool underline) {
 void PageWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
     const QString first = OnPage(title);
     const QString second = OnPage(subtitle);
-    if (!titled_) {
-        titled_ = true;
-        document_.name += QStringLiteral(": ") + first;
-    }
+    Name(first);
     const pages::FontSpec before = surface_.Font();
     pages::FontSpec large = before;
     large.points = std::round(before.points) * 1.5;
@@ -153,34 +169,30 @@ void PageWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
     AddVerticalSpace(20);
 }
 
-void PageWriter::PrintLines(const Lines& lines, int x) {
-    for (size_t i = 0; i < lines.size(); ++i) {
-        if (i > 0) {
-            surface_.EndLine();
-        }
-        surface_.CurrentX = x;
-        surface_.Print(lines[i]);
-    }
+TextCell PageWriter::Wrapped(const QString& text, int x) {
+    TextCell cell{x, surface_.Width() - x};
+    AddWrapped(cell, surface_, text, surface_.Font());
+    return cell;
 }
 
-void PageWriter::PrintWrapped(QStringView text, int x) {
-    PrintLines(surface_.Wrap(text, surface_.Width() - x), x);
+void PageWriter::PrintCell(TextCell& cell) {
+    DrawLines(cell, surface_, surface_.CurrentY, std::numeric_limits<int>::max(), 0);
+}
+
+void PageWriter::PrintWrapped(const QString& text, int x) {
+    TextCell cell = Wrapped(text, x);
+    PrintCell(cell);
 }
 
 void PageWriter::PrintSectionHeading(Text text, int x) {
-    const QString heading = OnPage(text);
     const pages::FontSpec before = surface_.Font();
-    pages::FontSpec strong = before;
-    strong.bold = true;
-    strong.italic = true;
-    surface_.SetFont(strong);
-    const Lines lines = surface_.Wrap(heading, surface_.Width() - x);
+    Restyle(true, true, before.underline);
+    TextCell heading = Wrapped(OnPage(text), x);
     surface_.SetFont(before);
-    EnsureRoom(RoomFor(lines.size(), 4));
+    EnsureRoom(RoomFor(heading.lines.size(), 4));
     surface_.CurrentX = x;
     PrintRule(5, 60, 15);
-    surface_.SetFont(strong);
-    PrintLines(lines, x);
+    PrintCell(heading);
     surface_.EndLine();
     AddVerticalSpace(40);
     surface_.SetFont(before);
@@ -190,164 +202,136 @@ void PageWriter::PrintParagraph(Text text) {
     if (text.isEmpty()) {
         return;
     }
-    const QString whole = OnPage(text);
-    const Lines lines = surface_.Wrap(whole, surface_.Width() - state_.TabStop1());
+    TextCell cell = Wrapped(OnPage(text), state_.TabStop1());
     // The lines behind the last one that was too long stay together, as far as a page holds them.
-    const size_t rest = BehindLastBroken(lines, whole);
-    for (size_t i = 0; i < lines.size(); ++i) {
-        EnsureRoom(i == rest ? RoomFor(lines.size() - rest, 2) : qint16{2});
-        surface_.CurrentX = state_.TabStop1();
-        surface_.Print(lines[i]);
+    const size_t rest = BehindLastBroken(cell.lines);
+    while (!cell.IsDrawn()) {
+        EnsureRoom(cell.drawn == rest ? RoomFor(cell.lines.size() - rest, 2) : qint16{2});
+        DrawLines(cell, surface_, surface_.CurrentY, 0, 1);
         surface_.EndLine();
     }
 }
 
-PageWriter::Pair PageWriter::MakePair(Text label, Text value, std::optional<qint16> style) const {
+PageWriter::Pair PageWriter::MakePair(const LabelValue& texts, int labelX, int valueX, int right) {
     Pair pair;
-    pair.labelText = OnPage(label);
-    pair.valueText = OnPage(value);
-    pair.style = style ? *style : state_.attributes.Lookup(label.toString());
-    pair.right = surface_.Width();
-    pair.labelBox = static_cast<int>(surface_.Width() * 0.2) - boxMargin;
-    pair.spaceBelow = 15;
-    return pair;
-}
-
-PageWriter::Pair PageWriter::LeftPair(Text label, Text value, std::optional<qint16> style) const {
-    Pair pair = MakePair(label, value, style);
-    pair.label = state_.TabStop1();
-    pair.value = state_.TabStop2();
-    return pair;
-}
-
-PageWriter::Pair PageWriter::RightPair(Text label, Text value, std::optional<qint16> style) const {
-    Pair pair = MakePair(label, value, style);
-    pair.label = state_.TabStop3();
-    pair.value = state_.TabStop4();
-    return pair;
-}
-
-void PageWriter::WrapPair(Pair& pair) {
+    pair.style = texts.style ? *texts.style : state_.attributes.Lookup(texts.label.toString());
     const pages::FontSpec before = surface_.Font();
-    Restyle(true, before.italic, before.underline);
+    pages::FontSpec font = before;
+    font.bold = true;
     // Tab stops may stand in any order; a label without room before its value is left as it is.
-    const int room = pair.value - pair.label - columnGap;
-    pair.labelLines = surface_.Wrap(pair.labelText, room > 0 ? room : surface_.Width());
-    Restyle(before.bold || (pair.style & Bold) != 0, before.italic || (pair.style & Italic) != 0,
-            before.underline || (pair.style & Underlined) != 0);
-    pair.valueFont = surface_.Font();
-    pair.valueLines = surface_.Wrap(pair.valueText, pair.right - pair.value - boxMargin);
+    const int room = valueX - labelX - columnGap;
+    pair.label = {labelX, room > 0 ? room : surface_.Width()};
+    AddWrapped(pair.label, surface_, OnPage(texts.label), font);
+    font.bold = before.bold || (pair.style & Bold) != 0;
+    font.italic = before.italic || (pair.style & Italic) != 0;
+    font.underline = before.underline || (pair.style & Underlined) != 0;
+    pair.value = {valueX, right - valueX - boxMargin};
+    AddWrapped(pair.value, surface_, OnPage(texts.value), font);
     surface_.SetFont(before);
+    return pair;
 }
 
-void PageWriter::PrintLabelCell(const Pair& pair) {
-    surface_.CurrentX = pair.label;
-    const int lines = static_cast<int>(pair.labelLines.size());
+void PageWriter::PrintLabelCell(Pair& pair, int boxWidth) {
+    surface_.CurrentX = pair.label.x;
     if (state_.LeaderStyle == boxes) {
-        surface_.DrawBox(-boxMargin, -boxMargin, pair.labelBox, surface_.LineHeight() * lines + 25);
+        const int lines = static_cast<int>(pair.label.lines.size());
+        surface_.DrawBox(-boxMargin, -boxMargin, boxWidth, surface_.LineHeight() * lines + 25);
     }
-    pages::FontSpec font = surface_.Font();
-    font.bold = true;
-    surface_.SetFont(font);
-    PrintLines(pair.labelLines, pair.label);
+    PrintCell(pair.label);
     if (state_.LeaderStyle == leaderLines) {
         const int top = surface_.CurrentY;
         surface_.CurrentY += surface_.LineHeight();
-        surface_.DrawLineTo(pair.value, surface_.CurrentY);
+        surface_.DrawLineTo(pair.value.x, surface_.CurrentY);
         surface_.CurrentY = top;
     }
 }
 
-void PageWriter::PrintValueCell(const Pair& pair) {
-    surface_.CurrentX = pair.value;
+void PageWriter::PrintValueCell(Pair& pair) {
+    surface_.CurrentX = pair.value.x;
     const bool grey = (pair.style & GreyBox) != 0;
     // The label's box of the next pair is filled alike.
     surface_.FillStyle = grey ? pages::Fill::Grey : pages::Fill::None;
-    surface_.SetFont(pair.valueFont);
     if (grey || state_.LeaderStyle == boxes) {
+        surface_.SetFont(pair.value.lines.front().font);
         int widest = 0;
-        for (const QStringView line : pair.valueLines) {
-            widest = std::max(widest, surface_.TextWidth(line));
+        for (const TextCell::Line& line : pair.value.lines) {
+            widest = std::max(widest, surface_.TextWidth(line.text));
         }
-        surface_.DrawBox(-boxMargin, -boxMargin, widest + 2 * boxMargin,
-                         surface_.LineHeight() * static_cast<int>(pair.valueLines.size()) + 25);
+        surface_.DrawBox(-boxMargin, -boxMargin, widest + 2 * boxMargin, pair.value.Height() + 25);
     }
-    PrintLines(pair.valueLines, pair.value);
+    PrintCell(pair.value);
 }
 
-void PageWriter::PrintPair(const Pair& pair) {
+void PageWriter::PrintPair(Pair& pair, int labelBox, qint16 spaceBelow) {
     const pages::FontSpec before = surface_.Font();
     const int top = surface_.CurrentY;
-    PrintLabelCell(pair);
+    PrintLabelCell(pair, labelBox);
     const int labelBottom = surface_.CurrentY;
     surface_.CurrentY = top;
     PrintValueCell(pair);
     surface_.CurrentY = std::max(surface_.CurrentY, labelBottom);
     surface_.SetFont(before);
     surface_.EndLine();
-    AddVerticalSpace(pair.spaceBelow);
+    AddVerticalSpace(spaceBelow);
 }
 
-void PageWriter::EnsureRoomFor(std::initializer_list<const Pair*> pairs) {
-    size_t lines = 1;
-    for (const Pair* pair : pairs) {
-        lines = std::max({lines, pair->labelLines.size(), pair->valueLines.size()});
+std::vector<PageWriter::Pair> PageWriter::PlacePairs(std::span<const LabelValue> texts, PairWidth width) {
+    std::vector<Pair> pairs;
+    for (const LabelValue& each : texts) {
+        const bool right = !pairs.empty() || (texts.size() == 1 && state_.RightPair);
+        if (width == PairWidth::Wide) {
+            pairs.push_back(MakePair(each, state_.TabStop1(), state_.TabStop3(), surface_.Width()));
+        } else if (right) {
+            pairs.push_back(MakePair(each, state_.TabStop3(), state_.TabStop4(), surface_.Width()));
+        } else {
+            const int end = texts.size() > 1 ? state_.TabStop3() - columnGap : surface_.Width();
+            pairs.push_back(MakePair(each, state_.TabStop1(), state_.TabStop2(), end));
+        }
     }
+    return pairs;
+}
+
+void PageWriter::PrintPairs(std::span<const LabelValue> texts, PairWidth width) {
+    std::vector<Pair> pairs = PlacePairs(texts, width);
+    size_t lines = 1;
+    for (const Pair& pair : pairs) {
+        lines = std::max({lines, pair.label.lines.size(), pair.value.lines.size()});
+    }
+    // Breaks before the first pair or not at all, so that all stand on one line.
     EnsureRoom(RoomFor(lines, 5));
-}
-
-void PageWriter::PrintLabelValue(Text label, Text value, std::optional<qint16> style) {
-    Pair pair = state_.RightPair ? RightPair(label, value, style) : LeftPair(label, value, style);
-    WrapPair(pair);
-    EnsureRoomFor({&pair});
-    PrintPair(pair);
-}
-
-void PageWriter::PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) {
-    Pair pair = LeftPair(label, value, style);
-    pair.value = state_.TabStop3();
-    pair.labelBox = static_cast<int>(surface_.Width() * 0.4) - boxMargin;
-    pair.spaceBelow = 20;
-    WrapPair(pair);
-    EnsureRoomFor({&pair});
-    PrintPair(pair);
-}
-
-void PageWriter::PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) {
-    Pair left = LeftPair(label1, value1, {});
-    left.right = state_.TabStop3() - columnGap;
-    Pair right = RightPair(label2, value2, style);
-    WrapPair(left);
-    WrapPair(right);
-    // Breaks before the first pair or not at all, so that both stand on one line.
-    EnsureRoomFor({&left, &right});
+    const bool wide = width == PairWidth::Wide;
+    const int labelBox = static_cast<int>(surface_.Width() * (wide ? 0.4 : 0.2)) - boxMargin;
     const int top = surface_.CurrentY;
-    PrintPair(left);
-    const int bottom = surface_.CurrentY;
-    surface_.CurrentY = top;
-    PrintPair(right);
-    surface_.CurrentY = std::max(surface_.CurrentY, bottom);
-    state_.RightPair = false;
+    int bottom = top;
+    for (Pair& pair : pairs) {
+        surface_.CurrentY = top;
+        PrintPair(pair, labelBox, wide ? 20 : 15);
+        bottom = std::max(bottom, surface_.CurrentY);
+    }
+    surface_.CurrentY = bottom;
+    state_.RightPair = state_.RightPair && pairs.size() == 1;
 }
 
-void PageWriter::PlaceCells(std::vector<Cell>& cells) const {
+void PageWriter::PlaceCells(std::vector<Cell>& cells) {
     std::erase_if(cells, [](const Cell& cell) { return cell.text.isEmpty(); });
     int previousEnd = 0;
     for (Cell& cell : cells) {
         const int width = surface_.TextWidth(cell.text);
-        cell.left = cell.x;
+        cell.wrapped.x = cell.x;
         if (cell.endsAtRight) {
             // A text that would run into the one before it shares the rest of the line with it.
             const int half = (cell.x + surface_.Width()) / 2;
             const int free = previousEnd > cell.x - columnGap ? std::min(previousEnd + columnGap, half) : cell.x;
-            cell.left = std::max(free, surface_.Width() - width);
+            cell.wrapped.x = std::max(free, surface_.Width() - width);
         }
-        previousEnd = cell.left + width;
+        previousEnd = cell.wrapped.x + width;
     }
     for (size_t i = 0; i < cells.size(); ++i) {
-        const int right = i + 1 < cells.size() ? cells[i + 1].left - columnGap : surface_.Width();
+        Cell& cell = cells[i];
+        const int right = i + 1 < cells.size() ? cells[i + 1].wrapped.x - columnGap : surface_.Width();
         // Tab stops may stand in any order; a cell without room before the next one is left as it is.
-        cells[i].lines = surface_.Wrap(cells[i].text, right > cells[i].left ? right - cells[i].left : surface_.Width());
+        cell.wrapped.width = right > cell.wrapped.x ? right - cell.wrapped.x : surface_.Width();
+        AddWrapped(cell.wrapped, surface_, cell.text, surface_.Font());
     }
 }
 
@@ -355,13 +339,13 @@ void PageWriter::PrintCells(std::vector<Cell> cells, qint16 least) {
     PlaceCells(cells);
     size_t lines = 1;
     for (const Cell& cell : cells) {
-        lines = std::max(lines, cell.lines.size());
+        lines = std::max(lines, cell.wrapped.lines.size());
     }
     EnsureRoom(RoomFor(lines, least));
     const int top = surface_.CurrentY;
-    for (const Cell& cell : cells) {
+    for (Cell& cell : cells) {
         surface_.CurrentY = top;
-        PrintLines(cell.lines, cell.left);
+        PrintCell(cell.wrapped);
     }
     surface_.CurrentX = 0;
     surface_.CurrentY = top + surface_.LineHeight() * static_cast<int>(lines);

@@ -2,13 +2,15 @@
 
 #include "print/JobState.h"
 #include "print/ReportWriter.h"
-#include "print/pages/PageSurface.h"
+#include "print/pages/TextCell.h"
 
-#include <functional>
+#include <memory>
 
 namespace velmora::print {
 
-// Where a report's pages are drawn and go.
+class PageRecords;
+
+// What a document's pages are drawn on.
 struct PageTarget {
     PageGeometry geometry;
     pages::FontSpec font;
@@ -16,24 +18,23 @@ struct PageTarget {
     int pageLimit = 0;
     // A rule's thickness is divided by this: the preview draws them thinner.
     int ruleDivisor = 1;
-    // Takes the finished pages. May be called again after a failure.
-    std::function<void(const pages::Document& document)> deliver;
-    // Called at each attempt to go beyond the limit; drawing goes on on the last page.
-    std::function<void()> refusePage;
 };
 
 // Draws a report on pages, for printers, PDF files and the preview. A text that is wider than its column is wrapped
 // inside the column, so that nothing overlaps; what takes more lines for that is given the room.
 class PageWriter : public ReportWriter {
 public:
-    // The document is called by the first report title behind `documentName`.
-    PageWriter(JobState& state, PageTarget target, const QString& documentName);
+    // The document is called by its first title behind `documentName`.
+    PageWriter(JobState& state, const PageTarget& target, const QString& documentName);
+    ~PageWriter() override;
+    PageWriter(const PageWriter&) = delete;
+    PageWriter& operator=(const PageWriter&) = delete;
+
+    // As they are drawn so far.
+    const pages::Document& Pages() const { return document_; }
 
     int DeviceWidth() const override { return surface_.Width(); }
     int TextWidth(Text text) const override;
-    void Begin() override {}
-    void Finish() override {}
-    void Deliver() override { target_.deliver(document_); }
 
     void NewPage() override;
     void EnsureRoom(qint16 lines) override;
@@ -42,52 +43,47 @@ public:
     void PrintReportTitle(Text title, Text subtitle, Text secondLine) override;
     void PrintSectionHeading(Text text, int x) override;
     void PrintParagraph(Text text) override;
-    void PrintLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintWideLabelValue(Text label, Text value, std::optional<qint16> style) override;
-    void PrintTwoLabelValues(Text label1, Text value1, Text label2, Text value2, std::optional<qint16> style) override;
+    void PrintPairs(std::span<const LabelValue> pairs, PairWidth width) override;
     void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
+    void BeginRecords(RecordForm form) override;
+    void BeginGroup(size_t level, const QString& heading) override;
+    void PrintRecord(const Record& record) override;
+    void EndGroup(size_t level, const QString& footer) override;
+    void EndRecords(const QString& closing) override;
+
+protected:
+    // Called at each attempt to go beyond the target's limit; drawing goes on on the last page.
+    virtual void RefusePage() {}
 
 private:
-    using Lines = std::vector<QStringView>;
-    // A label and its value, and where they stand. Lengths are twips.
     struct Pair {
-        int label = 0;
-        int value = 0;
-        // Where the value's column ends.
-        int right = 0;
-        // Width of the label's box.
-        int labelBox = 0;
-        qint16 spaceBelow = 0;
+        TextCell label;
+        TextCell value;
         qint16 style = 0;
-        QString labelText;
-        QString valueText;
-        // As WrapPair leaves them, the lines being views of the texts.
-        pages::FontSpec valueFont;
-        Lines labelLines;
-        Lines valueLines;
     };
     struct Cell {
         int x = 0;
         QString text;
         // The text ends at the surface's right edge; `x` is then as far left as it may begin.
         bool endsAtRight = false;
-        // As PlaceCells leaves them.
-        int left = 0;
-        Lines lines = {};
+        // As PlaceCells leaves it.
+        TextCell wrapped = {};
     };
 
-    Pair MakePair(Text label, Text value, std::optional<qint16> style) const;
-    Pair LeftPair(Text label, Text value, std::optional<qint16> style) const;
-    Pair RightPair(Text label, Text value, std::optional<qint16> style) const;
-    void WrapPair(Pair& pair);
-    void EnsureRoomFor(std::initializer_list<const Pair*> pairs);
-    void PrintPair(const Pair& pair);
+    // The first title names the document.
+    void Name(const QString& title);
+    // Wrapped between where they stand and the right end of the value's column.
+    Pair MakePair(const LabelValue& texts, int labelX, int valueX, int right);
+    std::vector<Pair> PlacePairs(std::span<const LabelValue> texts, PairWidth width);
+    void PrintPair(Pair& pair, int labelBox, qint16 spaceBelow);
     // The print position ends on the last line of the cell.
-    void PrintLabelCell(const Pair& pair);
-    void PrintValueCell(const Pair& pair);
+    void PrintLabelCell(Pair& pair, int boxWidth);
+    void PrintValueCell(Pair& pair);
     // Draws the cells of one row; the print position ends below the longest. `least` is the room that a row of one line
     // asks for.
     void PrintCells(std::vector<Cell> cells, qint16 least);
+    // Forgets empty cells and wraps each of the others before the next one.
+    void PlaceCells(std::vector<Cell>& cells);
     void PrintWrappedRow(std::span<const Text> texts);
     void PrintIndentedRow(std::span<const Text> texts);
     void PrintCutRow(std::span<const Text> texts);
@@ -95,17 +91,19 @@ private:
     int TabStop(size_t index) const;
     // Forgets empty cells and wraps each of the others before the next one.
     void PlaceCells(std::vector<Cell>& cells) const;
-    // Draws lines below each other; the last is not ended.
-    void PrintLines(const Lines& lines, int x);
-    void PrintWrapped(QStringView text, int x);
+    // The text in the current font, wrapped from `x` to the right edge.
+    TextCell Wrapped(const QString& text, int x);
+    // Draws all lines from the height of the print position on, which ends on the last of them.
+    void PrintCell(TextCell& cell);
+    void PrintWrapped(const QString& text, int x);
     void Restyle(bool bold, bool italic, bool underline);
 
     JobState& state_;
     PageTarget target_;
     pages::Document document_;
     PageSurface surface_;
-    // The document is called by its first title.
     bool titled_ = false;
+    std::unique_ptr<PageRecords> records_;
 };
 
 } // namespace velmora::print

@@ -10,41 +10,52 @@ namespace velmora::print {
 
 namespace {
 
-constexpr int pageLimit = 255;
-// Rules are drawn thinner on the screen than on paper.
-constexpr int ruleDivisor = 5;
+PageTarget ScreenTarget(const Printers& printers, const JobState& state) {
+    PageTarget target = TargetOf(printers, state);
+    target.pageLimit = 255;
+    // Rules are drawn thinner on the screen than on paper.
+    target.ruleDivisor = 5;
+    return target;
+}
 
-// One report's refusals of a page beyond the limit.
-class Refusals {
+class PreviewWriter : public PageWriter {
 public:
-    explicit Refusals(const Services& services) : services_(services) {}
-    ~Refusals() { Clear(); }
-    Refusals(const Refusals&) = delete;
-    Refusals& operator=(const Refusals&) = delete;
+    PreviewWriter(JobState& state, const Services& services, PreviewWindows& windows, const QString& documentName)
+        : PageWriter(state, ScreenTarget(services.printers, state), documentName), services_(services),
+          windows_(windows), orientation_(OrientationOf(state)) {}
+    ~PreviewWriter() override { ClearNotice(); }
+    PreviewWriter(const PreviewWriter&) = delete;
+    PreviewWriter& operator=(const PreviewWriter&) = delete;
 
-    void Refuse() {
+    void Deliver() override {
+        ClearNotice();
+        windows_.Open({Pages(), notice_, orientation_});
+    }
+
+private:
+    void RefusePage() override {
         const bool first = notice_.isEmpty();
         notice_ = Translate(QStringLiteral("Print Preview Not supported for Reports longer than 256 Pages"));
         if (first) {
             services_.dialogs.ShowMessage({notice_, CurrentProgram().Title(), Buttons::Ok, Icon::Exclamation});
         } else {
-            told_ = true;
+            isShown_ = true;
             services_.progress.Show(notice_, std::nullopt);
         }
     }
     // Takes the notice off the screen, so that it neither covers the preview nor makes the desk look busy.
-    void Clear() {
-        if (std::exchange(told_, false)) {
+    void ClearNotice() {
+        if (std::exchange(isShown_, false)) {
             services_.progress.Show({}, std::nullopt);
         }
     }
-    const QString& Notice() const { return notice_; }
 
-private:
     const Services& services_;
+    PreviewWindows& windows_;
+    std::optional<Orientation> orientation_;
     QString notice_;
     // The notice stands in the status line.
-    bool told_ = false;
+    bool isShown_ = false;
 };
 
 } // namespace
@@ -53,18 +64,7 @@ std::unique_ptr<ReportWriter> PreviewPages::MakeWriter(JobState& state) {
     if (!state.PreviewMode) {
         return printer_.MakeWriter(state);
     }
-    const auto refusals = std::make_shared<Refusals>(services_);
-    PageTarget target;
-    target.geometry = SurfaceOf(services_.printers.CurrentPage());
-    target.font = FontOf(services_.printers.CurrentFont());
-    target.pageLimit = pageLimit;
-    target.ruleDivisor = ruleDivisor;
-    target.refusePage = [refusals] { refusals->Refuse(); };
-    target.deliver = [refusals, &windows = windows_](const pages::Document& document) {
-        refusals->Clear();
-        windows.Open({document, refusals->Notice()});
-    };
-    return std::make_unique<PageWriter>(state, std::move(target), documentName_);
+    return std::make_unique<PreviewWriter>(state, services_, windows_, documentName_);
 }
 
 } // namespace velmora::print

@@ -2,7 +2,7 @@
 
 #include "base/Program.h"
 #include "platform/pages/Page.h"
-#include "print/PrintJob.h"
+#include "print/PrintServices.h"
 
 namespace velmora::print {
 
@@ -11,6 +11,8 @@ struct PreviewReport {
     pages::Document document;
     // What the reader must know of it, such as the page limit that it met; empty without.
     QString notice;
+    // How the paper is held that it is printed on; as the printer is set without.
+    std::optional<Orientation> orientation = {};
 };
 
 // Shows finished reports, each in a window of its own, which then belongs to the person at the desk.

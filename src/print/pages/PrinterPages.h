@@ -1,8 +1,8 @@
 #pragma once
 
-#include "print/PrintJob.h"
+#include "print/PrintServices.h"
 #include "print/pages/PageOutput.h"
-#include "print/pages/PageSurface.h"
+#include "print/pages/PageWriter.h"
 
 namespace velmora::print {
 
@@ -12,6 +12,13 @@ PageGeometry SurfaceOf(const PrinterPage& page);
 // The printer's font as pages use it: the default family where the printer's own is not installed. Throws Error where
 // that is missing too.
 pages::FontSpec FontOf(const PrinterFont& font);
+
+// The orientation that the document is to have whatever the printer's is.
+std::optional<Orientation> OrientationOf(const JobState& state);
+
+// The current printer's pages as the document takes them: its own page form, or what the printer is set to. Throws
+// Error as FontOf does.
+PageTarget TargetOf(const Printers& printers, const JobState& state);
 
 // Makes the writers of reports that are printed on the current printer.
 class PrinterPages : public PageWriterFactory {

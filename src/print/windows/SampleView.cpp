@@ -20,7 +20,6 @@ constexpr int sampleHeight = 420;
 } // namespace
 
 pages::Document SampleDocument(const Sample& sample) {
-    pages::Document document;
     JobState state;
     state.LeaderStyle = sample.leaderStyle;
     state.TabStops = {edge, edge + columnWidth, 0, 0};
@@ -28,13 +27,11 @@ pages::Document SampleDocument(const Sample& sample) {
     PageTarget target;
     target.geometry = {sampleWidth, sampleHeight, 0, 0, 5 * columnWidth, sampleHeight};
     target.font = {QStringLiteral("Liberation Sans"), 10, false, false, false, false};
-    target.deliver = [&document](const pages::Document& drawn) { document = drawn; };
     state.SuppressPageBreaks = true;
-    PageWriter writer(state, std::move(target), {});
+    PageWriter writer(state, target, {});
     writer.AddVerticalSpace(edge / 3);
     writer.PrintLabelValue(sample.caption, sample.value, sample.style);
-    writer.Deliver();
-    return document;
+    return writer.Pages();
 }
 
 void DrawSample(QPainter& painter, const QRect& rect, const pages::Document& document, int dotsPerInch) {

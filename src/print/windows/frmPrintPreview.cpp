@@ -40,9 +40,10 @@ private:
 } // namespace
 
 frmPrintPreview::frmPrintPreview(const Services& services, PagePrinter& printer, PreviewReport report)
-    : services_(services), printer_(printer), document_(std::move(report.document)), Toolbar1(new PreviewToolbar),
-      Picture1(new QLabel), lblNotice_(new QLabel), lblZoom_(new QLabel), picPage(new PageView(document_)),
-      findBar_(new FindBar(document_, this)), goToBar_(new GoToBar(PageCount(), this)), menu_(new QMenu(this)) {
+    : services_(services), printer_(printer), document_(std::move(report.document)), orientation_(report.orientation),
+      Toolbar1(new PreviewToolbar), Picture1(new QLabel), lblNotice_(new QLabel), lblZoom_(new QLabel),
+      picPage(new PageView(document_)), findBar_(new FindBar(document_, this)),
+      goToBar_(new GoToBar(PageCount(), this)), menu_(new QMenu(this)) {
     setObjectName(QStringLiteral("frmPrintPreview"));
     setWindowTitle(Translate(QStringLiteral("Print Preview")));
     Picture1->setObjectName(QStringLiteral("Picture1"));
@@ -147,7 +148,7 @@ void frmPrintPreview::Print(const QString& task, int first, int count) {
     steps.Step(task, [&] {
         const auto begin = document_.pages.begin() + first;
         const pages::Document chosen{document_.name, document_.fonts, {begin, begin + count}};
-        printed = printer_.Print(pages::OnSheets(chosen, printer_.Paper()));
+        printed = printer_.Print(pages::OnSheets(chosen, printer_.Paper(orientation_)));
     });
     if (printed) {
         TellNotice(count == 1 ? Translate(QStringLiteral("Page %1 went to the printer")).arg(first + 1)

@@ -62,6 +62,7 @@ private:
     const Services& services_;
     PagePrinter& printer_;
     const pages::Document document_;
+    const std::optional<Orientation> orientation_;
     qint16 currentPage_ = 1;
     // Questions of this window that are open: the window is active again behind them without having been left.
     int openQuestions_ = 0;

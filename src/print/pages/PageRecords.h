@@ -1,27 +1,23 @@
 #pragma once
 
-#include "base/services/Printers.h"
-#include "layouts/document/DocumentWriter.h"
-#include "layouts/document/TextCells.h"
 #include "print/pages/PageSurface.h"
+#include "print/pages/TextCell.h"
 
-namespace velmora::layouts {
+namespace velmora::print {
 
-// Pages for printers, PDF files and the preview. Headings are never parted from the first record below them, and stand
-// again at the top of the next page; a record is parted only where it is longer than a page.
-class PagesDocument : public DocumentWriter {
+// Records on pages. Headings are never parted from the first record below them, and stand again at the top of the next
+// page; a record is parted only where it is longer than a page.
+class PageRecords {
 public:
-    // `page` is the paper in the layout's orientation, `family` the font's name.
-    PagesDocument(const Layout& layout, const LocaleText& locale, const PrinterPage& page, const QString& family,
-                  const QString& documentName);
+    // Draws from the top of the surface's first page on, in its font and sizes around it. Throws Error where there are
+    // more pages than can be numbered.
+    PageRecords(PageSurface& surface, RecordForm form);
 
-    void Begin(const SpecialTexts& specials) override;
-    void BeginGroup(size_t level, const QString& heading) override;
-    void Record(const FilledRecord& record) override;
-    void EndGroup(size_t level, const QString& footer) override;
-    void Finish(const QString& closing) override;
-
-    const pages::Document& Pages() const { return document_; }
+    void BeginGroup(size_t level, const QString& heading);
+    void PrintRecord(const Record& record);
+    void EndGroup(size_t level, const QString& footer);
+    // Writes the page strips too; `document` is the surface's.
+    void Finish(const QString& closing, pages::Document& document);
 
 private:
     struct OpenGroup {
@@ -59,27 +55,23 @@ private:
 
     // Records
     TextCell::Line EmptyLine();
-    std::vector<TextCell> MakeRow(const FilledRecord& record, bool pageStart);
-    std::vector<TextCell> MakeBodyItem(const BodyItem& item, const FilledCell& cell);
+    std::vector<TextCell> MakeRow(const Record& record, bool pageStart);
+    std::vector<TextCell> MakeItem(const RecordItem& item, const RecordCell& cell);
     std::vector<TextCell> MakeDetails(const QStringList& lines);
-    void DrawRow(const FilledRecord& record);
-    void DrawBody(const FilledRecord& record);
-    void DrawMarks(const FilledRecord& record);
+    void DrawRow(const Record& record);
+    void DrawItems(const Record& record);
+    void DrawMarks(const Record& record);
     // Draws the cells side by side from the print position on, over as many pages as they need.
     void Flow(std::vector<TextCell>& cells);
     void DrawLine(const QString& text, const pages::FontSpec& font, int spaceAbove);
 
     // Strips
-    void DrawStrips();
-    void DrawStrip(pages::Page& page, const PageStrip& strip, int y);
+    void DrawStrips(pages::Document& document);
+    void DrawStrip(pages::Document& document, pages::Page& page, const std::array<QString, 3>& texts, int y);
 
-    const Layout& layout_;
-    const LocaleText& locale_;
-    SpecialTexts specials_;
-    QString family_;
-    QString name_;
-    pages::Document document_;
-    print::PageSurface surface_;
+    PageSurface& surface_;
+    RecordForm form_;
+    pages::FontSpec font_;
     std::vector<ColumnPlace> columns_;
     std::vector<PageNumber> numbers_;
     std::vector<OpenGroup> open_;
@@ -91,4 +83,4 @@ private:
     int bottom_ = 0;
 };
 
-} // namespace velmora::layouts
+} // namespace velmora::print

@@ -1,28 +1,23 @@
-#include "layouts/document/TextCells.h"
+#include "print/pages/TextCell.h"
 
 #include <algorithm>
 #include <numeric>
 
-namespace velmora::layouts {
+namespace velmora::print {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// What would draw an empty frame or move the line is a blank; line ends stay.
-QString Printable(QString text) {
-    std::replace_if(
-        text.begin(), text.end(), [](QChar c) { return c < u' ' && c != u'\n' && c != u'\r'; }, QChar(u' '));
-    return text;
-}
-
-QString Shortened(const print::PageSurface& surface, QString line, int width) {
+QString Shortened(const PageSurface& surface, QString line, int width) {
     const QString dots = u"..."_s;
     while (!line.isEmpty() && surface.TextWidth(line + dots) > width) {
         line.chop(1);
     }
     return line.trimmed() + dots;
 }
+
+} // namespace
 
 int AlignedX(const TextCell& cell, int textWidth) {
     switch (cell.alignment) {
@@ -36,36 +31,44 @@ int AlignedX(const TextCell& cell, int textWidth) {
     return cell.x;
 }
 
-} // namespace
-
 int TextCell::Height() const {
     return std::accumulate(lines.begin(), lines.end(), 0, [](int sum, const Line& line) { return sum + line.height; });
 }
 
-void AddLines(TextCell& cell, print::PageSurface& surface, const QString& text, const pages::FontSpec& font,
-              size_t mostLines) {
-    const QString whole = Printable(text);
-    if (whole.trimmed().isEmpty()) {
-        return;
-    }
+void AddWrapped(TextCell& cell, PageSurface& surface, const QString& text, const pages::FontSpec& font) {
     surface.SetFont(font);
-    std::vector<QStringView> lines = surface.Wrap(whole, std::max(cell.width, 1));
-    const bool tooMany = mostLines > 0 && lines.size() > mostLines;
-    lines.resize(tooMany ? mostLines : lines.size());
-    for (size_t i = 0; i < lines.size(); ++i) {
-        QString line = lines[i].toString();
-        // The blank that a line was wrapped at would push the rest to the left.
-        while (line.endsWith(u' ')) {
-            line.chop(1);
-        }
-        if (tooMany && i + 1 == lines.size()) {
-            line = Shortened(surface, line, cell.width);
-        }
-        cell.lines.push_back({line, font, surface.LineHeight()});
+    const QStringView whole(text);
+    for (const QStringView line : surface.Wrap(whole, std::max(cell.width, 1))) {
+        const bool endsParagraph = line.end() == whole.end() || *line.end() == u'\n' || *line.end() == u'\r';
+        // Most texts are one line, which needs no copy.
+        cell.lines.push_back(
+            {line.size() == whole.size() ? text : line.toString(), font, surface.LineHeight(), !endsParagraph});
     }
 }
 
-int DrawLines(TextCell& cell, print::PageSurface& surface, int top, int room, size_t atLeast) {
+void AddLines(TextCell& cell, PageSurface& surface, const QString& text, const pages::FontSpec& font,
+              size_t mostLines) {
+    const QString shown = OnPage(text);
+    if (shown.trimmed().isEmpty()) {
+        return;
+    }
+    const size_t first = cell.lines.size();
+    AddWrapped(cell, surface, shown, font);
+    const bool tooMany = mostLines > 0 && cell.lines.size() - first > mostLines;
+    cell.lines.resize(tooMany ? first + mostLines : cell.lines.size());
+    for (size_t i = first; i < cell.lines.size(); ++i) {
+        // The blank that a line was wrapped at would push the rest to the left.
+        QString& line = cell.lines[i].text;
+        while (line.endsWith(u' ')) {
+            line.chop(1);
+        }
+    }
+    if (tooMany) {
+        cell.lines.back().text = Shortened(surface, cell.lines.back().text, cell.width);
+    }
+}
+
+int DrawLines(TextCell& cell, PageSurface& surface, int top, int room, size_t atLeast) {
     int height = 0;
     for (size_t count = 0; !cell.IsDrawn(); ++count, ++cell.drawn) {
         const TextCell::Line& line = cell.lines[cell.drawn];
@@ -81,14 +84,7 @@ int DrawLines(TextCell& cell, print::PageSurface& surface, int top, int room, si
     return height;
 }
 
-void DrawRule(print::PageSurface& surface, int x, int y, int width, int thickness) {
-    surface.DrawWidth = thickness;
-    surface.CurrentX = x;
-    surface.CurrentY = y;
-    surface.DrawLineTo(x + width, y);
-}
-
-void DrawTickBox(print::PageSurface& surface, int x, int y, int side, bool ticked) {
+void DrawTickBox(PageSurface& surface, int x, int y, int side, bool ticked) {
     surface.FillStyle = pages::Fill::None;
     surface.DrawWidth = 12;
     surface.CurrentX = x;
@@ -103,4 +99,4 @@ void DrawTickBox(print::PageSurface& surface, int x, int y, int side, bool ticke
     }
 }
 
-} // namespace velmora::layouts
+} // namespace velmora::print
