@@ -4,7 +4,6 @@
 #include "base/Translate.h"
 #include "base/windows/DateBox.h"
 #include "base/windows/Look.h"
-#include "notes/windows/CellEditors.h"
 #include "notes/windows/ChoiceBox.h"
 #include "notes/windows/GridDelegate.h"
 #include "notes/windows/RecordSelectors.h"
@@ -132,7 +131,7 @@ bool GridView::CommitCell() {
     }
     scrollTo(currentIndex());
     editor->setFocus();
-    SelectEditorText(*editor);
+    GridDelegate::SelectText(*editor);
     return false;
 }
 
@@ -227,16 +226,16 @@ void GridView::EditCell(const QString& typed) {
         connect(box, &ChoiceBox::Chosen, this, &GridView::CommitCell);
     }
     if (typed.isNull()) {
-        DeselectEditorText(editor);
+        GridDelegate::GoBehindText(editor);
     } else {
-        SetEditorText(editor, typed);
+        GridDelegate::SetText(editor, typed);
     }
 }
 
 void GridView::OpenChoices() {
     EditCell({});
     if (QWidget* editor = Editor()) {
-        OpenEditorList(*editor);
+        GridDelegate::OpenList(*editor);
     }
 }
 
