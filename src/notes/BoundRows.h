@@ -32,7 +32,7 @@ public:
     void Close();
     bool IsOpen() const { return set_ != nullptr; }
 
-    engine::Database& TheDatabase() const { return database_; }
+    engine::Database& Database() const { return database_; }
     const std::vector<BoundColumn>& Columns() const { return columns_; }
     // The column bound to that field; -1 without one.
     int ColumnOf(const char* field) const;

@@ -59,7 +59,7 @@ std::optional<RowRules::Refusal> NoteRules::Refuse(BoundRows& rows) {
                        {}};
     }
     // Another desk may have taken it away since it was offered. A stored note has to have chosen it to be asked.
-    const QStringList names = CategoryNames(rows.TheDatabase());
+    const QStringList names = CategoryNames(rows.Database());
     if (names.contains(name, Qt::CaseInsensitive)) {
         return std::nullopt;
     }

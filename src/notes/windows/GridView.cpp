@@ -85,6 +85,12 @@ void GridView::Requery() {
     PutCursor(row, column);
 }
 
+void GridView::Refresh(const QString& source) {
+    if (!HasPendingEdit()) {
+        rows_.IsOpen() ? Requery() : Open(source);
+    }
+}
+
 void GridView::CloseRecords() {
     Reset([this] { rows_.Close(); });
 }
@@ -127,20 +133,16 @@ bool GridView::CommitCell() {
             return true;
         }
     } catch (const Error& refusal) {
-        ShowRefusal(refusal);
+        // A date box says by itself, in place, why it refuses an entry.
+        if (qobject_cast<DateBox*>(editor) == nullptr) {
+            program_.services().dialogs.ShowMessage(
+                {refusal.Description(), program_.Title(), Buttons::Ok, Icon::Exclamation});
+        }
     }
     scrollTo(currentIndex());
     editor->setFocus();
     GridDelegate::SelectText(*editor);
     return false;
-}
-
-void GridView::ShowRefusal(const Error& refusal) {
-    // A date box says by itself, in place, why it refuses an entry.
-    if (qobject_cast<DateBox*>(Editor()) == nullptr) {
-        program_.services().dialogs.ShowMessage(
-            {refusal.Description(), program_.Title(), Buttons::Ok, Icon::Exclamation});
-    }
 }
 
 bool GridView::SetValue(const QModelIndex& index, const Value& value) {

@@ -34,6 +34,8 @@ public:
     // Reads the rows again and clears the selection; the cursor stays where it was. Throws.
     void Requery();
     void CloseRecords();
+    // Whichever of the two applies; rows with a pending edit are left as they are. Throws.
+    void Refresh(const QString& source);
     // What the Choice column offers.
     void SetChoices(QStringList choices);
 
@@ -88,7 +90,6 @@ private:
     void ToggleCell();
     // False when it was not taken, which was reported.
     bool SetValue(const QModelIndex& index, const Value& value);
-    void ShowRefusal(const Error& refusal);
     bool EndsEntry(const QKeyEvent& event) const;
 
     bool GridKey(const QKeyEvent& event);
