@@ -116,7 +116,7 @@ BoundRows::Outcome CategoryRules::Write(BoundRows& rows) {
         return outcome;
     } catch (...) {
         if (written) {
-            // All of it was undone behind the row's back: the edit is still to be written.
+            // The failed commit undid the row as well: the edit is still to be written.
             rows.Reopen();
             if (row < rows.Count()) {
                 rows.Set(row, nameColumn, Value(after));

@@ -37,7 +37,7 @@ QString NotesOf(qint32 reservation) {
     return u"Select * from [Note] where Reservation = "_s + QString::number(reservation);
 }
 
-void NoteRules::Follow(BoundRows& rows, int row, int column) {
+void NoteRules::FillIn(BoundRows& rows, int row, int column) {
     if (column == rows.ColumnOf("Completed") && rows.At(row, column).ToBool()) {
         SetWhereEmpty(rows, row, "CompletedTime", Value(std::chrono::floor<std::chrono::seconds>(clock_.Now())));
         SetWhereEmpty(rows, row, "CompletedBy", Value(userName_));

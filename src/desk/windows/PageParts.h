@@ -46,7 +46,7 @@ QLabel* NewHint(const QString& name, const QString& text);
 // A row that ends in the page's buttons; the first is the one that Return presses.
 QHBoxLayout* NewButtonRow(std::initializer_list<QPushButton*> buttons);
 
-// Option buttons that share a name and are told apart by an index.
+// Option buttons that share a name and differ by an index.
 class OptionGroup {
 public:
     OptionGroup(QWidget* parent, const QString& name, std::initializer_list<std::pair<int, QString>> captions);

@@ -150,7 +150,7 @@ bool GridView::SetValue(const QModelIndex& index, const Value& value) {
     Steps steps(program_.services().errors, module_, u"Edit Cell"_s);
     const bool taken = steps.Step(u"Taking Value"_s, [&] {
         rows_.Set(row, index.column(), value);
-        rules_.Follow(rows_, row, index.column());
+        rules_.FillIn(rows_, row, index.column());
     });
     model_.RowChanged(row);
     return taken;
@@ -171,7 +171,7 @@ bool GridView::UpdateRow() {
         if (const auto choices = keeper_.NewChoices()) {
             SetChoices(*choices);
         }
-        PutCursor(*rows_.PendingRow(), keeper_.WantingColumn().value_or(currentIndex().column()));
+        PutCursor(*rows_.PendingRow(), keeper_.MissingColumn().value_or(currentIndex().column()));
         setFocus();
     }
     return stored;

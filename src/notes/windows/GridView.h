@@ -39,9 +39,9 @@ public:
     // What the Choice column offers.
     void SetChoices(QStringList choices);
 
-    // Takes what is being typed and closes the editor. False when it stays open, which the user was told.
+    // Takes what is being typed and closes the editor. False when it stays open; a message has said why.
     bool CommitCell();
-    // The same, then writes the row. False when it must stay, which the user was told.
+    // The same, then writes the row. False when it must stay; a message has said why.
     bool UpdateRow();
     // Takes what is being typed and stores the row if that needs no question; else the log keeps it.
     void StoreUnasked() noexcept;
