@@ -30,7 +30,7 @@ bool IsDeletion(const EngineError& error) {
 
 } // namespace
 
-void Tasks::Tell(const QString& text) const {
+void Tasks::ShowMessage(const QString& text) const {
     program_.services().dialogs.ShowMessage({text, program_.Title(), Buttons::Ok, Icon::None});
 }
 
@@ -45,7 +45,7 @@ bool Tasks::Do(const QString& failure, Function&& work) {
         description = CurrentError().Description();
     }
     Hide({});
-    Tell(failure + u' ' + description);
+    ShowMessage(failure + u' ' + description);
     return false;
 }
 
@@ -57,7 +57,7 @@ void Tasks::ShowTasks() {
         return;
     }
     if (*range.StartDate > *range.EndDate) {
-        Tell(Translate(u"End Date is before Start date, No Reservations can be found"_s));
+        ShowMessage(Translate(u"End Date is before Start date, No Reservations can be found"_s));
     }
     if (Do(Translate(u"Error Occured Selecting and Displaying Reservations:"_s), [this] { Select(); })) {
         DisplayEvent();
@@ -114,7 +114,7 @@ void Tasks::DisplayEvent() {
     }
 }
 
-bool Tasks::Follow() {
+bool Tasks::FindMoved() {
     const QString id = seen_.value(position_).lblID;
     moved_.reset();
     if (id.isEmpty()) {
@@ -145,7 +145,7 @@ void Tasks::Read() {
         if (!IsDeletion(error)) {
             throw;
         }
-        gone = !Follow();
+        gone = !FindMoved();
         if (!gone) {
             now = TaskDetails::Read(Record(), locale);
         }
@@ -192,9 +192,9 @@ void Tasks::StoreTick(TaskKind task, bool done) {
         outcome = WriteTick(task, done);
     });
     if (written && outcome == Outcome::Deleted) {
-        Tell(Translate(u"Record not found, possibly deleted by another user"_s));
+        ShowMessage(Translate(u"Record not found, possibly deleted by another user"_s));
     } else if (written && outcome == Outcome::Stored) {
-        // Not a change to be told: it is this desk's own.
+        // Not a change to report: it is this desk's own.
         seen_[position_].Done(task) = done;
     }
     ShowAfterTick();
@@ -206,7 +206,8 @@ Tasks::Outcome Tasks::WriteTick(TaskKind task, bool done) {
     bool refused = false;
     const auto find = [&]() -> engine::Recordset* {
         try {
-            // After a refusal the field is read anew. Another desk may also have emptied it, which is no tick.
+            // After a refusal the field is read anew. A field that another desk emptied counts as changed, not as
+            // ticked.
             if (std::exchange(refused, true) && !Record()[field.constData()].IsNull() &&
                 Record()[field.constData()].ToBool() == done) {
                 outcome = Outcome::MadeByAnother;
@@ -216,7 +217,7 @@ Tasks::Outcome Tasks::WriteTick(TaskKind task, bool done) {
             if (!IsDeletion(error)) {
                 throw;
             }
-            if (!Follow()) {
+            if (!FindMoved()) {
                 outcome = Outcome::Deleted;
                 return nullptr;
             }
@@ -249,7 +250,7 @@ void Tasks::Refresh() {
         return;
     }
     if (gone_ == wasGone && shown_.details == before.details) {
-        // What was told of an earlier change stays to be read.
+        // The notice of an earlier change stays to be read.
         shown_.notice = before.notice;
         return;
     }

@@ -45,24 +45,24 @@ public:
     // The number of the reservation shown; none when none is shown or it is gone from the database.
     std::optional<qint32> ShownReservation() const;
 
-    // Lets go of the selection; the view is hidden.
+    // Closes the selection and hides the view.
     void Close();
 
 private:
     enum class Outcome { Stored, MadeByAnother, Deleted };
 
-    // Does the work; hides the view and tells `failure` with the reason when it fails.
+    // Does the work; when it fails, hides the view and shows `failure` with the reason.
     template <typename Function>
     bool Do(const QString& failure, Function&& work);
-    void Tell(const QString& text) const;
+    void ShowMessage(const QString& text) const;
     void Select();
     void StepTo(qint64 position);
     // Reads what the database holds of the current record, and says in the notice what differs from what was shown of
     // it last.
     void Read();
-    // Goes after a reservation that another desk moved to another asset, which makes it another record of the join.
-    // False when it is gone, or was never shown and so is not known by its number.
-    bool Follow();
+    // Finds a reservation that another desk moved to another asset, which makes it another record of the join. False
+    // when it was deleted, or was never shown and so is not known by its number.
+    bool FindMoved();
     engine::Recordset& Record() { return moved_ != nullptr ? *moved_ : *TaskRecordset_; }
     void Show();
     void Hide(const QString& text);

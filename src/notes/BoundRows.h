@@ -15,7 +15,7 @@ namespace velmora {
 // EngineError.
 //
 // A row is read once, when it is first shown. An edit is checked against what was shown then: what another desk changed
-// since is told, never overwritten.
+// since is reported as a conflict, never overwritten.
 class BoundRows {
 public:
     // `fixed` are the values that every written row gets besides what is typed. The database outlives the object.
@@ -32,7 +32,7 @@ public:
     void Close();
     bool IsOpen() const { return set_ != nullptr; }
 
-    engine::Database& TheDatabase() const { return database_; }
+    engine::Database& Database() const { return database_; }
     const std::vector<BoundColumn>& Columns() const { return columns_; }
     // The column bound to that field; -1 without one.
     int ColumnOf(const char* field) const;
@@ -78,7 +78,7 @@ public:
 
     enum class Force { No, Yes };
     // Deletes a stored row, which stays among the rows as a gone one. Without force, a row that another desk changed
-    // since it was shown is left and told.
+    // since it was shown is left as it is: Changed.
     Outcome Delete(int row, Force force = Force::No);
 
 private:

@@ -90,8 +90,6 @@ Value CellText::Read(const QString& text, const BoundColumn& column, const QStri
         return ReadChoice(entry, column, choices);
     case CellKind::Money:
         return ReadMoney(entry, column);
-    case CellKind::Moment:
-        return ReadDate(entry, column);
     default:
         return Value(entry);
     }
@@ -138,15 +136,6 @@ Value CellText::ReadMoney(const QString& text, const BoundColumn& column) const 
         throw Refusal(u"\"%1\" has more than two decimals. Type the column %2 like %3."_s, text, column, example);
     }
     return Value(cents / 100);
-}
-
-Value CellText::ReadDate(const QString& text, const BoundColumn& column) const {
-    const auto day = locale_.ParseDate(text);
-    if (!day) {
-        throw Refusal(u"\"%1\" is not a date for the column %2. Type it like %3."_s, text, column,
-                      locale_.ShortDate(*MakeDate(2026, 3, 7)));
-    }
-    return Value(StartOfDay(*day));
 }
 
 } // namespace velmora

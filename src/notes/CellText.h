@@ -19,7 +19,8 @@ public:
     QString Typed(const Value& value, CellKind kind) const;
 
     // Reads an entry; an empty one is an empty field. Throws Error that names the entry and what the column takes.
-    // `choices` are what a Choice column offers; the letter case of an entry does not matter there.
+    // Dates are read by the date box. `choices` are what a Choice column offers; the letter case of an entry does not
+    // matter there.
     Value Read(const QString& text, const BoundColumn& column, const QStringList& choices = {}) const;
 
     const LocaleText& Locale() const { return locale_; }
@@ -27,7 +28,6 @@ public:
 private:
     Value ReadChoice(const QString& text, const BoundColumn& column, const QStringList& choices) const;
     Value ReadMoney(const QString& text, const BoundColumn& column) const;
-    Value ReadDate(const QString& text, const BoundColumn& column) const;
 
     const LocaleText& locale_;
 };

@@ -66,7 +66,7 @@ QString CategoryRules::QuestionBeforeWriting(BoundRows& rows) {
     if (!IsRename(rows)) {
         return {};
     }
-    const CategoryUse use = UseOfCategory(rows.TheDatabase(), OldName(rows));
+    const CategoryUse use = UseOfCategory(rows.Database(), OldName(rows));
     if (!use.Any()) {
         return {};
     }
@@ -79,7 +79,7 @@ QString CategoryRules::QuestionBeforeDeleting(BoundRows& rows, const std::vector
     QStringList lines;
     for (const int row : deleted) {
         const QString name = rows.Stored(row, nameColumn).ToText();
-        const CategoryUse use = UseOfCategory(rows.TheDatabase(), name);
+        const CategoryUse use = UseOfCategory(rows.Database(), name);
         if (use.Any()) {
             lines.append(Translate(u"\"%1\" is used by %2."_s).arg(name, UseInWords(use)));
         }
@@ -103,9 +103,9 @@ BoundRows::Outcome CategoryRules::Write(BoundRows& rows) {
     const int row = *rows.PendingRow();
     bool written = false;
     try {
-        engine::Transaction transaction(rows.TheDatabase());
+        engine::Transaction transaction(rows.Database());
         for (const QString& table : {u"[Note]"_s, u"StandardNotes"_s}) {
-            rows.TheDatabase().Execute(u"Update %1 Set NoteCategory = %2 Where NoteCategory = %3"_s.arg(
+            rows.Database().Execute(u"Update %1 Set NoteCategory = %2 Where NoteCategory = %3"_s.arg(
                 table, SqlText(after), SqlText(before)));
         }
         const BoundRows::Outcome outcome = rows.Write();
@@ -116,7 +116,7 @@ BoundRows::Outcome CategoryRules::Write(BoundRows& rows) {
         return outcome;
     } catch (...) {
         if (written) {
-            // All of it was undone behind the row's back: the edit is still to be written.
+            // The failed commit undid the row as well: the edit is still to be written.
             rows.Reopen();
             if (row < rows.Count()) {
                 rows.Set(row, nameColumn, Value(after));

@@ -37,7 +37,7 @@ QString NotesOf(qint32 reservation) {
     return u"Select * from [Note] where Reservation = "_s + QString::number(reservation);
 }
 
-void NoteRules::Follow(BoundRows& rows, int row, int column) {
+void NoteRules::FillIn(BoundRows& rows, int row, int column) {
     if (column == rows.ColumnOf("Completed") && rows.At(row, column).ToBool()) {
         SetWhereEmpty(rows, row, "CompletedTime", Value(std::chrono::floor<std::chrono::seconds>(clock_.Now())));
         SetWhereEmpty(rows, row, "CompletedBy", Value(userName_));
@@ -59,7 +59,7 @@ std::optional<RowRules::Refusal> NoteRules::Refuse(BoundRows& rows) {
                        {}};
     }
     // Another desk may have taken it away since it was offered. A stored note has to have chosen it to be asked.
-    const QStringList names = CategoryNames(rows.TheDatabase());
+    const QStringList names = CategoryNames(rows.Database());
     if (names.contains(name, Qt::CaseInsensitive)) {
         return std::nullopt;
     }

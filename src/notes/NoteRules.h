@@ -11,13 +11,13 @@ std::vector<BoundColumn> NoteColumns();
 // The query of a reservation's notes.
 QString NotesOf(qint32 reservation);
 
-// Notes of a reservation: each has a category, and ticking Completed tells when and by whom where that is still empty.
+// Notes of a reservation: each has a category, and ticking Completed fills in when and by whom where that is empty.
 class NoteRules : public RowRules {
 public:
     // The clock outlives the object.
     NoteRules(const Clock& clock, QString userName) : clock_(clock), userName_(std::move(userName)) {}
 
-    void Follow(BoundRows& rows, int row, int column) override;
+    void FillIn(BoundRows& rows, int row, int column) override;
     std::optional<Refusal> Refuse(BoundRows& rows) override;
 
 private:

@@ -95,14 +95,14 @@ QString RowKeeper::MyVersion() const {
 }
 
 bool RowKeeper::MayWrite(Steps& steps) {
-    wanting_.reset();
-    if (!steps.Step(u"Checking Row"_s, [this] { wanting_ = rules_.Refuse(rows_); })) {
+    refusal_.reset();
+    if (!steps.Step(u"Checking Row"_s, [this] { refusal_ = rules_.Refuse(rows_); })) {
         return false;
     }
-    if (wanting_) {
-        Ask(wanting_->reason, Buttons::Ok, Icon::Exclamation);
+    if (refusal_) {
+        Ask(refusal_->reason, Buttons::Ok, Icon::Exclamation);
     }
-    return !wanting_;
+    return !refusal_;
 }
 
 bool RowKeeper::Store() {
@@ -128,7 +128,7 @@ bool RowKeeper::Store() {
         if (!steps.Step(u"Writing Row"_s, [&] { outcome = rules_.Write(rows_); })) {
             return false;
         }
-        if ((outcome == Outcome::Changed && !SettleChange()) || (outcome == Outcome::Gone && !SettleLoss())) {
+        if (!SettleOutcome(outcome)) {
             return false;
         }
     }
@@ -151,26 +151,28 @@ void RowKeeper::StoreUnasked() noexcept {
     }
 }
 
-bool RowKeeper::SettleChange() {
-    const Answer answer = Ask(Translate(u"Another desk changed this row while you were editing it.\n\n%1\n\n"
-                                        "Yes stores yours, No keeps the other desk's, Cancel goes on editing."_s)
-                                  .arg(BothVersions()),
-                              Buttons::YesNoCancel, Icon::Question);
-    if (answer == Answer::Yes) {
-        rows_.KeepMine();
-    } else if (answer == Answer::No) {
-        rows_.Undo();
+bool RowKeeper::SettleOutcome(Outcome outcome) {
+    switch (outcome) {
+    case Outcome::Done:
+        return true;
+    case Outcome::Changed:
+        return Settle(Translate(u"Another desk changed this row while you were editing it.\n\n%1\n\n"
+                                "Yes stores yours, No keeps the other desk's, Cancel goes on editing."_s)
+                          .arg(BothVersions()),
+                      &BoundRows::KeepMine);
+    case Outcome::Gone:
+        break;
     }
-    return answer != Answer::Cancel;
+    return Settle(Translate(u"Another desk deleted this row while you were editing it. Yours is:\n\n%1\n\n"
+                            "Yes adds it again as a new row, No gives it up, Cancel goes on editing."_s)
+                      .arg(MyVersion()),
+                  &BoundRows::AddAgain);
 }
 
-bool RowKeeper::SettleLoss() {
-    const Answer answer = Ask(Translate(u"Another desk deleted this row while you were editing it. Yours is:\n\n%1\n\n"
-                                        "Yes adds it again as a new row, No gives it up, Cancel goes on editing."_s)
-                                  .arg(MyVersion()),
-                              Buttons::YesNoCancel, Icon::Question);
+bool RowKeeper::Settle(const QString& question, void (BoundRows::*accept)()) {
+    const Answer answer = Ask(question, Buttons::YesNoCancel, Icon::Question);
     if (answer == Answer::Yes) {
-        rows_.AddAgain();
+        (rows_.*accept)();
     } else if (answer == Answer::No) {
         rows_.Undo();
     }

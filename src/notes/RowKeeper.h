@@ -8,23 +8,23 @@ namespace velmora {
 
 class Steps;
 
-// Stores and deletes the rows of a grid together with the person at the desk: asks what must be asked, tells what
-// another desk did meanwhile, and reports failures under the window's name. Nothing is thrown.
+// Stores and deletes the rows of a grid with the questions and messages that belong to it: a rule that is not met, what
+// another desk changed meanwhile, an error (reported under the window's name). Nothing is thrown.
 class RowKeeper {
 public:
     // All of it outlives the object.
     RowKeeper(const Program& program, BoundRows& rows, RowRules& rules, QString module);
 
-    // Sees to it that no row is pending: it was stored, or given up by the person's own answer. False when it is still
-    // pending, which the person was told.
+    // Stores the pending row, if there is one. True when none is pending any more: it was stored, or the user gave it
+    // up. False when it still is, after a message that said why.
     bool Store();
     // Stores the pending row if that needs no question; else gives it up, and the log keeps what was typed. For a
     // program that must end, whatever its user is doing.
     void StoreUnasked() noexcept;
-    // The column of the pending row that the last Store found wanting; none when that was not the reason.
-    std::optional<int> WantingColumn() const { return wanting_ ? std::optional(wanting_->column) : std::nullopt; }
+    // The column that a rule refused in the last Store; none when that was not the reason.
+    std::optional<int> MissingColumn() const { return refusal_ ? std::optional(refusal_->column) : std::nullopt; }
     // What that column offers by now, where it is other than what was offered.
-    std::optional<QStringList> NewChoices() const { return wanting_ ? wanting_->choices : std::nullopt; }
+    std::optional<QStringList> NewChoices() const { return refusal_ ? refusal_->choices : std::nullopt; }
 
     // Deletes the rows in their order after a question that names their number. False when nothing was tried; else the
     // rows are to be read again.
@@ -34,9 +34,10 @@ public:
 
 private:
     bool MayWrite(Steps& steps);
-    // What Yes, No and Cancel do with a row that another desk changed or deleted: false when it stays pending as it is.
-    bool SettleChange();
-    bool SettleLoss();
+    bool SettleOutcome(BoundRows::Outcome outcome);
+    // Asks what becomes of a row that another desk changed or deleted: Yes does `accept`, No gives the edit up, and
+    // Cancel leaves it pending: false.
+    bool Settle(const QString& question, void (BoundRows::*accept)());
     bool MayDelete(const std::vector<int>& rows);
     bool DeleteRow(Steps& steps, int row);
     QString MyVersion() const;
@@ -50,7 +51,7 @@ private:
     RowRules& rules_;
     QString module_;
     CellText texts_;
-    std::optional<RowRules::Refusal> wanting_;
+    std::optional<RowRules::Refusal> refusal_;
 };
 
 } // namespace velmora

@@ -11,8 +11,8 @@ class RowRules {
 public:
     virtual ~RowRules() = default;
 
-    // Sets what follows from a value that was just entered.
-    virtual void Follow(BoundRows&, int /*row*/, int /*column*/) {}
+    // Fills in the fields that depend on a value that was just entered.
+    virtual void FillIn(BoundRows&, int /*row*/, int /*column*/) {}
 
     struct Refusal {
         // What is missing and what to do.

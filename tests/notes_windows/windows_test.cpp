@@ -337,7 +337,7 @@ TEST_F(NotesWindowsTest, ACategoryInUseIsRenamedAndDeletedOnlyAfterAQuestion) {
         EXPECT_EQ(site_.Shown(u"Select Top 1 NoteCategory from [Note]"_s), u"Later"_s);
         window.reject();
     });
-    OpenNoteCategories(context_, &owner_);
+    frmNoteCategory(context_, &owner_).ShowModal();
     EXPECT_TRUE(test_.dialogs.answers.empty());
 }
 

@@ -1,5 +1,4 @@
-// Shows the notes of a demo site's reservation for trying them by hand: notes_demo FOLDER [RESERVATION] [dark]
-//     [categories] [many]
+// Shows the notes of a demo site's reservation for trying them by hand: notes_demo FOLDER [RESERVATION] [dark] [many]
 // Makes the site where the folder has none. Without a number it takes a reservation that has notes. "many" gives it
 // 5,000. Two of them on one folder are two desks.
 #include "base/windows/Look.h"
@@ -116,7 +115,7 @@ int main(int argc, char** argv) {
     auto* open = new QPushButton(u"Notes of %1"_s.arg(reservation));
     (new QVBoxLayout(&owner))->addWidget(open);
     QObject::connect(open, &QPushButton::clicked, &owner, [&] {
-        words.contains(u"categories"_s) ? OpenNoteCategories(context, &owner) : OpenNotes(context, reservation, &owner);
+        OpenNotes(context, reservation, &owner);
     });
     owner.resize(300, 120);
     owner.show();

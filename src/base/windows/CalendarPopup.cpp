@@ -91,7 +91,7 @@ void CalendarPopup::ShowBelow(const QWidget& box) {
 }
 
 void CalendarPopup::Choose(Date day) {
-    // A click in the month is told twice, as a click and as a choice.
+    // A click in the month emits both signals.
     if (isVisible()) {
         close();
         Q_EMIT Chosen(day);

@@ -12,23 +12,23 @@ class QLabel;
 namespace velmora {
 
 // A box for one date: typed in the locale's order of day, month and year, picked from a calendar (Alt+Down, F4, or the
-// button in the box), or stepped by a day with Up and Down. A finished entry is written as the short date. What is no
-// date stays as typed and is refused with a line below the box; it is never bent into another day. Escape goes back to
-// the date before.
+// button in the box), or stepped by a day with Up and Down. A finished entry is written as the short date. What is not
+// a date stays as typed and is refused with a line below the box; it is never turned into another day. Escape goes back
+// to the date before.
 class DateBox : public QLineEdit {
     Q_OBJECT
 
 public:
-    // The clock tells what "today" is in the calendar; it outlives the box.
+    // The clock gives the calendar's "today"; it outlives the box.
     DateBox(const LocaleText& locale, const Clock& clock, QWidget* parent = nullptr);
 
     // The date in the box; none while it is empty or refused.
     std::optional<Date> Value() const { return Refused() ? std::nullopt : value_; }
     // Shows the date; emits Change when it is another one than before.
     void SetValue(std::optional<Date> value);
-    // What was typed is no date.
+    // What was typed is not a date.
     bool Refused() const { return !refusal_.isEmpty(); }
-    // Why, as the box tells it; empty unless refused.
+    // Why, as shown below the box; empty unless refused.
     const QString& Refusal() const { return refusal_; }
     // Takes what is typed so far as the entry; false when it is refused.
     bool Commit();

@@ -172,16 +172,21 @@ std::optional<SaveFileAnswer> WindowDialogs::AskSaveFile(const SaveFileRequest& 
 
 std::optional<FontChoice> WindowDialogs::AskFont(const FontChoice& initial) {
     const QuestionPointer pointer;
-    QFont font(initial.family);
-    font.setPointSizeF(initial.points);
-    font.setBold(initial.bold);
-    font.setItalic(initial.italic);
     bool chosen = false;
-    font = QFontDialog::getFont(&chosen, font, QApplication::activeWindow());
-    if (!chosen) {
-        return std::nullopt;
-    }
-    return FontChoice{font.family(), font.pointSizeF(), font.bold(), font.italic()};
+    const QFont font = QFontDialog::getFont(&chosen, ToFont(initial), QApplication::activeWindow());
+    return chosen ? std::optional(ToFontChoice(font)) : std::nullopt;
+}
+
+QFont ToFont(const FontChoice& choice) {
+    QFont font(choice.family);
+    font.setPointSizeF(choice.points);
+    font.setBold(choice.bold);
+    font.setItalic(choice.italic);
+    return font;
+}
+
+FontChoice ToFontChoice(const QFont& font) {
+    return {font.family(), font.pointSizeF(), font.bold(), font.italic()};
 }
 
 } // namespace velmora

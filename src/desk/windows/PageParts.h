@@ -60,7 +60,7 @@ void LayOutDayPage(QWidget* page, const Frame& frame, const OptionGroup& options
 // A view of a page, which scrolls it on a screen that is smaller, so that what is below the pages stays in sight.
 QScrollArea* NewPageView(QWidget* page);
 
-// Option buttons that share a name and are told apart by an index.
+// Option buttons that share a name and differ by an index.
 class OptionGroup {
 public:
     OptionGroup(QWidget* parent, const QString& name, const std::vector<std::pair<int, QString>>& captions);

@@ -17,7 +17,7 @@ namespace velmora {
 
 class AssetInfo;
 
-// The page that tells where a person is booked, or who is booked into a location. A location can be renamed and
+// The page that shows where a person is booked, or who is booked into a location. A location can be renamed and
 // deleted from its context menu.
 class StatusPage : public DeskPage {
     Q_OBJECT

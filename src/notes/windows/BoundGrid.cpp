@@ -3,6 +3,7 @@
 #include "base/Steps.h"
 #include "base/Translate.h"
 #include "base/windows/Look.h"
+#include "base/windows/WindowDialogs.h"
 #include "notes/windows/GridStyle.h"
 
 #include <QHeaderView>
@@ -19,18 +20,6 @@ namespace {
 
 constexpr double twipsPerInch = 1440;
 
-FontChoice ChoiceOf(const QFont& font) {
-    return {font.family(), font.pointSizeF(), font.bold(), font.italic()};
-}
-
-QFont FontOf(const FontChoice& choice) {
-    QFont font(choice.family);
-    font.setPointSizeF(choice.points);
-    font.setBold(choice.bold);
-    font.setItalic(choice.italic);
-    return font;
-}
-
 } // namespace
 
 BoundGrid::BoundGrid(const Program& program, BoundRows rows, RowRules& rules, Setup setup, QWidget* parent)
@@ -43,7 +32,7 @@ BoundGrid::BoundGrid(const Program& program, BoundRows rows, RowRules& rules, Se
     connect(view_->horizontalHeader(), &QHeaderView::sectionResized, this,
             [this] { columnsChanged_ = columnsChanged_ || columnsSized_; });
     const auto font = settings_.Font();
-    view_->ApplyFont(font ? FontOf(*font) : view_->font());
+    view_->ApplyFont(font ? ToFont(*font) : view_->font());
 }
 
 void BoundGrid::LayOut() {
@@ -142,8 +131,8 @@ void BoundGrid::contextMenuEvent(QContextMenuEvent* event) {
     if (!view_->CommitCell()) {
         return;
     }
-    if (const auto choice = program_.services().dialogs.AskFont(ChoiceOf(view_->font()))) {
-        view_->ApplyFont(FontOf(*choice));
+    if (const auto choice = program_.services().dialogs.AskFont(ToFontChoice(view_->font()))) {
+        view_->ApplyFont(ToFont(*choice));
         Steps steps(program_.services().errors, setup_.module, u"Choose Font"_s);
         steps.Step(u"Saving Font"_s, [&] { settings_.SaveFont(*choice); });
     }
@@ -159,7 +148,7 @@ print::GridSelection BoundGrid::ToPrint() {
     const BoundModel& model = view_->Model();
     print::GridSelection grid;
     grid.caption = lblCaption_->text();
-    grid.font = ChoiceOf(view_->font());
+    grid.font = ToFontChoice(view_->font());
     for (int i = 0; i < model.columnCount(); ++i) {
         const double width = view_->columnWidth(i) * twipsPerInch / view_->logicalDpiX();
         grid.columns.push_back({model.headerData(i, Qt::Horizontal, Qt::DisplayRole).toString(), width});

@@ -2,6 +2,8 @@
 
 #include "base/Translate.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 
 namespace velmora {
@@ -41,6 +43,16 @@ Value BoundModel::ValueAt(const QModelIndex& index) const {
         }
         return {};
     }
+}
+
+void BoundModel::Reset(const std::function<void()>& change) {
+    beginResetModel();
+    const auto end = qScopeGuard([this] {
+        shown_ = rows_.Count();
+        endResetModel();
+    });
+    reported_ = false;
+    change();
 }
 
 void BoundModel::RowChanged(int row) {

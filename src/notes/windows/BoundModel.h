@@ -5,6 +5,8 @@
 
 #include <QAbstractTableModel>
 
+#include <functional>
+
 namespace velmora {
 
 // The rows as the toolkit's views show them, with the empty row behind them where rows can be added. What cannot be
@@ -26,21 +28,8 @@ public:
     Value ValueAt(const QModelIndex& index) const;
 
     // Brackets whatever changes the rows as a whole.
-    template <typename Function>
-    void Reset(Function&& change) {
-        beginResetModel();
-        reported_ = false;
-        try {
-            change();
-        } catch (...) {
-            shown_ = rows_.Count();
-            endResetModel();
-            throw;
-        }
-        shown_ = rows_.Count();
-        endResetModel();
-    }
-    // Tells the views what a change of one row left behind, rows added since included.
+    void Reset(const std::function<void()>& change);
+    // To be called after a change of one row; reports rows added since to the views, too.
     void RowChanged(int row);
 
     int rowCount(const QModelIndex& parent = {}) const override;

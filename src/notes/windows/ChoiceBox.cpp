@@ -1,7 +1,5 @@
 #include "notes/windows/ChoiceBox.h"
 
-#include "notes/windows/CellEditors.h"
-
 #include <QAbstractItemView>
 #include <QScrollBar>
 
@@ -16,6 +14,12 @@ constexpr int lettersInBox = 8;
 constexpr int lettersInList = 60;
 
 } // namespace
+
+void FrameInHighlight(QFrame& area) {
+    area.setFrameStyle(int{QFrame::Box} | int{QFrame::Plain});
+    area.setLineWidth(1);
+    area.setForegroundRole(QPalette::Highlight);
+}
 
 ChoiceBox::ChoiceBox(const QStringList& choices, QWidget* parent) : QComboBox(parent) {
     setEditable(true);

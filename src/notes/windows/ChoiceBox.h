@@ -4,6 +4,9 @@
 
 namespace velmora {
 
+// A frame that is seen on a dark grid too, which the style's own is not.
+void FrameInHighlight(QFrame& area);
+
 // An editable list in a cell, as wide as the cell however long its entries are.
 class ChoiceBox : public QComboBox {
     Q_OBJECT

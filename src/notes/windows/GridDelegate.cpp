@@ -3,7 +3,7 @@
 #include "base/windows/DateBox.h"
 #include "base/windows/Look.h"
 #include "notes/windows/BoundModel.h"
-#include "notes/windows/CellEditors.h"
+#include "notes/windows/ChoiceBox.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -28,6 +28,36 @@ const BoundModel& ModelOf(const QModelIndex& index) {
 bool IsCurrent(const QStyleOptionViewItem& option, const QModelIndex& index) {
     const auto* view = qobject_cast<const QTableView*>(option.widget);
     return view != nullptr && view->currentIndex() == index;
+}
+
+QLineEdit& LineOf(QWidget& editor) {
+    auto* box = qobject_cast<QComboBox*>(&editor);
+    return box != nullptr ? *box->lineEdit() : static_cast<QLineEdit&>(editor);
+}
+
+bool EndsLine(QChar c) {
+    return c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+}
+
+QString InOneLine(QString text) {
+    text.replace(u"\r\n"_s, u" "_s);
+    std::replace_if(text.begin(), text.end(), EndsLine, QChar(u' '));
+    return text;
+}
+
+// Lines that were pasted into an editor of one line.
+void KeepOneLine(QLineEdit& line) {
+    const QString text = line.text();
+    if (std::any_of(text.cbegin(), text.cend(), EndsLine)) {
+        const bool modified = line.isModified();
+        line.setText(InOneLine(text));
+        line.setModified(modified);
+    }
+}
+
+QString TextOf(QWidget& editor) {
+    const auto* sheet = qobject_cast<const QPlainTextEdit*>(&editor);
+    return sheet != nullptr ? sheet->toPlainText() : LineOf(editor).text();
 }
 
 } // namespace
@@ -100,7 +130,23 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
 
 QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex& index) const {
     const CellKind kind = ModelOf(index).Column(index.column()).kind;
-    QWidget* editor = MakeCellEditor(kind, texts_, program_.services().clock, choices_, parent);
+    QWidget* editor = nullptr;
+    if (kind == CellKind::Lines) {
+        auto* sheet = new QPlainTextEdit(parent);
+        FrameInHighlight(*sheet);
+        editor = sheet;
+    } else if (kind == CellKind::Moment) {
+        editor = new DateBox(texts_.Locale(), program_.services().clock, parent);
+    } else if (kind == CellKind::Choice) {
+        editor = new ChoiceBox(choices_, parent);
+    } else {
+        editor = new QLineEdit(parent);
+    }
+    if (kind != CellKind::Lines) {
+        QLineEdit& line = LineOf(*editor);
+        line.setAlignment(kind == CellKind::Money ? Qt::AlignRight : Qt::AlignLeft);
+        connect(&line, &QLineEdit::textChanged, &line, [&line] { KeepOneLine(line); });
+    }
     editor->setObjectName(u"CellEditor"_s);
     editor->setAccessibleName(index.model()->headerData(index.column(), Qt::Horizontal).toString());
     editor->setFont(parent->font());
@@ -117,9 +163,49 @@ void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
         const auto moment = stored.ToDateTime();
         date->SetValue(moment ? std::optional(DateOf(*moment)) : std::nullopt);
     } else {
-        SetEditorText(*editor, texts_.Typed(stored, ModelOf(index).Column(index.column()).kind));
+        SetText(*editor, texts_.Typed(stored, ModelOf(index).Column(index.column()).kind));
     }
-    editor->setProperty(openedWith, EditorText(*editor));
+    editor->setProperty(openedWith, TextOf(*editor));
+}
+
+void GridDelegate::SetText(QWidget& editor, const QString& text) {
+    if (auto* sheet = qobject_cast<QPlainTextEdit*>(&editor)) {
+        sheet->setPlainText(text);
+        sheet->moveCursor(QTextCursor::End);
+        return;
+    }
+    const QString words = InOneLine(text);
+    if (auto* box = qobject_cast<QComboBox*>(&editor)) {
+        // The list opens, and the arrow keys go on, from the entry that is there.
+        box->setCurrentIndex(box->findText(words, Qt::MatchFixedString));
+    }
+    LineOf(editor).setText(words);
+    LineOf(editor).setModified(true);
+}
+
+void GridDelegate::SelectText(QWidget& editor) {
+    if (auto* sheet = qobject_cast<QPlainTextEdit*>(&editor)) {
+        sheet->selectAll();
+    } else {
+        LineOf(editor).selectAll();
+    }
+}
+
+void GridDelegate::GoBehindText(QWidget& editor) {
+    if (auto* sheet = qobject_cast<QPlainTextEdit*>(&editor)) {
+        sheet->moveCursor(QTextCursor::End);
+    } else {
+        LineOf(editor).end(false);
+    }
+}
+
+void GridDelegate::OpenList(QWidget& editor) {
+    if (auto* box = qobject_cast<QComboBox*>(&editor)) {
+        box->lineEdit()->selectAll();
+        box->showPopup();
+    } else if (auto* date = qobject_cast<DateBox*>(&editor)) {
+        date->OpenCalendar();
+    }
 }
 
 void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex&) const {
@@ -137,14 +223,14 @@ void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewI
     editor->setGeometry(place);
 }
 
-bool GridDelegate::IsUntouched(const QWidget& editor) {
-    return EditorText(editor) == editor.property(openedWith).toString();
+bool GridDelegate::IsUntouched(QWidget& editor) {
+    return TextOf(editor) == editor.property(openedWith).toString();
 }
 
 Value GridDelegate::Read(QWidget& editor, const QModelIndex& index) const {
     const BoundColumn& column = ModelOf(index).Column(index.column());
     const Value stored = ModelOf(index).ValueAt(index);
-    QString text = EditorText(editor);
+    QString text = TextOf(editor);
     if (auto* date = qobject_cast<DateBox*>(&editor)) {
         if (!date->Commit()) {
             throw ProgramError(ErrorNumber::TypeMismatch, date->Refusal());

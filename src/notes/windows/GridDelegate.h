@@ -19,7 +19,13 @@ public:
     // What a Choice column offers from the next opening on.
     void SetChoices(QStringList choices) { choices_ = std::move(choices); }
     // Nothing was entered in the editor since it was opened.
-    static bool IsUntouched(const QWidget& editor);
+    static bool IsUntouched(QWidget& editor);
+    // As if it had been typed: lines become words behind each other where the editor has only one.
+    static void SetText(QWidget& editor, const QString& text);
+    static void SelectText(QWidget& editor);
+    static void GoBehindText(QWidget& editor);
+    // Shows the list or the calendar of an editor that has one.
+    static void OpenList(QWidget& editor);
     // What was entered in the editor of that cell. Throws Error that names an entry which the column does not take.
     Value Read(QWidget& editor, const QModelIndex& index) const;
     // Where the tick box stands in a cell.

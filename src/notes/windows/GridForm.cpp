@@ -4,14 +4,18 @@
 #include "base/Translate.h"
 #include "base/windows/CenterForm.h"
 #include "base/windows/Glyph.h"
+#include "base/windows/Look.h"
 #include "base/windows/TranslateForm.h"
 #include "notes/windows/BoundGrid.h"
 #include "print/PrintGrid.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 namespace velmora {
 
@@ -50,6 +54,23 @@ QToolButton* GridForm::MakePrintPicture() {
     connect(shortcut, &QAction::triggered, this, &GridForm::PrintSelection);
     addAction(shortcut);
     return picture;
+}
+
+void GridForm::LayOut(QLabel* Label1, std::initializer_list<QWidget*> buttons) {
+    Label1->setObjectName(u"Label1"_s);
+    Label1->setWordWrap(true);
+    auto* head = new QHBoxLayout;
+    head->setContentsMargins(spacing::large, spacing::large, spacing::large, 0);
+    head->setSpacing(spacing::normal);
+    head->addWidget(Label1, 1);
+    for (QWidget* each : buttons) {
+        head->addWidget(each);
+    }
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(spacing::normal);
+    column->addLayout(head);
+    column->addWidget(&Grid(), 1);
 }
 
 void GridForm::Form_Load(QSize size) {

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class QLabel;
 class QPushButton;
 class QToolButton;
 
@@ -37,6 +38,8 @@ protected:
     virtual void Form_LostFocus() {}
     virtual BoundGrid& Grid() = 0;
 
+    // A row of an explanation and buttons, and the grid below it.
+    void LayOut(QLabel* Label1, std::initializer_list<QWidget*> buttons);
     // The end of every constructor: texts, size and place. The grid then takes what is left of the window.
     void Form_Load(QSize size);
     // Runs the window's step of becoming active, with the hourglass; false when it failed.

@@ -1,6 +1,5 @@
 // What keys and the mouse do in a bound grid: the cursor, the commands and the selection of rows.
 #include "base/Steps.h"
-#include "notes/windows/CellEditors.h"
 #include "notes/windows/GridDelegate.h"
 #include "notes/windows/GridView.h"
 #include "notes/windows/RecordSelectors.h"
@@ -242,7 +241,7 @@ void GridView::ClickCell(QPoint place, bool again) {
         EditCell({});
         // A short entry is typed over. A text of several lines would be lost to one wrong key.
         if (Editor() != nullptr && kind != CellKind::Lines) {
-            SelectEditorText(*Editor());
+            GridDelegate::SelectText(*Editor());
         }
     }
 }

@@ -4,7 +4,6 @@
 #include "base/Translate.h"
 #include "base/windows/DateBox.h"
 #include "base/windows/Look.h"
-#include "notes/windows/CellEditors.h"
 #include "notes/windows/ChoiceBox.h"
 #include "notes/windows/GridDelegate.h"
 #include "notes/windows/RecordSelectors.h"
@@ -86,6 +85,12 @@ void GridView::Requery() {
     PutCursor(row, column);
 }
 
+void GridView::Refresh(const QString& source) {
+    if (!HasPendingEdit()) {
+        rows_.IsOpen() ? Requery() : Open(source);
+    }
+}
+
 void GridView::CloseRecords() {
     Reset([this] { rows_.Close(); });
 }
@@ -128,20 +133,16 @@ bool GridView::CommitCell() {
             return true;
         }
     } catch (const Error& refusal) {
-        ShowRefusal(refusal);
+        // A date box says by itself, in place, why it refuses an entry.
+        if (qobject_cast<DateBox*>(editor) == nullptr) {
+            program_.services().dialogs.ShowMessage(
+                {refusal.Description(), program_.Title(), Buttons::Ok, Icon::Exclamation});
+        }
     }
     scrollTo(currentIndex());
     editor->setFocus();
-    SelectEditorText(*editor);
+    GridDelegate::SelectText(*editor);
     return false;
-}
-
-void GridView::ShowRefusal(const Error& refusal) {
-    // A date box says by itself, in place, why it refuses an entry.
-    if (qobject_cast<DateBox*>(Editor()) == nullptr) {
-        program_.services().dialogs.ShowMessage(
-            {refusal.Description(), program_.Title(), Buttons::Ok, Icon::Exclamation});
-    }
 }
 
 bool GridView::SetValue(const QModelIndex& index, const Value& value) {
@@ -149,7 +150,7 @@ bool GridView::SetValue(const QModelIndex& index, const Value& value) {
     Steps steps(program_.services().errors, module_, u"Edit Cell"_s);
     const bool taken = steps.Step(u"Taking Value"_s, [&] {
         rows_.Set(row, index.column(), value);
-        rules_.Follow(rows_, row, index.column());
+        rules_.FillIn(rows_, row, index.column());
     });
     model_.RowChanged(row);
     return taken;
@@ -170,7 +171,7 @@ bool GridView::UpdateRow() {
         if (const auto choices = keeper_.NewChoices()) {
             SetChoices(*choices);
         }
-        PutCursor(*rows_.PendingRow(), keeper_.WantingColumn().value_or(currentIndex().column()));
+        PutCursor(*rows_.PendingRow(), keeper_.MissingColumn().value_or(currentIndex().column()));
         setFocus();
     }
     return stored;
@@ -227,16 +228,16 @@ void GridView::EditCell(const QString& typed) {
         connect(box, &ChoiceBox::Chosen, this, &GridView::CommitCell);
     }
     if (typed.isNull()) {
-        DeselectEditorText(editor);
+        GridDelegate::GoBehindText(editor);
     } else {
-        SetEditorText(editor, typed);
+        GridDelegate::SetText(editor, typed);
     }
 }
 
 void GridView::OpenChoices() {
     EditCell({});
     if (QWidget* editor = Editor()) {
-        OpenEditorList(*editor);
+        GridDelegate::OpenList(*editor);
     }
 }
 

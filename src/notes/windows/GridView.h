@@ -34,12 +34,14 @@ public:
     // Reads the rows again and clears the selection; the cursor stays where it was. Throws.
     void Requery();
     void CloseRecords();
+    // Whichever of the two applies; rows with a pending edit are left as they are. Throws.
+    void Refresh(const QString& source);
     // What the Choice column offers.
     void SetChoices(QStringList choices);
 
-    // Takes what is being typed and closes the editor. False when it stays open, which the user was told.
+    // Takes what is being typed and closes the editor. False when it stays open; a message has said why.
     bool CommitCell();
-    // The same, then writes the row. False when it must stay, which the user was told.
+    // The same, then writes the row. False when it must stay; a message has said why.
     bool UpdateRow();
     // Takes what is being typed and stores the row if that needs no question; else the log keeps it.
     void StoreUnasked() noexcept;
@@ -88,7 +90,6 @@ private:
     void ToggleCell();
     // False when it was not taken, which was reported.
     bool SetValue(const QModelIndex& index, const Value& value);
-    void ShowRefusal(const Error& refusal);
     bool EndsEntry(const QKeyEvent& event) const;
 
     bool GridKey(const QKeyEvent& event);

@@ -22,8 +22,4 @@ void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner) 
     }
 }
 
-void OpenNoteCategories(const NotesContext& context, QWidget* owner) {
-    frmNoteCategory(context, owner).ShowModal();
-}
-
 } // namespace velmora

@@ -7,11 +7,8 @@ class QWidget;
 namespace velmora {
 
 // Shows the notes of a reservation in front of `owner`, to be edited, until their window is closed or left. Where
-// no categories are defined it tells so and shows their list instead; the notes follow once there is one. Nothing is
+// no categories are defined it says so and shows their list instead; the notes follow once there is one. Nothing is
 // thrown.
 void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner);
-
-// The same for the list of the categories.
-void OpenNoteCategories(const NotesContext& context, QWidget* owner);
 
 } // namespace velmora

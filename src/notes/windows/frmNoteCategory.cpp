@@ -1,13 +1,10 @@
 #include "notes/windows/frmNoteCategory.h"
 
-#include "base/windows/Look.h"
 #include "notes/windows/BoundGrid.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 namespace velmora {
 
@@ -25,23 +22,11 @@ frmNoteCategory::frmNoteCategory(const NotesContext& context, QWidget* parent)
                            {u"Table1"_s, u"Note Categories"_s, moduleTitle, u"Note Categories Grid"_s}, this)) {
     setObjectName(u"frmNoteCategory"_s);
     setWindowTitle(u"Note Categories"_s);
-    auto* Label1 = new QLabel(u"Note Categories are used to classify notes by responsibility"_s);
-    Label1->setObjectName(u"Label1"_s);
-    Label1->setWordWrap(true);
     auto* cmdClose = MakeButton(u"cmdClose"_s, u"&Close"_s);
     connect(cmdClose, &QPushButton::clicked, this, &frmNoteCategory::reject);
 
-    auto* head = new QHBoxLayout;
-    head->setContentsMargins(spacing::large, spacing::large, spacing::large, 0);
-    head->setSpacing(spacing::normal);
-    head->addWidget(Label1, 1);
-    head->addWidget(MakePrintPicture());
-    head->addWidget(cmdClose);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(spacing::normal);
-    column->addLayout(head);
-    column->addWidget(Table1, 1);
+    LayOut(new QLabel(u"Note Categories are used to classify notes by responsibility"_s),
+           {MakePrintPicture(), cmdClose});
     Form_Load(QSize(560, 420));
 }
 
@@ -50,13 +35,7 @@ bool frmNoteCategory::IsEmpty() const {
 }
 
 bool frmNoteCategory::Form_Activate() {
-    return Activate([this] {
-        if (Table1->View().Rows().IsOpen() && !Table1->View().HasPendingEdit()) {
-            Table1->View().Requery();
-        } else if (!Table1->View().HasPendingEdit()) {
-            Table1->View().Open(u"NoteCategory"_s);
-        }
-    });
+    return Activate([this] { Table1->View().Refresh(u"NoteCategory"_s); });
 }
 
 void frmNoteCategory::Form_LostFocus() {

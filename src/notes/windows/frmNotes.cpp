@@ -77,11 +77,7 @@ void frmNotes::LayOut() {
 bool frmNotes::Form_Activate() {
     QStringList categories;
     const bool read = Activate([&] {
-        if (TDBGrid1->View().Rows().IsOpen() && !TDBGrid1->View().HasPendingEdit()) {
-            TDBGrid1->View().Requery();
-        } else if (!TDBGrid1->View().HasPendingEdit()) {
-            TDBGrid1->View().Open(NotesOf(ReservationID));
-        }
+        TDBGrid1->View().Refresh(NotesOf(ReservationID));
         categories = CategoryNames(Context().database);
     });
     TDBGrid1->View().SetChoices(categories);

@@ -16,7 +16,7 @@ public:
 
     const qint32 ReservationID;
 
-    // It closed because no categories are defined, which the user was told.
+    // It closed because no categories are defined; a message has said so.
     bool LackedCategories() const { return lackedCategories_; }
 
 protected:

@@ -2,14 +2,11 @@
 
 #include "base/Steps.h"
 #include "base/Translate.h"
-#include "base/windows/Look.h"
 #include "notes/StandardNotes.h"
 #include "notes/windows/BoundGrid.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace velmora {
 
@@ -27,30 +24,13 @@ frmSelectStdNotes::frmSelectStdNotes(const NotesContext& context, qint32 reserva
                            {u"Table1"_s, u"Standard Notes"_s, moduleTitle, u"Standard Notes Grid"_s}, this)) {
     setObjectName(u"frmSelectStdNotes"_s);
     setWindowTitle(u"Select Standard Notes"_s);
-    LayOut();
-    Form_Load(QSize(860, 440));
-}
-
-void frmSelectStdNotes::LayOut() {
-    Label1->setObjectName(u"Label1"_s);
-    Label1->setWordWrap(true);
     auto* cmdOK = MakeButton(u"cmdOK"_s, u"OK"_s);
     auto* cmdCancel = MakeButton(u"cmdCancel"_s, u"Cancel"_s);
     cmdOK->setDefault(true);
     connect(cmdOK, &QPushButton::clicked, this, &frmSelectStdNotes::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmSelectStdNotes::cmdCancel_Click);
-
-    auto* head = new QHBoxLayout;
-    head->setContentsMargins(spacing::large, spacing::large, spacing::large, 0);
-    head->setSpacing(spacing::normal);
-    head->addWidget(Label1, 1);
-    head->addWidget(cmdOK);
-    head->addWidget(cmdCancel);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(spacing::normal);
-    column->addLayout(head);
-    column->addWidget(Table1, 1);
+    LayOut(Label1, {cmdOK, cmdCancel});
+    Form_Load(QSize(860, 440));
 }
 
 void frmSelectStdNotes::Explain() {

@@ -27,7 +27,6 @@ protected:
     BoundGrid& Grid() override { return *Table1; }
 
 private:
-    void LayOut();
     void Explain();
     void cmdOK_Click();
     void cmdCancel_Click();

@@ -13,7 +13,7 @@ struct HelpFile {
 };
 
 // Opens the help at a topic, in front of the window in use, or brings the open help to that topic. A topic that the
-// help does not have shows its beginning. The person is told when the file cannot be read.
+// help does not have shows its beginning. A message says when the file cannot be read.
 void ShowHelp(const QString& topic);
 
 // While it lives, F1 opens the help from any window of the program, at the topic that is asked for then.

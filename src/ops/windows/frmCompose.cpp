@@ -59,7 +59,7 @@ frmCompose::frmCompose(const Services& services, const MailDraft& draft, const Q
     if (!obstacle.isEmpty()) {
         cmdSend->setEnabled(false);
         cmdSave->setDefault(true);
-        Tell(obstacle, true);
+        ShowState(obstacle, true);
     }
     resize(720, 560);
     CenterForm(*this);
@@ -90,7 +90,7 @@ MailDraft frmCompose::Draft() const {
     return {txtTo->text(), txtSubject->text(), txtText->toPlainText()};
 }
 
-void frmCompose::Tell(const QString& text, bool warning) {
+void frmCompose::ShowState(const QString& text, bool warning) {
     QPalette colours = palette();
     if (warning) {
         colours.setColor(QPalette::WindowText, WarningColour(colours));
@@ -120,12 +120,12 @@ void frmCompose::ShowSending(bool sending) {
 
 void frmCompose::cmdSend_Click() {
     if (txtTo->text().trimmed().isEmpty()) {
-        Tell(Translate(u"Enter at least one mail address in the field \"To\"."_s), true);
+        ShowState(Translate(u"Enter at least one mail address in the field \"To\"."_s), true);
         txtTo->setFocus();
         return;
     }
     ShowSending(true);
-    Tell(Translate(u"The message is being sent."_s), false);
+    ShowState(Translate(u"The message is being sent."_s), false);
     try {
         const auto ready = qScopeGuard([this] { ShowSending(false); });
         send_(Draft(), [this] {
@@ -135,7 +135,7 @@ void frmCompose::cmdSend_Click() {
     } catch (const std::exception&) {
         const Error error = CurrentError();
         services_.log.Write(u"Mail: "_s + error.Description());
-        Tell(error.Description(), true);
+        ShowState(error.Description(), true);
         return;
     }
     accept();
@@ -151,9 +151,9 @@ void frmCompose::cmdSave_Click() {
         }
         const QString path = NativePath(print::ReportFilePath(answer->folder, answer->name, filter));
         print::WriteReportFile(path, txtText->toPlainText().toUtf8(), print::ReportFileKind::PlainText);
-        Tell(Translate(u"The text is saved in %1"_s).arg(path), false);
+        ShowState(Translate(u"The text is saved in %1"_s).arg(path), false);
     } catch (const std::exception&) {
-        Tell(CurrentError().Description(), true);
+        ShowState(CurrentError().Description(), true);
     }
 }
 

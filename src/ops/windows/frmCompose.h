@@ -13,7 +13,7 @@ class QPushButton;
 namespace velmora {
 
 // A message to complete and send. It stays open, with all that was written, until the message is sent or given up; a
-// failure is told inside it. The text can be saved as a file.
+// failure is shown inside it. The text can be saved as a file.
 class frmCompose : public QDialog {
     Q_OBJECT
 
@@ -28,7 +28,7 @@ private:
     QWidget* MakeButtons();
     void cmdSend_Click();
     void cmdSave_Click();
-    void Tell(const QString& text, bool warning);
+    void ShowState(const QString& text, bool warning);
     void ShowSending(bool sending);
     MailDraft Draft() const;
 
