@@ -177,20 +177,7 @@ struct Wiring {
     Value jack, port, stationType, switchInterface, extension;
 };
 
-const char* StationTypes(AssetKind kind) {
-    switch (kind) {
-    case AssetKind::ConferenceRoom:
-    case AssetKind::TrainingRoom:
-    case AssetKind::MeetingRoom:
-        return "station types of meeting rooms";
-    case AssetKind::OtherRoom:
-        return "station types elsewhere";
-    default:
-        return "station types of offices";
-    }
-}
-
-Wiring WireUp(const Asset& asset, Random& random, const WordFile& words) {
+Wiring WireUp(const Asset& asset, const KindTraits& kind, Random& random, const WordFile& words) {
     Wiring wiring;
     if (asset.kind == AssetKind::Equipment || asset.kind == AssetKind::Unused || random.Percent(8)) {
         return wiring;
@@ -205,7 +192,7 @@ Wiring WireUp(const Asset& asset, Random& random, const WordFile& words) {
     }
     wiring.port = QStringLiteral("%1/%2").arg(asset.floor).arg(port, 2, 10, QLatin1Char('0'));
     if (!random.Percent(15)) {
-        wiring.stationType = random.Pick(words.Entries(QLatin1String(StationTypes(asset.kind))));
+        wiring.stationType = random.Pick(words.Entries(kind.stationTypes));
     }
     if (!random.Percent(25)) {
         wiring.switchInterface = QStringLiteral("SW%1-%2/%3").arg(asset.building).arg(asset.floor).arg(port);
@@ -213,76 +200,61 @@ Wiring WireUp(const Asset& asset, Random& random, const WordFile& words) {
     const bool line = asset.kind == AssetKind::Extension || asset.kind == AssetKind::GuestExtension;
     if (line) {
         wiring.extension = asset.name.mid(asset.name.indexOf(u' ') + 1);
-    } else if (IsPlace(asset.kind)) {
+    } else if (kind.isPlace) {
         wiring.extension = QString::number((asset.id < 1000 ? 3000 : 30000) + asset.id);
     }
     return wiring;
 }
 
-void WriteAssetTable(const std::vector<Asset>& assets, Random& random, RowSink& sink) {
+void WriteAssetTable(const std::vector<Asset>& assets, const KindTable& kinds, Random& random, RowSink& sink) {
     const WordFile words = WordFile::Load(QStringLiteral("rooms.txt"));
-    sink.BeginTable(QStringLiteral("Asset"),
-                    {QStringLiteral("AssetID"), QStringLiteral("Name"), QStringLiteral("Description"),
-                     QStringLiteral("Location"), QStringLiteral("LocationLvl"), QStringLiteral("LocationX"),
-                     QStringLiteral("LocationY"), QStringLiteral("Jack"), QStringLiteral("Port"),
-                     QStringLiteral("StationType"), QStringLiteral("SwitchInterface"),
-                     QStringLiteral("DefaultExtension")});
+    sink.BeginTable("Asset", "AssetID Name Description Location LocationLvl LocationX LocationY Jack Port StationType "
+                             "SwitchInterface DefaultExtension");
     bool locationMissing = false;
     for (const Asset& asset : assets) {
         if (asset.kind == AssetKind::Gone) {
             continue;
         }
-        const Wiring wiring = WireUp(asset, random, words);
-        Value location(IsPlace(asset.kind));
+        const KindTraits& kind = kinds.Of(asset.kind);
+        const Wiring wiring = WireUp(asset, kind, random, words);
+        Value location(kind.isPlace);
         if (!locationMissing && asset.kind == AssetKind::OtherRoom) {
             // Nobody ever said whether this one is a location.
             location = Value();
             locationMissing = true;
         }
         const bool placed = asset.building > 0;
-        const Value row[] = {Value(asset.id),
-                             Value(asset.name),
-                             asset.description.isEmpty() ? Value() : Value(asset.description),
-                             location,
-                             placed ? Value(asset.floor) : Value(),
-                             placed ? Value(20 + asset.room % 24 * 35) : Value(),
-                             placed ? Value(15 + (asset.room / 24 * 4 + static_cast<int>(asset.kind) % 4) * 45)
-                                    : Value(),
-                             wiring.jack,
-                             wiring.port,
-                             wiring.stationType,
-                             wiring.switchInterface,
-                             wiring.extension};
-        sink.Add(row);
+        sink.Add({Value(asset.id), Value(asset.name), asset.description.isEmpty() ? Value() : Value(asset.description),
+                  location, placed ? Value(asset.floor) : Value(), placed ? Value(20 + asset.room % 24 * 35) : Value(),
+                  placed ? Value(15 + (asset.room / 24 * 4 + static_cast<int>(asset.kind) % 4) * 45) : Value(),
+                  wiring.jack, wiring.port, wiring.stationType, wiring.switchInterface, wiring.extension});
     }
 }
 
-void WriteEventTypes(const std::vector<Asset>& assets, Random& random, RowSink& sink) {
-    sink.BeginTable(QStringLiteral("Asset/Event"), {QStringLiteral("AssetID"), QStringLiteral("EventType")});
+void WriteEventTypes(const std::vector<Asset>& assets, const KindTable& kinds, Random& random, RowSink& sink) {
+    sink.BeginTable("Asset/Event", "AssetID EventType");
     for (const Asset& asset : assets) {
-        const QStringList types = EventTypesOf(asset.kind);
+        const QStringList& types = kinds.Of(asset.kind).spaceTypes;
         for (qsizetype n = 0; n < types.size(); ++n) {
             // The usual type always; one asset in fifty allows nothing so far.
             if (asset.id % 50 != 49 && (n == 0 || random.Percent(70))) {
-                const Value row[] = {Value(asset.id), Value(types[n])};
-                sink.Add(row);
+                sink.Add({Value(asset.id), Value(types[n])});
             }
         }
     }
 }
 
-void WriteAreas(const std::vector<Asset>& assets, Random& random, RowSink& sink) {
-    sink.BeginTable(QStringLiteral("Asset/Area"), {QStringLiteral("AssetID"), QStringLiteral("AreaName")});
+void WriteAreas(const std::vector<Asset>& assets, const KindTable& kinds, Random& random, RowSink& sink) {
+    sink.BeginTable("Asset/Area", "AssetID AreaName");
     for (const Asset& asset : assets) {
         // Some rooms were never assigned, some only to their building.
-        if (!IsPlace(asset.kind) || random.Percent(3)) {
+        if (!kinds.Of(asset.kind).isPlace || random.Percent(3)) {
             continue;
         }
         const std::array<QString, 3> areas = AreasOf(asset);
         const int known = random.Percent(5) ? 1 : 3;
         for (int n = 0; n < known; ++n) {
-            const Value row[] = {Value(asset.id), Value(areas[static_cast<size_t>(n)])};
-            sink.Add(row);
+            sink.Add({Value(asset.id), Value(areas[static_cast<size_t>(n)])});
         }
     }
 }
@@ -302,53 +274,11 @@ std::array<QString, 3> AreasOf(const Asset& asset) {
             QStringLiteral("Zone %1").arg(QChar(u'A' + (asset.building * 2 + asset.room % 2) % 26))};
 }
 
-QStringList EventTypesOf(AssetKind kind) {
-    switch (kind) {
-    case AssetKind::ConferenceRoom:
-        return {QStringLiteral("Meeting"), QStringLiteral("Conference"), QStringLiteral("Workshop"),
-                QStringLiteral("Visitor"), QStringLiteral("Interview")};
-    case AssetKind::TrainingRoom:
-        return {QStringLiteral("Training"), QStringLiteral("Workshop"), QStringLiteral("Meeting")};
-    case AssetKind::Lab:
-        return {QStringLiteral("Lab work")};
-    case AssetKind::MeetingRoom:
-    case AssetKind::OtherRoom:
-        return {QStringLiteral("Meeting"), QStringLiteral("Interview"), QStringLiteral("Desk"),
-                QStringLiteral("Visitor")};
-    case AssetKind::Desk:
-        return {QStringLiteral("Desk")};
-    case AssetKind::Office:
-    case AssetKind::VisitorOffice:
-        return {QStringLiteral("Office"), QStringLiteral("Desk")};
-    case AssetKind::Equipment:
-        return {QStringLiteral("Equipment")};
-    case AssetKind::Extension:
-        return {QStringLiteral("Telephone")};
-    case AssetKind::GuestExtension:
-        return {QStringLiteral("Guest Extension")};
-    case AssetKind::Unused:
-    case AssetKind::Gone:
-        break;
-    }
-    return {};
-}
-
-bool IsPlace(AssetKind kind) {
-    switch (kind) {
-    case AssetKind::Equipment:
-    case AssetKind::Extension:
-    case AssetKind::GuestExtension:
-    case AssetKind::Gone:
-        return false;
-    default:
-        return true;
-    }
-}
-
 void WriteAssets(const std::vector<Asset>& assets, Random random, RowSink& sink) {
-    WriteAssetTable(assets, random, sink);
-    WriteEventTypes(assets, random, sink);
-    WriteAreas(assets, random, sink);
+    const KindTable kinds;
+    WriteAssetTable(assets, kinds, random, sink);
+    WriteEventTypes(assets, kinds, random, sink);
+    WriteAreas(assets, kinds, random, sink);
 }
 
 } // namespace velmora::demo

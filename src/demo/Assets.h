@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Value.h"
+#include "demo/KindTable.h"
 #include "demo/Random.h"
 #include "demo/RowSink.h"
 #include "demo/Scale.h"
@@ -12,22 +13,6 @@
 #include <vector>
 
 namespace velmora::demo {
-
-enum class AssetKind {
-    ConferenceRoom,
-    TrainingRoom,
-    Lab,
-    MeetingRoom,
-    Desk,
-    Office,
-    VisitorOffice,
-    OtherRoom,
-    Equipment,
-    Extension,
-    GuestExtension,
-    Unused,
-    Gone, // deleted since: reservations name its number, but it has no row
-};
 
 struct Asset {
     int id = 0;
@@ -45,11 +30,6 @@ std::vector<Asset> MakeAssets(const Scale& scale, Random random);
 
 // The three areas a place belongs to: its building, its floor and its evacuation zone. All empty without a building.
 std::array<QString, 3> AreasOf(const Asset& asset);
-
-// The space types that a kind of asset may be used for, the usual one first.
-QStringList EventTypesOf(AssetKind kind);
-
-bool IsPlace(AssetKind kind);
 
 // The rows of [Asset] and the link tables that say what an asset may be used for.
 void WriteAssets(const std::vector<Asset>& assets, Random random, RowSink& sink);

@@ -12,53 +12,6 @@ namespace velmora::demo {
 
 namespace {
 
-struct EventRule {
-    AssetKind kind;
-    const char* eventType;
-    int share; // of the kind's events
-    Span span;
-    int guestPercent; // how often it is for a guest's organization
-    int phonePercent; // how often a guest telephone is booked with it
-};
-
-constexpr EventRule Rules[] = {
-    {AssetKind::ConferenceRoom, "Meeting", 60, Span::Meeting, 8, 3},
-    {AssetKind::ConferenceRoom, "Conference", 6, Span::BigEvent, 30, 10},
-    {AssetKind::ConferenceRoom, "Workshop", 14, Span::HalfDay, 10, 2},
-    {AssetKind::ConferenceRoom, "Visitor", 11, Span::Visit, 85, 15},
-    {AssetKind::ConferenceRoom, "Interview", 9, Span::Interview, 2, 5},
-    {AssetKind::TrainingRoom, "Training", 74, Span::Course, 6, 5},
-    {AssetKind::TrainingRoom, "Workshop", 16, Span::HalfDay, 5, 2},
-    {AssetKind::TrainingRoom, "Meeting", 10, Span::Meeting, 5, 0},
-    {AssetKind::Lab, "Lab work", 100, Span::Laboratory, 8, 2},
-    {AssetKind::MeetingRoom, "Meeting", 66, Span::Meeting, 6, 2},
-    {AssetKind::MeetingRoom, "Interview", 20, Span::Interview, 3, 6},
-    {AssetKind::MeetingRoom, "Visitor", 9, Span::Visit, 80, 12},
-    {AssetKind::MeetingRoom, "Desk", 5, Span::DeskDays, 40, 25},
-    {AssetKind::Desk, "Desk", 100, Span::DeskDays, 35, 20},
-    {AssetKind::VisitorOffice, "Office", 100, Span::Weeks, 70, 40},
-    {AssetKind::OtherRoom, "Meeting", 70, Span::Meeting, 2, 0},
-    {AssetKind::OtherRoom, "Visitor", 30, Span::Visit, 60, 0},
-    {AssetKind::Equipment, "Equipment", 100, Span::Loan, 4, 0},
-    {AssetKind::Gone, "Meeting", 100, Span::Meeting, 5, 0},
-    {AssetKind::Unused, "Meeting", 100, Span::Meeting, 0, 0},
-};
-
-// Events of a kind's rooms in a hundred days when everything is as full as it gets.
-struct Demand {
-    AssetKind kind;
-    int perHundredDays;
-};
-
-constexpr Demand Demands[] = {
-    {AssetKind::ConferenceRoom, 230}, {AssetKind::TrainingRoom, 45}, {AssetKind::Lab, 22},
-    {AssetKind::MeetingRoom, 165},    {AssetKind::Desk, 35},         {AssetKind::VisitorOffice, 2},
-    {AssetKind::OtherRoom, 8},        {AssetKind::Equipment, 15},    {AssetKind::Gone, 3},
-    {AssetKind::Unused, 5},
-};
-
-constexpr size_t KindCount = static_cast<size_t>(AssetKind::Gone) + 1;
-
 class DayByDay {
 public:
     DayByDay(const Options& options, const Scale& scale, const std::vector<Asset>& assets, const Staff& staff,
@@ -75,12 +28,8 @@ public:
                 rooms_[static_cast<size_t>(assets[n].kind)].push_back(static_cast<int>(n));
             }
         }
-        for (const EventRule& rule : Rules) {
-            const QString type = QString::fromLatin1(rule.eventType);
-            kinds_[static_cast<size_t>(rule.kind)].push_back({&rule, type, names_.TypeNumber(type)});
-        }
-        for (const Demand& demand : Demands) {
-            demand_ += DemandOf(demand);
+        for (const KindTraits& kind : kinds_.All()) {
+            demand_ += DemandOf(kind);
         }
     }
 
@@ -99,14 +48,8 @@ public:
     }
 
 private:
-    struct EventKind {
-        const EventRule* rule = nullptr;
-        QString type;
-        int names = 0;
-    };
-
-    int DemandOf(const Demand& demand) const {
-        return static_cast<int>(rooms_[static_cast<size_t>(demand.kind)].size()) * demand.perHundredDays;
+    int DemandOf(const KindTraits& kind) const {
+        return static_cast<int>(rooms_[static_cast<size_t>(kind.kind)].size()) * kind.eventsInHundredDays;
     }
 
     int WriteOccupanciesBefore(Date day) {
@@ -137,7 +80,7 @@ private:
             break;
         case OccupancyKind::Vacant:
             booking.eventType = QStringLiteral("UNUSED");
-            booking.name = names_.Next(names_.TypeNumber(booking.eventType), DateOf(booking.start), random_);
+            booking.name = names_.Next(booking.eventType, DateOf(booking.start), random_);
             break;
         }
         if (occupancy.person != nullptr) {
@@ -172,41 +115,31 @@ private:
         booking.start = StartOfDay(day);
         booking.end = times.end;
         booking.eventType = kind == AssetKind::Desk ? QStringLiteral("UNUSED") : QStringLiteral("UNAVAILABLE");
-        booking.name = names_.Next(names_.TypeNumber(booking.eventType), DateOf(booking.start), random_);
+        booking.name = names_.Next(booking.eventType, DateOf(booking.start), random_);
         booking.organization = QStringLiteral("Facilities");
         writer_.Write(booking);
         return 1;
     }
 
-    AssetKind DrawKind() {
-        int left = random_.Below(demand_);
-        for (const Demand& demand : Demands) {
-            left -= DemandOf(demand);
+    // One of the items, each as often as its part of `total`.
+    template <typename Item, typename Part>
+    const Item& Draw(const std::vector<Item>& items, int total, Part part) {
+        int left = random_.Below(total);
+        for (const Item& item : items) {
+            left -= part(item);
             if (left < 0) {
-                return demand.kind;
+                return item;
             }
         }
-        return AssetKind::ConferenceRoom;
-    }
-
-    const EventKind& DrawEvent(AssetKind kind) {
-        const std::vector<EventKind>& events = kinds_[static_cast<size_t>(kind)];
-        int left = random_.Below(100);
-        for (const EventKind& event : events) {
-            left -= event.rule->share;
-            if (left < 0) {
-                return event;
-            }
-        }
-        return events.front();
+        return items.front();
     }
 
     // An event, and sometimes the guest telephone for it. Returns the reservations written, at most `limit`.
     int BookEvent(Date day, int limit) {
-        const AssetKind kind = DrawKind();
-        const EventKind& event = DrawEvent(kind);
-        const EventTimes times = DrawTimes(event.rule->span, day, random_);
-        const int room = random_.Pick(rooms_[static_cast<size_t>(kind)]);
+        const KindTraits& kind = Draw(kinds_.All(), demand_, [this](const KindTraits& each) { return DemandOf(each); });
+        const EventRule& event = Draw(kind.events, 100, [](const EventRule& each) { return each.share; });
+        const EventTimes times = DrawTimes(event.span, day, random_);
+        const int room = random_.Pick(rooms_[static_cast<size_t>(kind.kind)]);
         if (!diary_.Take(room, day, times.startQuarter, times.end)) {
             return 0;
         }
@@ -216,13 +149,13 @@ private:
         booking.start = StartOfDay(day) + std::chrono::minutes(15 * times.startQuarter);
         booking.end = times.end;
         booking.eventType = event.type;
-        booking.name = names_.Next(event.names, day, random_);
+        booking.name = names_.Next(event.type, day, random_);
         booking.person = &DrawPerson();
         booking.organization =
-            random_.Percent(event.rule->guestPercent) ? random_.Pick(guests_) : booking.person->organization;
-        booking.attendees = DrawAttendees(*event.rule, booking.name, asset.seats);
+            random_.Percent(event.guestPercent) ? random_.Pick(guests_) : booking.person->organization;
+        booking.attendees = DrawAttendees(event, booking.name, asset.seats);
         const int id = writer_.Write(booking);
-        if (limit > 1 && random_.Percent(event.rule->phonePercent)) {
+        if (limit > 1 && random_.Percent(event.phonePercent)) {
             return 1 + BookGuestTelephone(booking, id, times.startQuarter);
         }
         return 1;
@@ -273,7 +206,7 @@ private:
     EventNames names_;
     QStringList guests_;
     std::array<std::vector<int>, KindCount> rooms_;
-    std::array<std::vector<EventKind>, KindCount> kinds_;
+    KindTable kinds_;
     int demand_ = 0;
     size_t next_ = 0; // the first occupancy that is not written yet
 };

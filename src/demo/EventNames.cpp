@@ -2,8 +2,6 @@
 
 #include "demo/WordFile.h"
 
-#include <stdexcept>
-
 namespace velmora::demo {
 
 namespace {
@@ -31,26 +29,16 @@ EventNames::EventNames() {
     const WordFile subjects = WordFile::Load(QStringLiteral("subjects.txt"));
     months_ = subjects.Entries(QStringLiteral("month"));
     for (const QString& type : events.Sections()) {
-        numbers_.insert(type, static_cast<int>(types_.size()));
-        std::vector<QStringList>& patterns = types_.emplace_back();
+        std::vector<QStringList>& patterns = types_[type];
         for (const QString& pattern : events.Entries(type)) {
             patterns.push_back(Expand(pattern, subjects));
         }
     }
 }
 
-int EventNames::TypeNumber(const QString& eventType) const {
-    const auto found = numbers_.constFind(eventType);
-    if (found == numbers_.constEnd()) {
-        throw std::logic_error("no event names for " + eventType.toStdString());
-    }
-    return *found;
-}
-
-QString EventNames::Next(int typeNumber, Date day, Random& random) const {
-    const std::vector<QStringList>& patterns = types_[static_cast<size_t>(typeNumber)];
-    const QStringList& names = patterns[static_cast<size_t>(random.Below(static_cast<int>(patterns.size())))];
-    const QString& name = names[random.Below(static_cast<int>(names.size()))];
+QString EventNames::Next(const QString& eventType, Date day, Random& random) const {
+    const QStringList& names = random.Pick(types_.at(eventType));
+    const QString& name = random.Pick(names);
     if (!name.endsWith(Month)) {
         return name;
     }

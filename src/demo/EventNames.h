@@ -3,10 +3,10 @@
 #include "base/DateTime.h"
 #include "demo/Random.h"
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
+#include <map>
 #include <vector>
 
 namespace velmora::demo {
@@ -16,15 +16,13 @@ class EventNames {
 public:
     EventNames();
 
-    // The number by which Next knows an event type. Throws std::logic_error for a type without names.
-    int TypeNumber(const QString& eventType) const;
-    // A name for one more event of the type, which takes place on `day`.
-    QString Next(int typeNumber, Date day, Random& random) const;
+    // A name for one more event of the type, which takes place on `day`. Throws std::out_of_range for a type without
+    // names.
+    QString Next(const QString& eventType, Date day, Random& random) const;
 
 private:
-    QHash<QString, int> numbers_;
     // By type: for each pattern of the word lists, every name that it can make.
-    std::vector<std::vector<QStringList>> types_;
+    std::map<QString, std::vector<QStringList>> types_;
     QStringList months_;
 };
 

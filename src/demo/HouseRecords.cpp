@@ -23,17 +23,14 @@ void WriteOwners(const std::vector<Asset>& assets, const Staff& staff, Random ra
             owners.emplace_back(asset.id, &random.Pick(staff.persons));
         }
     }
-    sink.BeginTable(QStringLiteral("Asset/Organization"), {QStringLiteral("AssetID"), QStringLiteral("Organization")});
+    sink.BeginTable("Asset/Organization", "AssetID Organization");
     for (const auto& [asset, person] : owners) {
-        const Value row[] = {Value(asset), Value(person->organization)};
-        sink.Add(row);
+        sink.Add({Value(asset), Value(person->organization)});
     }
-    sink.BeginTable(QStringLiteral("Asset/Person"),
-                    {QStringLiteral("AssetID"), QStringLiteral("LastName"), QStringLiteral("FirstName")});
+    sink.BeginTable("Asset/Person", "AssetID LastName FirstName");
     for (const auto& [asset, person] : owners) {
         if (random.Percent(80)) {
-            const Value row[] = {Value(asset), Value(person->lastName), Value(person->firstName)};
-            sink.Add(row);
+            sink.Add({Value(asset), Value(person->lastName), Value(person->firstName)});
         }
     }
 }
@@ -50,30 +47,26 @@ void WriteWorkOrders(const Options& options, const Scale& scale, const std::vect
     }
     std::sort(requested.begin(), requested.end());
 
-    sink.BeginTable(QStringLiteral("WorkOrder"),
-                    {QStringLiteral("Requested"), QStringLiteral("Completed"), QStringLiteral("Asset"),
-                     QStringLiteral("Description"), QStringLiteral("RequestedBy")});
+    sink.BeginTable("WorkOrder", "Requested Completed Asset Description RequestedBy");
     for (const DateTime moment : requested) {
         const Asset& asset = random.Pick(assets);
         const Person& person = random.Pick(staff.persons);
         const bool past = moment < StartOfDay(options.today);
         const bool known = asset.kind != AssetKind::Gone && !random.Percent(4);
-        const Value row[] = {Value(moment), Value(past && random.Below(3) < 2), known ? Value(asset.id) : Value(),
-                             Value(random.Pick(descriptions)), Value(person.firstName + u' ' + person.lastName)};
-        sink.Add(row);
+        sink.Add({Value(moment), Value(past && random.Below(3) < 2), known ? Value(asset.id) : Value(),
+                  Value(random.Pick(descriptions)), Value(person.firstName + u' ' + person.lastName)});
     }
 }
 
 void WritePrintAttributes(RowSink& sink) {
-    sink.BeginTable(QStringLiteral("PrintAttributes"), {QStringLiteral("Caption"), QStringLiteral("PrintAttributes")});
+    sink.BeginTable("PrintAttributes", "Caption PrintAttributes");
     const WordFile words = WordFile::Load(QStringLiteral("print-attributes.txt"));
     for (const QStringList& attribute : words.Rows(QStringLiteral("print attributes"))) {
         const QStringList styles = attribute[1].split(u' ');
         const int bits =
             (styles.contains(QLatin1String("bold")) ? 1 : 0) | (styles.contains(QLatin1String("italic")) ? 2 : 0) |
             (styles.contains(QLatin1String("underlined")) ? 4 : 0) | (styles.contains(QLatin1String("grey")) ? 8 : 0);
-        const Value row[] = {Value(attribute[0]), Value(bits)};
-        sink.Add(row);
+        sink.Add({Value(attribute[0]), Value(bits)});
     }
 }
 

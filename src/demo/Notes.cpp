@@ -18,10 +18,7 @@ public:
         const WordFile words = WordFile::Load(QStringLiteral("notes.txt"));
         notes_ = words.Rows(QStringLiteral("notes"));
         finishers_ = words.Entries(QStringLiteral("finished by"));
-        sink_.BeginTable(QStringLiteral("Note"),
-                         {QStringLiteral("Reservation"), QStringLiteral("Name"), QStringLiteral("NoteCategory"),
-                          QStringLiteral("Note"), QStringLiteral("Cost"), QStringLiteral("Confirm"),
-                          QStringLiteral("Completed"), QStringLiteral("CompletedTime"), QStringLiteral("CompletedBy")});
+        sink_.BeginTable("Note", "Reservation Name NoteCategory Note Cost Confirm Completed CompletedTime CompletedBy");
     }
 
     void Write(const WrittenReservation& reservation) {
@@ -30,16 +27,9 @@ public:
         const bool confirm = random_.Percent(25);
         const bool costs = note[0] == QLatin1String("Catering") && random_.Percent(50);
         const DateTime doneAt = DoneAt(reservation.start);
-        const Value row[] = {Value(reservation.id),
-                             Value(note[1]),
-                             Value(note[0]),
-                             Value(Filled(note[2])),
-                             costs ? Value(random_.Between(12, 240) * 0.5) : Value(),
-                             Value(confirm),
-                             Value(done),
-                             done ? Value(doneAt) : Value(),
-                             done ? Value(random_.Pick(finishers_)) : Value()};
-        sink_.Add(row);
+        sink_.Add({Value(reservation.id), Value(note[1]), Value(note[0]), Value(Filled(note[2])),
+                   costs ? Value(random_.Between(12, 240) * 0.5) : Value(), Value(confirm), Value(done),
+                   done ? Value(doneAt) : Value(), done ? Value(random_.Pick(finishers_)) : Value()});
     }
 
 private:
@@ -81,38 +71,33 @@ Value TextOrEmpty(const QString& text) {
 }
 
 void WriteLinks(const WordFile& words, const std::vector<Asset>& assets, Random& random, RowSink& sink) {
-    sink.BeginTable(QStringLiteral("Event/StandardNote"),
-                    {QStringLiteral("EventType"), QStringLiteral("StandardNote")});
+    sink.BeginTable("Event/StandardNote", "EventType StandardNote");
     QHash<QString, QStringList> notesOfType;
     for (const QStringList& link : words.Rows(QStringLiteral("of event types"))) {
-        const Value row[] = {Value(link[0]), Value(link[1])};
-        sink.Add(row);
+        sink.Add({Value(link[0]), Value(link[1])});
         notesOfType[link[0]].append(link[1]);
     }
-    sink.BeginTable(QStringLiteral("Asset/StandardNote"), {QStringLiteral("AssetID"), QStringLiteral("StandardNote")});
+    sink.BeginTable("Asset/StandardNote", "AssetID StandardNote");
+    const KindTable kinds;
     for (const Asset& asset : assets) {
-        const QStringList types = EventTypesOf(asset.kind);
+        const QStringList& types = kinds.Of(asset.kind).spaceTypes;
         if (asset.seats < 3 || types.isEmpty()) {
             continue;
         }
         for (const QString& note : notesOfType.value(types.front())) {
             if (random.Percent(60)) {
-                const Value row[] = {Value(asset.id), Value(note)};
-                sink.Add(row);
+                sink.Add({Value(asset.id), Value(note)});
             }
         }
     }
 }
 
 void WriteRequests(const Scale& scale, const std::vector<QStringList>& standard, Random& random, RowSink& sink) {
-    sink.BeginTable(QStringLiteral("RequestNote"),
-                    {QStringLiteral("RequestID"), QStringLiteral("Name"), QStringLiteral("NoteCategory"),
-                     QStringLiteral("Note"), QStringLiteral("Cost")});
+    sink.BeginTable("RequestNote", "RequestID Name NoteCategory Note Cost");
     for (int request = 1; request <= scale.requests; ++request) {
         for (int n = random.Between(1, 3); n > 0; --n) {
             const QStringList& note = random.Pick(standard);
-            const Value row[] = {Value(request), Value(note[0]), Value(note[1]), TextOrEmpty(note[3]), Money(note[2])};
-            sink.Add(row);
+            sink.Add({Value(request), Value(note[0]), Value(note[1]), TextOrEmpty(note[3]), Money(note[2])});
         }
     }
 }
@@ -138,16 +123,13 @@ void WriteStandardNotes(const Scale& scale, const std::vector<Asset>& assets, Ra
             categories.append(note[1]);
         }
     }
-    sink.BeginTable(QStringLiteral("NoteCategory"), {QStringLiteral("Name")});
+    sink.BeginTable("NoteCategory", "Name");
     for (const QString& category : categories) {
-        const Value row[] = {Value(category)};
-        sink.Add(row);
+        sink.Add({Value(category)});
     }
-    sink.BeginTable(QStringLiteral("StandardNotes"), {QStringLiteral("Name"), QStringLiteral("NoteCategory"),
-                                                      QStringLiteral("Note"), QStringLiteral("Cost")});
+    sink.BeginTable("StandardNotes", "Name NoteCategory Note Cost");
     for (const QStringList& note : standard) {
-        const Value row[] = {Value(note[0]), Value(note[1]), TextOrEmpty(note[3]), Money(note[2])};
-        sink.Add(row);
+        sink.Add({Value(note[0]), Value(note[1]), TextOrEmpty(note[3]), Money(note[2])});
     }
     WriteLinks(words, assets, random, sink);
     WriteRequests(scale, standard, random, sink);

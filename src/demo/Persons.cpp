@@ -125,22 +125,14 @@ public:
         const bool hasSecretary = random_.Percent(30);
         const Person& secretary = persons_[static_cast<size_t>(random_.Below(SecretaryCount()))];
         const bool park = random_.Percent(20);
-        const Value row[] = {
-            Value(person.lastName),
-            Value(person.firstName),
-            SpaceType(person, place),
-            Value(areas[0]),
-            Sometimes(96, areas[1]),
-            Sometimes(90, areas[2]),
-            Sometimes(97, QStringLiteral("01632 49 ") + extension),
-            Sometimes(95, extension),
-            Storage(),
-            hasSecretary ? Value(secretary.lastName) : Value(),
-            hasSecretary ? Value(secretary.firstName) : Value(),
-            Value(QStringLiteral("K-%1").arg(number + 1, 5, 10, QLatin1Char('0'))),
-            Value(QString::number(4100 + random_.Below(24) * 10)),
-            park ? Value(QStringLiteral("P%1-%2").arg(1 + random_.Below(3)).arg(1 + random_.Below(240))) : Value()};
-        sink_.Add(row);
+        sink_.Add(
+            {Value(person.lastName), Value(person.firstName), SpaceType(person, place), Value(areas[0]),
+             Sometimes(96, areas[1]), Sometimes(90, areas[2]), Sometimes(97, QStringLiteral("01632 49 ") + extension),
+             Sometimes(95, extension), Storage(), hasSecretary ? Value(secretary.lastName) : Value(),
+             hasSecretary ? Value(secretary.firstName) : Value(),
+             Value(QStringLiteral("K-%1").arg(number + 1, 5, 10, QLatin1Char('0'))),
+             Value(QString::number(4100 + random_.Below(24) * 10)),
+             park ? Value(QStringLiteral("P%1-%2").arg(1 + random_.Below(3)).arg(1 + random_.Below(240))) : Value()});
     }
 
 private:
@@ -207,12 +199,8 @@ Staff MakeStaff(const Scale& scale, Random random) {
 }
 
 void WritePersons(const std::vector<Person>& persons, const std::vector<Asset>& assets, Random random, RowSink& sink) {
-    sink.BeginTable(QStringLiteral("Person"),
-                    {QStringLiteral("LastName"), QStringLiteral("FirstName"), QStringLiteral("EventType"),
-                     QStringLiteral("Area"), QStringLiteral("Area2"), QStringLiteral("Area3"), QStringLiteral("Phone"),
-                     QStringLiteral("Extension"), QStringLiteral("Storage"), QStringLiteral("SecretaryLast"),
-                     QStringLiteral("SecretaryFirst"), QStringLiteral("Code1"), QStringLiteral("Code2"),
-                     QStringLiteral("Code3")});
+    sink.BeginTable("Person", "LastName FirstName EventType Area Area2 Area3 Phone Extension Storage SecretaryLast "
+                              "SecretaryFirst Code1 Code2 Code3");
     PersonWriter writer(persons, assets, random, sink);
     for (size_t n = 0; n < persons.size(); ++n) {
         writer.Write(persons[n], static_cast<int>(n));

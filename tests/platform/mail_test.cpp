@@ -2,7 +2,6 @@
 #include "platform/mail/SmtpClient.h"
 #include "tests/support/MailServer.h"
 
-#include <QElapsedTimer>
 #include <QTimeZone>
 
 namespace velmora::mail {
@@ -184,15 +183,13 @@ TEST(SmtpTest, TellsABrokenConnection) {
 
 TEST(SmtpTest, StopsWhenAsked) {
     const MailServer server({u"--silent"_s});
-    QElapsedTimer timer;
-    timer.start();
+    int asked = 0;
     try {
-        SendBySmtp(Server(server), SampleMail(), [&] { return timer.elapsed() < 300; });
+        SendBySmtp(Server(server), SampleMail(), [&] { return ++asked < 4; });
         FAIL() << "sent to a server that says nothing";
     } catch (const SmtpError& error) {
         EXPECT_EQ(error.Failure(), SmtpFailure::Cancelled);
     }
-    EXPECT_LT(timer.elapsed(), 3000);
 }
 
 } // namespace

@@ -150,22 +150,5 @@ TEST_F(LayoutTest, TheWrapperFilesStandAsTheyAreAroundTheMarkup) {
     EXPECT_EQ(Lay(3, heading), rule + "h\r\n") << "text has no wrapper";
 }
 
-// Ten times the rows must not take much more than ten times as long: a generous factor still tells linear from
-// quadratic, which would be a hundred.
-TEST_F(LayoutTest, LongReportsStayLinear) {
-    const auto seconds = [this](int rows) {
-        const auto start = std::chrono::steady_clock::now();
-        Lay(4, [rows](PrintJob& job) {
-            for (int i = 0; i < rows; ++i) {
-                job.PrintTwoLabelValues("Organization", "Facilities <East>", "Space Type", "Conference");
-            }
-        });
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-    seconds(2000);
-    const double few = std::min({seconds(4000), seconds(4000), seconds(4000)});
-    EXPECT_LT(seconds(40000), 50 * few);
-}
-
 } // namespace
 } // namespace velmora::print

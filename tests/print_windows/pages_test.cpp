@@ -6,8 +6,6 @@
 #include "print/pages/PreviewPages.h"
 #include "tests/print_windows/PreviewReports.h"
 
-#include <QElapsedTimer>
-
 #include <limits>
 
 namespace velmora::print {
@@ -139,25 +137,6 @@ TEST(Sheets, GrownPagesAreStretchedOrCutAndLoseNothing) {
             << c.name << " height " << report.pages[0].Height();
         EXPECT_EQ(sheets.pages[0].Placed() == pages::Placement(), c.trueSize) << c.name;
     }
-}
-
-// Every sheet looks at its own items alone, so a strip of a thousand sheets is cut in a moment.
-TEST(Sheets, AStripTwiceAsLongTakesAboutTwiceTheTime) {
-    const pages::PaperSize letter{12240, 15840, 360, 360, 360, 360};
-    const auto fastest = [&](int entries) {
-        const pages::Document report = GrownPage(entries, 1);
-        qint64 best = std::numeric_limits<qint64>::max();
-        for (int run = 0; run < 3; ++run) {
-            QElapsedTimer timer;
-            timer.start();
-            const pages::Document sheets = pages::CutIntoSheets(report, letter);
-            best = std::min(best, timer.nsecsElapsed());
-            EXPECT_GT(std::ssize(sheets.pages), entries / 10);
-        }
-        return static_cast<double>(best);
-    };
-    // Eight times the length; time that grows with the square of it would be 64 times as much.
-    EXPECT_LT(fastest(8000) / fastest(1000), 24);
 }
 
 TEST(Sheets, APdfHasNoPageBeyondWhatPdfKnows) {

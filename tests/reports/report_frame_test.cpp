@@ -127,17 +127,8 @@ TEST_F(RunTest, AnOtherDayWithoutADateIsReportedAndThenHasNoRows) {
 }
 
 TEST_F(RunTest, AnAbortedReportDeliversNothingAndReturnsTheWindowToIdle) {
-    class Aborting : public ErrorReporter {
-    public:
-        Answer Report(const Error&, const FailurePlace&) override { throw ProgramEnd{1}; }
-    };
-    Aborting aborting;
-    const Services& real = fakes_.program.services();
-    Services services{real.dialogs, real.clock,     real.eventLoop, real.printers,     real.progress, real.mail,
-                      aborting,     real.windows,   real.process,   real.userSettings, real.log,      {},
-                      {},           real.localeText};
-    const Program program(services, u"Service Administration"_s);
-    ReportContext context{program, run_, settings_, view_, *faulty_, job_};
+    fakes_.errors.answers = {Answer::Abort};
+    ReportContext context = Context();
     faulty_->failures[u"QReport3"_s] = 1;
     job_.SetOutputTarget(3);
     EXPECT_THROW(PrintReport(context, request_), ProgramEnd);
@@ -146,25 +137,15 @@ TEST_F(RunTest, AnAbortedReportDeliversNothingAndReturnsTheWindowToIdle) {
     ExpectIdle();
 }
 
-TEST_F(RunTest, TheSqlTextsAreTheProgramsOwn) {
-    request_.brief = false;
-    request_.includeNotes = true;
-    request_.includePhone = true;
+TEST_F(RunTest, AStoredQueryThatLacksAFieldIsToldOnce) {
+    database_->Execute(u"Update StoredQuery Set Text = 'Parameters RStart DateTime, REnd DateTime; Select ID from "
+                       "Reservation where Start >= RStart and Start < REnd' Where Name = 'QReport3'");
+    database_->Idle(engine::IdleOption::RefreshCache);
+    fakes_.errors.answers = {Answer::Ignore};
     Run();
-    for (const QString& text :
-         {u"QReport3"_s, u"Select * from Person where LastName = \"Abel\" and FirstName = \"Anna\""_s,
-          u"Select * from Person where LastName = \"O\"\"Hara\" and FirstName = \"Jo \"\"Jo\"\"\""_s,
-          u"Select * from Reservation where EventType = \"Guest Extension\" and Link = 1"_s,
-          u"Select * from Asset where AssetID = 900"_s, u"Select * from [Note] where Reservation = 1"_s}) {
-        EXPECT_TRUE(faulty_->sources.contains(text)) << text.toStdString();
-    }
-}
-
-TEST(ReportProgressTest, MoreThanAllCountsAsAllAndNoTextHides) {
-    FakeReportView view;
-    ShowReportProgress(view, u"Preparing Report"_s, 150);
-    ShowReportProgress(view, {}, 50);
-    EXPECT_EQ(view.progress, (std::vector<std::pair<QString, int>>{{u"Preparing Report"_s, 100}, {QString(), -1}}));
+    ASSERT_EQ(fakes_.errors.reports.size(), 1U);
+    EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"AssetID"_s));
+    ExpectIdle();
 }
 
 } // namespace

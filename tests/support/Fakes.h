@@ -130,7 +130,8 @@ public:
     QStringList sent;
 };
 
-// Records reports and gives the planned answers; an unplanned report fails the test.
+// Records reports and gives the planned answers; an unplanned report fails the test. Abort ends the program, as it does
+// with the real one.
 class FakeErrorReporter : public ErrorReporter {
 public:
     struct Entry {
@@ -145,6 +146,9 @@ public:
         }
         const Answer answer = answers.front();
         answers.pop_front();
+        if (answer == Answer::Abort) {
+            throw ProgramEnd{1};
+        }
         return answer;
     }
     std::deque<Answer> answers;

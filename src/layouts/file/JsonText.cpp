@@ -3,8 +3,9 @@
 #include <QByteArrayList>
 #include <QStringView>
 
+#include <rapidjson/reader.h>
+
 #include <algorithm>
-#include <cmath>
 
 namespace velmora::layouts {
 
@@ -12,217 +13,211 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int deepest = 20;
+using Encoding = rapidjson::UTF16<char16_t>;
 
-class JsonParser {
+constexpr size_t deepest = 20;
+
+// The text as the library reads it. Knows where it is read, so that a node learns its line.
+class Source {
 public:
-    explicit JsonParser(QStringView text) : text_(text) {}
+    using Ch = char16_t;
 
-    JsonNode Parse() {
-        JsonNode node = ParseValue(0);
-        SkipBlanks();
-        if (at_ < text_.size()) {
-            Fail(u"nothing may stand behind the last \"}\""_s);
-        }
-        return node;
+    explicit Source(QStringView text) : text_(text) {}
+
+    Ch Peek() const { return at_ < text_.size() ? text_[at_].unicode() : u'\0'; }
+    Ch Take() {
+        const Ch c = Peek();
+        ++at_;
+        line_ += c == u'\n';
+        return c;
     }
+    size_t Tell() const { return static_cast<size_t>(at_); }
+    int Line() const { return line_; }
+
+    // The library asks these of a text that it writes into, which this is not.
+    Ch* PutBegin() { return nullptr; }
+    void Put(Ch) {}
+    size_t PutEnd(Ch*) { return 0; }
 
 private:
-    [[noreturn]] void Fail(const QString& what) const {
-        throw JsonFault{what, line_, static_cast<int>(at_ - lineStart_) + 1};
-    }
-
-    QChar Peek() const { return at_ < text_.size() ? text_[at_] : QChar(); }
-
-    void SkipBlanks() {
-        while (at_ < text_.size() &&
-               (text_[at_] == u' ' || text_[at_] == u'\t' || text_[at_] == u'\r' || text_[at_] == u'\n')) {
-            if (text_[at_] == u'\n') {
-                ++line_;
-                lineStart_ = at_ + 1;
-            }
-            ++at_;
-        }
-    }
-
-    void Expect(QChar mark, const QString& what) {
-        SkipBlanks();
-        if (Peek() != mark) {
-            Fail(what);
-        }
-        ++at_;
-    }
-
-    JsonNode ParseValue(int depth) {
-        SkipBlanks();
-        if (depth > deepest) {
-            Fail(u"the values nest more than %1 levels deep"_s.arg(deepest));
-        }
-        JsonNode node;
-        node.line = line_;
-        if (at_ >= text_.size()) {
-            Fail(u"the file ends in the middle"_s);
-        }
-        switch (Peek().unicode()) {
-        case u'{':
-            ParseObject(node, depth);
-            return node;
-        case u'[':
-            ParseList(node, depth);
-            return node;
-        case u'"':
-            node.kind = JsonNode::Kind::Text;
-            node.text = ParseText();
-            return node;
-        default:
-            ParseWord(node);
-            return node;
-        }
-    }
-
-    // Another item follows; otherwise the closing mark was taken.
-    bool AnotherItem(QChar closing) {
-        SkipBlanks();
-        if (Peek() == u',') {
-            ++at_;
-            return true;
-        }
-        Expect(closing, at_ >= text_.size() ? u"the file ends in the middle: \"%1\" is missing"_s.arg(closing)
-                                            : u"\",\" or \"%1\" is missing"_s.arg(closing));
-        return false;
-    }
-
-    void ParseObject(JsonNode& node, int depth) {
-        node.kind = JsonNode::Kind::Object;
-        ++at_;
-        SkipBlanks();
-        if (Peek() == u'}') {
-            ++at_;
-            return;
-        }
-        do {
-            SkipBlanks();
-            if (Peek() != u'"') {
-                Fail(u"a key in double quotes is missing"_s);
-            }
-            const int line = line_;
-            QString key = ParseText();
-            if (std::find(node.keys.begin(), node.keys.end(), key) != node.keys.end()) {
-                Fail(u"the key \"%1\" stands here twice"_s.arg(key));
-            }
-            Expect(u':', u"\":\" is missing behind the key \"%1\""_s.arg(key));
-            node.items.push_back(ParseValue(depth + 1));
-            node.keys.push_back(std::move(key));
-            node.keyLines.push_back(line);
-        } while (AnotherItem(u'}'));
-    }
-
-    void ParseList(JsonNode& node, int depth) {
-        node.kind = JsonNode::Kind::List;
-        ++at_;
-        SkipBlanks();
-        if (Peek() == u']') {
-            ++at_;
-            return;
-        }
-        do {
-            node.items.push_back(ParseValue(depth + 1));
-        } while (AnotherItem(u']'));
-    }
-
-    QString ParseText() {
-        QString text;
-        ++at_;
-        for (;;) {
-            if (at_ >= text_.size() || text_[at_] == u'\n') {
-                Fail(u"a text's closing quote is missing"_s);
-            }
-            const QChar c = text_[at_];
-            if (c == u'"') {
-                ++at_;
-                return text;
-            }
-            if (c < u' ') {
-                Fail(u"a text holds a control character; write it as \\t or \\u0000"_s);
-            }
-            ++at_;
-            text += c == u'\\' ? ParseEscape() : c;
-        }
-    }
-
-    QChar ParseEscape() {
-        constexpr QStringView letters = u"\"\\/bfnrt";
-        constexpr QStringView meanings = u"\"\\/\b\f\n\r\t";
-        const QChar letter = Peek();
-        if (letter == u'u') {
-            const QStringView digits = text_.mid(at_ + 1, 4);
-            bool isNumber = digits.size() == 4 && std::all_of(digits.begin(), digits.end(), [](QChar c) {
-                                return QStringView(u"0123456789abcdefABCDEF").contains(c);
-                            });
-            const ushort code = isNumber ? digits.toUShort(&isNumber, 16) : ushort{0};
-            if (!isNumber) {
-                Fail(u"four hexadecimal digits are missing behind \\u"_s);
-            }
-            at_ += 5;
-            return QChar(code);
-        }
-        const qsizetype index = at_ < text_.size() ? letters.indexOf(letter) : -1;
-        if (index < 0) {
-            Fail(u"a text has no \\%1; a backslash is written \\\\"_s.arg(letter));
-        }
-        ++at_;
-        return meanings[index];
-    }
-
-    void ParseWord(JsonNode& node) {
-        const qsizetype start = at_;
-        while (at_ < text_.size() && (text_[at_].isLetterOrNumber() || QStringView(u"+-.").contains(text_[at_]))) {
-            ++at_;
-        }
-        const QStringView word = text_.sliced(start, at_ - start);
-        if (word == u"true" || word == u"false") {
-            node.kind = JsonNode::Kind::Bool;
-            node.yes = word == u"true";
-            return;
-        }
-        if (word == u"null") {
-            return;
-        }
-        bool isNumber = false;
-        node.kind = JsonNode::Kind::Number;
-        node.number = word.toDouble(&isNumber);
-        const bool plain = !word.isEmpty() && (word[0] == u'-' || (word[0] >= u'0' && word[0] <= u'9'));
-        if (!plain || !isNumber || !std::isfinite(node.number)) {
-            at_ = start;
-            Fail(word.isEmpty() ? u"a value is missing"_s
-                                : u"\"%1\" is no value; a text stands in double quotes"_s.arg(word));
-        }
-    }
-
     QStringView text_;
     qsizetype at_ = 0;
     int line_ = 1;
-    qsizetype lineStart_ = 0;
 };
+
+// Makes nodes of what the library reads. A function that returns false ends the reading, with `refusal`.
+class TreeBuilder : public rapidjson::BaseReaderHandler<Encoding, TreeBuilder> {
+public:
+    explicit TreeBuilder(const Source& source) : source_(source) {}
+
+    bool Null() {
+        Add(JsonNode::Kind::Null);
+        return true;
+    }
+    bool Bool(bool yes) {
+        Add(JsonNode::Kind::Bool)->yes = yes;
+        return true;
+    }
+    bool Double(double number) {
+        Add(JsonNode::Kind::Number)->number = number;
+        return true;
+    }
+    bool Int(int number) { return Double(number); }
+    bool Uint(unsigned number) { return Double(number); }
+    bool Int64(int64_t number) { return Double(static_cast<double>(number)); }
+    bool Uint64(uint64_t number) { return Double(static_cast<double>(number)); }
+    bool String(const char16_t* text, rapidjson::SizeType length, bool) {
+        Add(JsonNode::Kind::Text)->text = QString(reinterpret_cast<const QChar*>(text), length);
+        return true;
+    }
+    bool StartObject() { return Open(JsonNode::Kind::Object); }
+    bool StartArray() { return Open(JsonNode::Kind::List); }
+    bool Key(const char16_t* text, rapidjson::SizeType length, bool) {
+        lastKey = QString(reinterpret_cast<const QChar*>(text), length);
+        keyLine_ = source_.Line();
+        if (open_.back()->Find(lastKey) != nullptr) {
+            refusal = u"the key \"%1\" stands here twice"_s.arg(lastKey);
+            return false;
+        }
+        return true;
+    }
+    bool EndObject(rapidjson::SizeType) { return Close(); }
+    bool EndArray(rapidjson::SizeType) { return Close(); }
+
+    JsonNode root;
+    QString lastKey;
+    QString refusal;
+
+private:
+    JsonNode* Add(JsonNode::Kind kind) {
+        JsonNode* node = open_.empty() ? &root : &open_.back()->items.emplace_back();
+        const bool ofObject = !open_.empty() && open_.back()->kind == JsonNode::Kind::Object;
+        node->kind = kind;
+        node->key = ofObject ? lastKey : QString();
+        node->line = ofObject ? keyLine_ : source_.Line();
+        return node;
+    }
+    bool Open(JsonNode::Kind kind) {
+        if (open_.size() > deepest) {
+            refusal = u"the values nest more than %1 levels deep"_s.arg(deepest);
+            return false;
+        }
+        open_.push_back(Add(kind));
+        return true;
+    }
+    bool Close() {
+        open_.pop_back();
+        return true;
+    }
+
+    const Source& source_;
+    int keyLine_ = 1;
+    // The objects and lists that are not closed yet, the innermost last.
+    std::vector<JsonNode*> open_;
+};
+
+// The word at a place, or that it stands behind, such as a number that cannot be read on.
+QStringView WordAt(QStringView text, qsizetype& at) {
+    const auto isOfWord = [&](qsizetype n) {
+        return text[n].isLetterOrNumber() || QStringView(u"+-.").contains(text[n]);
+    };
+    while (at > 0 && isOfWord(at - 1)) {
+        --at;
+    }
+    qsizetype end = at;
+    while (end < text.size() && isOfWord(end)) {
+        ++end;
+    }
+    return text.sliced(at, end - at);
+}
+
+// What is wrong in a text that holds a bad escape or a control character at a place.
+QString EscapeFault(QStringView text, qsizetype& at) {
+    if (text[at] == u'\n') {
+        return u"a text's closing quote is missing"_s;
+    }
+    if (text[at] != u'\\') {
+        return u"a text holds a control character; write it as \\t or \\u0000"_s;
+    }
+    ++at;
+    return u"a text has no \\%1; a backslash is written \\\\"_s.arg(at < text.size() ? text[at] : QChar());
+}
+
+// What is wrong, in words for a person. May move `at` to what the words are about.
+QString Describe(rapidjson::ParseErrorCode code, QStringView text, const TreeBuilder& tree, qsizetype& at) {
+    const bool ended = at >= text.size();
+    const auto missing = [&](QChar closing) {
+        return (ended ? u"the file ends in the middle: \"%1\" is missing"_s : u"\",\" or \"%1\" is missing"_s)
+            .arg(closing);
+    };
+    switch (code) {
+    case rapidjson::kParseErrorDocumentEmpty:
+        return u"the file ends in the middle"_s;
+    case rapidjson::kParseErrorDocumentRootNotSingular:
+        return u"nothing may stand behind the last \"}\""_s;
+    case rapidjson::kParseErrorObjectMissName:
+        return u"a key in double quotes is missing"_s;
+    case rapidjson::kParseErrorObjectMissColon:
+        return u"\":\" is missing behind the key \"%1\""_s.arg(tree.lastKey);
+    case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
+        return missing(u'}');
+    case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
+        return missing(u']');
+    case rapidjson::kParseErrorStringMissQuotationMark:
+        return u"a text's closing quote is missing"_s;
+    case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
+    case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
+        ++at;
+        return u"four hexadecimal digits are missing behind \\u"_s;
+    case rapidjson::kParseErrorStringEscapeInvalid:
+        return EscapeFault(text, at);
+    case rapidjson::kParseErrorTermination:
+        return tree.refusal;
+    default:
+        break;
+    }
+    const QStringView word = WordAt(text, at);
+    return word.isEmpty() ? (ended ? u"the file ends in the middle"_s : u"a value is missing"_s)
+                          : u"\"%1\" is no value; a text stands in double quotes"_s.arg(word);
+}
+
+JsonFault FaultAt(const QString& what, QStringView text, qsizetype at) {
+    const QStringView before = text.first(std::min(at, text.size()));
+    const auto lineStart = before.lastIndexOf(u'\n') + 1;
+    return {what, static_cast<int>(before.count(u'\n')) + 1, static_cast<int>(before.size() - lineStart) + 1};
+}
 
 } // namespace
 
+const JsonNode* JsonNode::Find(QStringView name) const {
+    const auto found = std::find_if(items.begin(), items.end(), [&](const JsonNode& item) { return item.key == name; });
+    return kind == Kind::Object && found != items.end() ? &*found : nullptr;
+}
+
 JsonNode ParseJson(const QByteArray& bytes) {
     const QByteArrayView plain = QByteArrayView(bytes).sliced(bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0);
-    if (!QUtf8StringView(plain).isValidUtf8()) {
-        const auto before = QUtf8StringView(plain);
-        int line = 1;
-        // The first line that is not well formed.
-        for (const QByteArray& each : QByteArray(before.data(), before.size()).split('\n')) {
-            if (!QUtf8StringView(each).isValidUtf8()) {
-                break;
-            }
-            ++line;
+    int line = 1;
+    for (const QByteArray& each : plain.toByteArray().split('\n')) {
+        if (!QUtf8StringView(each).isValidUtf8()) {
+            throw JsonFault{u"the line is not UTF-8"_s, line, 1};
         }
-        throw JsonFault{u"the line is not UTF-8"_s, line, 1};
+        ++line;
     }
     const QString text = QString::fromUtf8(plain);
-    return JsonParser(text).Parse();
+    Source source(text);
+    TreeBuilder tree(source);
+    rapidjson::GenericReader<Encoding, Encoding> reader;
+    const rapidjson::ParseResult result = reader.Parse<rapidjson::kParseFullPrecisionFlag>(source, tree);
+    if (!result) {
+        auto at = static_cast<qsizetype>(result.Offset());
+        const QString what = Describe(result.Code(), text, tree, at);
+        throw FaultAt(what, text, at);
+    }
+    // The library takes a null character for the end.
+    if (static_cast<qsizetype>(source.Tell()) < text.size()) {
+        throw FaultAt(u"nothing may stand behind the last \"}\""_s, text, static_cast<qsizetype>(source.Tell()));
+    }
+    return std::move(tree.root);
 }
 
 } // namespace velmora::layouts

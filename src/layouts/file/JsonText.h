@@ -7,23 +7,23 @@
 
 namespace velmora::layouts {
 
-// A value of a JSON text, with the line that it begins on (from 1), so that whoever checks what it means can name the
-// place.
+// A value of a JSON text, with its line (from 1), so that whoever checks what it means can name the place.
 struct JsonNode {
     enum class Kind { Null, Bool, Number, Text, List, Object };
     Kind kind = Kind::Null;
+    // Where it begins; for a value of an object where its key stands.
     int line = 1;
+    QString key; // of a value of an object
     bool yes = false;
     double number = 0;
     QString text;
-    // Of a list its items, of an object its values; `keys` are parallel to the latter.
-    std::vector<JsonNode> items;
-    std::vector<QString> keys;
-    // The line of each key.
-    std::vector<int> keyLines;
+    std::vector<JsonNode> items; // of a list or an object
+
+    // An object's value; null without the key.
+    const JsonNode* Find(QStringView name) const;
 };
 
-// What is no JSON, as words for a person, and where: line and column from 1.
+// Why a text is not JSON, in words for a person, and where: line and column from 1.
 struct JsonFault {
     QString what;
     int line = 1;

@@ -2,10 +2,6 @@
 
 #include "base/Error.h"
 
-#include <QStringList>
-
-#include <algorithm>
-
 namespace velmora::layouts {
 
 using namespace Qt::StringLiterals;
@@ -22,20 +18,16 @@ ObjectReader::ObjectReader(const JsonNode& node, LayoutPlace place) : node_(node
 }
 
 LayoutPlace ObjectReader::PlaceOf(const QString& key) const {
-    const auto found = std::find(node_.keys.begin(), node_.keys.end(), key);
-    if (found == node_.keys.end()) {
-        return place_;
-    }
-    const auto index = static_cast<size_t>(found - node_.keys.begin());
-    return {place_.file, node_.keyLines[index], place_.key.isEmpty() ? key : place_.key + u'.' + key};
+    const JsonNode* node = node_.Find(key);
+    return node == nullptr ? place_
+                           : LayoutPlace{place_.file, node->line, place_.key.isEmpty() ? key : place_.key + u'.' + key};
 }
 
 const JsonNode* ObjectReader::Find(const QString& key) {
-    if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
-        known_.push_back(key);
+    if (!known_.contains(key)) {
+        known_.append(key);
     }
-    const auto found = std::find(node_.keys.begin(), node_.keys.end(), key);
-    return found == node_.keys.end() ? nullptr : &node_.items[static_cast<size_t>(found - node_.keys.begin())];
+    return node_.Find(key);
 }
 
 const JsonNode* ObjectReader::FindKind(const QString& key, JsonNode::Kind kind, const QString& what) {
@@ -75,17 +67,16 @@ double ObjectReader::Number(const QString& key, double otherwise, double least, 
     return node->number;
 }
 
-int ObjectReader::OneOf(const QString& key, const std::vector<QString>& words, int otherwise) {
+int ObjectReader::OneOf(const QString& key, const QStringList& words, int otherwise) {
     const JsonNode* node = FindKind(key, JsonNode::Kind::Text, u"a text in double quotes"_s);
     if (node == nullptr) {
         return otherwise;
     }
-    const auto found = std::find(words.begin(), words.end(), node->text);
-    if (found == words.end()) {
-        PlaceOf(key).Fail(
-            u"\"%1\" is none of: %2"_s.arg(node->text, QStringList(words.begin(), words.end()).join(u", "_s)));
+    const auto index = words.indexOf(node->text);
+    if (index < 0) {
+        PlaceOf(key).Fail(u"\"%1\" is none of: %2"_s.arg(node->text, words.join(u", "_s)));
     }
-    return static_cast<int>(found - words.begin());
+    return static_cast<int>(index);
 }
 
 std::vector<std::pair<const JsonNode*, LayoutPlace>> ObjectReader::List(const QString& key) {
@@ -103,10 +94,9 @@ std::vector<std::pair<const JsonNode*, LayoutPlace>> ObjectReader::List(const QS
 }
 
 void ObjectReader::Finish() const {
-    for (const QString& key : node_.keys) {
-        if (std::find(known_.begin(), known_.end(), key) == known_.end()) {
-            PlaceOf(key).Fail(u"there is no such key; the keys here are %1"_s.arg(
-                QStringList(known_.begin(), known_.end()).join(u", "_s)));
+    for (const JsonNode& item : node_.items) {
+        if (!known_.contains(item.key)) {
+            PlaceOf(item.key).Fail(u"there is no such key; the keys here are %1"_s.arg(known_.join(u", "_s)));
         }
     }
 }

@@ -2,7 +2,7 @@
 
 #include "layouts/file/JsonText.h"
 
-#include <optional>
+#include <QStringList>
 
 namespace velmora::layouts {
 
@@ -19,7 +19,7 @@ struct LayoutPlace {
 };
 
 // Reads the keys of one object. Each throws Error, naming file, line and key, for a value of another kind. Finish,
-// called last, throws for a key that was not asked for: a slip of the pen is told and not passed over.
+// called last, throws for a key that was not asked for: a misspelt key is an error.
 class ObjectReader {
 public:
     // Throws when the node is no object. `node` outlives the reader.
@@ -34,7 +34,7 @@ public:
     // Throws for a number out of the range.
     double Number(const QString& key, double otherwise, double least, double most);
     // One of the words. Throws listing them.
-    int OneOf(const QString& key, const std::vector<QString>& words, int otherwise);
+    int OneOf(const QString& key, const QStringList& words, int otherwise);
     // The items of a list, none without the key.
     std::vector<std::pair<const JsonNode*, LayoutPlace>> List(const QString& key);
     // The value itself; null without the key.
@@ -52,7 +52,7 @@ private:
     const JsonNode& node_;
     LayoutPlace place_;
     // In the order in which they were asked for.
-    std::vector<QString> known_;
+    QStringList known_;
 };
 
 } // namespace velmora::layouts

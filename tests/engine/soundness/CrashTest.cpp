@@ -8,11 +8,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
+#include <functional>
 #include <random>
+#include <set>
+#include <sys/ptrace.h>
 #include <sys/resource.h>
-#include <thread>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -119,6 +122,34 @@ TEST(Crash, ARepairReadsTheWriteAheadLog) {
     EXPECT_TRUE(CheckDatabase(copy.Path(), ShippedOptions()).isSound);
 }
 
+// Lets a child run until it is about to flush, rename, link or remove a file for the `count`-th time, and kills it
+// there. Returns whether it came that far; otherwise it has ended by itself.
+bool KillAtFileCall(const std::function<int()>& action, int count) {
+    const int child = Fork([&] {
+        ::ptrace(PTRACE_TRACEME);
+        ::raise(SIGSTOP);
+        return action();
+    });
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ::ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD);
+    const std::set<std::uint64_t> calls = {SYS_fsync, SYS_fdatasync, SYS_rename, SYS_renameat2, SYS_link, SYS_unlink};
+    for (;;) {
+        ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        ::waitpid(child, &status, 0);
+        if (!WIFSTOPPED(status)) {
+            return false;
+        }
+        __ptrace_syscall_info info{};
+        ::ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof(info), &info);
+        if (info.op == PTRACE_SYSCALL_INFO_ENTRY && calls.contains(info.entry.nr) && --count == 0) {
+            ::kill(child, SIGKILL);
+            ::waitpid(child, &status, 0);
+            return true;
+        }
+    }
+}
+
 // Whatever moment a repair is killed at, there is a file in place that is the damaged or the repaired one.
 TEST(Crash, AKilledRepairLeavesTheOldFileOrTheNewOne) {
     const SampleFolder pattern;
@@ -129,22 +160,13 @@ TEST(Crash, AKilledRepairLeavesTheOldFileOrTheNewOne) {
     OverwritePage(pattern.Path(), assets);
     const QByteArray file = Contents(pattern.Path());
     const QByteArray journal = Contents(pattern.File(u"Velmora.MDB-journal"_s));
-    std::mt19937 random(7);
-    int undone = 0;
-    for (int round = 0; round < 12; ++round) {
+    bool killed = true;
+    int round = 0;
+    while (killed) {
         const SampleFolder folder;
         SetContents(folder.Path(), file);
         SetContents(folder.File(u"Velmora.MDB-journal"_s), journal);
-        const auto start = std::chrono::steady_clock::now();
-        const int child = Fork([&] { return ErrorOf([&] { RepairDatabase(folder.Path()); }); });
-        // The first rounds end early, the others around the exchange of the files.
-        const auto delay = std::chrono::milliseconds(random() % 400);
-        while (std::chrono::steady_clock::now() - start < delay &&
-               !folder.Names().contains(u"Velmora.MDB.damaged-20260307-141509"_s)) {
-            std::this_thread::sleep_for(std::chrono::microseconds(random() % 300));
-        }
-        ::kill(child, SIGKILL);
-        undone += Wait(child) == -SIGKILL ? 1 : 0;
+        killed = KillAtFileCall([&] { return ErrorOf([&] { RepairDatabase(folder.Path()); }); }, ++round);
         ASSERT_TRUE(folder.Names().contains(u"Velmora.MDB"_s));
         EXPECT_FALSE(IsInUse(folder.Path()));
         if (OpeningResult(folder.Path()) != 0) {
@@ -156,7 +178,7 @@ TEST(Crash, AKilledRepairLeavesTheOldFileOrTheNewOne) {
         EXPECT_EQ(after.at("Reservation"), before.at("Reservation"));
         EXPECT_EQ(after.at("Note"), before.at("Note"));
     }
-    EXPECT_GT(undone, 2) << "too late to disturb anything";
+    EXPECT_GT(round, 5) << "the exchange of the files takes several steps";
 }
 
 TEST(Crash, AFullDiskLeavesTheOldFile) {

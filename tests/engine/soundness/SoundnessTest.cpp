@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -111,24 +110,6 @@ TEST(CheckOpened, WaitsForNobodyLongerThanAsked) {
     const sqlite::Connection writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     writer.Execute("BEGIN EXCLUSIVE");
     EXPECT_EQ(OpeningResult(folder.Path()), NumberOf(EngineErrorNumber::RecordLocked)) << "locked is not damaged";
-}
-
-TEST(CheckOpened, TakesASmallFileAndALargeOneInTheSameTime) {
-    const auto timeOf = [](int reservations) {
-        const SampleFolder folder;
-        MakeSample(folder.Path(), reservations);
-        const OpenOptions options = ShippedOptions();
-        auto best = std::chrono::steady_clock::duration::max();
-        for (int round = 0; round < 15; ++round) {
-            const auto start = std::chrono::steady_clock::now();
-            EXPECT_EQ(OpeningResult(folder.Path(), options), 0);
-            best = std::min(best, std::chrono::steady_clock::now() - start);
-        }
-        return std::chrono::duration<double, std::milli>(best).count();
-    };
-    const double small = timeOf(100);
-    const double large = timeOf(60000);
-    EXPECT_LT(large, 3 * small + 5) << small << " ms and " << large << " ms";
 }
 
 } // namespace velmora::engine::test
