@@ -33,7 +33,6 @@ void RowArena::StartChunk(std::size_t bytes) {
     char* const start = chunks_.back().get();
     if (begun > 0) {
         std::memcpy(start, row_, begun);
-        rows_.back() = start;
     }
     row_ = start;
     next_ = start + begun;

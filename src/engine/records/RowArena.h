@@ -39,6 +39,7 @@ public:
     }
     void AddText(const char* utf8, std::size_t size) {
         MakeRoom(room_ + sizeof(TextSize) + size);
+        rows_.back() = row_; // it may have moved to a new chunk
         Put(Tag::Text);
         Put(static_cast<TextSize>(size));
         std::memcpy(next_, utf8, size);
