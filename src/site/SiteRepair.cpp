@@ -16,7 +16,7 @@ engine::RepairReport Site::Repair(DateTime now) const {
     const engine::Schema schema = SiteSchema();
     engine::RepairReport report = engine::salvage::RepairFile(store->RepairableFile(), schema, now);
     const auto database = store->Open({.schema = schema});
-    for (const QString& name : AddMissingQueries(*database)) {
+    for (const QString& name : AddMissingQueries(*database, 0)) {
         report.remarks.append(
             QStringLiteral("The stored query %1 was lost; the program's own text took its place.").arg(name));
     }

@@ -15,7 +15,7 @@ constexpr QStringView queryRevisionProperty = u"StoredQueryRevision";
 
 struct SiteVersion {
     int schema = 1;
-    int queries = 0;
+    int queries = firstQueryRevision;
 
     bool IsOlderThan(const SiteVersion& other) const { return schema < other.schema || queries < other.queries; }
 };
@@ -34,7 +34,7 @@ SiteVersion VersionOf(engine::Database& database) {
             if (name.compare(engine::schemaVersionProperty, Qt::CaseInsensitive) == 0) {
                 version.schema = std::max(version.schema, number);
             } else if (name.compare(queryRevisionProperty, Qt::CaseInsensitive) == 0) {
-                version.queries = number;
+                version.queries = std::max(version.queries, number);
             }
         }
     } catch (const engine::EngineError& error) {
@@ -74,7 +74,7 @@ QString TakeSteps(engine::Database& database) {
     }
     if (before.queries < own.queries) {
         lines += RenewQueries(database);
-        for (const QString& name : AddMissingQueries(database)) {
+        for (const QString& name : AddMissingQueries(database, before.queries)) {
             lines.append(u"The stored query %1 was added."_s.arg(name));
         }
         SetProperty(database, queryRevisionProperty, own.queries);

@@ -40,12 +40,15 @@ int StoredQueryRevision() {
     return static_cast<int>(ShippedTexts().size());
 }
 
-QStringList AddMissingQueries(engine::Database& database) {
+QStringList AddMissingQueries(engine::Database& database, int revision) {
     const QStringList present = database.QueryNames();
+    const QStringList earlier = ShippedTexts().first(revision);
     const auto queries = StoredQueries(database);
     QStringList added;
     for (const StoredQueryText& query : StoredQueryTexts()) {
-        if (!present.contains(query.name, Qt::CaseInsensitive)) {
+        const bool isNew = std::none_of(earlier.begin(), earlier.end(),
+                                        [&](const QString& entry) { return entry.endsWith(u' ' + query.name); });
+        if (isNew && !present.contains(query.name, Qt::CaseInsensitive)) {
             queries->AddNew();
             queries->Set("Name", query.name);
             queries->Set("Text", query.text);

@@ -17,12 +17,14 @@ struct StoredQueryText {
 // The stored queries that the program comes with, in the program's dialect, in alphabetical order.
 std::vector<StoredQueryText> StoredQueryTexts();
 
-// How many texts of stored queries were ever shipped: grows with every text that is corrected or new.
+// How many texts of stored queries were ever shipped: grows with every text that is corrected or new. The first
+// programs shipped one of each name and noted no revision.
 int StoredQueryRevision();
+inline constexpr int firstQueryRevision = 12;
 
-// Puts back those of the program's stored queries that a site does not have, without which reports would not run.
-// Returns their names.
-QStringList AddMissingQueries(engine::Database& database);
+// Adds those of the program's stored queries that a site does not have and that are newer than `revision`: an older one
+// was removed by the site, and stays away. Returns their names.
+QStringList AddMissingQueries(engine::Database& database, int revision);
 
 // Replaces what a site has by the program's own text where the site has an earlier one of the program's, and leaves
 // alone what the site has changed itself. Returns a sentence for each, for the log.

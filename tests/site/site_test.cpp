@@ -75,7 +75,9 @@ TEST_F(OldSite, IsSoundAndBroughtUpToDateWhenOpened) {
     const auto old = engine::Database::Open(site_.Location());
     const auto rows = old->OpenRecordset(u"StoredQuery", engine::RecordsetKind::Updatable);
 
+    Store().Run(u"DELETE FROM StoredQuery WHERE Name = 'P2'"_s);
     const auto database = site_.Open({.log = &log_});
+    EXPECT_EQ(TextOf(u"P2"_s), QString()) << "what the site has removed stays away";
     EXPECT_EQ(Properties(),
               (QStringList{u"SchemaVersion|2"_s, u"StoredQueryRevision|%1"_s.arg(StoredQueryRevision())}));
     EXPECT_EQ(TextOf(u"QReport3"_s), OwnText(u"QReport3"_s));
