@@ -10,7 +10,6 @@ namespace velmora::engine::sqlite {
 using dialect::Binds;
 using dialect::CallText;
 using dialect::Infix;
-using dialect::SqlText;
 
 namespace {
 

@@ -4,41 +4,42 @@
 
 namespace velmora::engine::sqlite {
 
+using dialect::SqlText;
+
 // The SQL of the embedded store. What it has no function for, Functions.cpp brings along.
 class SqliteWriter final : public dialect::SqlWriter {
 public:
     size_t MaximumValues() const override;
     QByteArray Placeholder(size_t number, FieldType type) const override;
-    dialect::SqlText Flag(bool value) const override;
+    SqlText Flag(bool value) const override;
 
-    dialect::SqlText IsTrue(const dialect::SqlText& value, FieldType type) const override;
-    dialect::SqlText IsFalse(const dialect::SqlText& value, FieldType type) const override;
-    dialect::SqlText AsNumber(const dialect::SqlText& value, FieldType type) const override;
-    dialect::SqlText AsText(const dialect::SqlText& value, FieldType type) const override;
-    dialect::SqlText AsWhole(const dialect::SqlText& value, FieldType type) const override;
-    dialect::SqlText AsMoment(const dialect::SqlText& value, FieldType type) const override;
-    dialect::SqlText Collated(const dialect::SqlText& value, FieldType type) const override;
+    SqlText IsTrue(const SqlText& value, FieldType type) const override;
+    SqlText IsFalse(const SqlText& value, FieldType type) const override;
+    SqlText AsNumber(const SqlText& value, FieldType type) const override;
+    SqlText AsText(const SqlText& value, FieldType type) const override;
+    SqlText AsWhole(const SqlText& value, FieldType type) const override;
+    SqlText AsMoment(const SqlText& value, FieldType type) const override;
+    SqlText Collated(const SqlText& value, FieldType type) const override;
 
-    dialect::SqlText Quotient(const dialect::SqlText& first, const dialect::SqlText& second) const override;
-    dialect::SqlText Remainder(const dialect::SqlText& first, const dialect::SqlText& second) const override;
-    dialect::SqlText AddDays(const dialect::SqlText& date, const dialect::SqlText& days) const override;
-    dialect::SqlText DaysBetween(const dialect::SqlText& later, const dialect::SqlText& earlier) const override;
-    dialect::SqlText SumOfAny(const dialect::SqlText& first, const dialect::SqlText& second) const override;
-    dialect::SqlText DifferenceOfAny(const dialect::SqlText& first, const dialect::SqlText& second) const override;
-    dialect::SqlText Like(const dialect::SqlText& value, const dialect::SqlText& pattern) const override;
+    SqlText Quotient(const SqlText& first, const SqlText& second) const override;
+    SqlText Remainder(const SqlText& first, const SqlText& second) const override;
+    SqlText AddDays(const SqlText& date, const SqlText& days) const override;
+    SqlText DaysBetween(const SqlText& later, const SqlText& earlier) const override;
+    SqlText SumOfAny(const SqlText& first, const SqlText& second) const override;
+    SqlText DifferenceOfAny(const SqlText& first, const SqlText& second) const override;
+    SqlText Like(const SqlText& value, const SqlText& pattern) const override;
 
-    dialect::SqlText Call(const dialect::FunctionRule& function,
-                          std::span<const dialect::SqlText> arguments) const override;
-    dialect::SqlText Aggregate(const dialect::FunctionRule& function, const dialect::SqlText& operand, FieldType type,
-                               std::span<const dialect::SqlText> keys) const override;
+    SqlText Call(const dialect::FunctionRule& function, std::span<const SqlText> arguments) const override;
+    SqlText Aggregate(const dialect::FunctionRule& function, const SqlText& operand, FieldType type,
+                      std::span<const SqlText> keys) const override;
 
-    QByteArray Joined(std::span<const QByteArray> sources, std::span<const dialect::SqlText> conditions) const override;
-    QByteArray OrderTerm(const dialect::SqlText& term, bool descending) const override;
+    QByteArray Joined(std::span<const QByteArray> sources, std::span<const SqlText> conditions) const override;
+    QByteArray OrderTerm(const SqlText& term, bool descending) const override;
     QByteArray Limit(qint64 rows) const override;
     QByteArray RowIdentity() const override;
     QByteArray IsKey(const QByteArray& column, const QByteArray& place) const override;
     QByteArray StillHolds(const QByteArray& column, FieldType type, const QByteArray& place) const override;
-    dialect::SqlText Narrow(const dialect::SqlText& condition) const override;
+    SqlText Narrow(const SqlText& condition) const override;
 };
 
 } // namespace velmora::engine::sqlite
