@@ -19,8 +19,6 @@ struct CatalogTable {
     std::vector<CatalogColumn> columns;
     // Indexes into `columns` of the primary key, in key order; empty for a table without a declared key.
     std::vector<int> key;
-    // A single whole-number key that is the store's own row number: an insert without it lets the store assign it.
-    bool keyIsRowNumber = false;
 };
 
 // The tables and stored queries that names in a text can mean. Look-ups ignore letter case.

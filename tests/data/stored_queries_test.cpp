@@ -126,7 +126,7 @@ TEST_F(DemoQueries, FindReservationsByTheirIndexes) {
     const auto database = site_->site.Open();
     for (const char* text : {MoveIns, PersonSummary, LocationSummary, PersonsDay, GuestExtension}) {
         const auto compiled = engine::dialect::Compile(QString::fromLatin1(text), database->Schema(),
-                                                       engine::dialect::Purpose::Read, engine::sqlite::SqliteWriter());
+                                                       engine::dialect::Purpose::Read, engine::sqlite::Writer());
         EXPECT_EQ(site_->raw.Plan(compiled.sql).filter(u"SCAN Reservation"_s).size(), 0) << text;
     }
 }
@@ -146,7 +146,7 @@ TEST_F(DemoQueries, CostNothingForTheHistory) {
     }
     for (const QString& text : texts) {
         const auto compiled = engine::dialect::Compile(text, database->Schema(), engine::dialect::Purpose::Read,
-                                                       engine::sqlite::SqliteWriter());
+                                                       engine::sqlite::Writer());
         QStringList values;
         for (const engine::dialect::Binding& binding : compiled.bindings) {
             using Source = engine::dialect::Binding::Source;

@@ -160,12 +160,10 @@ TEST_F(OnDatabase, SeesChangedTablesAndQueries) {
                 [&] { database_->OpenRecordset(u"Select Colour from NoteCategory"); });
     const auto* table = database_->Schema().FindTable(u"FRESH");
     ASSERT_NE(table, nullptr);
-    EXPECT_TRUE(table->keyIsRowNumber);
     EXPECT_EQ(table->columns[2].type, FieldType::Unknown);
     const auto* links = database_->Schema().FindTable(u"asset/person");
     ASSERT_NE(links, nullptr);
     EXPECT_EQ(links->key, (std::vector<int>{0, 1, 2}));
-    EXPECT_FALSE(links->keyIsRowNumber);
 }
 
 TEST_F(OnDatabase, ReportsLocksOfOthersAndKeepsTheEdit) {

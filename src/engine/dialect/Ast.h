@@ -2,6 +2,7 @@
 
 #include "base/Value.h"
 #include "engine/Catalog.h"
+#include "engine/dialect/Compiler.h"
 
 #include <QString>
 
@@ -187,7 +188,7 @@ struct Assignment {
 };
 
 struct Statement {
-    enum class Kind { Select, Update, Insert, Delete };
+    using Kind = StatementKind;
     Kind kind = Kind::Select;
     std::vector<ParameterDeclaration> parameters;
 

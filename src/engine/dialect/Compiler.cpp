@@ -99,20 +99,6 @@ void DescribeSelect(const Query& query, CompiledStatement& compiled) {
     }
 }
 
-StatementKind KindOf(Statement::Kind kind) {
-    switch (kind) {
-    case Statement::Kind::Update:
-        return StatementKind::Update;
-    case Statement::Kind::Insert:
-        return StatementKind::Insert;
-    case Statement::Kind::Delete:
-        return StatementKind::Delete;
-    case Statement::Kind::Select:
-        break;
-    }
-    return StatementKind::Select;
-}
-
 // Declared parameters first; bindings follow them to their new places.
 void SortParameters(CompiledStatement& compiled) {
     std::vector<int> order(compiled.parameters.size());
@@ -164,7 +150,7 @@ CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purp
     const Statement& statement = work.statement;
     const bool rows = statement.kind == Statement::Kind::Select;
     CompiledStatement compiled;
-    compiled.kind = KindOf(statement.kind);
+    compiled.kind = statement.kind;
     compiled.parameters = resolver.TakeParameters();
     if (rows) {
         DescribeSelect(*statement.query, compiled);
@@ -175,7 +161,7 @@ CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purp
     Emitter::Emitted emitted = Emitter::Emit(statement, compiled.updatable, writer);
     compiled.sql = std::move(emitted.sql);
     compiled.bindings = std::move(emitted.bindings);
-    compiled.literalsShapeText = bareName || resolver.LiteralsShapeText() || emitted.literalsShapeText;
+    compiled.literalsShapeText = bareName || resolver.LiteralsShapeText();
     if (compiled.updatable) {
         for (const BaseTable& base : compiled.bases) {
             compiled.hiddenColumns += static_cast<int>(base.keyPositions.size());

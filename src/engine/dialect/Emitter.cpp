@@ -6,7 +6,8 @@ namespace velmora::engine::dialect {
 
 Emitter::Emitted Emitter::Emit(const Statement& statement, bool keys, const SqlWriter& writer) {
     Emitter emitter(writer);
-    return emitter.Finish(emitter.EmitStatement(statement, keys));
+    QByteArray sql = emitter.EmitStatement(statement, keys);
+    return {std::move(sql), std::move(emitter.bindings_)};
 }
 
 Emitter::Emitted Emitter::EmitReread(const Query& query, const SqlWriter& writer) {
@@ -21,11 +22,7 @@ Emitter::Emitted Emitter::EmitReread(const Query& query, const SqlWriter& writer
         sql += joint + key.text + " = " + writer.Placeholder(++number, FieldType::Unknown);
         joint = " AND ";
     }
-    return emitter.Finish(std::move(sql));
-}
-
-Emitter::Emitted Emitter::Finish(QByteArray sql) {
-    return {std::move(sql), std::move(bindings_), literalsShapeText_};
+    return {std::move(sql), std::move(emitter.bindings_)};
 }
 
 QByteArray Emitter::Bind(Binding binding) {

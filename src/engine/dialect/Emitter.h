@@ -20,7 +20,6 @@ public:
     struct Emitted {
         QByteArray sql;
         std::vector<Binding> bindings;
-        bool literalsShapeText = false;
     };
 
     // `keys`: the select returns the key columns of its origins behind the visible ones.
@@ -57,7 +56,6 @@ private:
     // The place of the value.
     QByteArray Bind(Binding binding);
     QByteArray Place(int& number, Binding binding);
-    Emitted Finish(QByteArray sql);
 
     // Queries (QueryEmitter.cpp)
     QByteArray EmitQuery(const Query& query, const SelectOptions& options);
@@ -114,7 +112,6 @@ private:
     QHash<int, int> parameterNumbers_; // parameter to the place of its value
     // The select that aggregate functions belong to at the moment.
     const Select* select_ = nullptr;
-    bool literalsShapeText_ = false;
 };
 
 } // namespace velmora::engine::dialect

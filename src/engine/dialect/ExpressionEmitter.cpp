@@ -273,7 +273,6 @@ SqlText Emitter::EmitLike(const Expression& expression) {
         return match;
     }
     // The texts that begin as the pattern does are one range of an index on the field.
-    literalsShapeText_ = literalsShapeText_ || pattern.literal >= 0;
     const std::optional<LikeRange> range = RangeOfLike(pattern.value.ToText());
     if (!range) {
         return match;

@@ -62,30 +62,24 @@ ExpressionPtr Parser::Finish(ExpressionPtr expression) const {
     return expression;
 }
 
-// Or, and below it And: any number of operands in one node, so that a long list of alternatives stays flat.
 ExpressionPtr Parser::ParseExpression() {
     const Level level(*this);
-    ExpressionPtr first = ParseAnd();
-    if (!At(TokenKind::Or)) {
-        return first;
-    }
-    ExpressionPtr node = MakeNode(Expression::Kind::Or, Peek().at);
-    node->operands.push_back(std::move(first));
-    while (Take(TokenKind::Or)) {
-        node->operands.push_back(ParseAnd());
-    }
-    return Finish(std::move(node));
+    return ParseJunction(Expression::Kind::Or);
 }
 
-ExpressionPtr Parser::ParseAnd() {
-    ExpressionPtr first = ParseNot();
-    if (!At(TokenKind::And)) {
+// Or, and below it And: any number of operands in one node, so that a long list of alternatives stays flat.
+ExpressionPtr Parser::ParseJunction(Expression::Kind kind) {
+    const bool alternatives = kind == Expression::Kind::Or;
+    const TokenKind word = alternatives ? TokenKind::Or : TokenKind::And;
+    const auto operand = [&] { return alternatives ? ParseJunction(Expression::Kind::And) : ParseNot(); };
+    ExpressionPtr first = operand();
+    if (!At(word)) {
         return first;
     }
-    ExpressionPtr node = MakeNode(Expression::Kind::And, Peek().at);
+    ExpressionPtr node = MakeNode(kind, Peek().at);
     node->operands.push_back(std::move(first));
-    while (Take(TokenKind::And)) {
-        node->operands.push_back(ParseNot());
+    while (Take(word)) {
+        node->operands.push_back(operand());
     }
     return Finish(std::move(node));
 }

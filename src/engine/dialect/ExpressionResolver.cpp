@@ -79,6 +79,7 @@ void Resolver::ResolveOperands(Expression& expression, const Scope& scope) {
         CheckComparable(*operands[0], *operands[2], expression.at);
         break;
     case Kind::Like:
+        literalsShapeText_ = literalsShapeText_ || operands[1]->literal >= 0;
         if (operands[1]->kind == Kind::Literal && UnclosedList(operands[1]->value.ToText()) >= 0) {
             const QString pattern = operands[1]->value.ToText().replace(u'"', QStringLiteral("\"\""));
             FailAt(
@@ -331,7 +332,7 @@ void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
     expression.type = CallType(expression);
 }
 
-void Resolver::CheckArgument(const Expression& call, size_t index) const {
+void Resolver::CheckArgument(const Expression& call, size_t index) {
     const FunctionRule& rule = FunctionAt(call.function);
     const Expression& operand = *call.operands[index];
     const FieldType type = operand.type;
@@ -357,6 +358,7 @@ void Resolver::CheckArgument(const Expression& call, size_t index) const {
     case ArgumentKind::Interval:
         fits = type == FieldType::Text || type == FieldType::Unknown;
         wanted = QStringLiteral("the short name of an interval");
+        literalsShapeText_ = literalsShapeText_ || operand.literal >= 0;
         if (operand.kind == Expression::Kind::Literal && operand.value.IsText() &&
             !IntervalOf(operand.value.ToText())) {
             FailAt(EngineErrorNumber::Syntax,

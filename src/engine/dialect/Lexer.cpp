@@ -9,13 +9,13 @@ namespace velmora::engine::dialect {
 
 namespace {
 
-struct KeywordEntry {
+struct Entry {
     QStringView word;
     TokenKind kind;
 };
 
 // Sorted by word.
-constexpr std::array keywords = std::to_array<KeywordEntry>({
+constexpr std::array keywords = std::to_array<Entry>({
     {u"all", TokenKind::All},
     {u"and", TokenKind::And},
     {u"as", TokenKind::As},
@@ -54,9 +54,28 @@ constexpr std::array keywords = std::to_array<KeywordEntry>({
     {u"yes", TokenKind::Yes},
 });
 
+// Longer ones first.
+constexpr std::array marks = std::to_array<Entry>({
+    {u"<>", TokenKind::NotEqual},
+    {u"<=", TokenKind::LessEqual},
+    {u">=", TokenKind::GreaterEqual},
+    {u"<", TokenKind::Less},
+    {u">", TokenKind::Greater},
+    {u"=", TokenKind::Equal},
+    {u",", TokenKind::Comma},
+    {u"(", TokenKind::Open},
+    {u")", TokenKind::Close},
+    {u";", TokenKind::Semicolon},
+    {u"*", TokenKind::Star},
+    {u"/", TokenKind::Slash},
+    {u"+", TokenKind::Plus},
+    {u"-", TokenKind::Minus},
+    {u"&", TokenKind::Ampersand},
+});
+
 TokenKind KindOfWord(QStringView word) {
     const auto found =
-        std::lower_bound(keywords.begin(), keywords.end(), word, [](const KeywordEntry& entry, QStringView text) {
+        std::lower_bound(keywords.begin(), keywords.end(), word, [](const Entry& entry, QStringView text) {
             return entry.word.compare(text, Qt::CaseInsensitive) < 0;
         });
     const bool known = found != keywords.end() && found->word.compare(word, Qt::CaseInsensitive) == 0;
@@ -162,44 +181,20 @@ private:
     }
 
     void ReadMark() {
-        const QChar next = at_ + 1 < text_.size() ? text_[at_ + 1] : QChar();
-        switch (text_[at_].unicode()) {
-        case u',':
-            return Add(TokenKind::Comma, 1);
-        case u'(':
-            return Add(TokenKind::Open, 1);
-        case u')':
-            return Add(TokenKind::Close, 1);
-        case u';':
-            return Add(TokenKind::Semicolon, 1);
-        case u'*':
-            return Add(TokenKind::Star, 1);
-        case u'/':
-            if (next == u'*') {
-                FailHere(QStringLiteral("Comments are not part of the dialect: \"/*\""));
-            }
-            return Add(TokenKind::Slash, 1);
-        case u'+':
-            return Add(TokenKind::Plus, 1);
-        case u'-':
-            if (next == u'-') {
-                FailHere(QStringLiteral("Comments are not part of the dialect (and two minus signs need a blank "
-                                        "between them): \"--\""));
-            }
-            return Add(TokenKind::Minus, 1);
-        case u'&':
-            return Add(TokenKind::Ampersand, 1);
-        case u'=':
-            return Add(TokenKind::Equal, 1);
-        case u'<':
-            return next == u'>'   ? Add(TokenKind::NotEqual, 2)
-                   : next == u'=' ? Add(TokenKind::LessEqual, 2)
-                                  : Add(TokenKind::Less, 1);
-        case u'>':
-            return next == u'=' ? Add(TokenKind::GreaterEqual, 2) : Add(TokenKind::Greater, 1);
-        default:
+        const QStringView rest = text_.mid(at_);
+        if (rest.startsWith(u"/*")) {
+            FailHere(QStringLiteral("Comments are not part of the dialect: \"/*\""));
+        }
+        if (rest.startsWith(u"--")) {
+            FailHere(QStringLiteral("Comments are not part of the dialect (and two minus signs need a blank "
+                                    "between them): \"--\""));
+        }
+        const auto* const mark =
+            std::find_if(marks.begin(), marks.end(), [&](const Entry& entry) { return rest.startsWith(entry.word); });
+        if (mark == marks.end()) {
             FailHere(QStringLiteral("\"%1\" is not part of the dialect").arg(text_[at_]));
         }
+        Add(mark->kind, mark->word.size());
     }
 
     const SourceText& source_;

@@ -7,7 +7,7 @@
 namespace velmora::engine::dialect {
 
 // Reads one statement of the dialect. Throws EngineError with the place for anything else, and for a text that nests
-// deeper than the store could follow. Literals of a stored query (source.storedQuery set) carry no number.
+// deeper than this program follows. Literals of a stored query (source.storedQuery set) carry no number.
 Statement Parse(const SourceText& source);
 
 // The work behind Parse: recursive descent over the tokens, one function per rule.
@@ -39,7 +39,7 @@ private:
 
     // Expressions, by falling precedence (ExpressionParser.cpp)
     ExpressionPtr ParseExpression();
-    ExpressionPtr ParseAnd();
+    ExpressionPtr ParseJunction(Expression::Kind kind);
     ExpressionPtr ParseNot();
     ExpressionPtr ParsePredicate();
     ExpressionPtr ParseTest(ExpressionPtr left);

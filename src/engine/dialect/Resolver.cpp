@@ -1,7 +1,6 @@
 #include "engine/dialect/Resolver.h"
 
 #include "engine/dialect/Parser.h"
-#include "engine/dialect/StoredQueryText.h"
 #include "engine/dialect/Types.h"
 
 namespace velmora::engine::dialect {
@@ -69,15 +68,7 @@ void Resolver::ResolveUpdate(Statement& statement) {
     const Scope scope{leaves, nullptr, nullptr, u"an action statement"};
     for (Assignment& assignment : statement.assignments) {
         assignment.index = TargetColumn(*statement.target, assignment);
-        for (const Assignment& other : statement.assignments) {
-            if (&other == &assignment) {
-                break;
-            }
-            if (other.index == assignment.index) {
-                FailAt(EngineErrorNumber::Syntax,
-                       QStringLiteral("The field \"%1\" is set twice: again").arg(assignment.column), assignment.at);
-            }
-        }
+        CheckOnce(statement, assignment, QStringLiteral("The field \"%1\" is set twice: again"));
         ResolveExpression(*assignment.value, scope);
         CheckAssignment(assignment.value->type, *statement.target, assignment.index, assignment.value->at);
     }
@@ -118,17 +109,24 @@ void Resolver::ResolveInsert(Statement& statement) {
     for (size_t i = 0; i < statement.assignments.size(); ++i) {
         Assignment& assignment = statement.assignments[i];
         assignment.index = TargetColumn(target, assignment);
-        for (size_t other = 0; other < i; ++other) {
-            if (statement.assignments[other].index == assignment.index) {
-                FailAt(EngineErrorNumber::Syntax,
-                       QStringLiteral("The field \"%1\" is named twice: again").arg(assignment.column), assignment.at);
-            }
-        }
+        CheckOnce(statement, assignment, QStringLiteral("The field \"%1\" is named twice: again"));
         if (assignment.value) {
             ResolveExpression(*assignment.value, scope);
             CheckAssignment(assignment.value->type, target, assignment.index, assignment.value->at);
         } else {
             CheckAssignment(statement.query->types[i], target, assignment.index, statement.query->selects.front().at);
+        }
+    }
+}
+
+// No assignment before this one is to the same column.
+void Resolver::CheckOnce(const Statement& statement, const Assignment& assignment, const QString& what) const {
+    for (const Assignment& other : statement.assignments) {
+        if (&other == &assignment) {
+            return;
+        }
+        if (other.index == assignment.index) {
+            FailAt(EngineErrorNumber::Syntax, what.arg(assignment.column), assignment.at);
         }
     }
 }

@@ -44,6 +44,7 @@ private:
     void ResolveUpdate(Statement& statement);
     void ResolveInsert(Statement& statement);
     void ResolveTarget(Source& target);
+    void CheckOnce(const Statement& statement, const Assignment& assignment, const QString& what) const;
     int TargetColumn(const Source& target, const Assignment& assignment) const;
     void CheckAssignment(FieldType from, const Source& target, int column, qsizetype at) const;
 
@@ -78,7 +79,7 @@ private:
     FieldType CallType(const Expression& expression) const;
     void CheckCondition(const Expression& expression) const;
     void CheckComparable(const Expression& first, const Expression& second, qsizetype at) const;
-    void CheckArgument(const Expression& call, size_t index) const;
+    void CheckArgument(const Expression& call, size_t index);
     Match FindField(const Expression& name, const Scope& scope) const;
     int ParameterNamed(const QString& name);
 
@@ -93,6 +94,7 @@ private:
     QStringList openQueries_;
     QSet<QString> storeNames_;
     std::vector<ParameterInfo> parameters_;
+    // A literal was judged here, so that the result serves no text with another one.
     bool literalsShapeText_ = false;
 };
 

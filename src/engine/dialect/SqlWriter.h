@@ -12,7 +12,7 @@ namespace velmora::engine::dialect {
 // asks the writer of its store how that is written; what every store writes alike is in the emitter. Has no state.
 class SqlWriter {
 public:
-    SqlWriter() = default;
+    constexpr SqlWriter() = default;
     virtual ~SqlWriter() = default;
     SqlWriter(const SqlWriter&) = delete;
     SqlWriter& operator=(const SqlWriter&) = delete;

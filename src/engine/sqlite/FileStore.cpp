@@ -51,21 +51,8 @@ FieldType DeclaredType(const QString& declaration) {
 
 // One column of one table, as the store lists them table by table.
 constexpr const char* columnsText =
-    "SELECT t.name, c.name, c.type, c.pk, t.wr FROM pragma_table_list AS t, pragma_table_info(t.name) AS c "
+    "SELECT t.name, c.name, c.type, c.pk FROM pragma_table_list AS t, pragma_table_info(t.name) AS c "
     "WHERE t.schema = 'main' AND t.type = 'table' AND t.name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY t.name, c.cid";
-
-// A key column with its place in the key, from 1.
-struct KeyPlace {
-    qint64 place;
-    int column;
-};
-
-void SetKey(CatalogTable& table, std::vector<KeyPlace> places) {
-    std::sort(places.begin(), places.end(), [](const KeyPlace& a, const KeyPlace& b) { return a.place < b.place; });
-    for (const KeyPlace& place : places) {
-        table.key.push_back(place.column);
-    }
-}
 
 } // namespace
 
@@ -152,33 +139,20 @@ void FileStore::AddTable(const TableDefinition& table) {
 
 std::vector<CatalogTable> FileStore::ReadTables() {
     std::vector<CatalogTable> tables;
-    std::vector<KeyPlace> key;
-    bool rowNumberPossible = false;
-    const auto finish = [&] {
-        if (!tables.empty()) {
-            tables.back().keyIsRowNumber = rowNumberPossible && key.size() == 1;
-            SetKey(tables.back(), key);
-        }
-    };
     Statement row = Own(columnsText);
-    const auto text = [&row](int column) { return QString::fromUtf8(row.Text(column)); };
     while (row.Step({})) {
-        if (tables.empty() || text(0) != tables.back().name) {
-            finish();
-            tables.push_back(CatalogTable{text(0), {}, {}, false});
-            key.clear();
-            rowNumberPossible = false;
+        const QString name = QString::fromUtf8(row.Text(0));
+        if (tables.empty() || name != tables.back().name) {
+            tables.push_back({name, {}, {}});
         }
         CatalogTable& table = tables.back();
-        const QString declaration = text(2);
-        if (const qint64 place = row.Integer(3); place > 0) {
-            const bool withoutRowNumber = row.Integer(4) != 0;
-            rowNumberPossible = declaration.compare(u"INTEGER", Qt::CaseInsensitive) == 0 && !withoutRowNumber;
-            key.push_back({place, static_cast<int>(table.columns.size())});
+        // The column's place in the key, from 1.
+        if (const auto place = static_cast<std::size_t>(row.Integer(3)); place > 0) {
+            table.key.resize(std::max(table.key.size(), place));
+            table.key[place - 1] = static_cast<int>(table.columns.size());
         }
-        table.columns.push_back(CatalogColumn{text(1), DeclaredType(declaration)});
+        table.columns.push_back({QString::fromUtf8(row.Text(1)), DeclaredType(QString::fromUtf8(row.Text(2)))});
     }
-    finish();
     return tables;
 }
 

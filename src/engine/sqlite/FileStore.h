@@ -23,7 +23,7 @@ public:
     void Rollback() override { Run(rollback_, {}); }
     bool InTransaction() const override { return sqlite3_get_autocommit(connection_.Handle()) == 0; }
     void EndReading() noexcept override;
-    const dialect::SqlWriter& Writer() const override { return writer_; }
+    const dialect::SqlWriter& Writer() const override { return sqlite::Writer(); }
     void AddTable(const TableDefinition& table) override;
     std::vector<CatalogTable> ReadTables() override;
     qint64 SchemaVersion() override;
@@ -35,7 +35,6 @@ private:
     void SetWriting();
     Statement Own(const char* sql) const { return Statement(connection_.Handle(), sql, {}, onDamage_); }
 
-    SqliteWriter writer_;
     Presence presence_; // goes last: the file counts as open until its connection is closed
     std::chrono::milliseconds patience_;
     std::chrono::steady_clock::time_point deadline_;
