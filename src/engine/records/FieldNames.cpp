@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <bit>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -69,11 +70,20 @@ FieldNames::FieldNames(std::vector<NamedField> fields) : fields_(std::move(field
             Add(spellings[named], index, field.origin);
         }
     }
+    spelt_.resize(std::bit_ceil(2 * spellings.size() + 1));
     for (const QString& spelling : spellings) {
         if (const int place = folded_.at(Folded(spelling)); place != ambiguous) {
-            spelt_.emplace(spelling.toStdString(), place);
+            Spell(spelling.toStdString(), place);
         }
     }
+}
+
+void FieldNames::Spell(std::string name, int place) {
+    std::size_t slot = SlotOf(name) & (spelt_.size() - 1);
+    while (spelt_[slot].place != none && spelt_[slot].name != name) {
+        slot = (slot + 1) & (spelt_.size() - 1);
+    }
+    spelt_[slot] = {std::move(name), place};
 }
 
 void FieldNames::Add(const QString& name, int index, const QString& origin) {

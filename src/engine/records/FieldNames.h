@@ -27,33 +27,43 @@ public:
 
     // The position of the field `name`, a plain name or "Table.Field". Throws UnknownItem, AmbiguousField.
     int Find(std::string_view utf8Name) const {
-        const auto found = spelt_.find(utf8Name);
-        return found != spelt_.end() ? found->second : FindFolded(utf8Name);
+        for (std::size_t slot = SlotOf(utf8Name);; ++slot) {
+            const Spelling& spelling = spelt_[slot & (spelt_.size() - 1)];
+            if (spelling.place == none) {
+                return FindFolded(utf8Name);
+            }
+            if (spelling.name == utf8Name) {
+                return spelling.place;
+            }
+        }
     }
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        // Names of one query differ in these: a set is asked for a dozen names with each row.
-        std::size_t operator()(std::string_view text) const {
-            return text.empty() ? 0
-                                : text.size() + 31U * static_cast<unsigned char>(text.front()) +
-                                      1021U * static_cast<unsigned char>(text.back()) +
-                                      8191U * static_cast<unsigned char>(text[text.size() / 2]);
-        }
+    struct Spelling {
+        std::string name;
+        int place = none;
     };
-    using Places = std::unordered_map<std::string, int, Hash, std::equal_to<>>;
+    static constexpr int none = -2;
 
+    // Names of one query differ in these: a set is asked for a dozen names with each row.
+    static std::size_t SlotOf(std::string_view text) {
+        return text.empty() ? 0
+                            : text.size() + 31U * static_cast<unsigned char>(text.front()) +
+                                  37U * static_cast<unsigned char>(text.back()) +
+                                  41U * static_cast<unsigned char>(text[text.size() / 2]);
+    }
     int FindFolded(std::string_view utf8Name) const;
+    void Spell(std::string name, int place);
     void Add(const QString& name, int index, const QString& origin);
     [[noreturn]] void ThrowUnknown(const QString& name) const;
     [[noreturn]] void ThrowAmbiguous(const QString& name) const;
 
     std::vector<NamedField> fields_;
-    // By the name as the schema or the query spells it; only names that stand for one field.
-    Places spelt_;
+    // The names as the schema or the query spells them, only those that stand for one field: a power of two of slots,
+    // at least half of them free.
+    std::vector<Spelling> spelt_;
     // By the name in folded letters; -1: more than one field has it.
-    Places folded_;
+    std::unordered_map<std::string, int> folded_;
 };
 
 } // namespace velmora::engine::records

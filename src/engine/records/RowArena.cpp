@@ -22,6 +22,9 @@ T Take(const char*& from) {
 
 void RowArena::Clear() {
     rows_.clear();
+    for (const std::span<char> chunk : chunks_) {
+        memory_.deallocate(chunk.data(), chunk.size(), 1);
+    }
     chunks_.clear();
     row_ = next_ = end_ = nullptr;
 }
@@ -29,11 +32,13 @@ void RowArena::Clear() {
 void RowArena::StartChunk(std::size_t bytes) {
     const auto begun = static_cast<std::size_t>(next_ - row_);
     const std::size_t size = std::max(begun + bytes, chunks_.empty() ? firstChunk : laterChunk);
-    chunks_.push_back(std::make_unique_for_overwrite<char[]>(size));
-    char* const start = chunks_.back().get();
+    chunks_.emplace_back();
+    chunks_.back() = {static_cast<char*>(memory_.allocate(size, 1)), size};
+    char* const start = chunks_.back().data();
     if (begun > 0) {
         std::memcpy(start, row_, begun);
     }
+    rows_.back() = start;
     row_ = start;
     next_ = start + begun;
     end_ = start + size;
@@ -44,22 +49,25 @@ void RowArena::Read(qint64 index, std::span<const FieldType> types, std::vector<
     const char* from = rows_[static_cast<std::size_t>(index)];
     auto type = types.begin();
     for (Field& field : row) {
-        switch (Take<Tag>(from)) {
-        case Tag::Null:
+        switch (const auto tag = Take<unsigned char>(from)) {
+        case tagNull:
             field = Field();
             break;
-        case Tag::SmallInteger:
+        case tagInt8:
             field = Field(*type, qint64{Take<qint8>(from)});
             break;
-        case Tag::Integer:
+        case tagInt32:
+            field = Field(*type, qint64{Take<qint32>(from)});
+            break;
+        case tagInt64:
             field = Field(*type, Take<qint64>(from));
             break;
-        case Tag::Real:
+        case tagReal:
             field = Field(*type, Take<double>(from));
             break;
-        case Tag::Text:
-            const auto size = Take<TextSize>(from);
-            field = Field(*type, from, size);
+        default:
+            const std::size_t size = tag == tagLongText ? Take<TextSize>(from) : std::size_t{tag} - tagShortText;
+            field = Field(*type, from, static_cast<qsizetype>(size));
             from += size;
         }
         ++type;

@@ -6,6 +6,7 @@
 #include "engine/records/StatementCache.h"
 
 #include <memory>
+#include <memory_resource>
 
 namespace velmora::engine::records {
 
@@ -58,6 +59,9 @@ public:
     // Gives the read lock up early, before a change.
     void StopReading();
 
+    // For the rows of snapshots; keeps what they give back for the next ones.
+    std::pmr::memory_resource& RowMemory() { return rowMemory_; }
+
     // A number that no other opening of a recordset has.
     quint64 NextOpening() { return ++openings_; }
 
@@ -69,6 +73,7 @@ private:
     SchemaCatalog catalog_;
     QueryCache toRead_{dialect::Purpose::Read, connection_->Writer()};
     QueryCache toUpdate_{dialect::Purpose::Update, connection_->Writer()};
+    std::pmr::unsynchronized_pool_resource rowMemory_;
     quint64 openings_ = 0;
     bool inTransaction_ = false;
     int readingScopes_ = 0;

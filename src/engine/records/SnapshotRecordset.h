@@ -27,7 +27,7 @@ private:
     [[noreturn]] void ThrowReadOnly() const { Fail(EngineErrorNumber::ReadOnly, whyReadOnly_); }
 
     QString whyReadOnly_;
-    RowArena rows_;
+    RowArena rows_{session_.RowMemory()};
     // The fields of the current record.
     std::vector<Field> row_;
 };
