@@ -168,6 +168,7 @@ bool GridView::MovingKey(const QKeyEvent& event) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
         if (event.modifiers().testFlag(Qt::ControlModifier)) {
+            // The table's own would go on to the next cell. NOLINTNEXTLINE(bugprone-parent-virtual-call)
             QAbstractScrollArea::focusNextPrevChild(tab);
             return true;
         }

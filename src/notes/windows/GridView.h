@@ -23,6 +23,7 @@ public:
     // Program and rules outlive the view. `module` is the window's name in error reports.
     GridView(const Program& program, BoundRows rows, RowRules& rules, QString module, QWidget* parent);
     ~GridView() override;
+    Q_DISABLE_COPY_MOVE(GridView)
 
     BoundRows& Rows() { return rows_; }
     const BoundModel& Model() const { return model_; }
