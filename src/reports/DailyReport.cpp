@@ -13,18 +13,8 @@ using print::Text;
 
 namespace {
 
-// English.
-QString TitleOf(DailyVariant variant) {
-    switch (variant) {
-    case DailyVariant::Starts:
-        return u"Reservation Starts"_s;
-    case DailyVariant::Ends:
-        return u"Reservation Ends"_s;
-    case DailyVariant::Combined:
-        break;
-    }
-    return u"Reservation Starts and Ends"_s;
-}
+// By DailyVariant.
+constexpr std::array titles{u"Reservation Starts", u"Reservation Ends", u"Reservation Starts and Ends"};
 
 // Both texts with something between them.
 QByteArray Joined(Text first, const char* between, Text second) {
@@ -41,7 +31,8 @@ public:
     DailyPrinter(ReportContext& context, const DailyRequest& request, QString printedAt)
         : job_(context.job), locale_(context.program.services().localeText),
           pageWidth_(context.program.services().printers.PageWidth()), request_(request),
-          combined_(request.variant == DailyVariant::Combined), title_(Translate(TitleOf(request.variant))),
+          combined_(request.variant == DailyVariant::Combined),
+          title_(Translate(QString::fromUtf16(titles.at(static_cast<size_t>(request.variant))))),
           printedAt_(std::move(printedAt)) {}
 
     void Print(const DailyRows& rows);

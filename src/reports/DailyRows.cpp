@@ -11,18 +11,8 @@ using engine::Recordset;
 
 namespace {
 
-// The stored query whose records are listed.
-QString QueryOf(DailyVariant variant) {
-    switch (variant) {
-    case DailyVariant::Starts:
-        return u"QReport3"_s;
-    case DailyVariant::Ends:
-        return u"QReport4"_s;
-    case DailyVariant::Combined:
-        break;
-    }
-    return u"QReport5"_s;
-}
+// The stored queries whose records are listed, by DailyVariant.
+constexpr std::array queries{u"QReport3", u"QReport4", u"QReport5"};
 
 bool LeavesOut(const DailyRequest& request, const DailyLine& line, const engine::Field& isLocation) {
     const bool starts = request.variant == DailyVariant::Starts;
@@ -131,7 +121,7 @@ DailyRows GatherDaily(const DailyRequest& request, const std::optional<ReportDay
     };
     return RowGatherer<DailyLine>(gathering, read).Gather([&] {
         TextPool texts;
-        return OpenOverDays(database, QueryOf(request.variant), days,
+        return OpenOverDays(database, queries.at(static_cast<size_t>(request.variant)), days,
                             [&](const Recordset& record) { ReadLine(request, record, texts); });
     });
 }

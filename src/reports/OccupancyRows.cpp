@@ -11,21 +11,9 @@ using engine::Recordset;
 
 namespace {
 
-constexpr TextField<OccupancyRow> bothTexts[] = {
-    {"Name", &OccupancyRow::location},
-    {"LastName", &OccupancyRow::lastName},
-    {"FirstName", &OccupancyRow::firstName},
-    {"Organization", &OccupancyRow::organization},
-};
-
-constexpr TextField<OccupancyRow> directoryTexts[] = {
-    {"Phone", &OccupancyRow::phone},
-    {"Extension", &OccupancyRow::extension},
-};
-
 OccupancyRow ReadRow(const Recordset& record, TextPool& texts) {
     OccupancyRow row;
-    ReadTexts<OccupancyRow>(record, bothTexts, row, texts);
+    ReadTexts<OccupancyRow>(record, occupancyTexts, row, texts);
     row.ReadPeriod(record);
     row.permanent = record["Permanent"].ToBool();
     return row;
@@ -43,7 +31,7 @@ void ReadPhone(Database& database, OccupancyRow& row, TextPool& texts) {
                                                PersonCondition(row.lastName.toString(), row.firstName.toString()));
     row.hasPhone = !person->EndOfFile();
     if (row.hasPhone) {
-        ReadTexts<OccupancyRow>(*person, directoryTexts, row, texts);
+        ReadTexts<OccupancyRow>(*person, phoneTexts, row, texts);
     }
 }
 
@@ -58,7 +46,7 @@ std::optional<OccupancyRow> ReadOccupant(const OccupancyRequest& request, const 
 
 std::optional<OccupancyRow> ReadPerson(const OccupancyRequest& request, const Recordset& record, TextPool& texts) {
     OccupancyRow row = ReadRow(record, texts);
-    ReadTexts<OccupancyRow>(record, directoryTexts, row, texts);
+    ReadTexts<OccupancyRow>(record, phoneTexts, row, texts);
     // Blanks around the beginning of the names do not count here.
     const bool listed = (request.includeUnreserved || !row.location.isEmpty()) &&
                         !LeavesOut(request, request.startupArgument.trimmed(), row, record["EventType"]);

@@ -15,6 +15,19 @@ struct OccupancyRow : Occupancy {
     bool hasPhone = true;
 };
 
+inline constexpr TextField<OccupancyRow> occupancyTexts[] = {
+    {"Name", &OccupancyRow::location},
+    {"LastName", &OccupancyRow::lastName},
+    {"FirstName", &OccupancyRow::firstName},
+    {"Organization", &OccupancyRow::organization},
+};
+
+// The directory has them of its query, the occupants of the person.
+inline constexpr TextField<OccupancyRow> phoneTexts[] = {
+    {"Phone", &OccupancyRow::phone},
+    {"Extension", &OccupancyRow::extension},
+};
+
 using OccupancyRows = Gathered<OccupancyRow>;
 
 // Over the days up to the first moment of `end`: by location, and by person.

@@ -7,35 +7,18 @@
 
 namespace velmora {
 
-namespace {
-
-struct Printer {
-    ReportContext& context;
-
-    bool operator()(const DailyRequest& request) const {
-        PrintDailyReport(context, request);
-        return true;
-    }
-    bool operator()(const OccupancyRequest& request) const {
-        const bool byLocation = request.list == OccupancyList::Occupants;
-        (byLocation ? PrintOccupantReport : PrintDirectoryReport)(context, request);
-        return true;
-    }
-    bool operator()(const ExceptionRequest& request) const {
-        PrintExceptionReport(context, request);
-        return true;
-    }
-    bool operator()(const UsageRequest& request) const {
-        PrintUsageReport(context, request);
-        return true;
-    }
-    bool operator()(const LayoutRequest&) const { return false; }
-};
-
-} // namespace
-
 bool PrintReport(ReportContext& context, const ReportRequest& request) {
-    return std::visit(Printer{context}, request);
+    if (const auto* daily = std::get_if<DailyRequest>(&request)) {
+        PrintDailyReport(context, *daily);
+    } else if (const auto* occupancy = std::get_if<OccupancyRequest>(&request)) {
+        const bool byLocation = occupancy->list == OccupancyList::Occupants;
+        (byLocation ? PrintOccupantReport : PrintDirectoryReport)(context, *occupancy);
+    } else if (const auto* exceptions = std::get_if<ExceptionRequest>(&request)) {
+        PrintExceptionReport(context, *exceptions);
+    } else if (const auto* usage = std::get_if<UsageRequest>(&request)) {
+        PrintUsageReport(context, *usage);
+    }
+    return !std::holds_alternative<LayoutRequest>(request);
 }
 
 } // namespace velmora

@@ -2,6 +2,7 @@
 
 #include "data/Configuration.h"
 #include "print/ReadPrintAttributes.h"
+#include "reports/Gather.h"
 #include "reports/PrintReport.h"
 #include "tests/desk/TestSite.h"
 #include "tests/support/Fakes.h"
@@ -101,6 +102,10 @@ protected:
         PrintReport(context, request);
         return delivery_.delivered.empty() ? QByteArray() : delivery_.delivered.back();
     }
+    // What the rows of a report are gathered with, without a report around them.
+    Gathering Gather(std::function<bool(double)> beforeRecord = [](double) { return true; }) {
+        return {*faulty_, Attempt(steps_), std::move(beforeRecord)};
+    }
     void ExpectIdle() {
         EXPECT_FALSE(run_.ReportRunning);
         EXPECT_FALSE(run_.CancelRequested);
@@ -117,6 +122,7 @@ protected:
     Delivery settings_{.target = DeliveryTarget::TextFile};
     FakeReportView view_;
     KeepingDelivery delivery_;
+    Steps steps_{fakes_.errors, u"Module"_s, u"Procedure"_s};
     print::PrintJob job_{
         {fakes_.program.services(), delivery_, [this] { return print::ReadPrintAttributes(*database_); }}};
 };

@@ -12,12 +12,6 @@ const ReportDays friday{*MakeDate(2026, 3, 6), *MakeDate(2026, 3, 7), {}};
 class GatherTest : public DeskFixture {
 protected:
     explicit GatherTest(const QString& rows = u"/desk/site.sql"_s) : DeskFixture({}, rows) {}
-
-    Gathering Gather(std::function<bool(double)> beforeRecord = [](double) { return true; }) {
-        return {*faulty_, Attempt(steps_), std::move(beforeRecord)};
-    }
-
-    Steps steps_{fakes_.errors, u"Module"_s, u"Procedure"_s};
 };
 
 TEST_F(GatherTest, ALineHasItsKeysAndWhatBelongsToIt) {

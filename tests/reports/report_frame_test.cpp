@@ -137,16 +137,5 @@ TEST_F(RunTest, AnAbortedReportDeliversNothingAndReturnsTheWindowToIdle) {
     ExpectIdle();
 }
 
-TEST_F(RunTest, AStoredQueryThatLacksAFieldIsToldOnce) {
-    database_->Execute(u"Update StoredQuery Set Text = 'Parameters RStart DateTime, REnd DateTime; Select ID from "
-                       "Reservation where Start >= RStart and Start < REnd' Where Name = 'QReport3'");
-    database_->Idle(engine::IdleOption::RefreshCache);
-    fakes_.errors.answers = {Answer::Ignore};
-    Run();
-    ASSERT_EQ(fakes_.errors.reports.size(), 1U);
-    EXPECT_TRUE(fakes_.errors.reports[0].error.Description().contains(u"AssetID"_s));
-    ExpectIdle();
-}
-
 } // namespace
 } // namespace velmora
