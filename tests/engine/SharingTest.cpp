@@ -104,9 +104,10 @@ TEST_F(Sharing, EightWritersLoseNoUpdate) {
 }
 
 TEST_F(Sharing, KilledWritersLeaveASoundFile) {
-    const auto count = [this] { return site_.Stored("SELECT count(*) FROM Note").toInt(); };
+    const auto reader = site_.Open();
+    const auto count = [&] { return reader->OpenRecordset(u"SELECT Count(*) AS N FROM Note")->FieldAt(0).ToInteger(); };
     for (int round = 0; round < 8; ++round) {
-        const int enough = count() + 6 + round;
+        const qint64 enough = count() + 6 + round;
         Peer writer(site_, {u"hammer"_s});
         while (count() < enough) {
             QThread::yieldCurrentThread();
