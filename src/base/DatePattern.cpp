@@ -1,7 +1,8 @@
 #include "base/DatePattern.h"
 
+#include <QDateTime>
+
 #include <algorithm>
-#include <array>
 
 namespace velmora {
 
@@ -18,35 +19,6 @@ QString WithPlainBlanks(QString text) {
     return text;
 }
 
-QStringList MonthNames(const QLocale& locale, QLocale::FormatType format) {
-    QStringList names;
-    for (int month = 1; month <= 12; ++month) {
-        names += WithPlainBlanks(locale.monthName(month, format));
-    }
-    return names;
-}
-
-// Sunday first.
-QStringList DayNames(const QLocale& locale, QLocale::FormatType format) {
-    QStringList names;
-    for (int day = 0; day < 7; ++day) {
-        names += WithPlainBlanks(locale.dayName(day == 0 ? 7 : day, format));
-    }
-    return names;
-}
-
-// The marks of morning and afternoon: "Ap" in the locale's own letter case, "AP" in capitals, "ap" in small letters.
-QStringList HalfDayNames(const QLocale& locale, QStringView letters) {
-    QStringList names{locale.amText(), locale.pmText()};
-    const bool capitalA = letters[0] == u'A';
-    if (letters.size() == 1 || capitalA == (letters[1] == u'P')) {
-        for (QString& name : names) {
-            name = capitalA ? locale.toUpper(name) : locale.toLower(name);
-        }
-    }
-    return {WithPlainBlanks(names[0]), WithPlainBlanks(names[1])};
-}
-
 // Whether the pattern counts the hours in half days.
 bool HasHalfDays(QStringView pattern) {
     bool quoted = false;
@@ -54,10 +26,6 @@ bool HasHalfDays(QStringView pattern) {
         quoted = c == u'\'' ? !quoted : quoted;
         return !quoted && (c == u'a' || c == u'A');
     });
-}
-
-void AppendText(DatePattern::Buffer& out, const QString& text) {
-    out.append(text.constData(), text.size());
 }
 
 // How many times the first letter stands in a row, at most `limit`.
@@ -69,9 +37,19 @@ int Repeats(QStringView pattern, int limit) {
     return count;
 }
 
+// The texts of the values 0 to `last`.
+template <typename TextOf>
+QStringList Texts(int last, TextOf textOf) {
+    QStringList texts;
+    for (int value = 0; value <= last; ++value) {
+        texts += WithPlainBlanks(textOf(value));
+    }
+    return texts;
+}
+
 } // namespace
 
-DatePattern::DatePattern(QStringView pattern, const QLocale& locale) : zero_(locale.zeroDigit()) {
+DatePattern::DatePattern(QStringView pattern, const QLocale& locale) {
     const bool halfDays = HasHalfDays(pattern);
     while (!pattern.isEmpty()) {
         if (pattern[0] != u'\'') {
@@ -80,7 +58,7 @@ DatePattern::DatePattern(QStringView pattern, const QLocale& locale) : zero_(loc
         }
         // Quoted text; a doubled quote, inside or outside, is the quote itself.
         if (pattern.startsWith(u"''")) {
-            AddText(u"'");
+            AddText(u"'"_s);
             pattern = pattern.mid(2);
             continue;
         }
@@ -94,113 +72,70 @@ DatePattern::DatePattern(QStringView pattern, const QLocale& locale) : zero_(loc
 }
 
 qsizetype DatePattern::AddLetters(QStringView pattern, const QLocale& locale, bool halfDays) {
-    const auto nameFormat = [](int repeats) { return repeats == 3 ? QLocale::ShortFormat : QLocale::LongFormat; };
-    const int ofFour = Repeats(pattern, 4);
-    const int ofTwo = std::min(ofFour, 2);
-    switch (pattern[0].unicode()) {
-    case u'd':
-        ofFour < 3 ? AddPart(Part::Day, ofFour) : AddPart(Part::DayName, 0, DayNames(locale, nameFormat(ofFour)));
-        return ofFour;
-    case u'M':
-        ofFour < 3 ? AddPart(Part::Month, ofFour) : AddPart(Part::MonthName, 0, MonthNames(locale, nameFormat(ofFour)));
-        return ofFour;
-    case u'y':
-        AddPart(Part::Year, 4);
-        return ofFour;
-    case u'h':
-        AddPart(halfDays ? Part::HourOfHalfDay : Part::Hour, ofTwo);
-        return ofTwo;
-    case u'H':
-        AddPart(Part::Hour, ofTwo);
-        return ofTwo;
-    case u'm':
-        AddPart(Part::Minute, ofTwo);
-        return ofTwo;
-    case u's':
-        AddPart(Part::Second, ofTwo);
-        return ofTwo;
-    case u'a':
-    case u'A': {
-        const qsizetype size = pattern.size() > 1 && pattern[1].toLower() == u'p' ? 2 : 1;
-        AddPart(Part::HalfDay, 0, HalfDayNames(locale, pattern.left(size)));
-        return size;
+    using Fields = const DateTimeFields&;
+    const char16_t letter = pattern[0].unicode();
+    const bool ofDate = letter == u'd' || letter == u'M' || letter == u'y';
+    qsizetype size = Repeats(pattern, ofDate ? 4 : 2);
+    if (letter == u'a' || letter == u'A') {
+        size = pattern.size() > 1 && pattern[1].toLower() == u'p' ? 2 : 1;
     }
+    const QString token = pattern.left(size).toString();
+    const auto date = [&](int year, int month, int day) { return locale.toString(QDate(year, month, day), token); };
+    const auto time = [&](int hour, int minute, int second) {
+        return locale.toString(QTime(hour, minute, second), token);
+    };
+    switch (letter) {
+    case u'd':
+        if (size < 3) {
+            items_.push_back({[](Fields of) { return of.day; }, Texts(31, [&](int n) { return date(2000, 1, n); })});
+        } else {
+            // January 2, 2000, was a Sunday, the first day of Weekday.
+            items_.push_back({[](Fields of) { return Weekday(*MakeDate(of.year, of.month, of.day)); },
+                              Texts(7, [&](int n) { return date(2000, 1, 1 + n); })});
+        }
+        break;
+    case u'M':
+        items_.push_back({[](Fields of) { return of.month; }, Texts(12, [&](int n) { return date(2000, n, 1); })});
+        break;
+    case u'y': {
+        const QStringList twoDigits = Texts(99, [&](int n) { return locale.toString(QDate(2000 + n, 1, 1), u"yy"_s); });
+        items_.push_back({[](Fields of) { return of.year / 100; }, twoDigits});
+        items_.push_back({[](Fields of) { return of.year % 100; }, twoDigits});
+        break;
+    }
+    case u'h':
+        if (halfDays) {
+            items_.push_back({[](Fields of) { return of.hour % 12; },
+                              Texts(11, [&](int n) { return time(n == 0 ? 12 : n, 0, 0); })});
+            break;
+        }
+        [[fallthrough]];
+    case u'H':
+    case u'a':
+    case u'A':
+        items_.push_back({[](Fields of) { return of.hour; }, Texts(23, [&](int n) { return time(n, 0, 0); })});
+        break;
+    case u'm':
+        items_.push_back({[](Fields of) { return of.minute; }, Texts(59, [&](int n) { return time(0, n, 0); })});
+        break;
+    case u's':
+        items_.push_back({[](Fields of) { return of.second; }, Texts(59, [&](int n) { return time(0, 0, n); })});
+        break;
     default:
-        AddText(pattern.left(1));
+        AddText(pattern.left(1).toString());
         return 1;
     }
+    return size;
 }
 
-void DatePattern::AddText(QStringView text) {
-    if (items_.empty() || items_.back().part != Part::Text) {
-        items_.push_back({Part::Text, 0, {QString()}});
-    }
-    items_.back().texts[0] += WithPlainBlanks(text.toString());
-}
-
-void DatePattern::AddPart(Part part, int width, QStringList texts) {
-    items_.push_back({part, width, std::move(texts)});
-}
-
-int DatePattern::NumberOf(Part part, const DateTimeFields& fields) {
-    switch (part) {
-    case Part::Day:
-        return fields.day;
-    case Part::Month:
-        return fields.month;
-    case Part::Year:
-        return fields.year;
-    case Part::Hour:
-        return fields.hour;
-    case Part::HourOfHalfDay:
-        return fields.hour % 12 == 0 ? 12 : fields.hour % 12;
-    case Part::Minute:
-        return fields.minute;
-    default:
-        return fields.second;
-    }
-}
-
-void DatePattern::AppendNumber(Buffer& out, int number, int width) const {
-    constexpr int most = 4;
-    std::array<int, most> digits{};
-    int count = 0;
-    for (; count < most && (number > 0 || count < std::max(width, 1)); ++count) {
-        digits.at(static_cast<size_t>(count)) = number % 10;
-        number /= 10;
-    }
-    while (count-- > 0) {
-        const int digit = digits.at(static_cast<size_t>(count));
-        if (zero_.size() == 1) {
-            out.append(QChar(static_cast<char16_t>(zero_[0].unicode() + digit)));
-        } else {
-            const auto zero = static_cast<int>(zero_.toUcs4().value(0, u'0'));
-            const auto letter = static_cast<char32_t>(zero + digit);
-            AppendText(out, QString::fromUcs4(&letter, 1));
-        }
-    }
+void DatePattern::AddText(const QString& text) {
+    items_.push_back({[](const DateTimeFields&) { return 0; }, {WithPlainBlanks(text)}});
 }
 
 void DatePattern::Append(Buffer& out, const DateTimeFields& fields) const {
     for (const Item& item : items_) {
-        switch (item.part) {
-        case Part::Text:
-            AppendText(out, item.texts[0]);
-            break;
-        case Part::DayName:
-            if (const auto day = MakeDate(fields.year, fields.month, fields.day)) {
-                AppendText(out, item.texts[Weekday(*day) - 1]);
-            }
-            break;
-        case Part::MonthName:
-            AppendText(out, item.texts.value(fields.month - 1));
-            break;
-        case Part::HalfDay:
-            AppendText(out, item.texts[fields.hour < 12 ? 0 : 1]);
-            break;
-        default:
-            AppendNumber(out, NumberOf(item.part, fields), item.width);
-        }
+        const QString& text = item.texts[item.valueOf(fields)];
+        out.append(text.constData(), text.size());
     }
 }
 

@@ -23,25 +23,17 @@ public:
     void Append(Buffer& out, const DateTimeFields& fields) const;
 
 private:
-    enum class Part { Text, Day, Month, Year, Hour, HourOfHalfDay, Minute, Second, DayName, MonthName, HalfDay };
+    // What stands for one run of letters: the toolkit's texts for every value that it can have.
     struct Item {
-        Part part = Part::Text;
-        // The least number of digits.
-        int width = 0;
-        // The text itself, or the names to choose from.
+        int (*valueOf)(const DateTimeFields&) = nullptr;
         QStringList texts;
     };
 
-    void AddText(QStringView text);
-    void AddPart(Part part, int width, QStringList texts = {});
+    void AddText(const QString& text);
     // Handles the run of one letter at `pattern[0]`; returns how many characters it took.
     qsizetype AddLetters(QStringView pattern, const QLocale& locale, bool halfDays);
-    void AppendNumber(Buffer& out, int number, int width) const;
-    static int NumberOf(Part part, const DateTimeFields& fields);
 
     std::vector<Item> items_;
-    // The locale's digit 0; the others follow it in Unicode.
-    QString zero_;
 };
 
 } // namespace velmora

@@ -79,7 +79,7 @@ QString StorageText(DateTime moment) {
 
 namespace {
 
-// Reads `width` digits at `at`; -1 when one is no digit.
+// Reads `width` digits at `at`; -1 when one of them is not a digit.
 template <typename Char>
 int Digits(const Char* text, qsizetype at, int width) {
     int value = 0;

@@ -9,7 +9,7 @@
 
 namespace velmora {
 
-// An ordered collection of assets, each under a key of its own. Keys compare without regard to letter case, of any
+// An ordered collection of assets, each under its own key. Keys compare without regard to letter case, of any
 // letter. Whoever holds an item shares it with the collection.
 class AssetCollection {
 public:

@@ -92,7 +92,7 @@ bool AssetInfo::Rename(engine::Database& database, const std::optional<QString>&
     const auto given = newName ? newName
                                : CurrentProgram().services().dialogs.AskText(Translate(u"Enter new location name"_s),
                                                                              Translate(u"Rename Asset"_s), strName_);
-    // A cancelled question changes nothing, and an asset without a name could not be told from others.
+    // A cancelled question changes nothing, and an asset without a name could not be distinguished from others.
     if (!given || given->trimmed().isEmpty() || *given == strName_) {
         return false;
     }

@@ -27,7 +27,7 @@ public:
     qint16 nAsset() const { return nAsset_; }
     void SetnAsset(qint16 number) { nAsset_ = number; }
 
-    // Whether the asset is a place; anything but a true value, an empty one too, is no.
+    // Whether the asset is a place; anything but a true value, an empty one too, means no.
     bool nLocation() const { return nLocation_; }
     void SetnLocation(const Value& location) { nLocation_ = location.ToBool(); }
 
@@ -40,7 +40,7 @@ public:
     int nListImage() const;
 
     // Gives the asset another name, in the database and here; asks for it when none is given. False when nothing was
-    // changed: the name is empty or the present one, another asset has it, or the asset is gone; the person is told of
+    // changed: the name is empty or the present one, another asset has it, or the asset is gone; a message reports
     // the last two. The asset keeps its key in the collection. Throws EngineError.
     bool Rename(engine::Database& database, const std::optional<QString>& newName = std::nullopt);
 

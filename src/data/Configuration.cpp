@@ -33,7 +33,7 @@ ProgramSettings& Settings() {
 
 QString GetConfigValue(const QString& application, const QString& section, const QString& key,
                        const QString& defaultValue) {
-    // A value that nobody would configure tells an absent key from an empty one.
+    // A value that nobody would configure distinguishes an absent key from an empty one.
     const QString absent = QStringLiteral("ZZZZZZZZ");
     INIEntry entry;
     entry.Default = absent;

@@ -9,8 +9,8 @@ namespace velmora {
 void LoadLookupLists(engine::Database& database, double startPercent = 0, double endPercent = 100);
 
 // Fills Assets() from the database. Numbers without an asset get a placeholder named "Missing n"; an asset whose name
-// is taken is named "ERROR n" in memory, which the person is told. Failures are reported with module "Internal Data"
-// and procedure "Fill Asset Collection".
+// is taken is named "ERROR n" in memory, and the person gets a message. Failures are reported with module "Internal
+// Data" and procedure "Fill Asset Collection".
 void FillAssetCollection(engine::Database& database);
 
 } // namespace velmora

@@ -156,7 +156,7 @@ private:
 
     void AddUnused() {
         for (int n = 0; n < scale_.unused; ++n) {
-            // Somebody typed the last one by hand, and so it is no placeholder to the reports.
+            // Somebody typed the last one by hand, so the reports do not take it for a placeholder.
             const bool byHand = n == scale_.unused - 1;
             Asset& place = Add(AssetKind::Unused,
                                byHand ? QStringLiteral("unused corner") : QStringLiteral("Unused %1").arg(n + 1),

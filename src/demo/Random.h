@@ -8,7 +8,7 @@
 namespace velmora::demo {
 
 // A small generator of random numbers (PCG, 32 bits out of 64) whose results are the same with every library, so that a
-// seed makes the same demo site everywhere. Each subject draws from a stream of its own: a change of one leaves the
+// seed makes the same demo site everywhere. Each subject draws from its own stream: a change of one leaves the
 // others as they were.
 class Random {
 public:
@@ -33,7 +33,6 @@ public:
     // Both ends included.
     int Between(int low, int high) { return low + Below(high - low + 1); }
     bool Percent(int chance) { return Below(100) < chance; }
-    bool PerTenThousand(int chance) { return Below(10000) < chance; }
 
     template <typename List>
     const auto& Pick(const List& list) {

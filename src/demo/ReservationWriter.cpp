@@ -30,7 +30,6 @@ ReservationWriter::ReservationWriter(const Options& options, const Staff& staff,
 int ReservationWriter::Write(const Booking& booking) {
     // Some numbers belonged to reservations that were cancelled.
     id_ += random_.Percent(3) ? 2 : 1;
-    ++count_;
     const auto text = [](const QString& value) { return value.isEmpty() ? Value() : Value(value); };
     row_[Id] = id_;
     row_[AssetId] = booking.assetId;

@@ -45,7 +45,6 @@ public:
 
     // Reservations with notes.
     const std::vector<WrittenReservation>& Noted() const { return noted_; }
-    int Count() const { return count_; }
 
 private:
     enum Column {
@@ -80,7 +79,6 @@ private:
     Random random_;
     RowSink& sink_;
     int id_ = 0;
-    int count_ = 0;
     std::vector<Value> row_;
     std::vector<WrittenReservation> noted_;
 

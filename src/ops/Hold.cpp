@@ -38,7 +38,7 @@ void ReleaseDatabase() {
     CurrentProgram().services().process.End(0);
 }
 
-// A minute that cannot be read is told once; the program then runs without a shutdown.
+// A minute that cannot be read is reported once; the program then runs without a shutdown.
 void ReadMinute() {
     try {
         ReadLogoffMinute();

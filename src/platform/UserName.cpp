@@ -10,7 +10,7 @@ namespace velmora {
 
 namespace {
 
-// For a program that was not started from the person's own session, whose environment tells nothing.
+// For a program that was not started from the person's own session, whose environment does not name the user.
 QString NameOfAccount() {
 #ifdef Q_OS_UNIX
     std::array<char, 16384> room{};

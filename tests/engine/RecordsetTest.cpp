@@ -192,18 +192,9 @@ TEST_P(EitherKind, ReadsStoredValuesByTheirDeclaredType) {
 
 // Every size class of the packed rows, read in both directions.
 TEST_P(EitherKind, HandsOutValuesOfEverySize) {
-    const std::vector<qint64> numbers = {0,
-                                         1,
-                                         -1,
-                                         127,
-                                         -128,
-                                         128,
-                                         32767,
-                                         -32769,
-                                         2147483647,
-                                         2147483648,
-                                         std::numeric_limits<qint64>::max(),
-                                         std::numeric_limits<qint64>::min()};
+    using Limits = std::numeric_limits<qint64>;
+    const std::vector<qint64> numbers = {0,     1,      -1,         127,        -128,          128,
+                                         32767, -32769, 2147483647, 2147483648, Limits::max(), Limits::min()};
     const std::vector<int> lengths = {0, 1, 245, 246, 247, 4096, 300'000, 3, 70'000};
     site_.Run("CREATE TABLE Probe (ID INTEGER PRIMARY KEY, Number INTEGER, Text TEXT, Tail REAL)");
     QByteArray inserts = "BEGIN;";
@@ -211,8 +202,7 @@ TEST_P(EitherKind, HandsOutValuesOfEverySize) {
     for (const int length : lengths) {
         for (const qint64 number : numbers) {
             inserts += "INSERT INTO Probe VALUES (" + QByteArray::number(rowsMade++) + ',' +
-                       (number == std::numeric_limits<qint64>::min() ? "-9223372036854775807 - 1"
-                                                                     : QByteArray::number(number)) +
+                       (number == Limits::min() ? "-9223372036854775807 - 1" : QByteArray::number(number)) +
                        ",replace(printf('%" + QByteArray::number(length) + "s',''),' ','x')," +
                        QByteArray::number(static_cast<double>(number % 1000) + 0.25) + ");";
         }
@@ -238,17 +228,8 @@ TEST_P(EitherKind, HandsOutValuesOfEverySize) {
 
 // Names as people have them, looked up by texts that are put together with doubled quotes.
 TEST_P(EitherKind, LooksUpAwkwardNames) {
-    const QStringList names = {u"O'Brien"_s,
-                               u"\"Bo\" Diddley"_s,
-                               u"100%"_s,
-                               u"a_b"_s,
-                               u"*star*"_s,
-                               u"Müller-Žižek"_s,
-                               u"#1 [x] ?"_s,
-                               u"'"_s,
-                               u"\""_s,
-                               u"日本 😀"_s,
-                               u"; DROP TABLE Person"_s};
+    const QStringList names =
+        u"O'Brien|\"Bo\" Diddley|100%|a_b|*star*|Müller-Žižek|#1 [x] ?|'|\"|日本 😀|; DROP TABLE Person"_s.split(u'|');
     const auto database = site_.Open();
     const auto all = database->OpenRecordset(u"Select * from Person", RecordsetKind::Updatable);
     for (const QString& name : names) {

@@ -26,7 +26,7 @@ public:
     virtual void SetNoteText(const QString& text) = 0;
     virtual void SetSubject(const QString& subject) = 0;
     virtual void AddRecipient(const MailRecipient& recipient) = 0;
-    // With the dialog the person may address, change, send or cancel the message; a cancelled one is no failure.
+    // With the dialog the person may address, change, send or cancel the message; cancelling is not a failure.
     // Returns when the message was handed to the server or cancelled.
     virtual void Send(MailDialog dialog) = 0;
 };

@@ -29,7 +29,7 @@ void ShowHelp(const QString& topic) {
     Program& program = CurrentProgram();
     const QString path = program.Part<HelpFile>().path;
     frmHelp* help = OpenHelp();
-    // A dialog of the program lets only windows of its own be used.
+    // While a dialog is open, only its child windows can be used.
     QWidget* dialog = QApplication::activeModalWidget();
     if (help != nullptr && dialog != nullptr && help->parentWidget() != dialog) {
         help->close();

@@ -26,7 +26,8 @@ public:
     virtual QStringList Names() const = 0;
     // Empty where none is the default.
     virtual QString DefaultName() const = 0;
-    // The queue's own paper in portrait, or none where it does not tell. Throws Error when there is no such queue.
+    // The queue's own paper in portrait, or none where the queue does not say. Throws Error when there is no such
+    // queue.
     virtual std::optional<PrinterPage> Paper(const QString& queue) const = 0;
     // Throws Error, naming the queue, unless the queue has taken the whole job.
     virtual void Submit(const QString& queue, const QueueJob& job) = 0;

@@ -15,7 +15,7 @@ QString PdfFileDevice();
 // printer at first, or the PDF entry where none is the default.
 class SystemPrinters : public Printers, public DocumentPrinter {
 public:
-    // The locale tells the paper where a queue does not.
+    // The locale decides the paper where a queue does not name one.
     SystemPrinters(std::unique_ptr<PrintQueues> queues, const QLocale& locale);
 
     QStringList DeviceNames() const override;
