@@ -12,30 +12,20 @@ namespace {
 struct Printer {
     ReportContext& context;
 
-    bool operator()(const DailyRequest& request) const {
-        PrintDailyReport(context, request);
-        return true;
-    }
-    bool operator()(const OccupancyRequest& request) const {
+    void operator()(const DailyRequest& request) const { PrintDailyReport(context, request); }
+    void operator()(const OccupancyRequest& request) const {
         const bool byLocation = request.list == OccupancyList::Occupants;
         (byLocation ? PrintOccupantReport : PrintDirectoryReport)(context, request);
-        return true;
     }
-    bool operator()(const ExceptionRequest& request) const {
-        PrintExceptionReport(context, request);
-        return true;
-    }
-    bool operator()(const UsageRequest& request) const {
-        PrintUsageReport(context, request);
-        return true;
-    }
-    bool operator()(const LayoutRequest&) const { return false; }
+    void operator()(const ExceptionRequest& request) const { PrintExceptionReport(context, request); }
+    void operator()(const UsageRequest& request) const { PrintUsageReport(context, request); }
+    void operator()(const LayoutRequest&) const {}
 };
 
 } // namespace
 
-bool PrintReport(ReportContext& context, const ReportRequest& request) {
-    return std::visit(Printer{context}, request);
+void PrintReport(ReportContext& context, const ReportRequest& request) {
+    std::visit(Printer{context}, request);
 }
 
 } // namespace velmora
