@@ -4,11 +4,11 @@
 // argument names a site's folder that is there already, made for the day in the second argument.
 #include "bench/BareStore.h"
 #include "bench/Measure.h"
-#include "site/Site.h"
 #include "data/LookupLists.h"
 #include "demo/CreateDemoSite.h"
-#include "desk/QuickStatus.h"
-#include "desk/Tasks.h"
+#include "site/Site.h"
+#include "tasks/QuickStatus.h"
+#include "tasks/Tasks.h"
 #include "tests/support/Fakes.h"
 
 #include <QTemporaryDir>
@@ -142,16 +142,15 @@ int Measure(const QString& folder, Date day) {
     const Site site(folder);
     fakes::TestProgram fakes;
     const auto database = site.Open();
-    DeskState state;
-    state.DateRange1 = {day, day + std::chrono::days(1)};
+    TaskChoices choices;
+    choices.DateRange1 = {day, day + std::chrono::days(1)};
     NoView view;
-    Tasks tasks(fakes.program, state, *database, view);
+    Tasks tasks(fakes.program, choices, *database, view);
     BareDesk bare(site.Location(), day);
 
     FillAssetCollection(*database);
     tasks.ShowTasks();
-    state.StatusType = 0;
-    const auto persons = FillStatusList(fakes.program, state, *database);
+    const auto persons = FillStatusList(fakes.program, 0, *database);
     const auto assets = static_cast<int>(std::count_if(Assets().begin(), Assets().end(), [](const auto& asset) {
         return !asset->strName().startsWith(u"Missing "_s);
     }));
@@ -182,7 +181,7 @@ int Measure(const QString& folder, Date day) {
         });
     good &= Compare(
         count(static_cast<int>(persons.size()), " persons into the status list"), 2.0, Time::Processor,
-        [&] { bare.ReadPersons(); }, [&] { (void)FillStatusList(fakes.program, state, *database); });
+        [&] { bare.ReadPersons(); }, [&] { (void)FillStatusList(fakes.program, 0, *database); });
     constexpr int steps = 100;
     const double stepping = Milliseconds(Time::Wall, [&] {
         for (int i = 0; i < steps; ++i) {
@@ -191,7 +190,7 @@ int Measure(const QString& folder, Date day) {
     });
     const double summing = Milliseconds(Time::Wall, [&] {
         for (size_t i = 0; i < steps; ++i) {
-            (void)StatusSummary(fakes.program, state, *database, persons[i * persons.size() / steps]);
+            (void)StatusSummary(fakes.program, 0, *database, persons[i * persons.size() / steps]);
         }
     });
     std::printf("one step to the next task %.3f ms, one summary of a person %.3f ms\n", stepping / steps,

@@ -23,7 +23,7 @@ QStringList ArgumentTexts(int argc, char** argv) {
 
 // Pages need fonts, which only a program with graphics has; it never needs a display for them.
 std::unique_ptr<QCoreApplication> MakeApplication(const velmora::report::Command& command, int& argc, char** argv) {
-    if (!command.ToPages()) {
+    if (!command.delivery.ToPages()) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -30,6 +30,9 @@ struct Delivery {
     QString file{};
     // Who gets the report by mail; none where a person is asked.
     std::vector<MailRecipient> recipients{};
+
+    // It is drawn as the printer's pages and goes on paper or into a PDF file.
+    bool ToPages() const { return target == DeliveryTarget::Printer || target == DeliveryTarget::PdfFile; }
     friend bool operator==(const Delivery&, const Delivery&) = default;
 };
 

@@ -5,7 +5,7 @@
 
 namespace velmora {
 
-// Prints the requested report. False for a layout, which is not written through a print job; nothing was done then.
-bool PrintReport(ReportContext& context, const ReportRequest& request);
+// Prints the requested report. A layout, which is not written through a print job, is passed over.
+void PrintReport(ReportContext& context, const ReportRequest& request);
 
 } // namespace velmora

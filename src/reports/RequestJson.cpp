@@ -106,7 +106,7 @@ public:
         if (!given.isUndefined() && !given.isArray()) {
             Refuse(name, u"is a list of addresses"_s, given);
         }
-        for (const QJsonValue& each : given.toArray()) {
+        for (const auto& each : given.toArray()) {
             try {
                 for (const MailRecipient& recipient : mail::ParseRecipients(each.toString())) {
                     value.push_back(recipient);

@@ -1,4 +1,4 @@
-#include "desk/QuickStatus.h"
+#include "tasks/QuickStatus.h"
 #include "tests/desk/DeskFixture.h"
 
 namespace velmora {
@@ -7,8 +7,8 @@ namespace {
 class QuickStatusTest : public DeskFixture {
 protected:
     QStringList Texts(qint16 statusType) {
-        state_.StatusType = statusType;
-        entries_ = FillStatusList(fakes_.program, state_, *faulty_);
+        statusType_ = statusType;
+        entries_ = FillStatusList(fakes_.program, statusType, *faulty_);
         QStringList texts;
         for (const StatusEntry& entry : entries_) {
             texts += entry.text;
@@ -19,10 +19,10 @@ protected:
         const auto entry = std::ranges::find_if(
             entries_, [&](const StatusEntry& each) { return each.text.startsWith(text, Qt::CaseInsensitive); });
         return entry == entries_.end() ? QStringList(u"no entry"_s)
-                                       : StatusSummary(fakes_.program, state_, *faulty_, *entry);
+                                       : StatusSummary(fakes_.program, statusType_, *faulty_, *entry);
     }
 
-    DeskState state_;
+    qint16 statusType_ = 0;
     std::vector<StatusEntry> entries_;
 };
 

@@ -1,4 +1,4 @@
-#include "desk/Tasks.h"
+#include "tasks/Tasks.h"
 #include "tests/desk/DeskFixture.h"
 
 namespace velmora {
@@ -13,7 +13,7 @@ class TasksTest : public DeskFixture, public TaskView {
 protected:
     explicit TasksTest(const QString& startupArgument = {}) : DeskFixture(startupArgument) {
         sqlite3_open(desk_->Path().toUtf8().constData(), &other_);
-        state_.DateRange1 = {March(6), March(7)};
+        choices_.DateRange1 = {March(6), March(7)};
     }
     ~TasksTest() override { sqlite3_close(other_); }
 
@@ -85,8 +85,8 @@ protected:
     QString why;
     int timesShown = 0;
     FaultyDatabase faultyDesk_{*desk_};
-    DeskState state_;
-    Tasks tasks_{fakes_.program, state_, faultyDesk_, *this};
+    TaskChoices choices_;
+    Tasks tasks_{fakes_.program, choices_, faultyDesk_, *this};
 };
 
 constexpr int sLockStart = 12;
@@ -119,11 +119,11 @@ TEST_F(TasksTest, SelectsByKindRangeAndOptions) {
         {0, false, true, {103, 105}},
         {1, true, true, {}},
     };
-    state_.DateRange1 = {March(20), March(21)};
+    choices_.DateRange1 = {March(20), March(21)};
     for (const Case& c : cases) {
-        state_.ViewType = c.viewType;
-        state_.chkCompleted = c.completed;
-        state_.chkConferenceView = c.conference;
+        choices_.ViewType = c.viewType;
+        choices_.chkCompleted = c.completed;
+        choices_.chkConferenceView = c.conference;
         EXPECT_EQ(Selected(), c.expected) << c.viewType << c.completed << c.conference;
         if (!c.expected.empty()) {
             EXPECT_EQ(shown->tickable, TaskOfViewType(c.viewType));
@@ -171,7 +171,7 @@ TEST_F(TasksTest, ShowsWhatIsStored) {
 
 TEST_F(TasksTest, NavigationKnowsItsPlace) {
     const auto buttons = [this] { return std::pair(shown->hasPrevious, shown->hasNext); };
-    state_.DateRange1 = {March(7), March(10)};
+    choices_.DateRange1 = {March(7), March(10)};
     tasks_.ShowTasks();
     ASSERT_TRUE(shown);
     EXPECT_EQ(shown->place, u"1 of 2"_s);
@@ -187,12 +187,12 @@ TEST_F(TasksTest, NavigationKnowsItsPlace) {
     tasks_.First();
     EXPECT_NE(shown->details.lblID, last);
 
-    state_.DateRange1 = {March(9), March(10)};
+    choices_.DateRange1 = {March(9), March(10)};
     tasks_.ShowTasks();
     EXPECT_EQ(shown->place, u"1 of 1"_s);
     EXPECT_EQ(buttons(), std::pair(false, false));
 
-    state_.DateRange1 = {March(25), March(26)};
+    choices_.DateRange1 = {March(25), March(26)};
     tasks_.ShowTasks();
     EXPECT_FALSE(shown);
     EXPECT_EQ(why, u"There are no reservations for this choice."_s);
@@ -204,7 +204,7 @@ TEST_F(TasksTest, NavigationKnowsItsPlace) {
 }
 
 TEST_F(TasksTest, ATickWritesItsOneFieldAtOnce) {
-    state_.chkCompleted = true;
+    choices_.chkCompleted = true;
     GoTo(1);
     QStringList expected = Stored(1);
     // Meanwhile another desk ticks another box and renames the event: neither is undone, and both are told.
@@ -221,7 +221,7 @@ TEST_F(TasksTest, ATickWritesItsOneFieldAtOnce) {
     tasks_.Last();
     EXPECT_FALSE(Selected().contains(1));
 
-    state_.chkCompleted = false;
+    choices_.chkCompleted = false;
     GoTo(1);
     EXPECT_EQ(shown->notice, QString());
     tasks_.StoreTick(TaskKind::MoveIn, false);
@@ -343,12 +343,12 @@ TEST_F(TasksTest, FailuresAreToldAndHideTheView) {
     fakes_.dialogs.answers = {Answer::Ok, Answer::Ok, Answer::Ok, Answer::Ok};
     tasks_.ShowTasks();
     ASSERT_TRUE(shown);
-    state_.DateRange1 = {March(7), March(6)};
+    choices_.DateRange1 = {March(7), March(6)};
     tasks_.ShowTasks();
     EXPECT_EQ(LastMessage(), u"End Date is before Start date, No Reservations can be found"_s);
     EXPECT_FALSE(shown);
 
-    state_.DateRange1 = {March(6), March(7)};
+    choices_.DateRange1 = {March(6), March(7)};
     faultyDesk_.failures[u"SELECT * FROM Asset INNER"_s] = 1;
     tasks_.ShowTasks();
     EXPECT_EQ(LastMessage(), u"Error Occured Selecting and Displaying Reservations: the share is away"_s);
@@ -366,12 +366,12 @@ TEST_F(TasksTest, FailuresAreToldAndHideTheView) {
     tasks_.DisplayEvent();
     EXPECT_EQ(shown->position, 2);
 
-    state_.DateRange1.EndDate.reset();
+    choices_.DateRange1.EndDate.reset();
     tasks_.ShowTasks();
     EXPECT_FALSE(shown);
     EXPECT_FALSE(why.isEmpty());
-    state_.DateRange1.EndDate = March(7);
-    state_.ViewType = 4;
+    choices_.DateRange1.EndDate = March(7);
+    choices_.ViewType = 4;
     tasks_.ShowTasks();
     EXPECT_TRUE(LastMessage().contains(u'4'));
 }

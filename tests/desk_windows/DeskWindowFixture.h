@@ -32,6 +32,7 @@ protected:
                       [this](ReportContext& context, const ReportRequest& request) {
                           requests.push_back(request);
                           if (std::holds_alternative<DailyRequest>(request)) {
+                              job_.SetOutputTarget(static_cast<qint16>(context.delivery.target));
                               PrintReport(context, request);
                           } else if (std::holds_alternative<UsageRequest>(request)) {
                               throw ProgramError(ErrorNumber::Unavailable, u"no query"_s);

@@ -1,14 +1,12 @@
 #include "app/desk/DeskProgram.h"
 
 #include "desk/windows/frmIntro.h"
-#include "layouts/LayoutRunner.h"
-#include "layouts/RunCrystalReport.h"
 #include "notes/windows/WindowNotes.h"
 #include "ops/SharedDatabase.h"
 #include "ops/TranslationLoader.h"
 #include "platform/printers/CupsQueues.h"
 #include "print/ReadPrintAttributes.h"
-#include "reports/PrintReport.h"
+#include "runner/RunRequest.h"
 
 #include <QApplication>
 
@@ -45,11 +43,7 @@ void DeskProgram::Start() {
     main_ = std::make_unique<frmScmain>(
         DeskParts{program_, job_,
                   [this](ReportContext& context, const ReportRequest& request) {
-                      if (!PrintReport(context, request)) {
-                          layouts::LayoutRunner runner(JobServices(), context.database, print::Target::Preview);
-                          layouts::RunCrystalReport(program_, std::get<LayoutRequest>(request), context.run,
-                                                    context.database, runner);
-                      }
+                      runner::RunRequest(context, JobServices(), request);
                   },
                   [this](qint32 reservation, QWidget* owner) { ShowNotes(reservation, owner); }});
     frmIntro intro(program_);

@@ -130,16 +130,19 @@ Parser::Parser() {
 
 // Nothing is printed on the way to a window, and options that are sound each by itself may not go together.
 void CheckOutput(const Command& command) {
+    const DeliveryTarget target = command.delivery.target;
+    const bool toMail = target == DeliveryTarget::Mail;
     const bool hasOutput = !command.delivery.file.isEmpty();
     const bool hasRecipients = !command.delivery.recipients.empty();
     const std::pair<bool, QString> rules[] = {
-        {command.delivery.target == DeliveryTarget::Preview, u"--to preview needs a window, which only the desk has"_s},
-        {command.ToPdf() && !hasOutput, u"--to pdf needs --output FILE, or --output - for standard output"_s},
-        {command.ToPrinter() && hasOutput,
+        {target == DeliveryTarget::Preview, u"--to preview needs a window, which only the desk has"_s},
+        {target == DeliveryTarget::PdfFile && !hasOutput,
+         u"--to pdf needs --output FILE, or --output - for standard output"_s},
+        {target == DeliveryTarget::Printer && hasOutput,
          u"--output names a file, but --to printer makes none: use --to pdf for a file"_s},
-        {command.ToMail() && hasOutput, u"--output names a file, but --to mail makes none"_s},
-        {command.ToMail() && !hasRecipients, u"--to mail needs --mail-to ADDRESS"_s},
-        {!command.ToMail() && hasRecipients, u"--mail-to names a recipient, but nothing is sent without --to mail"_s},
+        {toMail && hasOutput, u"--output names a file, but --to mail makes none"_s},
+        {toMail && !hasRecipients, u"--to mail needs --mail-to ADDRESS"_s},
+        {!toMail && hasRecipients, u"--mail-to names a recipient, but nothing is sent without --to mail"_s},
     };
     for (const auto& [broken, reason] : rules) {
         if (broken) {

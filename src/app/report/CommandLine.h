@@ -28,11 +28,6 @@ struct Command {
     bool showFormula = false;
     ReportRequest request;
     Delivery delivery;
-
-    bool ToMail() const { return delivery.target == DeliveryTarget::Mail; }
-    bool ToPdf() const { return delivery.target == DeliveryTarget::PdfFile; }
-    bool ToPrinter() const { return delivery.target == DeliveryTarget::Printer; }
-    bool ToPages() const { return ToPrinter() || ToPdf(); }
 };
 
 // Reads the words behind the program's name. Throws BadUsage.

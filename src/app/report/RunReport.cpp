@@ -1,24 +1,21 @@
 #include "app/report/RunReport.h"
 
-#include "app/report/CommandLineSettings.h"
-#include "app/report/OutputDelivery.h"
-#include "app/report/ReportPrinters.h"
-#include "app/report/RunLayout.h"
 #include "base/Program.h"
 #include "data/Configuration.h"
 #include "data/NativePath.h"
+#include "layouts/LayoutChoice.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
-#include "ops/SmtpMail.h"
 #include "ops/TranslationLoader.h"
 #include "platform/ConsoleServices.h"
 #include "platform/LogFile.h"
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"
-#include "print/ReadPrintAttributes.h"
-#include "print/pages/PrinterPages.h"
-#include "reports/PrintReport.h"
+#include "runner/DeliverySettings.h"
+#include "runner/RunUnattended.h"
+
+#include <cstdio>
 
 namespace velmora::report {
 
@@ -29,13 +26,13 @@ namespace {
 constexpr int failed = 1;
 constexpr int stopped = 3;
 
-// Nobody watches the report's progress.
-class NoView : public ReportView {
-public:
-    void SetCloseCaption(const QString&) override {}
-    void ShowProgress(const QString&, int) override {}
-    void HideProgress() override {}
-};
+// Prints the layout's file name, a TAB and the selection formula on standard output. Needs no program and no database.
+// Returns false when standard output did not take it.
+bool ShowFormula(const LayoutRequest& request) {
+    const QString line =
+        layouts::FindLayoutChoice(request.layout)->file.toString() + u'\t' + layouts::SelectionFormula(request) + u'\n';
+    return std::fputs(line.toUtf8().constData(), stdout) >= 0 && std::fflush(stdout) == 0;
+}
 
 std::unique_ptr<Clock> MakeClock(const Command& command) {
     if (command.now) {
@@ -49,7 +46,7 @@ class ConsoleProgram {
 public:
     ConsoleProgram(const Command& command, const QString& executablePath)
         : locale_(command.locale.value_or(LocaleText(QLocale::system()))), clock_(MakeClock(command)),
-          log_(LogFile::DefaultPath(), systemClock_), printers_(command, locale_.Locale()),
+          log_(LogFile::DefaultPath(), systemClock_), printers_(command.delivery, locale_.Locale()),
           settings_(storedSettings_, command.delivery.leaderStyle),
           program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_,
                     log_, executablePath, command.startupArgument, locale_},
@@ -57,7 +54,7 @@ public:
           installer_(program_) {}
 
     Program& Get() { return program_; }
-    ReportPrinters& Printers() { return printers_; }
+    runner::ReportPrinters& Printers() { return printers_; }
 
 private:
     LocaleText locale_;
@@ -68,13 +65,13 @@ private:
     ConsoleDialogs dialogs_{stderr};
     ErrorReport errors_{dialogs_, log_};
     ConsoleEventLoop eventLoop_;
-    ReportPrinters printers_;
+    runner::ReportPrinters printers_;
     ConsoleProgress progress_;
     ConsoleMail mail_;
     ConsoleWindows windows_;
     ConsoleProcess process_;
     NativeUserSettings storedSettings_;
-    CommandLineSettings settings_;
+    runner::DeliverySettings settings_;
     Program program_;
     ProgramInstaller installer_;
 };
@@ -96,7 +93,7 @@ void OpenDatabase(Program& program) {
 
 int Run(const Command& command, ConsoleProgram& console) {
     Program& program = console.Get();
-    ReportPrinters& printers = console.Printers();
+    runner::ReportPrinters& printers = console.Printers();
     if (!command.dataDirectory.isEmpty()) {
         Settings().DataDirectory = command.dataDirectory;
     }
@@ -104,35 +101,17 @@ int Run(const Command& command, ConsoleProgram& console) {
         program.services().dialogs.ShowMessage({*notice, {}, Buttons::Ok, Icon::None});
         return stopped;
     }
-    printers.Choose(command);
+    printers.Choose(command.delivery);
     LoadTranslations();
     OpenDatabase(program);
-    engine::Database& database = OpenedDatabase();
-    SmtpMailSession session(program.services());
-    OutputDelivery delivery(command.delivery.file, session, command.delivery.recipients);
-    print::PageOutput output(printers, printers, delivery);
-    const auto exitCode = [&] { return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed; };
-    print::PrinterPages pages(printers, output, program.Title());
-    const print::PrintServices services{program.services(), delivery,
-                                        [&] { return print::ReadPrintAttributes(database); }, &pages};
-    if (std::holds_alternative<LayoutRequest>(command.request)) {
-        RunLayout(command, program, database, services);
-        return exitCode();
-    }
-    print::PrintJob job(services);
-    job.SetOutputTarget(command.ToPages() ? 0 : static_cast<qint16>(command.delivery.target));
-    NoView view;
-    ReportRun run;
-    ReportContext context{program, run, command.delivery, view, database, job};
-    velmora::PrintReport(context, command.request);
-    return exitCode();
+    return runner::RunUnattended(program, OpenedDatabase(), printers, command.delivery, command.request) ? 0 : failed;
 }
 
 } // namespace
 
 int RunReport(const Command& command, const QString& executablePath) {
     if (command.showFormula) {
-        return ShowFormula(command) ? 0 : failed;
+        return ShowFormula(std::get<LayoutRequest>(command.request)) ? 0 : failed;
     }
     ConsoleProgram console(command, executablePath);
     try {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Program.h"
-#include "desk/DeskState.h"
+#include "desk/windows/DeskState.h"
 
 #include <QWidget>
 

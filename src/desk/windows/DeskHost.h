@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Program.h"
-#include "desk/DeskState.h"
+#include "desk/windows/DeskState.h"
 #include "engine/Database.h"
 #include "reports/Requests.h"
 
@@ -21,7 +21,7 @@ public:
     // Has every page store its controls into the state. False when a date box of this page holds no date but something
     // else; the box then has the focus and says why.
     virtual bool StorePages() = 0;
-    // Runs a report, to the destination of the printer page as it was stored last.
+    // Runs a report, to the destination of the printer page as it was stored last, a layout to the preview.
     virtual void RunReport(const ReportRequest& request) = 0;
     // Opens the notes of a reservation and returns when their window is gone.
     virtual void OpenNotes(qint32 reservation) = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/DeskState.h"
+#include "desk/windows/DeskState.h"
 
 #include <QWidget>
 

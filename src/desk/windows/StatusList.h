@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/QuickStatus.h"
+#include "tasks/QuickStatus.h"
 
 #include <QAbstractListModel>
 

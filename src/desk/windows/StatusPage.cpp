@@ -136,7 +136,7 @@ void StatusPage::optStatusType_Click(int index) {
 
 void StatusPage::FillList() {
     lstStatus->hide();
-    model_.SetEntries(FillStatusList(host_.TheProgram(), host_.State(), host_.Database()));
+    model_.SetEntries(FillStatusList(host_.TheProgram(), host_.State().StatusType, host_.Database()));
     lstStatus->show();
     lstStatus->scrollToTop();
     ShowSummary({});
@@ -179,7 +179,7 @@ void StatusPage::lstStatus_Click() {
     if (!entry) {
         return;
     }
-    ShowSummary(StatusSummary(host_.TheProgram(), host_.State(), host_.Database(), *entry));
+    ShowSummary(StatusSummary(host_.TheProgram(), host_.State().StatusType, host_.Database(), *entry));
 }
 
 void StatusPage::ShowSummary(const QStringList& lines) {

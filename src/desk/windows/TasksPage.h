@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desk/Tasks.h"
 #include "desk/windows/DeskHost.h"
 #include "desk/windows/DeskPage.h"
 #include "desk/windows/PageParts.h"
+#include "tasks/Tasks.h"
 
 #include <array>
 

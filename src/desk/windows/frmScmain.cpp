@@ -260,11 +260,9 @@ void frmScmain::Guard(const QString& procedure, const std::function<void()>& wor
 
 void frmScmain::RunReport(const ReportRequest& request) {
     Guard(u"Run Report"_s, [&] {
-        // A layout has a window of its own and leaves the print job alone.
-        if (!std::holds_alternative<LayoutRequest>(request)) {
-            parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
-        }
-        const Delivery delivery = PrinterSettingsPage::DeliveryOf(state_);
+        // A layout opens in a window of its own, whatever the printer page says.
+        const bool isLayout = std::holds_alternative<LayoutRequest>(request);
+        const Delivery delivery = isLayout ? Delivery() : PrinterSettingsPage::DeliveryOf(state_);
         ReportContext context{parts_.program, state_, delivery, *this, Database(), parts_.job};
         parts_.runReport(context, request);
     });

@@ -2,12 +2,12 @@
 
 #include "base/services/UserSettings.h"
 
-namespace velmora::report {
+namespace velmora::runner {
 
-// The user's settings with the leader style that the command line names, which is not stored.
-class CommandLineSettings : public UserSettings {
+// The user's settings with the leader style of one delivery, which is not stored.
+class DeliverySettings : public UserSettings {
 public:
-    CommandLineSettings(UserSettings& stored, std::optional<qint16> leaderStyle)
+    DeliverySettings(UserSettings& stored, std::optional<qint16> leaderStyle)
         : stored_(stored), leaderStyle_(leaderStyle) {}
 
     std::optional<QString> Read(const QString& application, const QString& section, const QString& key) const override {
@@ -25,4 +25,4 @@ private:
     std::optional<qint16> leaderStyle_;
 };
 
-} // namespace velmora::report
+} // namespace velmora::runner

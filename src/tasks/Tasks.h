@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/Program.h"
-#include "desk/DeskState.h"
-#include "desk/TaskView.h"
 #include "engine/Database.h"
+#include "tasks/TaskChoices.h"
+#include "tasks/TaskView.h"
 
 #include <QHash>
 
@@ -18,10 +18,10 @@ namespace velmora {
 // thrown.
 class Tasks {
 public:
-    Tasks(const Program& program, const DeskState& state, engine::Database& database, TaskView& view)
-        : program_(program), state_(state), database_(database), view_(view) {}
+    Tasks(const Program& program, const TaskChoices& choices, engine::Database& database, TaskView& view)
+        : program_(program), choices_(choices), database_(database), view_(view) {}
 
-    // Selects by the state's page settings and shows the first reservation, or hides the view.
+    // Selects by the choices of the page and shows the first reservation, or hides the view.
     void ShowTasks();
 
     // Moves and shows; without effect where there is none in that direction.
@@ -70,7 +70,7 @@ private:
     void ShowAfterTick();
 
     const Program& program_;
-    const DeskState& state_;
+    const TaskChoices& choices_;
     engine::Database& database_;
     TaskView& view_;
 

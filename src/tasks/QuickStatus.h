@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/Program.h"
-#include "desk/DeskState.h"
 #include "engine/Database.h"
 
 #include <QStringList>
@@ -18,14 +17,14 @@ struct StatusEntry {
     int itemData = 0;
 };
 
-// The list that `state.StatusType` asks for: all persons in the order of their names, or all assets but the Unused ones
+// The list of `statusType`: 0, all persons in the order of their names, or 1, all assets but the Unused ones
 // by name. A failure is told by a message, and the list is empty.
-std::vector<StatusEntry> FillStatusList(const Program& program, const DeskState& state, engine::Database& database);
+std::vector<StatusEntry> FillStatusList(const Program& program, qint16 statusType, engine::Database& database);
 
 // The lines of an entry's summary: a heading, and one line for each reservation of the person or asset that has not
-// ended yet, the earliest end first. `state.StatusType` says what the entry is. A failure is reported with module
+// ended yet, the earliest end first. `statusType` says what the entry is. A failure is reported with module
 // "Service Administration" and procedure "Status Summary"; when it is ignored the lines made so far are returned.
-QStringList StatusSummary(const Program& program, const DeskState& state, engine::Database& database,
+QStringList StatusSummary(const Program& program, qint16 statusType, engine::Database& database,
                           const StatusEntry& entry);
 
 } // namespace velmora

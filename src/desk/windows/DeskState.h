@@ -3,6 +3,7 @@
 #include "base/DateTime.h"
 #include "base/services/Printers.h"
 #include "reports/ReportRun.h"
+#include "tasks/TaskChoices.h"
 
 #include <QString>
 
@@ -23,22 +24,15 @@ struct PrinterControl {
     QString PrinterName;
 };
 
-// The two dates of a date-range control; none while a box holds no date.
-struct DateRange {
-    std::optional<Date> StartDate;
-    std::optional<Date> EndDate;
-};
-
 // What the controls of the main window say, by the controls' names. Handlers store the controls here before they call
-// a routine and load them from here afterwards. With it what the running report shares with the window.
-struct DeskState : ReportRun {
+// a routine and load them from here afterwards. With them what the running report and the task
+// view share with the window.
+struct DeskState : ReportRun, TaskChoices {
     // The daily report's kind and day: 0 starts, 1 ends, 8 combined; 2 more for the current day, 4 more for another
     // day.
     qint16 ReportDayMode = 0;
     // Quick status list: 0 persons, 1 locations.
     qint16 StatusType = 0;
-    // Task view: 0 move in, 1 move out, 2 phone connect, 3 phone disconnect.
-    qint16 ViewType = 0;
 
     // Daily page.
     bool chkNonPermanent = false;
@@ -57,11 +51,6 @@ struct DeskState : ReportRun {
     std::optional<Date> dtcOtherDate;
     // Number of days of the other-day choice.
     int Label12 = 1;
-
-    // Task page.
-    DateRange DateRange1;
-    bool chkConferenceView = false;
-    bool chkCompleted = false;
 
     // Layout page: from the start up to, and not including, the end.
     std::optional<Date> ReportStart;

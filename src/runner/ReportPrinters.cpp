@@ -1,17 +1,17 @@
-#include "app/report/ReportPrinters.h"
+#include "runner/ReportPrinters.h"
 
 #include "base/Error.h"
 #include "platform/printers/CupsQueues.h"
 #include "platform/printers/NoQueues.h"
 
-namespace velmora::report {
+namespace velmora::runner {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-std::unique_ptr<printers::PrintQueues> MakeQueues(const Command& command) {
-    if (command.ToPages() && (command.ToPrinter() || !command.delivery.printer.isEmpty())) {
+std::unique_ptr<printers::PrintQueues> MakeQueues(const Delivery& delivery) {
+    if (delivery.ToPages() && (delivery.target == DeliveryTarget::Printer || !delivery.printer.isEmpty())) {
         return std::make_unique<printers::CupsQueues>();
     }
     return std::make_unique<printers::NoQueues>();
@@ -19,18 +19,18 @@ std::unique_ptr<printers::PrintQueues> MakeQueues(const Command& command) {
 
 } // namespace
 
-ReportPrinters::ReportPrinters(const Command& command, const QLocale& locale)
-    : SystemPrinters(MakeQueues(command), locale), toPdf_(command.ToPdf()) {}
+ReportPrinters::ReportPrinters(const Delivery& delivery, const QLocale& locale)
+    : SystemPrinters(MakeQueues(delivery), locale), toPdf_(delivery.target == DeliveryTarget::PdfFile) {}
 
-void ReportPrinters::Choose(const Command& command) {
-    if (!command.ToPages()) {
+void ReportPrinters::Choose(const Delivery& delivery) {
+    if (!delivery.ToPages()) {
         return;
     }
-    const QString& name = command.delivery.printer;
+    const QString& name = delivery.printer;
     if (!name.isEmpty()) {
         SelectDevice(name);
     }
-    if (command.ToPrinter() && PrintsToFile()) {
+    if (delivery.target == DeliveryTarget::Printer && PrintsToFile()) {
         QStringList queues = DeviceNames();
         queues.removeAll(printers::PdfFileDevice());
         throw ProgramError(
@@ -46,4 +46,4 @@ void ReportPrinters::Print(const QString& deviceName, const printers::QueueJob& 
     printed_ = true;
 }
 
-} // namespace velmora::report
+} // namespace velmora::runner

@@ -5,9 +5,9 @@
 
 #include <QString>
 
-namespace velmora::report {
+namespace velmora::runner {
 
-// Delivers to the file that the command line names, or to standard output, the bytes that a desk would save; mail goes
+// Delivers into a file, or to standard output, the bytes that a desk would save; mail goes
 // to its recipients at once, under the report's title.
 class OutputDelivery : public print::DocumentSink {
 public:
@@ -26,4 +26,4 @@ private:
     bool delivered_ = false;
 };
 
-} // namespace velmora::report
+} // namespace velmora::runner

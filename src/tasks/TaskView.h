@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/TaskDetails.h"
+#include "tasks/TaskDetails.h"
 
 #include <optional>
 

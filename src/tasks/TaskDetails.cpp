@@ -1,4 +1,4 @@
-#include "desk/TaskDetails.h"
+#include "tasks/TaskDetails.h"
 
 #include "data/ReservationTime.h"
 

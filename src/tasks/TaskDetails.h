@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/LocaleText.h"
-#include "desk/TaskKind.h"
 #include "engine/Recordset.h"
+#include "tasks/TaskKind.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "desk/TaskKind.h"
+#include "tasks/TaskKind.h"
 
 #include "base/Error.h"
 

@@ -1,4 +1,4 @@
-#include "desk/QuickStatus.h"
+#include "tasks/QuickStatus.h"
 
 #include "base/Steps.h"
 #include "base/Translate.h"
@@ -62,12 +62,12 @@ QString SummaryLine(const engine::Recordset& row, const LocaleText& locale) {
 
 } // namespace
 
-std::vector<StatusEntry> FillStatusList(const Program& program, const DeskState& state, engine::Database& database) {
+std::vector<StatusEntry> FillStatusList(const Program& program, qint16 statusType, engine::Database& database) {
     const Services& services = program.services();
     QString failure;
     try {
         const BusyPointer busy(services.eventLoop);
-        return state.StatusType == locations ? Locations(database) : Persons(database);
+        return statusType == locations ? Locations(database) : Persons(database);
     } catch (const std::exception&) {
         failure = CurrentError().Description();
     }
@@ -76,15 +76,15 @@ std::vector<StatusEntry> FillStatusList(const Program& program, const DeskState&
     return {};
 }
 
-QStringList StatusSummary(const Program& program, const DeskState& state, engine::Database& database,
+QStringList StatusSummary(const Program& program, qint16 statusType, engine::Database& database,
                           const StatusEntry& entry) {
     const Services& services = program.services();
     const BusyPointer busy(services.eventLoop);
     Steps steps(services.errors, u"Service Administration"_s, u"Status Summary"_s, QString());
     QStringList lines{Translate(u"Summary for"_s) + u' ' + entry.text};
     std::unique_ptr<engine::Recordset> rows;
-    const bool opened = steps.Step(
-        {}, [&] { rows = database.OpenRecordset(SummaryQuery(state.StatusType, entry, services.clock.Now())); });
+    const bool opened =
+        steps.Step({}, [&] { rows = database.OpenRecordset(SummaryQuery(statusType, entry, services.clock.Now())); });
     while (opened && !rows->EndOfFile()) {
         steps.Step({}, [&] { lines += SummaryLine(*rows, services.localeText); });
         if (!steps.Step({}, [&] { rows->MoveNext(); })) {

@@ -1,18 +1,18 @@
-#include "desk/TaskQuery.h"
+#include "tasks/TaskQuery.h"
 
 #include "data/AssetRules.h"
 #include "data/Helpers.h"
-#include "desk/TaskKind.h"
+#include "tasks/TaskKind.h"
 
 namespace velmora {
 
 using namespace Qt::StringLiterals;
 
-QString TaskQuery(const DeskState& state, const QString& startupArgument) {
-    const TaskKind task = TaskOfViewType(state.ViewType);
+QString TaskQuery(const TaskChoices& choices, const QString& startupArgument) {
+    const TaskKind task = TaskOfViewType(choices.ViewType);
     const bool starts = task == TaskKind::MoveIn || task == TaskKind::PhoneConnect;
-    const DateTime first = StartOfDay(state.DateRange1.StartDate.value());
-    const DateTime last = StartOfDay(state.DateRange1.EndDate.value());
+    const DateTime first = StartOfDay(choices.DateRange1.StartDate.value());
+    const DateTime last = StartOfDay(choices.DateRange1.EndDate.value());
     // What begins just before midnight is work of the day that follows, what ends just after it of the day before.
     const DateTime after = first + std::chrono::minutes(starts ? -3 : 2);
     const DateTime before = last + std::chrono::minutes(starts ? -2 : 2);
@@ -22,10 +22,10 @@ QString TaskQuery(const DeskState& state, const QString& startupArgument) {
     if (const QString prefix = startupArgument.trimmed(); !prefix.isEmpty()) {
         text += u" And Asset.Name Like "_s + SqlText(prefix + u'*');
     }
-    if (state.chkCompleted) {
+    if (choices.chkCompleted) {
         text += u" And "_s + TaskField(task) + u" = False"_s;
     }
-    if (state.chkConferenceView) {
+    if (choices.chkConferenceView) {
         text += u" And Asset.AssetID >= "_s + QString::number(firstOtherAsset);
     }
     return text;

@@ -1,4 +1,4 @@
-#include "app/report/OutputDelivery.h"
+#include "runner/OutputDelivery.h"
 
 #include "base/Error.h"
 #include "print/ReportFile.h"
@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-namespace velmora::report {
+namespace velmora::runner {
 
 using namespace Qt::StringLiterals;
 
@@ -60,4 +60,4 @@ bool OutputDelivery::SaveFile(const QByteArray& bytes, print::ReportFileKind kin
     return true;
 }
 
-} // namespace velmora::report
+} // namespace velmora::runner

@@ -1,9 +1,9 @@
-#include "desk/Tasks.h"
+#include "tasks/Tasks.h"
 
 #include "base/Steps.h"
 #include "base/Translate.h"
 #include "data/StoreAgainstOthers.h"
-#include "desk/TaskQuery.h"
+#include "tasks/TaskQuery.h"
 
 namespace velmora {
 
@@ -50,7 +50,7 @@ bool Tasks::Do(const QString& failure, Function&& work) {
 }
 
 void Tasks::ShowTasks() {
-    const DateRange& range = state_.DateRange1;
+    const DateRange& range = choices_.DateRange1;
     if (!range.StartDate || !range.EndDate) {
         Close();
         Hide(Translate(u"Enter a start date and an end date to see the reservations between them."_s));
@@ -70,8 +70,8 @@ void Tasks::Select() {
     seen_.clear();
     position_ = 0;
     count_ = 0;
-    selectedFor_ = TaskOfViewType(state_.ViewType);
-    TaskRecordset_ = database_.OpenRecordset(TaskQuery(state_, program_.services().startupArgument),
+    selectedFor_ = TaskOfViewType(choices_.ViewType);
+    TaskRecordset_ = database_.OpenRecordset(TaskQuery(choices_, program_.services().startupArgument),
                                              engine::RecordsetKind::Updatable);
     if (!TaskRecordset_->EndOfFile()) {
         TaskRecordset_->MoveLast();
