@@ -17,7 +17,7 @@
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"
 #include "print/ReadPrintAttributes.h"
-#include "print/pages/PrinterPages.h"
+#include "print/pages/PageWriters.h"
 #include "reports/PrintReport.h"
 
 namespace velmora::report {
@@ -112,7 +112,7 @@ int Run(const Command& command, ConsoleProgram& console) {
     OutputDelivery delivery(command.delivery.file, session, command.delivery.recipients);
     print::PageOutput output(printers, printers, delivery);
     const auto exitCode = [&] { return delivery.HasDelivered() || printers.HasPrinted() ? 0 : failed; };
-    print::PrinterPages pages(printers, output, program.Title());
+    print::PageWriters pages(printers, output, program.Title());
     const print::PrintServices services{program.services(), delivery,
                                         [&] { return print::ReadPrintAttributes(database); }, &pages};
     if (std::holds_alternative<LayoutRequest>(command.request)) {
