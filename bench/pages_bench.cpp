@@ -4,7 +4,7 @@
 #include "bench/Measure.h"
 #include "platform/pages/PdfFile.h"
 #include "print/pages/PageWriter.h"
-#include "print/pages/PrinterPages.h"
+#include "print/pages/PageWriters.h"
 
 #include <QBuffer>
 #include <QFile>

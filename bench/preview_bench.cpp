@@ -2,6 +2,7 @@
 // that the kept pages take above the empty program.
 #include "base/windows/Look.h"
 #include "bench/Measure.h"
+#include "print/pages/PageWriters.h"
 #include "print/windows/PageView.h"
 #include "print/windows/WindowPreviews.h"
 #include "print/windows/frmPrintPreview.h"
@@ -20,10 +21,6 @@ using namespace velmora;
 using namespace velmora::print;
 
 namespace {
-
-class NoPrinter : public PageWriterFactory {
-    std::unique_ptr<ReportWriter> MakeWriter(JobState&) override { return nullptr; }
-};
 
 // The memory that belongs to this program alone.
 double PrivateMegabytes() {
@@ -59,15 +56,16 @@ int main(int argc, char** argv) {
     fakes::TestProgram fakes;
     FakePagePrinter printer;
     WindowPreviews previews(fakes.program.services(), printer);
-    NoPrinter noPrinter;
-    PreviewPages previewPages(fakes.program.services(), previews, noPrinter, {});
+    FakeQueue queue;
+    PageOutput output(fakes.printers, queue, queue);
+    PageWriters pages(fakes.program.services(), output, previews, {});
     fakes.printers.page = {12240, 15840, 360, 360, 11520, 15120, 2.4};
     const auto report = [&] {
         auto state = std::make_unique<JobState>();
         constexpr int fifth = 2304;
         state->TabStops = {fifth, 2 * fifth, 3 * fifth, 4 * fifth};
         state->PreviewMode = true;
-        auto writer = previewPages.MakeWriter(*state);
+        auto writer = pages.MakeWriter(*state);
         for (int page = 0; page < 255; ++page) {
             if (page > 0) {
                 writer->NewPage();

@@ -17,17 +17,16 @@ constexpr QStringView overlaps = u"{Reservation.End} > Date(%1) And {Reservation
 constexpr QStringView notPermanent = u" and {Reservation.Permanent} = No";
 
 constexpr std::array layoutChoices = std::to_array<LayoutChoice>({
-    {1, u"&Work Requests", u"work-requests", u"WorkOrd.rpx",
-     u"{WorkOrder.Requested} >= Date(%1) And {WorkOrder.Requested} < Date(%2)", u" and {WorkOrder.Completed} = No",
-     false},
-    {2, u"Se&tup", u"setup", u"Setup.rpx", starts, u" and {Reservation.SLockStart} = No", true},
-    {3, u"Ta&kedown", u"takedown", u"Takedown.rpx", ends, u" and {Reservation.SLockEnd} = No", true},
-    {4, u"&Phone Conect", u"phone-connect", u"Connect.rpx", starts, u" and {Reservation.TLockStart} = No", true},
-    {5, u"Phone &Disconnect", u"phone-disconnect", u"Disconn.rpx", ends, u" and {Reservation.TLockEnd} = No", true},
-    {6, u"&Occupant", u"occupant", u"Occupant.rpt", overlaps, notPermanent, true},
-    {7, u"Re&minder", u"reminder", u"Reminder.rpx", u"{Reservation.End} > Date(%1) And {Reservation.End} < Date(%2)",
-     notPermanent, true},
-    {9, u"D&irectory", u"directory", u"Directry.rpx", overlaps, u"", false},
+    {1, u"&Work Requests", u"WorkOrd.rpx", u"{WorkOrder.Requested} >= Date(%1) And {WorkOrder.Requested} < Date(%2)",
+     u" and {WorkOrder.Completed} = No", false},
+    {2, u"Se&tup", u"Setup.rpx", starts, u" and {Reservation.SLockStart} = No", true},
+    {3, u"Ta&kedown", u"Takedown.rpx", ends, u" and {Reservation.SLockEnd} = No", true},
+    {4, u"&Phone Conect", u"Connect.rpx", starts, u" and {Reservation.TLockStart} = No", true},
+    {5, u"Phone &Disconnect", u"Disconn.rpx", ends, u" and {Reservation.TLockEnd} = No", true},
+    {6, u"&Occupant", u"Occupant.rpt", overlaps, notPermanent, true},
+    {7, u"Re&minder", u"Reminder.rpx", u"{Reservation.End} > Date(%1) And {Reservation.End} < Date(%2)", notPermanent,
+     true},
+    {9, u"D&irectory", u"Directry.rpx", overlaps, u"", false},
 });
 
 // The arguments of Date: 2026,03,10.

@@ -16,8 +16,6 @@ struct LayoutChoice {
     qint16 index;
     // With the mark of its mnemonic.
     QStringView caption;
-    // On command lines.
-    QStringView name;
     // The layout file's name in the data directory.
     QStringView file;
     // What its formula is put together from: the range, of which %1 and %2 are the arguments of the two dates, and what

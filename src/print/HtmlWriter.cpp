@@ -1,12 +1,22 @@
 #include "print/HtmlWriter.h"
 
-#include "print/HtmlWrapper.h"
+#include "data/Configuration.h"
+#include "data/Helpers.h"
 
 #include <algorithm>
 
 namespace velmora::print {
 
 namespace {
+
+// What a site puts before and behind every HTML report, byte for byte; empty when there is no such file.
+QByteArray ReadHtmlHeader() {
+    return ReadFileBytes(DataDirectory() + QStringLiteral("\\htmlpre.txt"));
+}
+
+QByteArray ReadHtmlFooter() {
+    return ReadFileBytes(DataDirectory() + QStringLiteral("\\htmlpost.txt"));
+}
 
 const char* NameOf(Alignment alignment) {
     switch (alignment) {

@@ -4,9 +4,9 @@
 
 namespace velmora::print {
 
-// HTML markup between the site's own two wrapper files. Consecutive rows share one table, which ends where anything
-// else begins; a table still open at the end of the report stays so. Tables of records stand on lines of their own and
-// are always closed.
+// HTML markup between the site's own two wrapper files, "htmlpre.txt" and "htmlpost.txt" of the data directory.
+// Consecutive rows share one table, which ends where anything else begins; a table still open at the end of the report
+// stays so. Tables of records stand on lines of their own and are always closed.
 class HtmlWriter : public PagelessWriter {
 public:
     using PagelessWriter::PagelessWriter;

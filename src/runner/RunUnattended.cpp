@@ -2,7 +2,7 @@
 
 #include "ops/SmtpMail.h"
 #include "print/ReadPrintAttributes.h"
-#include "print/pages/PrinterPages.h"
+#include "print/pages/PageWriters.h"
 #include "runner/OutputDelivery.h"
 #include "runner/RunRequest.h"
 
@@ -24,7 +24,7 @@ bool RunUnattended(const Program& program, engine::Database& database, ReportPri
     SmtpMailSession session(program.services());
     OutputDelivery files(delivery.file, session, delivery.recipients);
     print::PageOutput output(printers, printers, files);
-    print::PrinterPages pages(printers, output, program.Title());
+    print::PageWriters pages(printers, output, program.Title());
     const print::PrintServices services{program.services(), files, [&] { return print::ReadPrintAttributes(database); },
                                         &pages};
     print::PrintJob job(services);

@@ -4,8 +4,7 @@
 #include "layouts/LayoutRunner.h"
 #include "layouts/RunCrystalReport.h"
 #include "layouts/file/LayoutFile.h"
-#include "print/pages/PreviewPages.h"
-#include "print/pages/PrinterPages.h"
+#include "print/pages/PageWriters.h"
 #include "tests/data/RawStore.h"
 #include "tests/desk/TestSite.h"
 #include "tests/support/Fakes.h"
@@ -115,8 +114,7 @@ protected:
     KeepingPrinter printer_;
     print::PageOutput output_{fakes_.printers, printer_, delivery_};
     KeptPreviews previews_;
-    print::PrinterPages printerPages_{fakes_.printers, output_, u"Desk"_s};
-    print::PreviewPages pages_{TheServices(), previews_, printerPages_, u"Desk"_s};
+    print::PageWriters pages_{TheServices(), output_, previews_, u"Desk"_s};
 };
 
 } // namespace velmora::layouts

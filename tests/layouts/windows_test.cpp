@@ -44,7 +44,7 @@ protected:
     LayoutRequest request_;
     ReportRun run_;
     print::WindowPreviews windows_{TheServices(), output_};
-    print::PreviewPages windowPages_{TheServices(), windows_, printerPages_, fakes_.program.Title()};
+    print::PageWriters windowPages_{TheServices(), output_, windows_, fakes_.program.Title()};
 };
 
 TEST_F(LayoutWindowsTest, EachRunOpensAWindowThatPrintsOnItsOwnPaper) {

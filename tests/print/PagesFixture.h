@@ -1,7 +1,7 @@
 #pragma once
 
 #include "print/pages/PageWriter.h"
-#include "print/pages/PrinterPages.h"
+#include "print/pages/PageWriters.h"
 #include "tests/print/PrintFixture.h"
 
 namespace velmora::print {

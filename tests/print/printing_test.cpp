@@ -48,7 +48,7 @@ protected:
     FakeQueues::Record record_;
     SystemPrinters printers_{std::make_unique<FakeQueues>(record_), QLocale(QLocale::English, QLocale::UnitedStates)};
     PageOutput output_{printers_, printers_, delivery_};
-    PrinterPages pages_{printers_, output_, u"Desk"_s};
+    PageWriters pages_{printers_, output_, u"Desk"_s};
     PrintJob job_{{fakes_.program.services(), delivery_, [this] { return attributes_; }, &pages_}};
 };
 
@@ -140,7 +140,7 @@ TEST(PrintServer, QueuesPrintWhatTheyAreSentAndFailuresAreTold) {
     FakeDelivery delivery;
     SystemPrinters printers(std::make_unique<CupsQueues>(), QLocale(QLocale::German));
     PageOutput output(printers, printers, delivery);
-    PrinterPages pages(printers, output, u"Desk"_s);
+    PageWriters pages(printers, output, u"Desk"_s);
     PrintJob job({fakes.program.services(), delivery, [] { return std::vector<PrintAttribute>(); }, &pages});
     const auto print = [&] {
         job.BeginReport();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Error.h"
+#include "platform/printers/DocumentPrinter.h"
 #include "print/PrintJob.h"
 #include "print/pages/PagePrinter.h"
 #include "print/pages/PageWriter.h"
@@ -33,6 +34,15 @@ public:
     // Whoever is asked for the file to print into names none.
     bool cancelled = false;
     std::vector<pages::Document> printed;
+};
+
+// Where reports end that are printed and not shown.
+class FakeQueue : public printers::DocumentPrinter, public DocumentSink {
+public:
+    void Print(const QString&, const printers::QueueJob&) override { ++jobs; }
+    void SendMail(const QByteArray&) override {}
+    bool SaveFile(const QByteArray&, ReportFileKind) override { return true; }
+    int jobs = 0;
 };
 
 // A report laid out by the engine itself. `layout` writes it; pages break where it says so.

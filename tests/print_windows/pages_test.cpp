@@ -3,7 +3,7 @@
 
 #include "platform/pages/PageSearch.h"
 #include "print/PrintStyles.h"
-#include "print/pages/PreviewPages.h"
+#include "print/pages/PageWriters.h"
 #include "tests/print_windows/PreviewReports.h"
 
 #include <limits>
@@ -21,27 +21,21 @@ public:
 
 const pages::FontSpec font{u"Liberation Sans"_s, 10, false, false, false, false};
 
-class PrinterFactory : public PageWriterFactory {
-public:
-    std::unique_ptr<ReportWriter> MakeWriter(JobState&) override {
-        ++calls;
-        return nullptr;
-    }
-    int calls = 0;
-};
-
-TEST(PreviewPages, Refuses256thPageInABoxOnceAndThenInTheStatusLine) {
+TEST(PageWriters, Refuses256thPageInABoxOnceAndThenInTheStatusLine) {
     fakes::TestProgram fakes;
     fakes.dialogs.answers = {Answer::Ok};
     KeepingWindows windows;
     fakes.printers.page = {12240, 15840, 360, 360, 11520, 15120, 2.4};
-    PrinterFactory printer;
-    PreviewPages previewPages(fakes.program.services(), windows, printer, u"x"_s);
+    FakeQueue queue;
+    PageOutput output(fakes.printers, queue, queue);
+    PageWriters pageWriters(fakes.program.services(), output, windows, u"x"_s);
     JobState state;
-    previewPages.MakeWriter(state);
-    EXPECT_EQ(printer.calls, 1) << "without preview mode it is the printer's";
+    const auto printed = pageWriters.MakeWriter(state);
+    printed->PrintParagraph("on paper");
+    printed->Deliver();
+    EXPECT_EQ(queue.jobs, 1) << "without preview mode it is the printer's";
     state.PreviewMode = true;
-    const auto writer = previewPages.MakeWriter(state);
+    const auto writer = pageWriters.MakeWriter(state);
     EXPECT_EQ(writer->DeviceWidth(), 11520) << "as wide as the printer prints";
     for (int page = 1; page < 255; ++page) {
         writer->NewPage();

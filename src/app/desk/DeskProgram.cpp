@@ -29,13 +29,11 @@ DeskProgram::DeskProgram(const QString& startupArgument)
                 QCoreApplication::applicationFilePath(), startupArgument, locale_},
                u"Service Administration"_s),
       installer_(program_), delivery_(program_.services()), output_(printers_, printers_, delivery_),
-      printerPages_(printers_, output_, program_.Title()), previews_(program_.services(), output_),
-      previewPages_(program_.services(), previews_, printerPages_, program_.Title()), job_(JobServices()),
-      notesJob_(JobServices()), help_([this] { return HelpTopic(); }) {}
+      previews_(program_.services(), output_), pages_(program_.services(), output_, previews_, program_.Title()),
+      job_(JobServices()), notesJob_(JobServices()), help_([this] { return HelpTopic(); }) {}
 
 print::PrintServices DeskProgram::JobServices() {
-    return {program_.services(), delivery_, [] { return print::ReadPrintAttributes(OpenedDatabase()); },
-            &previewPages_};
+    return {program_.services(), delivery_, [] { return print::ReadPrintAttributes(OpenedDatabase()); }, &pages_};
 }
 
 void DeskProgram::Start() {

@@ -13,7 +13,7 @@
 #include "platform/SystemClock.h"
 #include "platform/printers/SystemPrinters.h"
 #include "print/DialogDelivery.h"
-#include "print/pages/PrinterPages.h"
+#include "print/pages/PageWriters.h"
 #include "print/windows/WindowPreviews.h"
 
 namespace velmora::desk {
@@ -56,9 +56,8 @@ private:
     ProgramInstaller installer_;
     print::DialogDelivery delivery_;
     print::PageOutput output_;
-    print::PrinterPages printerPages_;
     print::WindowPreviews previews_;
-    print::PreviewPages previewPages_;
+    print::PageWriters pages_;
     print::PrintJob job_;
     print::PrintJob notesJob_;
     HelpKey help_;

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/Program.h"
 #include "print/pages/PagePrinter.h"
-#include "print/pages/PreviewPages.h"
+#include "print/pages/PreviewWindows.h"
 
 namespace velmora::print {
 

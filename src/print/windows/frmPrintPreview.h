@@ -2,7 +2,7 @@
 
 #include "base/Program.h"
 #include "print/pages/PagePrinter.h"
-#include "print/pages/PreviewPages.h"
+#include "print/pages/PreviewWindows.h"
 
 #include <QWidget>
 
