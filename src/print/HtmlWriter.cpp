@@ -163,8 +163,8 @@ void HtmlWriter::CloseRecords() {
     tableIsOpen_ = false;
 }
 
-void HtmlWriter::BeginRecords(RecordForm form) {
-    form_ = std::move(form);
+void HtmlWriter::BeginRecords(const RecordForm& form) {
+    form_ = form;
     AppendLines("<h1>", form_.title, "</h1>\r\n");
     AppendBlock("<p>", form_.subtitle, "</p>\r\n");
 }

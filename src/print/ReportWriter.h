@@ -84,7 +84,7 @@ public:
     virtual void PrintTableRow(std::span<const Text> /*cells*/, RowStyle /*style*/) {}
 
     // Records in groups, with a title and a closing line: a document of its own, from BeginRecords to EndRecords.
-    virtual void BeginRecords(RecordForm /*form*/) {}
+    virtual void BeginRecords(const RecordForm& /*form*/) {}
     // `level` counts from the outermost group; groups below it have ended.
     virtual void BeginGroup(size_t /*level*/, const QString& /*heading*/) {}
     virtual void PrintRecord(const Record& /*record*/) {}

@@ -92,8 +92,8 @@ void TextWriter::PrintTableRow(std::span<const Text> cells, RowStyle style) {
     ReportText().append(lineEnd);
 }
 
-void TextWriter::BeginRecords(RecordForm form) {
-    form_ = std::move(form);
+void TextWriter::BeginRecords(const RecordForm& form) {
+    form_ = form;
     AppendLine(form_.title);
     PrintParagraph(form_.subtitle);
     AppendRule('=');

@@ -370,6 +370,9 @@ TEST_F(NotesGridTest, KeysAndTheCaptionMoveAndSelect) {
     hand.Key(Qt::Key_Tab);
     EXPECT_EQ(hand.Row(), 2);
     EXPECT_EQ(hand.Column(), Name);
+    // With Ctrl it leaves the grid.
+    hand.Key(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_FALSE(hand.grid.isAncestorOf(QApplication::focusWidget()));
 }
 
 TEST_F(NotesGridTest, BothDesksChangesOfARowAreKeptAndConflictsAreAsked) {

@@ -48,9 +48,9 @@ void PageWriter::Name(const QString& title) {
     }
 }
 
-void PageWriter::BeginRecords(RecordForm form) {
+void PageWriter::BeginRecords(const RecordForm& form) {
     Name(form.title);
-    records_ = std::make_unique<PageRecords>(surface_, std::move(form));
+    records_ = std::make_unique<PageRecords>(surface_, form);
 }
 
 void PageWriter::BeginGroup(size_t level, const QString& heading) {

@@ -45,7 +45,7 @@ public:
     void PrintParagraph(Text text) override;
     void PrintPairs(std::span<const LabelValue> pairs, PairWidth width) override;
     void PrintTableRow(std::span<const Text> cells, RowStyle style) override;
-    void BeginRecords(RecordForm form) override;
+    void BeginRecords(const RecordForm& form) override;
     void BeginGroup(size_t level, const QString& heading) override;
     void PrintRecord(const Record& record) override;
     void EndGroup(size_t level, const QString& footer) override;
