@@ -59,7 +59,9 @@ public:
 
 private:
     void ChooseIndex(const char* name, const QStringList& names, int&, bool, const char* help) override {
-        AddText(name, help, names.join(u'|').toStdString());
+        QStringList offered = names;
+        offered.removeAll(u"preview"_s); // only the desk has a window for it
+        AddText(name, help, offered.join(u'|').toStdString());
     }
     void AddText(const char* name, const char* help, const std::string& type) {
         AddValue(name, help, type, [](const QString& text) { return QJsonValue(text); });
