@@ -4,9 +4,9 @@
 // there already, made for the day in the second argument.
 #include "bench/BareStore.h"
 #include "bench/BenchDesk.h"
-#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "reports/DailyReport.h"
+#include "site/Site.h"
 
 #include <QTemporaryDir>
 

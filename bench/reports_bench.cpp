@@ -5,11 +5,11 @@
 // there already, made for the day below. The folder is not changed.
 #include "bench/BareReports.h"
 #include "bench/BenchDesk.h"
-#include "site/Site.h"
 #include "demo/CreateDemoSite.h"
 #include "reports/ExceptionReport.h"
 #include "reports/OccupancyReport.h"
 #include "reports/UsageReport.h"
+#include "site/Site.h"
 
 #include <QDir>
 #include <QFile>

@@ -6,7 +6,6 @@
 namespace velmora::layouts {
 namespace {
 
-
 class FuzzTest : public LayoutFixture {
 protected:
     size_t Below(size_t limit) { return std::uniform_int_distribution<size_t>(0, limit - 1)(random_); }
