@@ -124,11 +124,13 @@ public:
     virtual void Edit() = 0;
     virtual void AddNew() = 0;
     virtual void Set(std::string_view utf8Name, const Value& value) = 0;
-    // Writes only the fields that changed, and only if they still hold what this set last read; then shows what the
-    // database holds. Throws RecordChanged, RecordDeleted, DuplicateKey, RecordLocked, TypeMismatch; the edit then
+    // Writes only the fields that changed, and only if they still hold what this set last read; then shows what was
+    // written. What other users changed in the other fields, and fields that are worked out, show with the next move
+    // onto the record. Throws RecordChanged, RecordDeleted, DuplicateKey, RecordLocked, TypeMismatch; the edit then
     // stays pending. After an addition the current record is the one that was current before, and the new record is
     // part of the set (its last).
     virtual void Update() = 0;
+    // Gives up the edit, and reads the record again; or gives up the addition.
     virtual void CancelUpdate() = 0;
     // Deletes the current record; it stays current, without fields, until the next move.
     virtual void Delete() = 0;
