@@ -21,7 +21,7 @@ using namespace velmora::bench;
 
 namespace {
 
-constexpr double limit = 2.0;
+constexpr double limit = 1.6;
 constexpr int rounds = 15;
 
 // The report's queries as a program would prepare them by hand.

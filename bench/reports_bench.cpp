@@ -23,7 +23,7 @@ using namespace velmora::bench;
 
 namespace {
 
-constexpr double bareLimit = 2.0;
+constexpr double bareLimit = 1.3;
 constexpr double historyLimit = 1.3;
 constexpr double pastLimit = 1.0;
 constexpr int rounds = 9;
