@@ -62,7 +62,6 @@ private:
     ConsoleProgress progress_;
     ConsoleMail mail_;
     ConsoleWindows windows_;
-    ConsoleProcess process_;
     NativeUserSettings settings_;
     NoErrors errors_;
     NoLog log_;
@@ -74,7 +73,6 @@ private:
                               mail_,
                               errors_,
                               windows_,
-                              process_,
                               settings_,
                               log_,
                               {},

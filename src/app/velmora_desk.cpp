@@ -8,7 +8,26 @@
 
 #include <QApplication>
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace {
+
+// Ends the process when a handler throws StopProgram, once what the handler did itself is left. Below the handler there
+// may stand a report, a question and the toolkit's event loops. None of them can go on without windows and database, and
+// no exception may pass through an event loop. The one who threw has unloaded the windows and closed the database.
+class DeskApplication : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const velmora::StopProgram& stop) {
+            std::fflush(nullptr);
+            std::_Exit(stop.exitCode);
+        }
+    }
+};
 
 // What the user has chosen, else as the desktop is; some desktops do not tell.
 velmora::Shade ChosenShade(const QApplication& application) {
@@ -32,11 +51,15 @@ int main(int argc, char** argv) {
         words += QString::fromLocal8Bit(argv[i]);
     }
     int ownName = 1;
-    QApplication application(ownName, argv);
+    DeskApplication application(ownName, argv);
     QApplication::setApplicationName(QStringLiteral("velmora-desk"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
     velmora::ApplyLook(application, ChosenShade(application));
     velmora::desk::DeskProgram desk(words.join(u' '));
-    desk.Start();
+    try {
+        desk.Start();
+    } catch (const velmora::StopProgram& stop) {
+        return stop.exitCode;
+    }
     return QApplication::exec();
 }

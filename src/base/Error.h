@@ -46,9 +46,9 @@ inline Error ProgramError(ErrorNumber number, QString description) {
 // The error that is being handled, whatever its type; call it only inside a catch block.
 Error CurrentError();
 
-// Ends the program with an exit code once every frame on the stack has been left in order. Thrown by Process::End
-// of programs without an event loop; nothing but their main() catches it.
-struct ProgramEnd {
+// Thrown to end the program with an exit code. No Error and no std::exception, so that nothing that handles failures
+// holds it up: only the programs themselves catch it.
+struct StopProgram {
     int exitCode = 0;
 };
 

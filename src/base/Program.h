@@ -9,7 +9,6 @@
 #include "base/services/Mail.h"
 #include "base/services/OpenWindows.h"
 #include "base/services/Printers.h"
-#include "base/services/Process.h"
 #include "base/services/ProgressWindow.h"
 #include "base/services/UserSettings.h"
 
@@ -30,7 +29,6 @@ struct Services {
     MailWindow& mail;
     ErrorReporter& errors;
     OpenWindows& windows;
-    Process& process;
     UserSettings& userSettings;
     Log& log;
     // The program's place in the file system, native form: the executable with its folder.

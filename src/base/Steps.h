@@ -15,7 +15,7 @@ namespace velmora {
 //     steps.Step(u"Opening Assets"_s, [&] { rows = database.OpenRecordset(text); });
 //
 // A failure is caught and reported with the step's task text. Retry runs the step again from its beginning, so a
-// step must restart cleanly; Ignore goes on behind it; Abort ends the program inside the reporter.
+// step must restart cleanly; Ignore goes on behind it; Abort ends the program: the reporter throws StopProgram.
 class Steps {
 public:
     // `emptyTask` is what the report says of a step without a task text.

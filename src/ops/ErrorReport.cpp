@@ -38,7 +38,7 @@ Answer ErrorReport::Report(const Error& error, const FailurePlace& place) {
     program.Part<LastError>().answer = answer;
     if (answer == Answer::Abort) {
         ExitProgram();
-        program.services().process.End(1);
+        throw StopProgram{1};
     }
     ShowStatus(QString());
     return answer;

@@ -19,14 +19,15 @@ private:
     Log& log_;
 };
 
-// Shows the error report of the current program and keeps the answer. Returns Retry or Ignore; Abort ends the program.
+// Shows the error report of the current program and keeps the answer. Returns Retry or Ignore; on Abort it exits the
+// program in order and throws StopProgram.
 Answer ReportError(const Error& error, const FailurePlace& place = {});
 
 // The button chosen in the last error report; Ignore before the first one.
 Answer LastErrorAnswer();
 
 // Unloads every window, the last opened first, and closes the shared database. Failures are passed over. The caller
-// then ends the process.
+// then throws StopProgram.
 void ExitProgram() noexcept;
 
 // Shows or hides the progress window. An empty text hides it.

@@ -35,7 +35,7 @@ void ReleaseDatabase() {
 
 [[noreturn]] void EndInOrder() {
     ExitProgram();
-    CurrentProgram().services().process.End(0);
+    throw StopProgram{0};
 }
 
 // A minute that cannot be read is reported once; the program then runs without a shutdown.

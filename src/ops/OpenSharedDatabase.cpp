@@ -12,10 +12,10 @@ namespace {
 using engine::EngineError;
 using engine::EngineErrorNumber;
 
-// Ends the process without the orderly exit: nothing was opened yet but the start-up window.
+// Ends the program without the orderly exit: nothing was opened yet but the start-up window.
 [[noreturn]] void EndAtStart() {
     CurrentProgram().services().windows.UnloadStartup();
-    CurrentProgram().services().process.End(1);
+    throw StopProgram{1};
 }
 
 void Tell(const QString& text) {
@@ -43,7 +43,7 @@ void OfferRepair(const Site& site) {
     } catch (const Error& error) {
         services.log.Write(error.Description());
         Tell(site.Location() + QStringLiteral(" could not be repaired."));
-        services.process.End(1);
+        throw StopProgram{1};
     }
 }
 

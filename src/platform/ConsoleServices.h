@@ -46,10 +46,4 @@ public:
     void UnloadStartup() override {}
 };
 
-// Ends the program by leaving every frame up to main().
-class ConsoleProcess : public Process {
-public:
-    [[noreturn]] void EndNow(int exitCode) override { throw ProgramEnd{exitCode}; }
-};
-
 } // namespace velmora

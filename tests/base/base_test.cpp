@@ -183,7 +183,7 @@ TEST(StepsTest, RetryRunsTheStepAgainIgnoreGoesOn) {
 TEST(StepsTest, TheEndOfTheProgramPassesThrough) {
     fakes::FakeErrorReporter errors;
     Steps steps(errors, u"M"_s, u"P"_s);
-    EXPECT_THROW(steps.Step(u"T"_s, [] { throw ProgramEnd{1}; }), ProgramEnd);
+    EXPECT_THROW(steps.Step(u"T"_s, [] { throw StopProgram{1}; }), StopProgram);
     EXPECT_TRUE(errors.reports.empty());
 }
 

@@ -226,11 +226,11 @@ TEST_F(DeskWindowTest, PrinterChoicesAreKeptAndTakeEffectOnLeavingThePage) {
 TEST_F(DeskWindowTest, EndsInOrderByItsButtonAndByItsFrame) {
     // Signal and event are given directly: the end of the program must not pass through frames of the toolkit that
     // hold something.
-    EXPECT_THROW(Q_EMIT Child<QPushButton>(u"cmdClose"_s).clicked(), ProgramEnd);
+    EXPECT_THROW(Q_EMIT Child<QPushButton>(u"cmdClose"_s).clicked(), StopProgram);
     EXPECT_EQ(fakes_.windows.calls, QStringList{u"all"_s});
     EXPECT_EQ(fakes_.program.Part<SharedDatabase>().database, nullptr);
     QCloseEvent close;
-    EXPECT_THROW(QApplication::sendEvent(window_.get(), &close), ProgramEnd);
+    EXPECT_THROW(QApplication::sendEvent(window_.get(), &close), StopProgram);
 }
 
 TEST_F(DeskWindowTest, WindowsAreUnloadedLastOpenedFirst) {
@@ -277,13 +277,13 @@ TEST_F(DeskWindowTest, TheStartUpWindowLoadsAndShowsTheMainWindow) {
     // A main window that could not be loaded is not shown.
     fakes_.errors.answers = {Answer::Ignore};
     EXPECT_THROW(intro.Form_Load([] { throw ProgramError(ErrorNumber::Unavailable, u"no list"_s); }, [] { FAIL(); }),
-                 ProgramEnd);
+                 StopProgram);
     EXPECT_EQ(fakes_.errors.reports.at(0).place.module, u"Intro Form"_s);
     // A hold ends the program before anything is loaded.
     QFile hold(folder_.filePath(u"HOLD.TXT"_s));
     ASSERT_TRUE(hold.open(QIODevice::WriteOnly));
     hold.close();
-    EXPECT_THROW(intro.Form_Load([] { FAIL(); }, [] { FAIL(); }), ProgramEnd);
+    EXPECT_THROW(intro.Form_Load([] { FAIL(); }, [] { FAIL(); }), StopProgram);
 }
 
 TEST_F(DeskWindowTest, F1OpensTheHelpAtThePageInUse) {

@@ -74,7 +74,7 @@ TEST_F(OpsTest, AbortUnloadsWindowsClosesTheDatabaseAndEnds) {
     // A report that is aborted still holds its rows while the program ends around it.
     const auto rows = OpenedDatabase().OpenRecordset(u"StoredQuery");
     dialogs_.answers = {Answer::Abort};
-    EXPECT_THROW(ReportError(ProgramError(ErrorNumber::DiskFull, u"Disk full"_s)), ProgramEnd);
+    EXPECT_THROW(ReportError(ProgramError(ErrorNumber::DiskFull, u"Disk full"_s)), StopProgram);
     EXPECT_EQ(test_.windows.calls, QStringList{u"all"_s});
     EXPECT_THROW(OpenedDatabase(), Error);
 }
@@ -95,7 +95,7 @@ TEST_F(OpsTest, AMissingDatabaseGoesToTheErrorReport) {
     try {
         OpenSharedDatabase();
         FAIL() << "opened a database that is not there";
-    } catch (const ProgramEnd&) {
+    } catch (const StopProgram&) {
         EXPECT_EQ(dialogs_.messages.size(), 2U) << "Retry opens again";
         EXPECT_TRUE(dialogs_.messages[0].text.endsWith(u"\r\nModule = 3024"_s));
         EXPECT_EQ(test_.windows.calls, QStringList{u"startup"_s});
@@ -123,9 +123,9 @@ TEST_F(OpsTest, ADamagedDatabaseIsLeftAloneWithoutConsentOrInUse) {
     const QByteArray damaged = Get(u"Velmora.MDB"_s);
 
     test_.dialogs.answers = {Answer::No};
-    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    EXPECT_THROW(OpenSharedDatabase(), StopProgram);
     test_.dialogs.answers = {Answer::Yes, Answer::Ok};
-    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    EXPECT_THROW(OpenSharedDatabase(), StopProgram);
     EXPECT_EQ(test_.dialogs.messages.back().text,
               Path(u"Velmora.MDB"_s) + u"Appears to be open by other users, cannot repair"_s);
     EXPECT_EQ(Get(u"Velmora.MDB"_s), damaged);
@@ -136,7 +136,7 @@ TEST_F(OpsTest, ANewerDatabaseIsRefusedWithoutAnOfferToRepairIt) {
     MakeSite();
     Site(folder_.path()).Open()->Execute(u"UPDATE SiteProperty SET [Value] = \"9\" WHERE Name = \"SchemaVersion\"");
     dialogs_.answers = {Answer::Ignore};
-    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    EXPECT_THROW(OpenSharedDatabase(), StopProgram);
     EXPECT_TRUE(dialogs_.messages.at(0).text.contains(u"version 9")) << dialogs_.messages.at(0).text.toStdString();
     EXPECT_TRUE(test_.dialogs.messages.empty());
 }
@@ -144,7 +144,7 @@ TEST_F(OpsTest, ANewerDatabaseIsRefusedWithoutAnOfferToRepairIt) {
 TEST_F(OpsTest, AFileThatCannotBeRepairedEndsTheProgram) {
     Put(u"Velmora.MDB"_s, "Dear colleagues, this is no database at all.");
     test_.dialogs.answers = {Answer::Yes, Answer::Ok};
-    EXPECT_THROW(OpenSharedDatabase(), ProgramEnd);
+    EXPECT_THROW(OpenSharedDatabase(), StopProgram);
     EXPECT_EQ(test_.dialogs.messages.back().text, Path(u"Velmora.MDB"_s) + u" could not be repaired."_s);
     EXPECT_TRUE(Get(u"Velmora.MDB"_s).startsWith("Dear colleagues"));
 }
@@ -196,7 +196,7 @@ protected:
     QString Status() const { return test_.progress.shown.empty() ? u"none"_s : test_.progress.shown.back().first; }
     bool IsOpen() { return test_.program.Part<SharedDatabase>().database != nullptr; }
     void ExpectToEnd(std::chrono::milliseconds least, std::chrono::milliseconds most) {
-        EXPECT_THROW(CheckHold(), ProgramEnd);
+        EXPECT_THROW(CheckHold(), StopProgram);
         EXPECT_GE(test_.eventLoop.waited, least);
         EXPECT_LE(test_.eventLoop.waited, most);
         EXPECT_EQ(test_.windows.calls, QStringList{u"all"_s});

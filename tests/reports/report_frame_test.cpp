@@ -131,7 +131,7 @@ TEST_F(RunTest, AnAbortedReportDeliversNothingAndReturnsTheWindowToIdle) {
     ReportContext context = Context();
     faulty_->failures[u"QReport3"_s] = 1;
     job_.SetOutputTarget(3);
-    EXPECT_THROW(PrintReport(context, request_), ProgramEnd);
+    EXPECT_THROW(PrintReport(context, request_), StopProgram);
     job_.EndReport();
     EXPECT_TRUE(delivery_.delivered.empty());
     ExpectIdle();

@@ -147,7 +147,7 @@ public:
         const Answer answer = answers.front();
         answers.pop_front();
         if (answer == Answer::Abort) {
-            throw ProgramEnd{1};
+            throw StopProgram{1};
         }
         return answer;
     }
@@ -160,11 +160,6 @@ public:
     void UnloadAll() override { calls.push_back(QStringLiteral("all")); }
     void UnloadStartup() override { calls.push_back(QStringLiteral("startup")); }
     QStringList calls;
-};
-
-class FakeProcess : public Process {
-public:
-    [[noreturn]] void EndNow(int exitCode) override { throw ProgramEnd{exitCode}; }
 };
 
 class FakeUserSettings : public UserSettings {
@@ -191,7 +186,7 @@ class TestProgram {
 public:
     explicit TestProgram(ErrorReporter* errorReporter = nullptr, const QString& startupArgument = {})
         : program(Services{dialogs, clock, eventLoop, printers, progress, mail,
-                           errorReporter != nullptr ? *errorReporter : errors, windows, process, userSettings, log,
+                           errorReporter != nullptr ? *errorReporter : errors, windows, userSettings, log,
                            QStringLiteral("/opt/velmora/bin/velmora-desk"), startupArgument, LocaleText(QLocale::c())},
                   QStringLiteral("Service Administration")),
           installer(program) {}
@@ -204,7 +199,6 @@ public:
     FakeMailWindow mail;
     FakeErrorReporter errors;
     FakeOpenWindows windows;
-    FakeProcess process;
     FakeUserSettings userSettings;
     FakeLog log;
     Program program;

@@ -10,22 +10,14 @@
 
 #include <QApplication>
 
-#include <cstdio>
-#include <cstdlib>
-
 namespace velmora::desk {
 
 using namespace Qt::StringLiterals;
 
-void DeskProcess::EndNow(int exitCode) {
-    std::fflush(nullptr);
-    std::_Exit(exitCode);
-}
-
 DeskProgram::DeskProgram(const QString& startupArgument)
     : locale_(QLocale::system()), log_(LogFile::DefaultPath(), clock_), errors_(dialogs_, log_),
       printers_(std::make_unique<printers::CupsQueues>(), locale_.Locale()),
-      program_({dialogs_, clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_, log_,
+      program_({dialogs_, clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, settings_, log_,
                 QCoreApplication::applicationFilePath(), startupArgument, locale_},
                u"Service Administration"_s),
       installer_(program_), delivery_(program_.services()), output_(printers_, printers_, delivery_),

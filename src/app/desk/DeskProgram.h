@@ -18,13 +18,6 @@
 
 namespace velmora::desk {
 
-// Ends the process where it stands: the program may be deep in a report, a question and the toolkit's event loop, none
-// of which can be left by returning.
-class DeskProcess : public Process {
-private:
-    [[noreturn]] void EndNow(int exitCode) override;
-};
-
 // The desk: its services, in the order in which they need each other, its print job and its main window. There is an
 // application before it is made.
 class DeskProgram {
@@ -32,7 +25,7 @@ public:
     // `startupArgument` is what follows the program's name on its command line.
     explicit DeskProgram(const QString& startupArgument);
 
-    // Shows the start-up window, then the main window. Ends the process when the program must not run.
+    // Shows the start-up window, then the main window. Throws StopProgram when the program must not run.
     void Start();
 
 private:
@@ -50,7 +43,6 @@ private:
     WindowProgress progress_;
     WindowMail mail_;
     DeskWindows windows_;
-    DeskProcess process_;
     NativeUserSettings settings_;
     Program program_;
     ProgramInstaller installer_;

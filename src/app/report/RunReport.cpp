@@ -48,7 +48,7 @@ public:
         : locale_(command.locale.value_or(LocaleText(QLocale::system()))), clock_(MakeClock(command)),
           log_(LogFile::DefaultPath(), systemClock_), printers_(command.delivery, locale_.Locale()),
           settings_(storedSettings_, command.delivery.leaderStyle),
-          program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, process_, settings_,
+          program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, settings_,
                     log_, executablePath, command.startupArgument, locale_},
                    u"Service Administration"_s),
           installer_(program_) {}
@@ -69,7 +69,6 @@ private:
     ConsoleProgress progress_;
     ConsoleMail mail_;
     ConsoleWindows windows_;
-    ConsoleProcess process_;
     NativeUserSettings storedSettings_;
     runner::DeliverySettings settings_;
     Program program_;
@@ -87,7 +86,7 @@ void OpenDatabase(Program& program) {
                  program.Title(), Buttons::Ok, Icon::Critical});
         }
         ReportError(error, {QString::number(error.Number()), {}, {}});
-        program.services().process.End(failed);
+        throw StopProgram{failed};
     }
 }
 
@@ -116,8 +115,8 @@ int RunReport(const Command& command, const QString& executablePath) {
     ConsoleProgram console(command, executablePath);
     try {
         return Run(command, console);
-    } catch (const ProgramEnd& end) {
-        return end.exitCode;
+    } catch (const StopProgram& stop) {
+        return stop.exitCode;
     } catch (const std::exception&) {
         console.Get().services().dialogs.ShowMessage(
             {CurrentError().Description(), u"velmora-report"_s, Buttons::Ok, Icon::Critical});

@@ -15,11 +15,11 @@ struct FailurePlace {
     std::optional<QString> task;
 };
 
-// Tells the person at the desk about a failure.
+// Reports failures to the person at the desk.
 class ErrorReporter {
 public:
     virtual ~ErrorReporter() = default;
-    // Returns Retry or Ignore; Abort ends the program and does not return.
+    // Returns Retry or Ignore; throws StopProgram on Abort.
     virtual Answer Report(const Error& error, const FailurePlace& place) = 0;
 };
 

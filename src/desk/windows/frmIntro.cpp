@@ -61,7 +61,7 @@ void frmIntro::Form_Load(const std::function<void()>& loadMain, const std::funct
     if (!steps.Step({}, loadMain)) {
         // There is nothing to show: the main window has neither its pages nor a database.
         ExitProgram();
-        program_.services().process.End(1);
+        throw StopProgram{1};
     }
     hide();
     showMain();

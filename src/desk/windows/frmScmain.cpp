@@ -337,7 +337,7 @@ void frmScmain::closeEvent(QCloseEvent* event) {
 
 void frmScmain::Form_QueryUnload() {
     ExitProgram();
-    services().process.End(0);
+    throw StopProgram{0};
 }
 
 QPushButton* frmScmain::ReturnButton() {
@@ -387,7 +387,7 @@ void frmScmain::cmdClose_Click() {
     }
     hide();
     ExitProgram();
-    services().process.End(0);
+    throw StopProgram{0};
 }
 
 void frmScmain::Timer1_Timer() {
