@@ -3,8 +3,7 @@
 #include "base/Program.h"
 #include "engine/Database.h"
 #include "layouts/ReportControl.h"
-#include "reports/ReportRun.h"
-#include "reports/Requests.h"
+#include "reports/ReportContext.h"
 
 namespace velmora::layouts {
 

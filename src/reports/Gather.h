@@ -1,42 +1,69 @@
 #pragma once
 
-#include "base/Steps.h"
 #include "engine/Database.h"
 #include "reports/ReportDays.h"
-#include "reports/TextPool.h"
 
+#include <QStringView>
+
+#include <algorithm>
 #include <functional>
+#include <memory>
+#include <memory_resource>
 #include <optional>
 #include <span>
 #include <vector>
 
 namespace velmora {
 
-// Runs reading that can fail. A reading that is tried again begins anew, so it must restart cleanly.
-class Attempt {
+// Keeps the texts of a report's rows, as UTF-8. Its views are good as long as the pool, also when it is moved.
+class TextPool {
 public:
-    // Failures are thrown.
-    Attempt() = default;
-    // Failures are reported.
-    explicit Attempt(Steps& steps) : steps_(&steps) {}
-
-    // False when the reading failed and the failure was ignored.
-    template <typename Reading>
-    bool operator()(Reading&& reading) const {
-        if (steps_ != nullptr) {
-            return steps_->Step({}, std::forward<Reading>(reading));
+    QUtf8StringView Keep(std::string_view text) {
+        if (text.empty()) {
+            return {};
         }
-        reading();
-        return true;
+        char* kept = static_cast<char*>(memory_->allocate(text.size(), 1));
+        std::copy(text.begin(), text.end(), kept);
+        return {kept, static_cast<qsizetype>(text.size())};
+    }
+    // The field as a person reads it; empty for an empty field.
+    QUtf8StringView Keep(const engine::Field& field) {
+        return field.StoredKind() == engine::Field::Kind::Text ? Keep(field.Utf8())
+                                                               : Keep(std::string_view(field.ToText().toUtf8()));
     }
 
 private:
-    Steps* steps_ = nullptr;
+    std::unique_ptr<std::pmr::monotonic_buffer_resource> memory_ =
+        std::make_unique<std::pmr::monotonic_buffer_resource>();
 };
+
+inline bool BeginsWith(QUtf8StringView text, const QString& beginning) {
+    const QByteArray bytes = beginning.toUtf8();
+    return QByteArrayView(text).startsWith(bytes);
+}
+
+// A field of the records that is a text of the row.
+template <typename Row>
+struct TextField {
+    const char* name;
+    QUtf8StringView Row::*text;
+};
+
+template <typename Row>
+void ReadTexts(const engine::Recordset& record, std::span<const TextField<Row>> fields, Row& row, TextPool& texts) {
+    for (const TextField<Row>& field : fields) {
+        row.*field.text = texts.Keep(record[field.name]);
+    }
+}
+
+// Runs a reading that can fail; false when it failed and the failure was ignored. A reading that is tried again begins
+// anew, so it must restart cleanly.
+using Attempt = std::function<bool(const std::function<void()>& reading)>;
 
 // What the rows of a report are gathered with.
 struct Gathering {
     engine::Database& database;
+    // Reports a failure to the user.
     Attempt attempt;
     // Called before each record with how many per cent of them were read. False when the user has cancelled.
     std::function<bool(double percent)> beforeRecord;
@@ -58,39 +85,48 @@ struct Gathered : GatheredRecords {
     std::vector<Row> rows;
 };
 
-// A field of the records that is a text of the row.
-template <typename Row>
-struct TextField {
-    const char* name;
-    QUtf8StringView Row::*text;
-};
-
-template <typename Row>
-void ReadTexts(const engine::Recordset& record, std::span<const TextField<Row>> fields, Row& row, TextPool& texts) {
-    for (const TextField<Row>& field : fields) {
-        row.*field.text = texts.Keep(record[field.name]);
-    }
-}
-
-// Gathers the rows of the records that `open` opens. `read` gives a record's row, none for one that the report leaves
-// out. What fails in it costs the row; what it does through the attempt it is given costs that much of the row alone.
+// Gathers the rows of records. `read` gives a record's row, none for one that the report leaves out; `complete` reads
+// what belongs to the row in other records. What fails in them costs the row; what `complete` does through the attempt
+// that it is given costs that much of the row alone.
 //
-// What belongs to the records is read some records ahead, under one read lock: on a file that several desks share,
-// taking the lock anew for every small record costs more than reading it. The lock is gone before `beforeRecord` lets
-// events through. Reading ahead fails silently: the record at fault is read again, alone, in its turn.
+// Records are read some ahead, under one read lock: on a file that several desks share, taking the lock anew for every
+// small record costs more than reading it. The lock is gone before `beforeRecord` lets events through. Reading ahead
+// fails silently: the record at fault is read again, alone, in its turn.
 template <typename Row>
 class RowGatherer {
 public:
     using Open = std::function<std::unique_ptr<engine::Recordset>()>;
-    using Read = std::function<std::optional<Row>(const engine::Recordset&, TextPool& texts, const Attempt& attempt)>;
+    using Read = std::function<std::optional<Row>(const engine::Recordset&, TextPool& texts)>;
+    using Complete = std::function<void(Row&, TextPool& texts, const Attempt& attempt)>;
 
-    RowGatherer(const Gathering& gathering, Read read) : gathering_(gathering), read_(std::move(read)) {}
+    // For one gathering.
+    RowGatherer(const Gathering& gathering, Read read, Complete complete = {})
+        : gathering_(gathering), read_(std::move(read)), complete_(std::move(complete)) {}
 
     Gathered<Row> Gather(const Open& open) {
         if (gathering_.attempt([&] { records_ = open(); })) {
             ReadAll();
         }
         return std::move(gathered_);
+    }
+
+    // The records of the stored query of that name over the days; without days the query lacks its parameters, which is
+    // reported as its failure. A first record is read at once: a site may have a query of its own, and what it lacks is
+    // reported once, not for each record.
+    Gathered<Row> GatherOverDays(QStringView query, const std::optional<ReportDays>& days) {
+        return Gather([&] {
+            const auto definition = gathering_.database.OpenQueryDef(query);
+            if (days) {
+                definition->SetParameter(u"RStart", StartOfDay(days->start));
+                definition->SetParameter(u"REnd", StartOfDay(days->end));
+            }
+            auto records = definition->OpenRecordset(engine::RecordsetKind::Snapshot);
+            if (!records->EndOfFile()) {
+                TextPool texts;
+                read_(*records, texts);
+            }
+            return records;
+        });
     }
 
 private:
@@ -123,7 +159,7 @@ private:
         }
         failed_ = false;
         std::optional<Row> row;
-        gathering_.attempt([&] { row = read_(*records_, gathered_.texts, gathering_.attempt); });
+        gathering_.attempt([&] { row = ReadRow(gathering_.attempt); });
         return row;
     }
 
@@ -131,10 +167,14 @@ private:
         ahead_.clear();
         next_ = 0;
         const engine::Bookmark current = records_->CurrentBookmark();
+        const Attempt throwing = [](const std::function<void()>& reading) {
+            reading();
+            return true;
+        };
         try {
             const engine::ReadScope scope(gathering_.database);
             for (; ahead_.size() < recordsAhead && !records_->EndOfFile(); records_->MoveNext()) {
-                ahead_.push_back(read_(*records_, gathered_.texts, Attempt()));
+                ahead_.push_back(ReadRow(throwing));
             }
         } catch (const std::exception&) {
             failed_ = true;
@@ -142,8 +182,17 @@ private:
         records_->GoTo(current);
     }
 
+    std::optional<Row> ReadRow(const Attempt& attempt) {
+        std::optional<Row> row = read_(*records_, gathered_.texts);
+        if (row && complete_) {
+            complete_(*row, gathered_.texts, attempt);
+        }
+        return row;
+    }
+
     const Gathering& gathering_;
     Read read_;
+    Complete complete_;
     Gathered<Row> gathered_;
     std::unique_ptr<engine::Recordset> records_;
     std::vector<std::optional<Row>> ahead_;
@@ -151,12 +200,5 @@ private:
     // The record behind those read ahead failed.
     bool failed_ = false;
 };
-
-// Opens the stored query of that name over the days, up to the first moment of `end`, and lets `readFields` read a
-// first record: a site may have a query of its own, and what it lacks is reported once, not for each record. Without
-// days the query lacks its parameters, which is an Error too.
-std::unique_ptr<engine::Recordset> OpenOverDays(engine::Database& database, QStringView query,
-                                                const std::optional<ReportDays>& days,
-                                                const std::function<void(const engine::Recordset&)>& readFields);
 
 } // namespace velmora

@@ -1,57 +1,65 @@
 #include "reports/OccupancyReport.h"
 
 #include "base/Translate.h"
-#include "reports/OccupancyRows.h"
+#include "data/AssetRules.h"
+#include "data/Helpers.h"
 #include "reports/ReportFrame.h"
-#include "reports/ReportTable.h"
 
 namespace velmora {
 
 using namespace Qt::StringLiterals;
+using engine::Recordset;
 
 namespace {
 
 using Row = OccupancyRow;
 
-void AppendLocation(QByteArray& cell, const Row& row, const LocaleText&) {
-    Append(cell, row.location);
-}
+// Of the query.
+constexpr TextField<Row> occupancyTexts[] = {
+    {"Name", &Row::location},
+    {"LastName", &Row::lastName},
+    {"FirstName", &Row::firstName},
+    {"Organization", &Row::organization},
+};
 
-void AppendPerson(QByteArray& cell, const Row& row, const LocaleText&) {
-    if (row.occupied) {
-        AppendPersonName(cell, row);
-    }
-}
+// The directory has them of its query, the occupants of the person.
+constexpr TextField<Row> phoneTexts[] = {
+    {"Phone", &Row::phone},
+    {"Extension", &Row::extension},
+};
 
 // "555-0101 ex. 101", with " ex. " also where a part is empty.
-void AppendPhone(QByteArray& cell, const Row& row, const LocaleText&) {
-    if (row.occupied && row.hasPhone) {
-        Append(cell, row.phone);
-        cell += " ex. ";
-        Append(cell, row.extension);
-    }
+QByteArray PhoneCell(const Row& row, const LocaleText&) {
+    return row.occupied && row.hasPhone ? (row.phone.toString() + u" ex. "_s + row.extension.toString()).toUtf8()
+                                        : QByteArray();
 }
 
-void AppendOrganization(QByteArray& cell, const Row& row, const LocaleText&) {
-    Append(cell, row.occupied ? row.organization : QUtf8StringView());
-}
-
-void AppendFromTo(QByteArray& cell, const Row& row, const LocaleText& locale) {
-    AppendPeriod(cell, row, locale);
-}
-
-constexpr Column<Row> occupantColumns[] = {
-    {"Location", AppendLocation},         {"Person", AppendPerson},    {"Phone", AppendPhone},
-    {"Organization", AppendOrganization}, {"From - To", AppendFromTo},
+constexpr OccupancyColumn occupantColumns[] = {
+    {"Location", LocationCell},         {"Person", PersonCell},    {"Phone", PhoneCell},
+    {"Organization", OrganizationCell}, {"From - To", PeriodCell},
 };
 
-constexpr Column<Row> directoryColumns[] = {
-    {"Name", AppendPerson},      {"Location", AppendLocation},
-    {"Phone", AppendPhone},      {"Organization", AppendOrganization},
-    {"From - To", AppendFromTo},
+constexpr OccupancyColumn directoryColumns[] = {
+    {"Name", PersonCell},      {"Location", LocationCell}, {"Phone", PhoneCell}, {"Organization", OrganizationCell},
+    {"From - To", PeriodCell},
 };
 
-// Prints one of the two lists. The printer is prepared when all is read: a list that is cancelled prints nothing.
+Row ReadRow(const Recordset& record, TextPool& texts) {
+    Row row;
+    ReadTexts<Row>(record, occupancyTexts, row, texts);
+    row.ReadPeriod(record);
+    row.permanent = record["Permanent"].ToBool();
+    return row;
+}
+
+// What leaves a record out of either list.
+bool LeavesOut(const OccupancyRequest& request, const QString& namePrefix, const Row& row,
+               const engine::Field& eventType) {
+    return eventType.Utf8() == "UNAVAILABLE" || (request.nonPermanent && row.permanent) ||
+           !BeginsWith(row.location, namePrefix);
+}
+
+// Prints one of the two lists. The printer is prepared when all is read.
 void PrintList(ReportContext& context, const OccupancyRequest& request, bool byLocation) {
     ReportFrame frame(context, byLocation ? u"Print Occupant Report"_s : u"Print Directory Report"_s);
     const Services& services = context.program.services();
@@ -64,23 +72,55 @@ void PrintList(ReportContext& context, const OccupancyRequest& request, bool byL
     if (byLocation) {
         frame.SetOrientation();
     }
-    const OccupancyRows rows =
-        byLocation ? GatherOccupants(request, days, frame.Gather()) : GatherDirectory(request, days, frame.Gather());
-    if (!rows.cancelled) {
-        frame.ShowSending(rows);
-        frame.PreparePrinter();
-        const QString printedAt = frame.PrintedAt(u"Printed at:"_s, days);
-        if (byLocation) {
-            context.job.PrintReportTitle(Translate(u"Occupant Report"_s), request.startupArgument, printedAt);
-        } else {
-            context.job.PrintReportTitle(Translate(u"Directory Report"_s) + request.startupArgument, {}, printedAt);
-        }
-        PrintTable<Row>(context, byLocation ? occupantColumns : directoryColumns, rows.rows);
+    const OccupancyRows rows = (byLocation ? GatherOccupants : GatherDirectory)(request, days, frame.Gather());
+    frame.ShowSending(rows);
+    frame.PreparePrinter();
+    const QString printedAt = frame.PrintedAt(u"Printed at:"_s, days);
+    if (byLocation) {
+        context.job.PrintReportTitle(Translate(u"Occupant Report"_s), request.startupArgument, printedAt);
+    } else {
+        context.job.PrintReportTitle(Translate(u"Directory Report"_s) + request.startupArgument, {}, printedAt);
     }
-    frame.End();
+    PrintTable(context, byLocation ? occupantColumns : directoryColumns, rows.rows);
+    frame.End(rows, u"Cancelled after %1 of %2 rows"_s);
 }
 
 } // namespace
+
+OccupancyRows GatherOccupants(const OccupancyRequest& request, const ReportDays& days, const Gathering& gathering) {
+    const auto read = [&](const Recordset& record, TextPool& texts) {
+        Row row = ReadRow(record, texts);
+        row.occupied = !record["Start"].IsNull();
+        const bool isLocation = record["Location"].ToBool() && !IsUnusedName(row.location);
+        const bool listed = isLocation && (row.occupied || request.includeUnreserved) &&
+                            !LeavesOut(request, request.startupArgument, row, record["EventType"]);
+        return listed ? std::optional(row) : std::nullopt;
+    };
+    const auto readPhone = [&](Row& row, TextPool& texts, const Attempt&) {
+        if (!row.occupied) {
+            return;
+        }
+        const auto person = gathering.database.OpenRecordset(
+            u"Select * from Person where "_s + PersonCondition(row.lastName.toString(), row.firstName.toString()));
+        row.hasPhone = !person->EndOfFile();
+        if (row.hasPhone) {
+            ReadTexts<Row>(*person, phoneTexts, row, texts);
+        }
+    };
+    return RowGatherer<Row>(gathering, read, readPhone).GatherOverDays(u"QReport2", days);
+}
+
+OccupancyRows GatherDirectory(const OccupancyRequest& request, const ReportDays& days, const Gathering& gathering) {
+    const auto read = [&](const Recordset& record, TextPool& texts) {
+        Row row = ReadRow(record, texts);
+        ReadTexts<Row>(record, phoneTexts, row, texts);
+        // Blanks around the beginning of the names do not count here.
+        const bool listed = (request.includeUnreserved || !row.location.isEmpty()) &&
+                            !LeavesOut(request, request.startupArgument.trimmed(), row, record["EventType"]);
+        return listed ? std::optional(row) : std::nullopt;
+    };
+    return RowGatherer<Row>(gathering, read).GatherOverDays(u"RangePerson", days);
+}
 
 void PrintOccupantReport(ReportContext& context, const OccupancyRequest& request) {
     PrintList(context, request, true);

@@ -7,25 +7,17 @@
 
 namespace velmora {
 
-namespace {
-
-struct Printer {
-    ReportContext& context;
-
-    void operator()(const DailyRequest& request) const { PrintDailyReport(context, request); }
-    void operator()(const OccupancyRequest& request) const {
-        const bool byLocation = request.list == OccupancyList::Occupants;
-        (byLocation ? PrintOccupantReport : PrintDirectoryReport)(context, request);
-    }
-    void operator()(const ExceptionRequest& request) const { PrintExceptionReport(context, request); }
-    void operator()(const UsageRequest& request) const { PrintUsageReport(context, request); }
-    void operator()(const LayoutRequest&) const {}
-};
-
-} // namespace
-
 void PrintReport(ReportContext& context, const ReportRequest& request) {
-    std::visit(Printer{context}, request);
+    if (const auto* daily = std::get_if<DailyRequest>(&request)) {
+        PrintDailyReport(context, *daily);
+    } else if (const auto* occupancy = std::get_if<OccupancyRequest>(&request)) {
+        const bool byLocation = occupancy->list == OccupancyList::Occupants;
+        (byLocation ? PrintOccupantReport : PrintDirectoryReport)(context, *occupancy);
+    } else if (const auto* exceptions = std::get_if<ExceptionRequest>(&request)) {
+        PrintExceptionReport(context, *exceptions);
+    } else if (const auto* usage = std::get_if<UsageRequest>(&request)) {
+        PrintUsageReport(context, *usage);
+    }
 }
 
 } // namespace velmora

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "reports/ReportContext.h"
-#include "reports/Requests.h"
 
 namespace velmora {
 

@@ -1,12 +1,19 @@
 #include "reports/ReportDays.h"
 
 #include "base/Error.h"
-#include "reports/DayCaptions.h"
+#include "base/Translate.h"
 
 namespace velmora {
 
 using namespace Qt::StringLiterals;
 using std::chrono::days;
+
+Date NextWorkingDay(Date today) {
+    constexpr int friday = 6;
+    constexpr int saturday = 7;
+    const int weekday = Weekday(today);
+    return today + std::chrono::days(weekday == friday ? 3 : weekday == saturday ? 2 : 1);
+}
 
 ReportDays DailyReportDays(const DaySelection& selection, Date today, const LocaleText& locale) {
     if (selection.choice == DayChoice::OtherDay) {
@@ -40,6 +47,14 @@ ReportDays OneReportDay(const std::optional<Date>& date, const LocaleText& local
         throw ProgramError(ErrorNumber::TypeMismatch, u"The box for the report date holds no date"_s);
     }
     return {*date, *date + days(1), u" for "_s + locale.ShortDate(*date)};
+}
+
+DayCaptions DayCaptions::On(Date today, const LocaleText& locale) {
+    const auto caption = [&](Date day, const QString& when) {
+        return locale.LongDate(day) + u" ("_s + Translate(when) + u")"_s;
+    };
+    return {caption(NextWorkingDay(today), u"Reports run in the afternoon for the next day"_s),
+            caption(today, u"Reports run in the morning of the current day"_s)};
 }
 
 } // namespace velmora

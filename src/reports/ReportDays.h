@@ -25,4 +25,14 @@ ReportDays OccupancyDays(const DaySelection& selection, Date today, const Locale
 // The day of a report on one day. Throws Error without it.
 ReportDays OneReportDay(const std::optional<Date>& date, const LocaleText& locale);
 
+// The day that follows on a working day; on Fridays, Saturdays and Sundays the next Monday.
+Date NextWorkingDay(Date today);
+
+// What the report-day options of the daily page read: the day in long form and when reports of it are run.
+struct DayCaptions {
+    QString nextWorkingDay;
+    QString currentDay;
+    static DayCaptions On(Date today, const LocaleText& locale);
+};
+
 } // namespace velmora

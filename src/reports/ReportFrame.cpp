@@ -1,13 +1,27 @@
 #include "reports/ReportFrame.h"
 
 #include "base/Translate.h"
-#include "reports/PrinterChoice.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmora {
 
 using namespace Qt::StringLiterals;
+
+void ShowReportProgress(ReportView& view, const QString& text, qint16 percent) {
+    if (text.isEmpty()) {
+        view.HideProgress();
+    } else {
+        view.ShowProgress(text, std::min<int>(percent, 100));
+    }
+}
+
+void SelectPrinter(Printers& printers, const QString& deviceName) {
+    if (!deviceName.isEmpty() && printers.DeviceNames().contains(deviceName)) {
+        printers.SelectDevice(deviceName);
+    }
+}
 
 ReportFrame::ReportFrame(ReportContext& context, const QString& procedure)
     : context_(context), steps_(context.program.services().errors, u"Service Administration"_s, procedure, QString()),
@@ -78,7 +92,8 @@ QString ReportFrame::PrintedAt(const QString& caption, const std::optional<Repor
 }
 
 Gathering ReportFrame::Gather() {
-    return {context_.database, Attempt(steps_), [this](double percent) {
+    return {context_.database, [this](const auto& reading) { return Step(reading); },
+            [this](double percent) {
                 ShowReportProgress(context_.view, Translate(u"Preparing Report"_s),
                                    static_cast<qint16>(std::lrint(percent)));
                 context_.program.services().eventLoop.ProcessPendingEvents();
@@ -98,10 +113,6 @@ void ReportFrame::End(const GatheredRecords& records, const QString& notice) {
         context_.job.PrintParagraph(
             Translate(notice).arg(locale.toString(records.recordsRead), locale.toString(records.recordCount)));
     }
-    End();
-}
-
-void ReportFrame::End() {
     context_.job.EndReport();
     ReturnToIdle();
 }

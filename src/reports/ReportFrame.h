@@ -6,6 +6,13 @@
 
 namespace velmora {
 
+// Shows a report's progress; more than 100 percent counts as 100, an empty text hides status line and bar.
+void ShowReportProgress(ReportView& view, const QString& text, qint16 percent);
+
+// Makes the installed printer of that device name the current one. Without one the current printer stays as it is.
+// Throws Error when the print system fails.
+void SelectPrinter(Printers& printers, const QString& deviceName);
+
 // What every printed report of the main window does around its rows: refuse a second report, prepare the printer and
 // begin the job, show progress and let the user cancel before each record, and end the job.
 //
@@ -55,8 +62,6 @@ public:
     // Ends and delivers the job and returns the window to idle. The last paragraph of a report that was cancelled says
     // after how many of how many records: `notice`, in English, with "%1" and "%2" for the two numbers.
     void End(const GatheredRecords& records, const QString& notice);
-    // The same for a report that prints nothing when it is cancelled.
-    void End();
 
 private:
     void ReturnToIdle();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "reports/Delivery.h"
 #include "reports/Requests.h"
 
 #include <QStringList>

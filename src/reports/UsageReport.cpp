@@ -2,13 +2,49 @@
 
 #include "base/Translate.h"
 #include "reports/ReportFrame.h"
-#include "reports/UsageRows.h"
 
 namespace velmora {
 
 using namespace Qt::StringLiterals;
+using engine::Recordset;
 
 namespace {
+
+struct Breakdown {
+    const char16_t* query;
+    // The fields of the three levels.
+    std::array<const char*, 3> group;
+    // A location has no first name.
+    const char* name;
+    const char* firstName;
+};
+
+// By UsageBreakdown.
+constexpr std::array<Breakdown, 4> breakdowns{{
+    {u"A1", {"AreaName", "EventType", "Organization"}, "Name", nullptr},
+    {u"P1", {"Area", "Organization", "EventType"}, "LastName", "FirstName"},
+    {u"P2", {"Area2", "Organization", "EventType"}, "LastName", "FirstName"},
+    {u"P3", {"Area3", "Organization", "EventType"}, "LastName", "FirstName"},
+}};
+
+std::optional<UsageClass> ClassOf(const engine::Field& perm) {
+    constexpr qint64 first = -2;
+    const qint64 usage = perm.ToInteger() - first;
+    return perm.IsNull() || usage < 0 || usage > 2 ? std::nullopt : std::optional(static_cast<UsageClass>(usage));
+}
+
+UsageRow ReadRow(const Breakdown& breakdown, const Recordset& record, TextPool& texts) {
+    UsageRow row;
+    for (size_t level = 0; level < row.group.size(); ++level) {
+        row.group[level] = texts.Keep(record[breakdown.group[level]]);
+    }
+    row.usage = ClassOf(record["Perm"]);
+    row.name = texts.Keep(record[breakdown.name]);
+    if (breakdown.firstName != nullptr) {
+        row.firstName = texts.Keep(record[breakdown.firstName]);
+    }
+    return row;
+}
 
 struct ClassCaptions {
     const char* detail;
@@ -34,15 +70,84 @@ public:
           title_(Translated(locations_ ? "Location Usage Report" : "Person Usage Report")),
           printedAt_(std::move(printedAt)) {}
 
-    void Print(const UsageRows& rows);
+    void Print(const UsageRows& rows) {
+        const UsageRow* last = nullptr;
+        for (const UsageRow& row : rows.rows) {
+            if (last != nullptr && row.group != last->group) {
+                CloseGroup(*last);
+            }
+            OpenGroup(row, last);
+            if (row.usage) {
+                const auto usage = static_cast<size_t>(*row.usage);
+                if (detail_) {
+                    List(row, usage);
+                }
+                ++counts_.at(usage);
+            }
+            last = &row;
+        }
+        PrintPendingNames();
+        // The last group of a cancelled report may have had more rows: it has no totals.
+        if (last != nullptr && !rows.cancelled) {
+            CloseGroup(*last);
+        }
+    }
 
 private:
     // `last` is the row before; null for the first.
-    void OpenGroup(const UsageRow& row, const UsageRow* last);
-    void List(const UsageRow& row, size_t usage);
-    void PrintPendingNames();
-    void CloseGroup(const UsageRow& row);
-    void PrintTotal(const UsageRow& row, const char* caption, int count);
+    void OpenGroup(const UsageRow& row, const UsageRow* last) {
+        // Each level has its own: a new area whose first space type is the last one's repeats no heading.
+        if (last == nullptr || row.group[0] != last->group[0]) {
+            job_.PrintReportTitle(title_, row.group[0], printedAt_);
+        }
+        if (last == nullptr || row.group[1] != last->group[1]) {
+            job_.PrintSectionHeading(row.group[1]);
+        }
+    }
+
+    void List(const UsageRow& row, size_t usage) {
+        if (counts_.at(usage) == 0) {
+            PrintPendingNames();
+            job_.PrintWideLabelValue(row.group[2], Translated(classes.at(usage).detail));
+        }
+        QByteArray name;
+        if (!locations_) {
+            print::AppendUtf8(name, row.firstName);
+            name += ' ';
+        }
+        print::AppendUtf8(name, row.name);
+        // An empty name takes no place but the last.
+        if (!name.isEmpty() || names_.size() == 3) {
+            names_.push_back(name);
+        }
+        if (names_.size() == 4) {
+            PrintPendingNames();
+        }
+    }
+
+    void PrintPendingNames() {
+        if (!names_.empty()) {
+            names_.resize(4);
+            job_.PrintTableRow({names_[0], names_[1], names_[2], names_[3]}, print::RowStyle::Indented);
+            names_.clear();
+        }
+    }
+
+    void CloseGroup(const UsageRow& row) {
+        PrintPendingNames();
+        int total = 0;
+        for (size_t i = 0; i < classes.size(); ++i) {
+            PrintTotal(row, classes.at(i).total, counts_.at(i));
+            total += counts_.at(i);
+        }
+        PrintTotal(row, "Total", total);
+        job_.PrintRule(5, 5, 5);
+        counts_ = {};
+    }
+
+    void PrintTotal(const UsageRow& row, const char* caption, int count) {
+        job_.PrintWideLabelValue(row.group[2].toString() + u' ' + Translated(caption), QString::number(count));
+    }
 
     print::PrintJob& job_;
     const bool detail_;
@@ -56,84 +161,15 @@ private:
     std::vector<QByteArray> names_;
 };
 
-void UsagePrinter::Print(const UsageRows& rows) {
-    const UsageRow* last = nullptr;
-    for (const UsageRow& row : rows.rows) {
-        if (last != nullptr && row.group != last->group) {
-            CloseGroup(*last);
-        }
-        OpenGroup(row, last);
-        if (row.usage) {
-            const auto usage = static_cast<size_t>(*row.usage);
-            if (detail_) {
-                List(row, usage);
-            }
-            ++counts_.at(usage);
-        }
-        last = &row;
-    }
-    PrintPendingNames();
-    // The last group of a cancelled report may have had more rows: it has no totals.
-    if (last != nullptr && !rows.cancelled) {
-        CloseGroup(*last);
-    }
-}
-
-void UsagePrinter::OpenGroup(const UsageRow& row, const UsageRow* last) {
-    // Each level has its own: a new area whose first space type is the last one's repeats no heading.
-    if (last == nullptr || row.group[0] != last->group[0]) {
-        job_.PrintReportTitle(title_, row.group[0], printedAt_);
-    }
-    if (last == nullptr || row.group[1] != last->group[1]) {
-        job_.PrintSectionHeading(row.group[1]);
-    }
-}
-
-void UsagePrinter::List(const UsageRow& row, size_t usage) {
-    if (counts_.at(usage) == 0) {
-        PrintPendingNames();
-        job_.PrintWideLabelValue(row.group[2], Translated(classes.at(usage).detail));
-    }
-    QByteArray name;
-    if (!locations_) {
-        print::AppendUtf8(name, row.firstName);
-        name += ' ';
-    }
-    print::AppendUtf8(name, row.name);
-    // An empty name takes no place but the last.
-    if (!name.isEmpty() || names_.size() == 3) {
-        names_.push_back(name);
-    }
-    if (names_.size() == 4) {
-        PrintPendingNames();
-    }
-}
-
-void UsagePrinter::PrintPendingNames() {
-    if (!names_.empty()) {
-        names_.resize(4);
-        job_.PrintTableRow({names_[0], names_[1], names_[2], names_[3]}, print::RowStyle::Indented);
-        names_.clear();
-    }
-}
-
-void UsagePrinter::CloseGroup(const UsageRow& row) {
-    PrintPendingNames();
-    int total = 0;
-    for (size_t i = 0; i < classes.size(); ++i) {
-        PrintTotal(row, classes.at(i).total, counts_.at(i));
-        total += counts_.at(i);
-    }
-    PrintTotal(row, "Total", total);
-    job_.PrintRule(5, 5, 5);
-    counts_ = {};
-}
-
-void UsagePrinter::PrintTotal(const UsageRow& row, const char* caption, int count) {
-    job_.PrintWideLabelValue(row.group[2].toString() + u' ' + Translated(caption), QString::number(count));
-}
-
 } // namespace
+
+UsageRows GatherUsage(const UsageRequest& request, const ReportDays& days, const Gathering& gathering) {
+    const Breakdown& breakdown = breakdowns.at(static_cast<size_t>(request.breakdown));
+    const auto read = [&](const Recordset& record, TextPool& texts) -> std::optional<UsageRow> {
+        return ReadRow(breakdown, record, texts);
+    };
+    return RowGatherer<UsageRow>(gathering, read).GatherOverDays(breakdown.query, days);
+}
 
 void PrintUsageReport(ReportContext& context, const UsageRequest& request) {
     ReportFrame frame(context, u"Print Usage Report"_s);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/printers/SystemPrinters.h"
-#include "reports/Delivery.h"
+#include "reports/Requests.h"
 
 namespace velmora::runner {
 

@@ -2,7 +2,6 @@
 
 #include "print/PrintServices.h"
 #include "reports/ReportContext.h"
-#include "reports/Requests.h"
 
 namespace velmora::runner {
 

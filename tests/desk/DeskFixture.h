@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Steps.h"
 #include "data/Configuration.h"
 #include "print/ReadPrintAttributes.h"
 #include "reports/Gather.h"
@@ -104,7 +105,7 @@ protected:
     }
     // What the rows of a report are gathered with, without a report around them.
     Gathering Gather(std::function<bool(double)> beforeRecord = [](double) { return true; }) {
-        return {*faulty_, Attempt(steps_), std::move(beforeRecord)};
+        return {*faulty_, [this](const auto& reading) { return steps_.Step({}, reading); }, std::move(beforeRecord)};
     }
     void ExpectIdle() {
         EXPECT_FALSE(run_.ReportRunning);

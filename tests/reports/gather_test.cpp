@@ -1,6 +1,6 @@
-#include "reports/DailyRows.h"
-#include "reports/ExceptionRows.h"
-#include "reports/OccupancyRows.h"
+#include "reports/DailyReport.h"
+#include "reports/ExceptionReport.h"
+#include "reports/OccupancyReport.h"
 #include "tests/desk/DeskFixture.h"
 
 namespace velmora {
@@ -92,9 +92,9 @@ TEST_F(GatherTablesTest, RowsHaveLocationsAndPersonsForKeys) {
     EXPECT_GT(count(occupants, isAbel), 0);
     EXPECT_GT(count(directory, isAbel), 0);
     EXPECT_GT(count(occupants, [](const OccupancyRow& row) { return !row.occupied; }), 0);
-    const ExceptionRows outside = GatherExceptions({.date = thursday_.start}, thursday_, Gather());
+    const OccupancyRows outside = GatherExceptions({.date = thursday_.start}, thursday_, Gather());
     ASSERT_FALSE(outside.rows.empty());
-    for (const ExceptionRow& row : outside.rows) {
+    for (const OccupancyRow& row : outside.rows) {
         EXPECT_GT(row.asset, 0);
         EXPECT_FALSE(row.location.isEmpty() && row.lastName.isEmpty());
     }

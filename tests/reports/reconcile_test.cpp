@@ -1,7 +1,7 @@
 #include "demo/CreateDemoSite.h"
-#include "reports/ExceptionRows.h"
-#include "reports/OccupancyRows.h"
-#include "reports/UsageRows.h"
+#include "reports/ExceptionReport.h"
+#include "reports/OccupancyReport.h"
+#include "reports/UsageReport.h"
 #include "site/Site.h"
 #include "tests/reports/ReportsFixture.h"
 

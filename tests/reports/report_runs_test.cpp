@@ -12,8 +12,9 @@ struct NamedReport {
     ReportRequest request;
     // What its records are read with.
     const char* source;
-    // The last line of the report when it is cancelled before the third record; none where nothing is delivered then.
+    // The last line of the report when it is cancelled before the third record.
     const char* cancelled;
+    const char* title;
 };
 
 const std::optional<Date> thursday = MakeDate(2026, 3, 5);
@@ -25,12 +26,12 @@ const ExceptionRequest notCheckedIn{ExceptionType::NotCheckedIn, MakeDate(2026, 
 const UsageRequest usage{.date = thursday};
 
 const NamedReport reports[] = {
-    {"Print Daily Report", starts, "QReport3", "Cancelled after 2 of 15 reservations\r\n"},
-    {"Print Occupant Report", occupants, "QReport2", ""},
-    {"Print Directory Report", directory, "RangePerson", ""},
+    {"Print Daily Report", starts, "QReport3", "Cancelled after 2 of 15 reservations\r\n", "Reservation Starts"},
+    {"Print Occupant Report", occupants, "QReport2", "Cancelled after 2 of 21 rows\r\n", "Occupant Report"},
+    {"Print Directory Report", directory, "RangePerson", "Cancelled after 2 of 9 rows\r\n", "Directory Report"},
     {"Print Exception Report", exceptions, "Select * from Person order by EventType",
-     "Cancelled after 2 of 8 persons\r\n"},
-    {"Print Usage Report", usage, "A1", "Cancelled after 2 of 16 rows\r\n"},
+     "Cancelled after 2 of 8 persons\r\n", "Exception Report"},
+    {"Print Usage Report", usage, "A1", "Cancelled after 2 of 16 rows\r\n", "Location Usage Report"},
 };
 
 // A page writer by its measures: every letter is 100 twips wide.
@@ -66,10 +67,10 @@ TEST_F(ReportRunsTest, ACancelEndsTheReportAndTheNextOneIsWhole) {
         const QByteArray part = Fresh(report.request);
         EXPECT_EQ(fakes_.eventLoop.eventRounds, 3) << report.name;
         const QByteArray notice = report.cancelled;
-        EXPECT_EQ(delivery_.delivered.size(), notice.isEmpty() ? 0U : 1U) << report.name;
+        EXPECT_EQ(delivery_.delivered.size(), 1U) << report.name;
         EXPECT_TRUE(part.endsWith(notice)) << report.name << part.toStdString();
         EXPECT_TRUE(whole.startsWith(part.chopped(notice.size())) && part.size() < whole.size()) << report.name;
-        EXPECT_EQ(part.contains("Report"), !notice.isEmpty() && report.request != ReportRequest(starts));
+        EXPECT_TRUE(part.contains(report.title)) << report.name;
         ExpectIdle();
         fakes_.eventLoop.onEvents = {};
         EXPECT_EQ(Fresh(report.request), whole) << report.name;
@@ -120,7 +121,7 @@ TEST_F(ReportRunsTest, ARetriedFailureLeavesNoTraceAndAnIgnoredOneNoRows) {
     }
 }
 
-TEST_F(ReportRunsTest, AStoredQueryWithoutTheFieldsIsToldOnce) {
+TEST_F(ReportRunsTest, AStoredQueryWithoutTheFieldsIsReportedOnce) {
     // The error of each row would be a box for each row.
     database_->Execute(u"Update StoredQuery Set Text = 'PARAMETERS RStart DateTime, REnd DateTime; Select FirstName, "
                        "EventType, Area From Person' Where Name In ('QReport3', 'QReport2', 'RangePerson', 'A1')");

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/LocaleText.h"
-#include "reports/Delivery.h"
 #include "reports/Requests.h"
 
 #include <QStringList>

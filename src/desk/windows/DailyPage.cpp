@@ -1,7 +1,7 @@
 #include "desk/windows/DailyPage.h"
 
 #include "base/windows/DateBox.h"
-#include "reports/DayCaptions.h"
+#include "reports/ReportDays.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

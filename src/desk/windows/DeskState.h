@@ -2,7 +2,7 @@
 
 #include "base/DateTime.h"
 #include "base/services/Printers.h"
-#include "reports/ReportRun.h"
+#include "reports/ReportContext.h"
 #include "tasks/TaskChoices.h"
 
 #include <QString>

@@ -3,7 +3,7 @@
 #include "desk/windows/DeskHost.h"
 #include "desk/windows/DeskPage.h"
 #include "desk/windows/PageParts.h"
-#include "reports/Delivery.h"
+#include "reports/Requests.h"
 
 namespace velmora {
 

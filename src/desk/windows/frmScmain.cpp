@@ -21,7 +21,7 @@
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
 #include "ops/windows/Help.h"
-#include "reports/PrinterChoice.h"
+#include "reports/ReportFrame.h"
 
 #include <QCloseEvent>
 #include <QLabel>
