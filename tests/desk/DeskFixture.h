@@ -1,7 +1,7 @@
 #pragma once
 
 #include "data/Configuration.h"
-#include "print/ReadPrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "reports/Gather.h"
 #include "reports/PrintReport.h"
 #include "tests/desk/TestSite.h"
