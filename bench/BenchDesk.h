@@ -6,7 +6,7 @@
 #include "platform/SystemClock.h"
 #include "platform/printers/NoQueues.h"
 #include "platform/printers/SystemPrinters.h"
-#include "print/ReadPrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "reports/PrintReport.h"
 
 namespace velmora::bench {

@@ -9,7 +9,7 @@
 #include "data/Configuration.h"
 #include "demo/CreateDemoSite.h"
 #include "ops/SharedDatabase.h"
-#include "print/ReadPrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "reports/PrintReport.h"
 #include "tests/support/Fakes.h"
 

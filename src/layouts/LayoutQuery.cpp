@@ -1,6 +1,6 @@
 #include "layouts/LayoutQuery.h"
 
-#include <QStringList>
+#include "engine/FieldType.h"
 
 namespace velmora::layouts {
 
@@ -58,6 +58,57 @@ QString FromText(const Layout& layout, QueryText& parameters) {
 }
 
 } // namespace
+
+QString QueryText::Parameter(const Value& value) {
+    const QString name = u"LayoutValue%1"_s.arg(values_.size() + 1);
+    Declare(name, engine::TypeOfValue(value));
+    values_.push_back({name, value});
+    return name;
+}
+
+void QueryText::Declare(const QString& name, engine::FieldType type) {
+    declarations_ += name + u' ' + engine::WordOfType(type);
+}
+
+QString QueryText::Operand(const FormulaOperand& operand) {
+    return operand.field ? QueryName(*operand.field) : Parameter(operand.value);
+}
+
+QString QueryText::Condition(const Formula& formula) {
+    QStringList parts;
+    for (const Formula& part : formula.parts) {
+        parts += Condition(part);
+    }
+    switch (formula.kind) {
+    case Formula::Kind::All:
+        return {};
+    case Formula::Kind::And:
+        return u'(' + parts.join(u" And ") + u')';
+    case Formula::Kind::Or:
+        return u'(' + parts.join(u" Or ") + u')';
+    case Formula::Kind::Not:
+        return u"(Not "_s + parts.front() + u')';
+    case Formula::Kind::Flag:
+        return u'(' + Operand(formula.left) + u" = "_s + Parameter(true) + u')';
+    case Formula::Kind::Compare:
+        break;
+    }
+    // The parameters are numbered from left to right.
+    const QString left = Operand(formula.left);
+    return u'(' + left + u' ' + formula.comparison + u' ' + Operand(formula.right) + u')';
+}
+
+QString QueryText::WithParameters(const QString& statement) const {
+    return declarations_.isEmpty() ? statement : u"PARAMETERS "_s + declarations_.join(u", "_s) + u"; "_s + statement;
+}
+
+std::unique_ptr<engine::QueryDef> QueryText::Open(engine::Database& database, const QString& statement) const {
+    auto query = database.CreateQueryDef(WithParameters(statement));
+    for (const engine::NamedValue& value : values_) {
+        query->SetParameter(value.name, value.value);
+    }
+    return query;
+}
 
 LayoutQuery RecordQuery(const Layout& layout, const Formula& selection) {
     LayoutQuery query;

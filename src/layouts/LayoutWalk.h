@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/Database.h"
-#include "layouts/file/Layout.h"
+#include "layouts/file/LayoutFile.h"
 #include "print/ReportWriter.h"
 
 namespace velmora::layouts {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "layouts/FieldFormat.h"
+#include "base/LocaleText.h"
+#include "engine/Recordset.h"
 #include "layouts/FieldScope.h"
 
 #include <QString>
@@ -9,6 +10,26 @@
 #include <vector>
 
 namespace velmora::layouts {
+
+// How a field is written.
+enum class FieldFormat {
+    Plain, // a general date, Yes or No, a number as it is, a text
+    ShortDate,
+    LongDate,
+    Weekday, // the weekday's name
+    Time,
+    ClosingDate, // the dates of an end: exactly midnight closes the day before
+    ClosingLongDate,
+    ClosingTime, // "midnight" at exactly midnight
+    Money,       // with two decimals
+    Initial,     // the first letter, as a capital
+    If,          // a fixed text when the yes/no field is a yes
+};
+
+// What is wrong with a text that names fields, as words for a person.
+struct TemplateFault {
+    QString what;
+};
 
 // The fields that a layout reads, each once, in the order of the query's columns.
 class FieldList {

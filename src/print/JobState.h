@@ -1,6 +1,6 @@
 #pragma once
 
-#include "print/PrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "print/RecordForm.h"
 
 #include <QByteArray>

@@ -6,27 +6,17 @@
 
 namespace velmora::print {
 
-namespace {
-
-struct SettingName {
-    QString application = QStringLiteral("Velmora");
-    QString section = QStringLiteral("Print Options");
-    QString key = QStringLiteral("Leader Style");
-};
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 qint16 LoadLeaderStyle(const UserSettings& settings) {
-    const SettingName name;
-    const Value stored(settings.Read(name.application, name.section, name.key).value_or(QStringLiteral("0")));
-    const qint64 style = stored.ToInteger();
+    const auto stored = settings.Read(u"Velmora"_s, u"Print Options"_s, u"Leader Style"_s);
+    const qint64 style = Value(stored.value_or(QString())).ToInteger();
     const bool fits = style >= std::numeric_limits<qint16>::min() && style <= std::numeric_limits<qint16>::max();
     return fits ? static_cast<qint16>(style) : qint16{0};
 }
 
 void SaveLeaderStyle(UserSettings& settings, qint16 style) {
-    const SettingName name;
-    settings.Write(name.application, name.section, name.key, QString::number(style));
+    settings.Write(u"Velmora"_s, u"Print Options"_s, u"Leader Style"_s, QString::number(style));
 }
 
 } // namespace velmora::print

@@ -1,6 +1,5 @@
 #include "print/PrintServices.h"
 
-#include "print/HtmlWriter.h"
 #include "print/TextWriter.h"
 
 namespace velmora::print {
@@ -12,7 +11,7 @@ std::unique_ptr<ReportWriter> MakeWriter(const PrintServices& services, JobState
     case Target::TextFile:
         return std::make_unique<TextWriter>(state, width, services.sink);
     case Target::HtmlFile:
-        return std::make_unique<HtmlWriter>(state, width, services.sink);
+        return MakeHtmlWriter(state, width, services.sink);
     case Target::Printer:
     case Target::Preview:
         break;

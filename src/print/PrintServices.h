@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Program.h"
-#include "print/DocumentSink.h"
 #include "print/JobState.h"
+#include "print/ReportFile.h"
 #include "print/ReportWriter.h"
 
 #include <memory>

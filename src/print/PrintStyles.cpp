@@ -1,6 +1,6 @@
 #include "print/PrintStyles.h"
 
-#include "print/ReadPrintAttributes.h"
+#include "engine/Database.h"
 
 #include <map>
 
@@ -40,6 +40,30 @@ std::optional<qint16> Find(const std::map<RowKey, qint16>& rows, const RowKey& k
 
 } // namespace
 
+StyleRows ReadPrintAttributes(engine::Database& database) {
+    StyleRows attributes;
+    const auto rows = database.OpenRecordset(u"PrintAttributes");
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        attributes.push_back(
+            {(*rows)["Caption"].ToText(), static_cast<qint16>((*rows)["PrintAttributes"].ToInteger())});
+    }
+    return attributes;
+}
+
+void AttributeTable::Load(const AttributeSource& source) {
+    styles_.clear();
+    try {
+        for (const PrintAttribute& attribute : source()) {
+            if (!styles_.contains(attribute.caption)) {
+                styles_.insert(attribute.caption, attribute.style);
+            }
+        }
+    } catch (const std::exception&) {
+        // Styles only adorn a report; without the table it is printed plain.
+        styles_.clear();
+    }
+}
+
 MergedStyles MergeStyles(const StyleRows& base, const StyleRows& mine, const StyleRows& theirs) {
     const auto baseRows = ByKey(Keyed(base));
     const std::vector<KeyedRow> myRows = Keyed(mine);
@@ -68,10 +92,6 @@ MergedStyles MergeStyles(const StyleRows& base, const StyleRows& mine, const Sty
     }
     merged.conflicts.removeDuplicates();
     return merged;
-}
-
-StyleRows DatabaseStyles::Read() {
-    return ReadPrintAttributes(database_);
 }
 
 std::optional<StyleRows> DatabaseStyles::Replace(const StyleRows& expected, const StyleRows& rows) {

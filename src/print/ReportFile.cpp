@@ -1,7 +1,10 @@
 #include "print/ReportFile.h"
 
 #include "base/Error.h"
+#include "base/Translate.h"
+#include "data/Configuration.h"
 #include "data/Helpers.h"
+#include "data/NativePath.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -10,6 +13,18 @@
 namespace velmora::print {
 
 namespace {
+
+QString FilterOf(ReportFileKind kind) {
+    switch (kind) {
+    case ReportFileKind::Html:
+        return QStringLiteral("HTML File (*.htm)|*.htm");
+    case ReportFileKind::Pdf:
+        return QStringLiteral("PDF file (*.pdf)|*.pdf");
+    case ReportFileKind::PlainText:
+        break;
+    }
+    return QStringLiteral("Text file (*.txt)|*.txt");
+}
 
 [[noreturn]] void ThrowUnwritten(const QString& path, const QFileDevice& file) {
     if (file.error() == QFileDevice::ResourceError) {
@@ -44,10 +59,32 @@ void WriteInPlace(const QString& path, const QByteArray& bytes, ReportFileKind k
 
 } // namespace
 
-QString ReportFilePath(const QString& folder, const QString& name, const QString& filter) {
-    const QString path = AddBackslash(folder) + name;
+void DialogDelivery::SendMail(const QByteArray& text) {
+    services_.mail.SendText(QString::fromUtf8(text));
+}
+
+bool DialogDelivery::SaveFile(const QByteArray& bytes, ReportFileKind kind) {
+    services_.eventLoop.SetPointer(Pointer::Default);
+    const auto path = AskReportPath(services_.dialogs, kind);
+    if (!path) {
+        return false;
+    }
+    const BusyPointer busy(services_.eventLoop);
+    WriteReportFile(*path, bytes, kind);
+    return true;
+}
+
+std::optional<QString> AskReportPath(Dialogs& dialogs, ReportFileKind kind) {
+    const QString filter = FilterOf(kind);
+    const auto answer =
+        dialogs.AskSaveFile({Translate(QStringLiteral("Save File As")), filter, NativePath(DataDirectory())});
+    // A file without a name would be one named by its extension alone.
+    if (!answer || answer->name.isEmpty()) {
+        return std::nullopt;
+    }
+    const QString path = AddBackslash(answer->folder) + answer->name;
     const QString extension = filter.right(4);
-    return path.right(4) == extension ? path : path + extension;
+    return NativePath(path.endsWith(extension) ? path : path + extension);
 }
 
 bool WriteReport(QIODevice& device, const QByteArray& bytes, ReportFileKind kind) {

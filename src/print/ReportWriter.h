@@ -1,13 +1,23 @@
 #pragma once
 
 #include "print/RecordForm.h"
-#include "print/Text.h"
+
+#include <QAnyStringView>
 
 #include <array>
 #include <optional>
 #include <span>
 
 namespace velmora::print {
+
+// Text as the layout operations take it: a view of UTF-8 as the store keeps it, or of UTF-16. It is not kept beyond
+// the call.
+using Text = QAnyStringView;
+
+// Appends the text as well-formed UTF-8; what is not well formed becomes replacement characters.
+inline void AppendUtf8(QByteArray& out, Text text) {
+    out += text.toString().toUtf8();
+}
 
 // How the cells of a table row stand on pages.
 enum class RowStyle {

@@ -41,13 +41,13 @@ void TextWriter::AppendRule(char mark) {
 }
 
 void TextWriter::AppendLine(Text text) {
-    AppendUtf8(ReportText(), text);
+    Append(text);
     ReportText().append(lineEnd);
 }
 
 void TextWriter::AppendCell(Text cell) {
     ReportText().append('\t');
-    AppendUtf8(ReportText(), cell);
+    Append(cell);
 }
 
 void TextWriter::PrintRule(qint16, qint16, qint16) {
@@ -57,7 +57,7 @@ void TextWriter::PrintRule(qint16, qint16, qint16) {
 void TextWriter::PrintReportTitle(Text title, Text subtitle, Text secondLine) {
     AppendRule();
     AppendRule();
-    AppendUtf8(ReportText(), title);
+    Append(title);
     ReportText().append('\t');
     AppendLine(subtitle);
     AppendLine(secondLine);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/services/Mail.h"
-#include "print/DocumentSink.h"
+#include "print/ReportFile.h"
 
 #include <QString>
 

@@ -1,7 +1,6 @@
 #include "runner/RunRequest.h"
 
 #include "layouts/LayoutRunner.h"
-#include "layouts/RunCrystalReport.h"
 #include "reports/PrintReport.h"
 
 namespace velmora::runner {
@@ -10,8 +9,10 @@ void RunRequest(ReportContext& context, const print::PrintServices& services, co
     const Delivery& delivery = context.delivery;
     const auto target = delivery.ToPages() ? print::Target::Printer : static_cast<print::Target>(delivery.target);
     if (const auto* layout = std::get_if<LayoutRequest>(&request)) {
-        layouts::LayoutRunner runner(services, context.database, target, delivery.orientation);
-        layouts::RunCrystalReport(context.program, *layout, context.run, context.database, runner);
+        const auto runLayout = [&](const QString& path, const QString& formula) {
+            layouts::RunLayout(services, context.database, {target, delivery.orientation}, path, formula);
+        };
+        layouts::RunCrystalReport(context.program, *layout, context.run, context.database, runLayout);
         return;
     }
     context.job.SetOutputTarget(static_cast<qint16>(target));

@@ -1,7 +1,7 @@
 #include "runner/RunUnattended.h"
 
 #include "ops/SmtpMail.h"
-#include "print/ReadPrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "print/pages/PageWriters.h"
 #include "runner/OutputDelivery.h"
 #include "runner/RunRequest.h"

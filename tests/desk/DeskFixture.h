@@ -2,7 +2,7 @@
 
 #include "base/Steps.h"
 #include "data/Configuration.h"
-#include "print/ReadPrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "reports/Gather.h"
 #include "reports/PrintReport.h"
 #include "tests/desk/TestSite.h"

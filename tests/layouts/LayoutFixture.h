@@ -2,7 +2,6 @@
 
 #include "data/Configuration.h"
 #include "layouts/LayoutRunner.h"
-#include "layouts/RunCrystalReport.h"
 #include "layouts/file/LayoutFile.h"
 #include "print/pages/PageWriters.h"
 #include "tests/data/RawStore.h"
@@ -75,10 +74,7 @@ protected:
         return QString::fromUtf8(delivery_.delivered);
     }
     void Run(print::Target target, const QString& file, const QString& formula) {
-        LayoutRunner runner(Printing(), *database_, target);
-        runner.SetSelectionFormula(formula);
-        runner.SetReportFile(folder_.path() + u'\\' + file);
-        runner.Run();
+        RunLayout(Printing(), *database_, {target}, folder_.path() + u'\\' + file, formula);
     }
     // A file of this folder; its rows of fields between tabs, without comments.
     static QString TestText(const QString& name) {

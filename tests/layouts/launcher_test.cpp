@@ -4,34 +4,28 @@
 namespace velmora::layouts {
 namespace {
 
-// Records what the launcher hands over, in its order.
-class RecordingControl : public ReportControl {
-public:
-    explicit RecordingControl(std::function<void()> onRun = {}) : onRun_(std::move(onRun)) {}
-    void SetSelectionFormula(const QString& formula) override { calls += u"formula "_s + formula; }
-    void SetReportFile(const QString& path) override { calls += u"file "_s + path; }
-    void Run() override {
-        calls += u"run"_s;
-        if (onRun_) {
-            onRun_();
-        }
-    }
-    QStringList calls;
-
-private:
-    std::function<void()> onRun_;
-};
-
 class LauncherTest : public LayoutFixture {
 protected:
     LauncherTest() {
         request_.start = MakeDate(2026, 3, 10);
         request_.end = MakeDate(2026, 3, 11);
     }
-    void Run(ReportControl& control) { RunCrystalReport(fakes_.program, request_, run_, *database_, control); }
+    // Records what is run instead of running it.
+    void Launch(const std::function<void()>& onRun = [] {}) {
+        RunCrystalReport(fakes_.program, request_, run_, *database_, [&](const QString& path, const QString& formula) {
+            runs_ += path + u' ' + formula;
+            onRun();
+        });
+    }
+    void RunAsText() {
+        RunCrystalReport(fakes_.program, request_, run_, *database_, [&](const QString& path, const QString& formula) {
+            RunLayout(Printing(), *database_, {print::Target::TextFile}, path, formula);
+        });
+    }
 
     LayoutRequest request_;
     ReportRun run_;
+    QStringList runs_;
 };
 
 TEST_F(LauncherTest, BuildsEveryFormula) {
@@ -68,11 +62,9 @@ TEST_F(LauncherTest, AnOptionRelabelsTheCheckBox) {
 TEST_F(LauncherTest, HandsOverRefreshesAndRuns) {
     store_->Run(u"UPDATE Reservation SET TextStart = 'old' WHERE ID = 1"_s);
     QString textAtRun;
-    RecordingControl control([&] { textAtRun = store_->Rows(u"SELECT TextStart FROM Reservation WHERE ID = 1"_s)[0]; });
     request_.layout = 2;
-    Run(control);
-    EXPECT_EQ(control.calls, (QStringList{u"formula "_s + SelectionFormula(request_),
-                                          u"file "_s + folder_.path() + u"\\Setup.rpx"_s, u"run"_s}));
+    Launch([&] { textAtRun = store_->Rows(u"SELECT TextStart FROM Reservation WHERE ID = 1"_s)[0]; });
+    EXPECT_EQ(runs_, QStringList{folder_.path() + u"\\Setup.rpx "_s + SelectionFormula(request_)});
     EXPECT_EQ(textAtRun, store_->Rows(u"SELECT TextStart FROM Reservation WHERE ID = 1"_s)[0]);
     EXPECT_TRUE(textAtRun.startsWith(u"3/6/2026 "_s)) << textAtRun.toStdString();
     EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
@@ -83,11 +75,10 @@ TEST_F(LauncherTest, HandsOverRefreshesAndRuns) {
 
 TEST_F(LauncherTest, RunsNothingWithoutALayout) {
     for (const qint16 index : std::array<qint16, 3>{0, 8, 10}) {
-        RecordingControl control;
         request_.layout = index;
         fakes_.dialogs.answers.push_back(Answer::Ok);
-        Run(control);
-        EXPECT_EQ(control.calls, QStringList());
+        Launch();
+        EXPECT_EQ(runs_, QStringList());
         const Message& message = fakes_.dialogs.messages.back();
         EXPECT_EQ(message.text, u"No Report Selected"_s);
         EXPECT_EQ(message.title, u"Service Administration"_s);
@@ -96,11 +87,10 @@ TEST_F(LauncherTest, RunsNothingWithoutALayout) {
 }
 
 TEST_F(LauncherTest, LeavesARunningReportAlone) {
-    RecordingControl control;
     request_.layout = 6;
     run_.ReportRunning = true;
-    Run(control);
-    EXPECT_EQ(control.calls.back(), u"run"_s);
+    Launch();
+    EXPECT_EQ(runs_.size(), 1);
     EXPECT_TRUE(fakes_.eventLoop.pointers.empty());
     EXPECT_TRUE(fakes_.progress.shown.empty());
     EXPECT_TRUE(run_.ReportRunning);
@@ -109,9 +99,8 @@ TEST_F(LauncherTest, LeavesARunningReportAlone) {
 TEST_F(LauncherTest, ReportsFailuresAndCarriesOn) {
     request_.layout = 7;
     QFile::remove(Path(u"Reminder.rpx"_s));
-    LayoutRunner runner(Printing(), *database_, print::Target::TextFile);
     fakes_.errors.answers = {Answer::Ignore};
-    Run(runner);
+    RunAsText();
     ASSERT_EQ(fakes_.errors.reports.size(), 1U);
     const auto& report = fakes_.errors.reports[0];
     EXPECT_EQ(report.error.Number(), static_cast<int>(ErrorNumber::FileNotFound));
@@ -122,17 +111,15 @@ TEST_F(LauncherTest, ReportsFailuresAndCarriesOn) {
     // A query that the site broke: the report runs all the same when the person says so.
     store_->Run(u"UPDATE StoredQuery SET Text = 'UPDATE Nowhere SET A = 1' WHERE Name = 'RefreshTextDates'"_s);
     database_ = engine::Database::Open(Path(u"Velmora.MDB"_s));
-    RecordingControl control;
     fakes_.errors.answers = {Answer::Ignore};
-    Run(control);
-    EXPECT_EQ(control.calls.back(), u"run"_s);
+    Launch();
+    EXPECT_EQ(runs_.size(), 1);
 
     // A box without a date.
     request_.layout = 2;
     request_.start.reset();
-    LayoutRunner second(Printing(), *database_, print::Target::TextFile);
     fakes_.errors.answers = {Answer::Ignore, Answer::Ignore};
-    Run(second);
+    RunAsText();
     EXPECT_TRUE(fakes_.errors.reports.back().error.Description().contains(u"Date(year, month, day)"_s));
 }
 

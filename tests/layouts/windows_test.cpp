@@ -26,9 +26,11 @@ protected:
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    void RunLayout() {
-        LayoutRunner runner({TheServices(), delivery_, {}, &windowPages_}, *database_, print::Target::Preview);
-        RunCrystalReport(fakes_.program, request_, run_, *database_, runner);
+    void Launch() {
+        RunCrystalReport(fakes_.program, request_, run_, *database_, [&](const QString& path, const QString& formula) {
+            RunLayout({TheServices(), delivery_, {}, &windowPages_}, *database_, {print::Target::Preview}, path,
+                      formula);
+        });
     }
     static std::vector<print::frmPrintPreview*> Windows() {
         std::vector<print::frmPrintPreview*> windows;
@@ -48,10 +50,10 @@ protected:
 };
 
 TEST_F(LayoutWindowsTest, EachRunOpensAWindowThatPrintsOnItsOwnPaper) {
-    RunLayout();
+    Launch();
     request_.layout = 7;
     fakes_.printers.orientation = Orientation::Landscape;
-    RunLayout();
+    Launch();
     ASSERT_EQ(Windows().size(), 2U);
     for (print::frmPrintPreview* window : Windows()) {
         QTest::mouseClick(window->findChild<QToolButton*>(u"Print"_s), Qt::LeftButton);
@@ -82,7 +84,7 @@ TEST_F(LayoutWindowsTest, LeavesTheReportOfTheDeskAlone) {
     const QByteArray alone = report([] {});
     run_.ReportRunning = true;
     const int tabStop = job.State().TabStop1();
-    EXPECT_EQ(report([&] { RunLayout(); }), alone);
+    EXPECT_EQ(report([&] { Launch(); }), alone);
     EXPECT_EQ(job.State().TabStop1(), tabStop);
     EXPECT_EQ(job.Choice().OutputTarget, print::Target::TextFile);
     EXPECT_TRUE(run_.ReportRunning);

@@ -5,7 +5,7 @@
 #include "notes/windows/frmNoteCategory.h"
 #include "notes/windows/frmNotes.h"
 #include "notes/windows/frmSelectStdNotes.h"
-#include "print/ReadPrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "site/Site.h"
 #include "tests/notes/NoteSite.h"
 

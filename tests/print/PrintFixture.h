@@ -1,8 +1,8 @@
 #pragma once
 
 #include "data/Configuration.h"
-#include "print/DialogDelivery.h"
 #include "print/PrintJob.h"
+#include "print/ReportFile.h"
 #include "tests/support/Fakes.h"
 
 #include <QDir>

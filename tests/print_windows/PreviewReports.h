@@ -3,7 +3,7 @@
 #include "base/Error.h"
 #include "platform/printers/DocumentPrinter.h"
 #include "print/PrintJob.h"
-#include "print/pages/PagePrinter.h"
+#include "print/pages/PageOutput.h"
 #include "print/pages/PageWriter.h"
 
 namespace velmora::print {

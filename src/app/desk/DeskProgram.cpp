@@ -5,7 +5,7 @@
 #include "ops/SharedDatabase.h"
 #include "ops/TranslationLoader.h"
 #include "platform/printers/CupsQueues.h"
-#include "print/ReadPrintAttributes.h"
+#include "print/PrintStyles.h"
 #include "runner/RunRequest.h"
 
 #include <QApplication>

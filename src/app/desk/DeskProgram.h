@@ -12,7 +12,7 @@
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"
 #include "platform/printers/SystemPrinters.h"
-#include "print/DialogDelivery.h"
+#include "print/ReportFile.h"
 #include "print/pages/PageWriters.h"
 #include "print/windows/WindowPreviews.h"
 

@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <rapidjson/reader.h>
+#include <rapidjson/stream.h>
 
 #include <algorithm>
 
@@ -17,38 +18,12 @@ using Encoding = rapidjson::UTF16<char16_t>;
 
 constexpr size_t deepest = 20;
 
-// The text as the library reads it. Knows where it is read, so that a node learns its line.
-class Source {
-public:
-    using Ch = char16_t;
-
-    explicit Source(QStringView text) : text_(text) {}
-
-    Ch Peek() const { return at_ < text_.size() ? text_[at_].unicode() : u'\0'; }
-    Ch Take() {
-        const Ch c = Peek();
-        ++at_;
-        line_ += c == u'\n';
-        return c;
-    }
-    size_t Tell() const { return static_cast<size_t>(at_); }
-    int Line() const { return line_; }
-
-    // The library asks these of a text that it writes into, which this is not.
-    Ch* PutBegin() { return nullptr; }
-    void Put(Ch) {}
-    size_t PutEnd(Ch*) { return 0; }
-
-private:
-    QStringView text_;
-    qsizetype at_ = 0;
-    int line_ = 1;
-};
+using Source = rapidjson::GenericStringStream<Encoding>;
 
 // Makes nodes of what the library reads. A function that returns false ends the reading, with `refusal`.
 class TreeBuilder : public rapidjson::BaseReaderHandler<Encoding, TreeBuilder> {
 public:
-    explicit TreeBuilder(const Source& source) : source_(source) {}
+    TreeBuilder(QStringView text, const Source& source) : text_(text), source_(source) {}
 
     bool Null() {
         Add(JsonNode::Kind::Null);
@@ -74,7 +49,7 @@ public:
     bool StartArray() { return Open(JsonNode::Kind::List); }
     bool Key(const char16_t* text, rapidjson::SizeType length, bool) {
         lastKey = QString(reinterpret_cast<const QChar*>(text), length);
-        keyLine_ = source_.Line();
+        keyLine_ = Line();
         if (open_.back()->Find(lastKey) != nullptr) {
             refusal = u"the key \"%1\" stands here twice"_s.arg(lastKey);
             return false;
@@ -89,12 +64,19 @@ public:
     QString refusal;
 
 private:
+    // Where the library reads, from 1.
+    int Line() {
+        const auto at = std::min(static_cast<qsizetype>(source_.Tell()), text_.size());
+        line_ += static_cast<int>(text_.sliced(counted_, at - counted_).count(u'\n'));
+        counted_ = at;
+        return line_;
+    }
     JsonNode* Add(JsonNode::Kind kind) {
         JsonNode* node = open_.empty() ? &root : &open_.back()->items.emplace_back();
         const bool ofObject = !open_.empty() && open_.back()->kind == JsonNode::Kind::Object;
         node->kind = kind;
         node->key = ofObject ? lastKey : QString();
-        node->line = ofObject ? keyLine_ : source_.Line();
+        node->line = ofObject ? keyLine_ : Line();
         return node;
     }
     bool Open(JsonNode::Kind kind) {
@@ -110,7 +92,11 @@ private:
         return true;
     }
 
+    QStringView text_;
     const Source& source_;
+    // The line at the place up to which line ends are counted.
+    int line_ = 1;
+    qsizetype counted_ = 0;
     int keyLine_ = 1;
     // The objects and lists that are not closed yet, the innermost last.
     std::vector<JsonNode*> open_;
@@ -204,8 +190,8 @@ JsonNode ParseJson(const QByteArray& bytes) {
         ++line;
     }
     const QString text = QString::fromUtf8(plain);
-    Source source(text);
-    TreeBuilder tree(source);
+    Source source(reinterpret_cast<const char16_t*>(text.utf16()));
+    TreeBuilder tree(text, source);
     rapidjson::GenericReader<Encoding, Encoding> reader;
     const rapidjson::ParseResult result = reader.Parse<rapidjson::kParseFullPrecisionFlag>(source, tree);
     if (!result) {

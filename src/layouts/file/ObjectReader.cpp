@@ -67,10 +67,10 @@ double ObjectReader::Number(const QString& key, double otherwise, double least, 
     return node->number;
 }
 
-int ObjectReader::OneOf(const QString& key, const QStringList& words, int otherwise) {
+int ObjectReader::OneOf(const QString& key, const QStringList& words) {
     const JsonNode* node = FindKind(key, JsonNode::Kind::Text, u"a text in double quotes"_s);
     if (node == nullptr) {
-        return otherwise;
+        return 0;
     }
     const auto index = words.indexOf(node->text);
     if (index < 0) {
@@ -79,18 +79,37 @@ int ObjectReader::OneOf(const QString& key, const QStringList& words, int otherw
     return static_cast<int>(index);
 }
 
-std::vector<std::pair<const JsonNode*, LayoutPlace>> ObjectReader::List(const QString& key) {
+std::vector<std::pair<const JsonNode*, LayoutPlace>> ObjectReader::List(const QString& key, size_t most) {
     const JsonNode* node = FindKind(key, JsonNode::Kind::List, u"a list in square brackets"_s);
     std::vector<std::pair<const JsonNode*, LayoutPlace>> items;
     if (node == nullptr) {
         return items;
     }
     const LayoutPlace list = PlaceOf(key);
+    if (node->items.size() > most) {
+        list.Fail(u"there are %1 items and may be %2"_s.arg(node->items.size()).arg(most));
+    }
     for (size_t i = 0; i < node->items.size(); ++i) {
         const JsonNode& item = node->items[i];
         items.emplace_back(&item, LayoutPlace{list.file, item.line, u"%1[%2]"_s.arg(list.key).arg(i + 1)});
     }
     return items;
+}
+
+void ObjectReader::EachObject(const QString& key, size_t most, const Read& read) {
+    for (const auto& [node, place] : List(key, most)) {
+        ObjectReader reader(*node, place);
+        read(reader);
+        reader.Finish();
+    }
+}
+
+void ObjectReader::Object(const QString& key, const Read& read) {
+    if (const JsonNode* node = Find(key)) {
+        ObjectReader reader(*node, PlaceOf(key));
+        read(reader);
+        reader.Finish();
+    }
 }
 
 void ObjectReader::Finish() const {

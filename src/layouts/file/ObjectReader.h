@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace velmora::layouts {
 
 // A place in a layout file, for messages.
@@ -19,7 +21,8 @@ struct LayoutPlace {
 };
 
 // Reads the keys of one object. Each throws Error, naming file, line and key, for a value of another kind. Finish,
-// called last, throws for a key that was not asked for: a misspelt key is an error.
+// called last, throws for a key that was not asked for: a misspelt key is an error. It is called for the objects below
+// this one when they are read.
 class ObjectReader {
 public:
     // Throws when the node is no object. `node` outlives the reader.
@@ -33,12 +36,15 @@ public:
     bool Flag(const QString& key, bool otherwise);
     // Throws for a number out of the range.
     double Number(const QString& key, double otherwise, double least, double most);
-    // One of the words. Throws listing them.
-    int OneOf(const QString& key, const QStringList& words, int otherwise);
-    // The items of a list, none without the key.
-    std::vector<std::pair<const JsonNode*, LayoutPlace>> List(const QString& key);
-    // The value itself; null without the key.
-    const JsonNode* Node(const QString& key) { return Find(key); }
+    // The place of the value among the words, of the first one without the key. Throws listing them.
+    int OneOf(const QString& key, const QStringList& words);
+    // The items of a list, none without the key. Throws for more than `most`.
+    std::vector<std::pair<const JsonNode*, LayoutPlace>> List(const QString& key, size_t most);
+    using Read = std::function<void(ObjectReader& reader)>;
+    // Each object of a list; no call without the key.
+    void EachObject(const QString& key, size_t most, const Read& read);
+    // The object of a key; no call without it.
+    void Object(const QString& key, const Read& read);
     void Finish() const;
 
     // The object's own place, and the place of one of its keys (its own when the key is missing).

@@ -4,8 +4,6 @@
 #include "base/windows/CenterForm.h"
 #include "base/windows/Look.h"
 #include "base/windows/TranslateForm.h"
-#include "data/Configuration.h"
-#include "data/NativePath.h"
 #include "print/ReportFile.h"
 
 #include <QFormLayout>
@@ -142,16 +140,11 @@ void frmCompose::cmdSend_Click() {
 }
 
 void frmCompose::cmdSave_Click() {
-    const QString filter = u"Text file (*.txt)|*.txt"_s;
     try {
-        const auto answer =
-            services_.dialogs.AskSaveFile({Translate(u"Save File As"_s), filter, NativePath(DataDirectory())});
-        if (!answer || answer->name.isEmpty()) {
-            return;
+        if (const auto path = print::AskReportPath(services_.dialogs, print::ReportFileKind::PlainText)) {
+            print::WriteReportFile(*path, txtText->toPlainText().toUtf8(), print::ReportFileKind::PlainText);
+            ShowState(Translate(u"The text is saved in %1"_s).arg(*path), false);
         }
-        const QString path = NativePath(print::ReportFilePath(answer->folder, answer->name, filter));
-        print::WriteReportFile(path, txtText->toPlainText().toUtf8(), print::ReportFileKind::PlainText);
-        ShowState(Translate(u"The text is saved in %1"_s).arg(path), false);
     } catch (const std::exception&) {
         ShowState(CurrentError().Description(), true);
     }

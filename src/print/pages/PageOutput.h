@@ -1,10 +1,11 @@
 #pragma once
 
 #include "base/services/Printers.h"
-#include "platform/pages/Page.h"
+#include "platform/pages/Sheets.h"
 #include "platform/printers/DocumentPrinter.h"
-#include "print/DocumentSink.h"
-#include "print/pages/PagePrinter.h"
+#include "print/ReportFile.h"
+
+#include <optional>
 
 namespace velmora::print {
 
@@ -20,6 +21,17 @@ struct PageDestination {
 
 // The current printer's page held in that orientation, or else as it is.
 PrinterPage PageIn(const Printers& printers, std::optional<Orientation> orientation);
+
+// Prints pages that are finished, on the printer that is the current one at the time of the call.
+class PagePrinter {
+public:
+    virtual ~PagePrinter() = default;
+    // The current paper, held in that orientation, or else in the current one.
+    virtual pages::PaperSize Paper(std::optional<Orientation> orientation) const = 0;
+    // Prints the pages in their order as one printer document. They fit the paper. Throws Error unless the printer has
+    // taken the whole document. False when the user was asked for a file to print into and gave none.
+    virtual bool Print(const pages::Document& document) = 0;
+};
 
 // Takes finished documents to a printer, or as a PDF file to where the program's other report files go.
 class PageOutput : public PagePrinter {
@@ -41,6 +53,22 @@ private:
     const Printers& printers_;
     printers::DocumentPrinter& printer_;
     DocumentSink& sink_;
+};
+
+// A report as it is handed to the preview.
+struct PreviewReport {
+    pages::Document document;
+    // What the reader must know of it, such as the page limit that it met; empty without.
+    QString notice;
+    // How the paper is held that it is printed on; as the printer is set without.
+    std::optional<Orientation> orientation = {};
+};
+
+// Shows finished reports, each in a window of its own, which then belongs to the person at the desk.
+class PreviewWindows {
+public:
+    virtual ~PreviewWindows() = default;
+    virtual void Open(PreviewReport report) = 0;
 };
 
 } // namespace velmora::print

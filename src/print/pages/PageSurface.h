@@ -2,7 +2,7 @@
 
 #include "platform/pages/Page.h"
 #include "platform/pages/PageFont.h"
-#include "print/Text.h"
+#include "print/ReportWriter.h"
 
 #include <memory>
 #include <vector>

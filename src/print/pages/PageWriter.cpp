@@ -40,8 +40,6 @@ PageWriter::PageWriter(JobState& state, const PageTarget& target, const QString&
     : state_(state), target_(target), document_{documentName, {}, {}},
       surface_(document_, target_.geometry, target_.font) {}
 
-PageWriter::~PageWriter() = default;
-
 void PageWriter::Name(const QString& title) {
     if (!std::exchange(titled_, true)) {
         document_.name += QStringLiteral(": ") + title;
@@ -50,7 +48,7 @@ void PageWriter::Name(const QString& title) {
 
 void PageWriter::BeginRecords(const RecordForm& form) {
     Name(form.title);
-    records_ = std::make_unique<PageRecords>(surface_, form);
+    records_ = MakePageRecords(surface_, document_, form);
 }
 
 void PageWriter::BeginGroup(size_t level, const QString& heading) {
@@ -66,7 +64,7 @@ void PageWriter::EndGroup(size_t level, const QString& footer) {
 }
 
 void PageWriter::EndRecords(const QString& closing) {
-    records_->Finish(closing, document_);
+    records_->EndRecords(closing);
 }
 
 int PageWriter::TextWidth(Text text) const {

@@ -8,8 +8,6 @@
 
 namespace velmora::print {
 
-class PageRecords;
-
 // What a document's pages are drawn on.
 struct PageTarget {
     PageGeometry geometry;
@@ -26,9 +24,6 @@ class PageWriter : public ReportWriter {
 public:
     // The document is called by its first title behind `documentName`.
     PageWriter(JobState& state, const PageTarget& target, const QString& documentName);
-    ~PageWriter() override;
-    PageWriter(const PageWriter&) = delete;
-    PageWriter& operator=(const PageWriter&) = delete;
 
     // As they are drawn so far.
     const pages::Document& Pages() const { return document_; }
@@ -89,8 +84,6 @@ private:
     void PrintCutRow(std::span<const Text> texts);
     // Counted from 0; the right edge behind the last one.
     int TabStop(size_t index) const;
-    // Forgets empty cells and wraps each of the others before the next one.
-    void PlaceCells(std::vector<Cell>& cells) const;
     // The text in the current font, wrapped from `x` to the right edge.
     TextCell Wrapped(const QString& text, int x);
     // Draws all lines from the height of the print position on, which ends on the last of them.
@@ -103,7 +96,7 @@ private:
     pages::Document document_;
     PageSurface surface_;
     bool titled_ = false;
-    std::unique_ptr<PageRecords> records_;
+    std::unique_ptr<ReportWriter> records_;
 };
 
 } // namespace velmora::print

@@ -11,6 +11,12 @@ namespace velmora::print {
 
 namespace {
 
+// The drawing surface of a printer's page.
+PageGeometry SurfaceOf(const PrinterPage& page) {
+    return {page.paperWidth, page.paperHeight, page.left,        page.top,
+            page.width,      page.height,      page.twipsPerDot, page.twipsPerDot};
+}
+
 PageGeometry WithMargins(const PrinterPage& page, double inches) {
     constexpr int twipsPerInch = 1440;
     // On a label's paper margins must not leave less than half of it.
@@ -108,11 +114,6 @@ private:
 };
 
 } // namespace
-
-PageGeometry SurfaceOf(const PrinterPage& page) {
-    return {page.paperWidth, page.paperHeight, page.left,        page.top,
-            page.width,      page.height,      page.twipsPerDot, page.twipsPerDot};
-}
 
 pages::FontSpec FontOf(const PrinterFont& font) {
     return {pages::InstalledFamily(font.family), font.points, font.bold, font.italic, font.underline, font.strikeOut};

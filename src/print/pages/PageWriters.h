@@ -3,12 +3,8 @@
 #include "print/PrintServices.h"
 #include "print/pages/PageOutput.h"
 #include "print/pages/PageSurface.h"
-#include "print/pages/PreviewWindows.h"
 
 namespace velmora::print {
-
-// The drawing surface of a printer's page.
-PageGeometry SurfaceOf(const PrinterPage& page);
 
 // The printer's font as pages use it: the default family where the printer's own is not installed. Throws Error where
 // that is missing too.

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "base/Program.h"
-#include "print/pages/PagePrinter.h"
-#include "print/pages/PreviewWindows.h"
+#include "print/pages/PageOutput.h"
 
 namespace velmora::print {
 

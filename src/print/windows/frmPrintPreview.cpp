@@ -4,8 +4,6 @@
 #include "base/Translate.h"
 #include "base/windows/CenterForm.h"
 #include "base/windows/Look.h"
-#include "data/Configuration.h"
-#include "data/NativePath.h"
 #include "platform/pages/PdfFile.h"
 #include "print/ReportFile.h"
 #include "print/windows/FindBar.h"
@@ -203,19 +201,14 @@ void frmPrintPreview::CopyText() {
 
 void frmPrintPreview::SavePdf() {
     const OpenQuestion question(openQuestions_);
-    const QString filter = QStringLiteral("PDF file (*.pdf)|*.pdf");
-    const auto answer =
-        services_.dialogs.AskSaveFile({Translate(QStringLiteral("Save File As")), filter, NativePath(DataDirectory())});
-    if (answer && !answer->name.isEmpty()) {
-        SavePdfAs(NativePath(ReportFilePath(answer->folder, answer->name, filter)));
+    const auto path = AskReportPath(services_.dialogs, ReportFileKind::Pdf);
+    if (!path) {
+        return;
     }
-}
-
-void frmPrintPreview::SavePdfAs(const QString& path) {
     const BusyPointer busy(services_.eventLoop);
     Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Preview"));
-    if (steps.Step(QStringLiteral("Save as PDF"), [&] { pages::WritePdf(document_, path); })) {
-        TellNotice(Translate(QStringLiteral("Saved as %1")).arg(path));
+    if (steps.Step(QStringLiteral("Save as PDF"), [&] { pages::WritePdf(document_, *path); })) {
+        TellNotice(Translate(QStringLiteral("Saved as %1")).arg(*path));
     }
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "base/Program.h"
-#include "print/pages/PagePrinter.h"
-#include "print/pages/PreviewWindows.h"
+#include "print/pages/PageOutput.h"
 
 #include <QWidget>
 
@@ -55,7 +54,6 @@ private:
     void Print(const QString& task, int first, int count);
     void CopyText();
     void SavePdf();
-    void SavePdfAs(const QString& path);
     void TellNotice(const QString& text);
     void TellZoom();
 

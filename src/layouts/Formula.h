@@ -27,10 +27,9 @@ struct Formula {
         Compare, // left, comparison, right
         Flag,    // `left` is a yes
     };
-    enum class Comparison { Equal, NotEqual, Less, LessEqual, Greater, GreaterEqual };
 
     Kind kind = Kind::All;
-    Comparison comparison = Comparison::Equal;
+    QString comparison; // = <> < <= > >=
     FormulaOperand left;
     FormulaOperand right;
     std::vector<Formula> parts;
@@ -43,8 +42,8 @@ struct Formula {
 // in single or double quotes, Yes, No, True, False; = <> < <= > >=; Not before And before Or; parentheses. Words and
 // names ignore letter case. A yes/no field alone is a condition.
 //
-// Throws FormulaError, which names the place, for anything else: a field that `scope` does not have, a date that does
-// not exist, values of kinds that do not compare, and a text that is longer or nests deeper than any sensible one.
+// Throws an Error whose description names the place for anything else: a field that `scope` does not have, a date that
+// does not exist, values of kinds that do not compare, and a text that is longer or nests deeper than any sensible one.
 Formula ParseFormula(QStringView text, const FieldScope& scope);
 
 // Whether a formula can compare values of the two types.
