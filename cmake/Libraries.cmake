@@ -1,16 +1,16 @@
-# velmora_library(NAME <folder> LAYER <n> [SOURCES ...] [HEADERS ...] [DEPENDS ...] [ONLY_FOR ...] [LINK ...]
+# velmora_library(NAME <folder> LAYER <n> [STORE] [SOURCES ...] [HEADERS ...] [DEPENDS ...] [ONLY_FOR ...] [LINK ...]
 #   [PRIVATE_LINK ...])
 #
 # Declares the library of one folder below src/. A library may link and include only libraries of a lower
 # layer; a link that goes up or sideways, an include of a header that belongs to a library which DEPENDS does not
 # reach, or to one that is ONLY_FOR others, ends the configure run with the offending line. DEPENDS and ONLY_FOR name
-# libraries of this project, LINK and PRIVATE_LINK imported targets. Every header is compiled on its own by the target
+# libraries of this project ("stores" in ONLY_FOR: those declared with STORE), LINK and PRIVATE_LINK imported targets. Every header is compiled on its own by the target
 # all_verify_interface_header_sets.
 # NAME is the folder (base), <folder>_<part> for a folder inside of it (engine_dialect, notes_windows).
 set_property(GLOBAL PROPERTY VELMORA_LIBRARIES "")
 
 function(velmora_library)
-  cmake_parse_arguments(ARG "" "NAME;LAYER" "SOURCES;HEADERS;DEPENDS;ONLY_FOR;LINK;PRIVATE_LINK" ${ARGN})
+  cmake_parse_arguments(ARG "STORE" "NAME;LAYER" "SOURCES;HEADERS;DEPENDS;ONLY_FOR;LINK;PRIVATE_LINK" ${ARGN})
   set(target velmora_${ARG_NAME})
   if(ARG_SOURCES)
     add_library(${target} STATIC ${ARG_SOURCES})
@@ -42,6 +42,9 @@ function(velmora_library)
   set_property(GLOBAL PROPERTY VELMORA_FILES_${ARG_NAME} "${ARG_SOURCES};${ARG_HEADERS}")
   set_property(GLOBAL PROPERTY VELMORA_DIR_${ARG_NAME} "${CMAKE_CURRENT_SOURCE_DIR}")
   set_property(GLOBAL PROPERTY VELMORA_ONLY_FOR_${ARG_NAME} "${ARG_ONLY_FOR}")
+  if(ARG_STORE)
+    set_property(GLOBAL APPEND PROPERTY VELMORA_STORES ${ARG_NAME})
+  endif()
   foreach(header IN LISTS ARG_HEADERS)
     file(RELATIVE_PATH included "${PROJECT_SOURCE_DIR}/src" "${CMAKE_CURRENT_SOURCE_DIR}/${header}")
     set_property(GLOBAL PROPERTY "VELMORA_OWNER_${included}" ${ARG_NAME})
@@ -65,6 +68,7 @@ endfunction()
 
 function(velmora_check_layers)
   get_property(libraries GLOBAL PROPERTY VELMORA_LIBRARIES)
+  get_property(stores GLOBAL PROPERTY VELMORA_STORES)
   foreach(name IN LISTS libraries)
     get_property(layer GLOBAL PROPERTY VELMORA_LAYER_${name})
     get_property(depends GLOBAL PROPERTY VELMORA_DEPENDS_${name})
@@ -93,6 +97,9 @@ function(velmora_check_layers)
           continue()
         endif()
         get_property(users GLOBAL PROPERTY VELMORA_ONLY_FOR_${owner})
+        if("stores" IN_LIST users)
+          list(APPEND users ${stores})
+        endif()
         if(NOT owner IN_LIST reachable)
           message(FATAL_ERROR "${path} has ${line}, but the library ${name} does not depend on ${owner}")
         elseif(users AND NOT name IN_LIST users)

@@ -1,5 +1,6 @@
 #include "site/SiteSchema.h"
 
+#include <algorithm>
 #include <initializer_list>
 #include <utility>
 
@@ -134,9 +135,12 @@ std::vector<TableDefinition> OwnTables() {
 } // namespace
 
 engine::Schema SiteSchema() {
-    engine::Schema schema{.version = 2};
+    engine::Schema schema;
     for (const auto& tables : {RoomsAndPersons(), AllowedPairs(), NotesAndOthers(), OwnTables()}) {
         schema.tables.insert(schema.tables.end(), tables.begin(), tables.end());
+    }
+    for (const TableDefinition& table : schema.tables) {
+        schema.version = std::max(schema.version, table.since);
     }
     return schema;
 }

@@ -42,7 +42,7 @@ int StoredQueryRevision() {
 
 QStringList AddMissingQueries(engine::Database& database, int revision) {
     const QStringList present = database.QueryNames();
-    const QStringList earlier = ShippedTexts().first(revision);
+    const QStringList earlier = ShippedTexts().mid(0, revision);
     const auto queries = StoredQueries(database);
     QStringList added;
     for (const StoredQueryText& query : StoredQueryTexts()) {
