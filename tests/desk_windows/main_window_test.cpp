@@ -3,6 +3,7 @@
 #include "desk/windows/frmIntro.h"
 #include "ops/windows/Help.h"
 #include "ops/windows/frmHelp.h"
+#include "reports/ReportFrame.h"
 #include "tests/desk_windows/DeskWindowFixture.h"
 
 #include <QCloseEvent>
