@@ -15,10 +15,11 @@ struct StatusEntry {
     QString text;
     // An asset's number; for a person how many letters of the text are the last name.
     int itemData = 0;
+    friend bool operator==(const StatusEntry&, const StatusEntry&) = default;
 };
 
 // The list of `statusType`: 0, all persons in the order of their names, or 1, all assets but the Unused ones
-// by name. A failure is told by a message, and the list is empty.
+// by name. A failure is reported by a message, and the list is empty.
 std::vector<StatusEntry> FillStatusList(const Program& program, qint16 statusType, engine::Database& database);
 
 // The lines of an entry's summary: a heading, and one line for each reservation of the person or asset that has not

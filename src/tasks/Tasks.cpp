@@ -3,7 +3,6 @@
 #include "base/Steps.h"
 #include "base/Translate.h"
 #include "data/StoreAgainstOthers.h"
-#include "tasks/TaskQuery.h"
 
 namespace velmora {
 

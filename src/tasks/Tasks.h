@@ -2,7 +2,7 @@
 
 #include "base/Program.h"
 #include "engine/Database.h"
-#include "tasks/TaskChoices.h"
+#include "tasks/TaskQuery.h"
 #include "tasks/TaskView.h"
 
 #include <QHash>
@@ -13,8 +13,8 @@ namespace velmora {
 
 // The task view's logic: selects the reservations that need a task, steps through them, and stores ticks at once.
 //
-// Every reservation is read anew when it is moved onto, so it shows what the database holds by then; what another desk
-// changed since it was shown last is told in the notice. Failures are told by a message, as are refusals; nothing is
+// Every reservation is read anew when it is moved onto, so it shows what the database holds by then; the notice says
+// what another desk changed since it was shown last. Failures and refusals are reported by a message; nothing is
 // thrown.
 class Tasks {
 public:

@@ -158,8 +158,8 @@ TEST_F(TasksTest, ShowsWhatIsStored) {
     GoTo(4);
     EXPECT_EQ(shown->details.lblLastName, QString());
     EXPECT_EQ(shown->details.lblEnd, u"3/6/2026 Through 3/7/2026 12:30 AM"_s);
-    EXPECT_TRUE(shown->details.chkTLockStart && shown->details.chkTLockEnd);
-    EXPECT_FALSE(shown->details.chkSLockStart || shown->details.chkSLockEnd);
+    EXPECT_TRUE(shown->details.Done(TaskKind::PhoneConnect) && shown->details.Done(TaskKind::PhoneDisconnect));
+    EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn) || shown->details.Done(TaskKind::MoveOut));
 
     Other("UPDATE Reservation SET \"End\" = NULL WHERE ID = 5");
     Other("UPDATE Reservation SET \"End\" = NULL WHERE ID = 13");
@@ -214,7 +214,7 @@ TEST_F(TasksTest, ATickWritesItsOneFieldAtOnce) {
     expected[sLockStart] = u"1"_s;
     expected[14] = u"1"_s;
     EXPECT_EQ(Stored(1), expected);
-    EXPECT_TRUE(shown->details.chkSLockStart && shown->details.chkTLockStart);
+    EXPECT_TRUE(shown->details.Done(TaskKind::MoveIn) && shown->details.Done(TaskKind::PhoneConnect));
     EXPECT_EQ(shown->notice, u"Changed by another desk: Name, Phone Connect"_s);
     // It stays in the selection until that is made anew.
     tasks_.First();
@@ -227,7 +227,7 @@ TEST_F(TasksTest, ATickWritesItsOneFieldAtOnce) {
     tasks_.StoreTick(TaskKind::MoveIn, false);
     expected[sLockStart] = u"0"_s;
     EXPECT_EQ(Stored(1), expected);
-    EXPECT_FALSE(shown->details.chkSLockStart);
+    EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(shown->notice, QString()) << "one's own tick is no news";
 }
 
@@ -235,7 +235,7 @@ TEST_F(TasksTest, ATickThatAnotherDeskMadeCountsAsMade) {
     GoTo(1);
     Other("UPDATE Reservation SET SLockStart = 1 WHERE ID = 1");
     tasks_.StoreTick(TaskKind::MoveIn, true);
-    EXPECT_TRUE(shown->details.chkSLockStart);
+    EXPECT_TRUE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(shown->notice, u"Changed by another desk: Move In"_s);
     EXPECT_EQ(Stored(1)[sLockStart], u"1"_s);
 
@@ -245,7 +245,7 @@ TEST_F(TasksTest, ATickThatAnotherDeskMadeCountsAsMade) {
     EXPECT_EQ(Stored(1)[sLockStart], u"0"_s);
     // An empty flag is shown as open, and is ticked like any other.
     GoTo(7);
-    EXPECT_FALSE(shown->details.chkSLockStart);
+    EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn));
     tasks_.StoreTick(TaskKind::MoveIn, true);
     EXPECT_EQ(Stored(7)[sLockStart], u"1"_s);
 }
@@ -259,7 +259,7 @@ TEST_F(TasksTest, ATickThatCannotBeStoredIsTakenBackWithTheReason) {
     EXPECT_EQ(fakes_.errors.reports[0].error.Number(), static_cast<int>(engine::EngineErrorNumber::RecordLocked));
     EXPECT_EQ(fakes_.errors.reports[0].place.procedure, u"Store Task"_s);
     EXPECT_EQ(fakes_.errors.reports[0].place.task, u"Move In"_s);
-    EXPECT_FALSE(shown->details.chkSLockStart);
+    EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
     Other("ROLLBACK");
     EXPECT_EQ(Stored(1)[sLockStart], u"0"_s);
@@ -270,10 +270,10 @@ TEST_F(TasksTest, ATickThatCannotBeStoredIsTakenBackWithTheReason) {
     tasks_.StoreTick(TaskKind::MoveIn, true);
     EXPECT_EQ(fakes_.errors.reports.size(), 3U);
     EXPECT_EQ(shown->details.frEvent, u"Budget <Q1> & more"_s);
-    EXPECT_FALSE(shown->details.chkSLockStart);
+    EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn));
     Other("ROLLBACK");
     tasks_.StoreTick(TaskKind::MoveIn, true);
-    EXPECT_TRUE(shown->details.chkSLockStart);
+    EXPECT_TRUE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(Stored(1)[sLockStart], u"1"_s);
 }
 
@@ -286,7 +286,7 @@ TEST_F(TasksTest, AReservationThatIsGoneIsToldAndLeftAside) {
     ASSERT_TRUE(shown);
     EXPECT_EQ(shown->notice, u"Another desk deleted this reservation."_s);
     EXPECT_EQ(shown->details.frEvent, u"Budget <Q1> & more"_s) << "so that it is clear which one";
-    EXPECT_FALSE(shown->details.chkSLockStart);
+    EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_FALSE(shown->tickable || tasks_.ShownReservation());
     tasks_.StoreTick(TaskKind::MoveIn, true);
 
@@ -316,7 +316,7 @@ TEST_F(TasksTest, WhatAnotherDeskChangesIsSeen) {
     EXPECT_EQ(timesShown, times) << "nothing new, and the notice stays";
     Other("UPDATE Reservation SET SLockStart = 1 WHERE ID = " + first);
     tasks_.Refresh();
-    EXPECT_TRUE(shown->details.chkSLockStart);
+    EXPECT_TRUE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(shown->notice, u"Changed by another desk: Move In"_s);
     // In another room the reservation is another record of the join; it is gone after all the same.
     Other("UPDATE Reservation SET Asset = 256 WHERE ID = " + first);

@@ -3,7 +3,8 @@
 #include "base/DateTime.h"
 #include "base/services/Printers.h"
 #include "reports/ReportContext.h"
-#include "tasks/TaskChoices.h"
+#include "reports/Requests.h"
+#include "tasks/TaskQuery.h"
 
 #include <QString>
 
@@ -34,16 +35,9 @@ struct DeskState : ReportRun, TaskChoices {
     // Quick status list: 0 persons, 1 locations.
     qint16 StatusType = 0;
 
-    // Daily page.
-    bool chkNonPermanent = false;
-    bool chkIncludeEmpty = false;
-    bool chkBrief = false;
-    bool chkCompletedMoves = false;
-    bool chkCompletedPhones = false;
-    bool chkConferenceDaily = false;
-    bool chkIncludeNotes = false;
-    bool chkIncludePhone = false;
-    bool chkOnePage = false;
+    // What the check boxes of the daily page ask of the daily lists, and of the occupants and the directory.
+    DailyRequest daily;
+    OccupancyRequest activity;
 
     // The report-day option chosen: 0 next working day, 1 current day, 2 other day; -1 none.
     qint16 optDay = 0;

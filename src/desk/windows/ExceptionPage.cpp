@@ -1,48 +1,52 @@
-#include "desk/windows/ExceptionPage.h"
-
-#include "base/windows/DateBox.h"
+#include "desk/windows/DeskPage.h"
 
 #include <QLabel>
 #include <QPushButton>
-#include <QSignalBlocker>
 
 namespace velmora {
 
 using namespace Qt::StringLiterals;
 
-ExceptionPage::ExceptionPage(DeskHost& host)
-    : host_(host), optException(this, u"optException"_s,
-                                {{0, u"Reservations outside of &Space Type"_s},
-                                 {1, u"Reservations outside of &First Area"_s},
-                                 {2, u"Reservations outside of S&econd Area"_s},
-                                 {3, u"Reservations outside of &Third Area"_s},
-                                 {4, u"Reservations not c&hecked-in"_s}}),
-      dtcException(NewDateBox(host, u"dtcException"_s)),
-      cmdRunExceptions(NewControl<QPushButton>(u"cmdRunExceptions"_s, u"&Run Report"_s)) {
+namespace {
+
+// The page of the exception reports: which one, and for which day.
+class ExceptionPage : public DeskPage {
+public:
+    explicit ExceptionPage(DeskHost& host);
+
+private:
+    void cmdRunExceptions_Click();
+};
+
+ExceptionPage::ExceptionPage(DeskHost& host) : DeskPage(host) {
+    const OptionGroup optException = NewOptions(u"optException"_s,
+                                                {{0, u"Reservations outside of &Space Type"_s},
+                                                 {1, u"Reservations outside of &First Area"_s},
+                                                 {2, u"Reservations outside of S&econd Area"_s},
+                                                 {3, u"Reservations outside of &Third Area"_s},
+                                                 {4, u"Reservations not c&hecked-in"_s}},
+                                                host.State().optException);
+    auto* cmdRunExceptions = NewControl<QPushButton>(u"cmdRunExceptions"_s, u"&Run Report"_s);
     LayOutDayPage(this, NewFrame(u"Frame9"_s, u"Report Type"_s), optException,
-                  NewControl<QLabel>(u"Label1"_s, u"Report &Date"_s), dtcException, cmdRunExceptions);
+                  NewControl<QLabel>(u"Label1"_s, u"Report &Date"_s),
+                  NewDate(u"dtcException"_s, host.State().dtcException), cmdRunExceptions);
     connect(cmdRunExceptions, &QPushButton::clicked, this, &ExceptionPage::cmdRunExceptions_Click);
 }
 
-void ExceptionPage::Store(DeskState& state) const {
-    state.optException = static_cast<qint16>(optException.Chosen());
-    state.dtcException = dtcException->Value();
-}
-
-void ExceptionPage::Load(const DeskState& state) {
-    const QSignalBlocker quiet(dtcException);
-    optException.Choose(state.optException);
-    dtcException->SetValue(state.dtcException);
-}
-
 void ExceptionPage::cmdRunExceptions_Click() {
-    if (host_.StorePages()) {
-        const DeskState& state = host_.State();
-        host_.RunReport(ExceptionRequest{.type = static_cast<ExceptionType>(std::max<int>(state.optException, 0)),
-                                         .date = state.dtcException,
-                                         .excludeConferenceRooms = state.chkConferenceDaily,
-                                         .startupArgument = host_.TheProgram().services().startupArgument});
+    if (Host().StorePages()) {
+        const DeskState& state = Host().State();
+        Host().RunReport(ExceptionRequest{.type = static_cast<ExceptionType>(std::max<int>(state.optException, 0)),
+                                          .date = state.dtcException,
+                                          .excludeConferenceRooms = state.daily.excludeConferenceRooms,
+                                          .startupArgument = services().startupArgument});
     }
+}
+
+} // namespace
+
+DeskPage* NewExceptionPage(DeskHost& host) {
+    return new ExceptionPage(host);
 }
 
 } // namespace velmora

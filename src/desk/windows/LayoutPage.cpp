@@ -1,13 +1,11 @@
-#include "desk/windows/LayoutPage.h"
-
 #include "base/windows/DateBox.h"
+#include "desk/windows/DeskPage.h"
 #include "layouts/LayoutChoice.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSignalBlocker>
 
 namespace velmora {
 
@@ -15,22 +13,49 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::vector<std::pair<int, QString>> Captions() {
-    std::vector<std::pair<int, QString>> captions;
+std::vector<OptionCaption> Captions() {
+    std::vector<OptionCaption> captions;
     for (const layouts::LayoutChoice& choice : layouts::LayoutChoices()) {
         captions.emplace_back(choice.index, choice.caption.toString());
     }
     return captions;
 }
 
-} // namespace
+// The page of the pre-designed report layouts.
+class LayoutPage : public DeskPage {
+public:
+    explicit LayoutPage(DeskHost& host);
+
+private:
+    QWidget* MakeRangeFrame();
+    QWidget* MakeReportFrame();
+    void ReportStart_Change();
+    void ReportEnd_Change();
+    void optReport_Click(int index);
+    void Command3_Click();
+
+    OptionGroup optReport;
+    DateBox* ReportStart;
+    DateBox* ReportEnd;
+    QCheckBox* chkConference;
+    QCheckBox* chkReportCompleted;
+    QPushButton* Command3;
+};
 
 LayoutPage::LayoutPage(DeskHost& host)
-    : host_(host), optReport(this, u"optReport"_s, Captions()), ReportStart(NewDateBox(host, u"ReportStart"_s)),
-      ReportEnd(NewDateBox(host, u"ReportEnd"_s)),
-      chkConference(NewControl<QCheckBox>(u"chkConference"_s, u"E&xclude Conf. Rooms"_s)),
-      chkReportCompleted(NewControl<QCheckBox>(u"chkReportCompleted"_s, u"&Uncompleted Only"_s)),
+    : DeskPage(host), optReport(this, u"optReport"_s, Captions()),
+      ReportStart(NewDate(u"ReportStart"_s, host.State().ReportStart)),
+      ReportEnd(NewDate(u"ReportEnd"_s, host.State().ReportEnd)),
+      chkConference(NewCheck(u"chkConference"_s, u"E&xclude Conf. Rooms"_s, host.State().chkConference)),
+      chkReportCompleted(NewCheck(u"chkReportCompleted"_s, u"&Uncompleted Only"_s, host.State().chkReportCompleted)),
       Command3(NewControl<QPushButton>(u"Command3"_s, u"&Run Report"_s)) {
+    Keep([this] { Host().State().SelectedLayout = static_cast<qint16>(std::max(0, optReport.Chosen())); },
+         [this] {
+             optReport.Choose(Host().State().SelectedLayout);
+             if (Host().State().SelectedLayout != 0) {
+                 optReport_Click(Host().State().SelectedLayout);
+             }
+         });
     QVBoxLayout* column = NewPageColumn(this);
     column->addWidget(MakeReportFrame());
     column->addWidget(MakeRangeFrame());
@@ -81,27 +106,6 @@ QWidget* LayoutPage::MakeRangeFrame() {
     return frame.box;
 }
 
-void LayoutPage::Store(DeskState& state) const {
-    state.ReportStart = ReportStart->Value();
-    state.ReportEnd = ReportEnd->Value();
-    state.chkConference = chkConference->isChecked();
-    state.chkReportCompleted = chkReportCompleted->isChecked();
-    state.SelectedLayout = static_cast<qint16>(std::max(0, optReport.Chosen()));
-}
-
-void LayoutPage::Load(const DeskState& state) {
-    const QSignalBlocker quietStart(ReportStart);
-    const QSignalBlocker quietEnd(ReportEnd);
-    ReportStart->SetValue(state.ReportStart);
-    ReportEnd->SetValue(state.ReportEnd);
-    chkConference->setChecked(state.chkConference);
-    chkReportCompleted->setChecked(state.chkReportCompleted);
-    optReport.Choose(state.SelectedLayout);
-    if (state.SelectedLayout != 0) {
-        optReport_Click(state.SelectedLayout);
-    }
-}
-
 void LayoutPage::ReportStart_Change() {
     const auto start = ReportStart->Value();
     if (start && ReportEnd->Value() && DaysBetween(*start, *ReportEnd->Value()) < 1) {
@@ -121,7 +125,7 @@ void LayoutPage::optReport_Click(int index) {
     if (!view) {
         return;
     }
-    host_.State().SelectedLayout = static_cast<qint16>(index);
+    Host().State().SelectedLayout = static_cast<qint16>(index);
     const QChar letter = view->completedCaption.startsWith(u'U') ? u'u' : u'n';
     chkReportCompleted->setText(WithMnemonic(view->completedCaption, letter));
     chkReportCompleted->setVisible(view->showCompleted);
@@ -129,14 +133,20 @@ void LayoutPage::optReport_Click(int index) {
 }
 
 void LayoutPage::Command3_Click() {
-    if (host_.StorePages()) {
-        const DeskState& state = host_.State();
-        host_.RunReport(LayoutRequest{.layout = state.SelectedLayout,
-                                      .start = state.ReportStart,
-                                      .end = state.ReportEnd,
-                                      .excludeConferenceRooms = state.chkConference,
-                                      .completionFilter = state.chkReportCompleted});
+    if (Host().StorePages()) {
+        const DeskState& state = Host().State();
+        Host().RunReport(LayoutRequest{.layout = state.SelectedLayout,
+                                       .start = state.ReportStart,
+                                       .end = state.ReportEnd,
+                                       .excludeConferenceRooms = state.chkConference,
+                                       .completionFilter = state.chkReportCompleted});
     }
+}
+
+} // namespace
+
+DeskPage* NewLayoutPage(DeskHost& host) {
+    return new LayoutPage(host);
 }
 
 } // namespace velmora

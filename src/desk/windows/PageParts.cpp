@@ -1,7 +1,6 @@
 #include "desk/windows/PageParts.h"
 
 #include "base/windows/DateBox.h"
-#include "desk/windows/DeskHost.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -55,13 +54,6 @@ QHBoxLayout* NewButtonRow(std::initializer_list<QPushButton*> buttons) {
     return row;
 }
 
-DateBox* NewDateBox(DeskHost& host, const QString& name) {
-    const Services& services = host.TheProgram().services();
-    auto* box = new DateBox(services.localeText, services.clock);
-    box->setObjectName(name);
-    return box;
-}
-
 void LayOutDayPage(QWidget* page, const Frame& frame, const OptionGroup& options, QLabel* label, DateBox* date,
                    QPushButton* run) {
     for (QAbstractButton* option : options.Buttons()) {
@@ -87,7 +79,7 @@ QScrollArea* NewPageView(QWidget* page) {
     return view;
 }
 
-OptionGroup::OptionGroup(QWidget* parent, const QString& name, const std::vector<std::pair<int, QString>>& captions)
+OptionGroup::OptionGroup(QWidget* parent, const QString& name, const std::vector<OptionCaption>& captions)
     : group_(new QButtonGroup(parent)) {
     group_->setObjectName(name);
     for (const auto& [index, caption] : captions) {
@@ -104,7 +96,7 @@ void OptionGroup::FixTabStops(const QButtonGroup& group) {
     }
 }
 
-void OptionGroup::Choose(int index) {
+void OptionGroup::Choose(int index) const {
     if (QAbstractButton* button = group_->button(index)) {
         const auto buttons = group_->buttons();
         const bool focused = std::ranges::any_of(buttons, &QAbstractButton::hasFocus);

@@ -19,7 +19,6 @@ class QScrollArea;
 namespace velmora {
 
 class DateBox;
-class DeskHost;
 class OptionGroup;
 
 // How the pages of the main window are put together, so that all look alike.
@@ -51,23 +50,25 @@ QLabel* NewHint(const QString& name, const QString& text);
 // A row that ends in the page's buttons; the first is the one that Return presses.
 QHBoxLayout* NewButtonRow(std::initializer_list<QPushButton*> buttons);
 
-DateBox* NewDateBox(DeskHost& host, const QString& name);
-
-// A page that runs a report of one day: a frame with the options, the date below it, and the button that runs it.
+// A page that runs a report of one day: a frame with the options, the date below it under its label, and the button
+// that runs it.
 void LayOutDayPage(QWidget* page, const Frame& frame, const OptionGroup& options, QLabel* label, DateBox* date,
                    QPushButton* run);
 
 // A view of a page, which scrolls it on a screen that is smaller, so that what is below the pages stays in sight.
 QScrollArea* NewPageView(QWidget* page);
 
+// The index of an option button, and its caption.
+using OptionCaption = std::pair<int, QString>;
+
 // Option buttons that share a name and differ by an index.
 class OptionGroup {
 public:
-    OptionGroup(QWidget* parent, const QString& name, const std::vector<std::pair<int, QString>>& captions);
+    OptionGroup(QWidget* parent, const QString& name, const std::vector<OptionCaption>& captions);
     // -1 when none is chosen.
     int Chosen() const { return group_->checkedId(); }
     // Chooses without a click; an index that no button has clears the choice.
-    void Choose(int index);
+    void Choose(int index) const;
     QRadioButton* Button(int index) const { return static_cast<QRadioButton*>(group_->button(index)); }
     QButtonGroup* Group() const { return group_; }
     QList<QAbstractButton*> Buttons() const { return group_->buttons(); }

@@ -1,5 +1,4 @@
-#include "desk/windows/PrinterSettingsPage.h"
-
+#include "desk/windows/DeskPage.h"
 #include "desk/windows/PrinterControlBox.h"
 #include "print/PrintStyles.h"
 #include "print/windows/frmPrintOptions.h"
@@ -11,10 +10,29 @@ namespace velmora {
 
 using namespace Qt::StringLiterals;
 
-PrinterSettingsPage::PrinterSettingsPage(DeskHost& host)
-    : host_(host), PrinterControl1(new PrinterControlBox(host.TheProgram().services())),
-      optOrientation(this, u"optOrientation"_s, {{1, u"&Portrait"_s}, {2, u"&Landscape"_s}}) {
+namespace {
+
+// The page of the settings that reports are made with.
+class PrinterSettingsPage : public DeskPage {
+public:
+    explicit PrinterSettingsPage(DeskHost& host);
+
+private:
+    void cmdOptions_Click();
+};
+
+PrinterSettingsPage::PrinterSettingsPage(DeskHost& host) : DeskPage(host) {
+    DeskState& state = host.State();
+    auto* PrinterControl1 = new PrinterControlBox(services());
     PrinterControl1->setObjectName(u"PrinterControl1"_s);
+    const OptionGroup optOrientation(this, u"optOrientation"_s, {{1, u"&Portrait"_s}, {2, u"&Landscape"_s}});
+    Keep([=, &state] { state.PrinterControl1 = PrinterControl1->Settings(); },
+         [=, &state] { PrinterControl1->SetSettings(state.PrinterControl1); });
+    Keep(
+        [=, &state] {
+            state.optOrientation = optOrientation.Chosen() == 2 ? Orientation::Landscape : Orientation::Portrait;
+        },
+        [=, &state] { optOrientation.Choose(static_cast<int>(state.optOrientation)); });
     QVBoxLayout* column = NewPageColumn(this);
     const Frame settings = NewFrame(u"Shape1"_s, u"Printer"_s);
     auto* control = new QHBoxLayout;
@@ -37,28 +55,15 @@ PrinterSettingsPage::PrinterSettingsPage(DeskHost& host)
     connect(options, &QPushButton::clicked, this, &PrinterSettingsPage::cmdOptions_Click);
 }
 
-void PrinterSettingsPage::Store(DeskState& state) const {
-    state.PrinterControl1 = PrinterControl1->Settings();
-    state.optOrientation = optOrientation.Chosen() == 2 ? Orientation::Landscape : Orientation::Portrait;
-}
-
-void PrinterSettingsPage::Load(const DeskState& state) {
-    PrinterControl1->SetSettings(state.PrinterControl1);
-    optOrientation.Choose(static_cast<int>(state.optOrientation));
-}
-
-Delivery PrinterSettingsPage::DeliveryOf(const DeskState& state) {
-    const PrinterControl& control = state.PrinterControl1;
-    return {.target = static_cast<DeliveryTarget>(control.Destination),
-            .printer = control.PrinterName,
-            .font = control.PrinterFont,
-            .orientation = state.optOrientation,
-            .continuous = control.Continuous};
-}
-
 void PrinterSettingsPage::cmdOptions_Click() {
-    print::DatabaseStyles styles(host_.Database());
-    print::frmPrintOptions(host_.TheProgram().services(), styles, window()).exec();
+    print::DatabaseStyles styles(Host().Database());
+    print::frmPrintOptions(services(), styles, window()).exec();
+}
+
+} // namespace
+
+DeskPage* NewPrinterSettingsPage(DeskHost& host) {
+    return new PrinterSettingsPage(host);
 }
 
 } // namespace velmora

@@ -1,7 +1,7 @@
-#include "desk/windows/TasksPage.h"
-
+#include "base/windows/DateBox.h"
 #include "base/windows/Glyph.h"
-#include "desk/windows/DateRangeBox.h"
+#include "desk/windows/DeskPage.h"
+#include "tasks/Tasks.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -9,8 +9,9 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSignalBlocker>
 #include <QTimer>
+
+#include <array>
 
 namespace velmora {
 
@@ -21,33 +22,94 @@ namespace {
 // How soon a desk that is only looked at shows what another desk did; one look-up by key each time.
 constexpr int refreshInterval = 5000;
 
-QPushButton* NewStep(const QString& name, const QString& caption, Glyph glyph, const QString& toolTip) {
-    auto* button = NewControl<QPushButton>(name, caption);
-    button->setIcon(GlyphIcon(glyph));
-    button->setToolTip(toolTip);
-    return button;
-}
+// A text of the reservation shown: its control, the number and text of its caption, and its place in the grid.
+struct Detail {
+    QString TaskDetails::*text;
+    const char16_t* name;
+    int captionIndex;
+    const char16_t* caption;
+    int row;
+    int column;
+};
 
-} // namespace
+constexpr std::array details = {
+    Detail{&TaskDetails::lblAssetName, u"lblAssetName", 8, u"Location", 0, 0},
+    Detail{&TaskDetails::lblEvent, u"lblEvent", 5, u"Event Type", 0, 2},
+    Detail{&TaskDetails::lblEnd, u"lblEnd", 4, u"Duration", 1, 0},
+    Detail{&TaskDetails::lblAttendees, u"lblAttendees", 6, u"Attendees", 1, 2},
+    Detail{&TaskDetails::lblLastName, u"lblLastName", 0, u"Last Name", 2, 0},
+    Detail{&TaskDetails::lblFirstName, u"lblFirstName", 1, u"First Name", 2, 2},
+    Detail{&TaskDetails::lblOrganization, u"lblOrganization", 2, u"Organization", 3, 0},
+};
+
+// The page on which staff step through the reservations that need a task and tick each one done.
+class TasksPage : public DeskPage, public TaskView {
+public:
+    explicit TasksPage(DeskHost& host);
+    // Selects anew.
+    void Chosen() override { ShowTasks(); }
+    // Shows what another desk changed meanwhile.
+    void Refresh() override;
+
+private:
+    QWidget* MakeSelectionFrame();
+    QWidget* MakeDateRange();
+    QWidget* MakeTaskFrame();
+    QLayout* MakeDetails();
+    QLayout* MakeNavigation();
+    // A button that goes to another reservation, by itself or by its key.
+    QPushButton* NewStep(const QString& name, const QString& caption, Glyph glyph, const QString& toolTip,
+                         QKeyCombination key, void (TasksPage::*go)());
+    void tmrRefresh_Timer();
+
+    void ShowTask(const ShownTask& task) override;
+    void HideTask(const QString& text) override;
+    void ShowNotice(const QString& text);
+
+    void ShowTasks();
+    void cmdShowTasks_Click() { ShowTasks(); }
+    void optViewType_Click() { ShowTasks(); }
+    void chkCompleted_Click() { ShowTasks(); }
+    void chkConferenceView_Click() { ShowTasks(); }
+    void cmdFirst_Click() { TheTasks().First(); }
+    void cmdPrev_Click() { TheTasks().Previous(); }
+    void cmdNext_Click() { TheTasks().Next(); }
+    void cmdLast_Click() { TheTasks().Last(); }
+    void cmdNotes_Click();
+    void Tick(TaskKind task);
+    void ToggleTick();
+
+    // The database is opened after the page is made.
+    Tasks& TheTasks();
+
+    std::unique_ptr<Tasks> tasks_;
+    OptionGroup optViewType;
+    QGroupBox* frEvent = nullptr;
+    // By TaskKind: chkSLockStart, chkSLockEnd, chkTLockStart, chkTLockEnd.
+    std::array<QCheckBox*, allTasks.size()> ticks_{};
+    QPushButton* cmdFirst = nullptr;
+    QPushButton* cmdPrev = nullptr;
+    QPushButton* cmdNext = nullptr;
+    QPushButton* cmdLast = nullptr;
+    QPushButton* cmdNotes;
+    QLabel* lblPlace;
+    QLabel* lblNothing;
+    QLabel* lblNotice;
+    QLabel* picNotice;
+    // In the order of their table.
+    std::array<QLabel*, details.size()> details_{};
+    std::optional<TaskKind> tickable_;
+};
 
 TasksPage::TasksPage(DeskHost& host)
-    : host_(host),
-      optViewType(this, u"optViewType"_s,
-                  {{0, u"Move &In"_s}, {1, u"Mo&ve Out"_s}, {2, u"Ph&one Connect"_s}, {3, u"Phone &Disconnect"_s}}),
-      DateRange1(new DateRangeBox(host.TheProgram().services())),
-      cmdShowTasks(NewControl<QPushButton>(u"cmdShowTasks"_s, u"Sho&w Tasks"_s)),
-      chkConferenceView(NewControl<QCheckBox>(u"chkConferenceView"_s, u"&Exclude Conf. Rooms"_s)),
-      chkCompleted(NewControl<QCheckBox>(u"chkCompleted"_s, u"&Uncompleted Only"_s)),
-      cmdFirst(NewStep(u"cmdFirst"_s, u"&First"_s, Glyph::First, u"First reservation (Alt+Home)"_s)),
-      cmdPrev(NewStep(u"cmdPrev"_s, u"P&rev."_s, Glyph::Previous, u"Previous reservation (Alt+Page Up)"_s)),
-      cmdNext(NewStep(u"cmdNext"_s, u"&Next"_s, Glyph::Next, u"Next reservation (Alt+Page Down)"_s)),
-      cmdLast(NewStep(u"cmdLast"_s, u"&Last"_s, Glyph::Last, u"Last reservation (Alt+End)"_s)),
+    : DeskPage(host),
+      optViewType(
+          NewOptions(u"optViewType"_s,
+                     {{0, u"Move &In"_s}, {1, u"Mo&ve Out"_s}, {2, u"Ph&one Connect"_s}, {3, u"Phone &Disconnect"_s}},
+                     host.State().ViewType)),
       cmdNotes(NewControl<QPushButton>(u"cmdNotes"_s, u"Note&s"_s)), lblPlace(NewControl<QLabel>(u"lblPlace"_s, {})),
       lblNothing(NewHint(u"lblNothing"_s, {})), lblNotice(NewControl<QLabel>(u"lblNotice"_s, {})),
-      picNotice(new QLabel), lblLastName(NewValue(u"lblLastName"_s)), lblFirstName(NewValue(u"lblFirstName"_s)),
-      lblOrganization(NewValue(u"lblOrganization"_s)), lblEnd(NewValue(u"lblEnd"_s)), lblEvent(NewValue(u"lblEvent"_s)),
-      lblAttendees(NewValue(u"lblAttendees"_s)), lblAssetName(NewValue(u"lblAssetName"_s)),
-      tmrRefresh(new QTimer(this)) {
+      picNotice(new QLabel) {
     QVBoxLayout* column = NewPageColumn(this);
     column->addWidget(MakeSelectionFrame());
     column->addWidget(MakeTaskFrame());
@@ -55,13 +117,26 @@ TasksPage::TasksPage(DeskHost& host)
     column->addStretch();
     frEvent->hide();
     lblNothing->hide();
-    AddKeys();
+    auto* tick = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
+    connect(tick, &QShortcut::activated, this, &TasksPage::ToggleTick);
+    auto* tmrRefresh = new QTimer(this);
     tmrRefresh->setObjectName(u"tmrRefresh"_s);
     connect(tmrRefresh, &QTimer::timeout, this, &TasksPage::tmrRefresh_Timer);
     tmrRefresh->start(refreshInterval);
 }
 
-TasksPage::~TasksPage() = default;
+QWidget* TasksPage::MakeDateRange() {
+    DateRange& range = Host().State().DateRange1;
+    auto* DateRange1 = new QWidget;
+    DateRange1->setObjectName(u"DateRange1"_s);
+    auto* row = new QHBoxLayout(DateRange1);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(spacing::large);
+    row->addLayout(
+        Captioned(NewControl<QLabel>(u"lblStartDate"_s, u"St&art"_s), NewDate(u"StartDate"_s, range.StartDate)));
+    row->addLayout(Captioned(NewControl<QLabel>(u"lblEndDate"_s, u"&Before"_s), NewDate(u"EndDate"_s, range.EndDate)));
+    return DateRange1;
+}
 
 QWidget* TasksPage::MakeSelectionFrame() {
     auto* both = new QWidget;
@@ -74,12 +149,15 @@ QWidget* TasksPage::MakeSelectionFrame() {
     }
     kind.column->addStretch();
     const Frame range = NewFrame(u"Frame3"_s, u"Date Range"_s);
-    DateRange1->setObjectName(u"DateRange1"_s);
+    auto* cmdShowTasks = NewControl<QPushButton>(u"cmdShowTasks"_s, u"Sho&w Tasks"_s);
     cmdShowTasks->setDefault(true);
     auto* dates = new QHBoxLayout;
-    dates->addWidget(DateRange1);
+    dates->addWidget(MakeDateRange());
     dates->addStretch();
     range.column->addLayout(dates);
+    auto* chkCompleted = NewCheck(u"chkCompleted"_s, u"&Uncompleted Only"_s, Host().State().chkCompleted);
+    auto* chkConferenceView =
+        NewCheck(u"chkConferenceView"_s, u"&Exclude Conf. Rooms"_s, Host().State().chkConferenceView);
     auto* checks = new QHBoxLayout;
     checks->setSpacing(2 * spacing::large);
     checks->addWidget(chkCompleted);
@@ -97,40 +175,25 @@ QWidget* TasksPage::MakeSelectionFrame() {
     return both;
 }
 
-QLabel* TasksPage::NewValue(const QString& name) {
-    auto* label = NewControl<QLabel>(name, {});
-    label->setTextFormat(Qt::PlainText);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setWordWrap(true);
-    QFont font = label->font();
-    font.setBold(true);
-    label->setFont(font);
-    return label;
-}
-
 QLayout* TasksPage::MakeDetails() {
-    struct Line {
-        int index;
-        QString caption;
-        QLabel* value;
-        int row;
-        int column;
-    };
-    const Line lines[] = {{8, u"Location"_s, lblAssetName, 0, 0},
-                          {5, u"Event Type"_s, lblEvent, 0, 2},
-                          {4, u"Duration"_s, lblEnd, 1, 0},
-                          {6, u"Attendees"_s, lblAttendees, 1, 2},
-                          {0, u"Last Name"_s, lblLastName, 2, 0},
-                          {1, u"First Name"_s, lblFirstName, 2, 2},
-                          {2, u"Organization"_s, lblOrganization, 3, 0}};
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(spacing::large);
     grid->setVerticalSpacing(spacing::normal);
-    for (const Line& line : lines) {
-        auto* caption = NewControl<QLabel>(u"Label9"_s + QString::number(line.index), line.caption);
-        grid->addWidget(caption, line.row, line.column, Qt::AlignTop);
-        grid->addWidget(line.value, line.row, line.column + 1, Qt::AlignTop);
-        line.value->setAccessibleName(line.caption);
+    for (size_t i = 0; i < details.size(); ++i) {
+        const Detail& detail = details[i];
+        const QString caption = QString::fromUtf16(detail.caption);
+        auto* value = NewControl<QLabel>(QString::fromUtf16(detail.name), {});
+        value->setTextFormat(Qt::PlainText);
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        value->setWordWrap(true);
+        value->setAccessibleName(caption);
+        QFont font = value->font();
+        font.setBold(true);
+        value->setFont(font);
+        auto* label = NewControl<QLabel>(u"Label9"_s + QString::number(detail.captionIndex), caption);
+        grid->addWidget(label, detail.row, detail.column, Qt::AlignTop);
+        grid->addWidget(value, detail.row, detail.column + 1, Qt::AlignTop);
+        details_[i] = value;
     }
     grid->setColumnStretch(1, 3);
     grid->setColumnStretch(3, 2);
@@ -167,7 +230,26 @@ QWidget* TasksPage::MakeTaskFrame() {
     return frame.box;
 }
 
+QPushButton* TasksPage::NewStep(const QString& name, const QString& caption, Glyph glyph, const QString& toolTip,
+                                QKeyCombination key, void (TasksPage::*go)()) {
+    auto* button = NewControl<QPushButton>(name, caption);
+    button->setIcon(GlyphIcon(glyph));
+    button->setToolTip(toolTip);
+    connect(button, &QPushButton::clicked, this, go);
+    auto* shortcut = new QShortcut(QKeySequence(key), this);
+    connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+    return button;
+}
+
 QLayout* TasksPage::MakeNavigation() {
+    cmdFirst = NewStep(u"cmdFirst"_s, u"&First"_s, Glyph::First, u"First reservation (Alt+Home)"_s,
+                       Qt::ALT | Qt::Key_Home, &TasksPage::cmdFirst_Click);
+    cmdPrev = NewStep(u"cmdPrev"_s, u"P&rev."_s, Glyph::Previous, u"Previous reservation (Alt+Page Up)"_s,
+                      Qt::ALT | Qt::Key_PageUp, &TasksPage::cmdPrev_Click);
+    cmdNext = NewStep(u"cmdNext"_s, u"&Next"_s, Glyph::Next, u"Next reservation (Alt+Page Down)"_s,
+                      Qt::ALT | Qt::Key_PageDown, &TasksPage::cmdNext_Click);
+    cmdLast = NewStep(u"cmdLast"_s, u"&Last"_s, Glyph::Last, u"Last reservation (Alt+End)"_s, Qt::ALT | Qt::Key_End,
+                      &TasksPage::cmdLast_Click);
     auto* row = new QHBoxLayout;
     row->setSpacing(spacing::normal);
     for (QPushButton* button : {cmdFirst, cmdPrev, cmdNext, cmdLast}) {
@@ -176,62 +258,25 @@ QLayout* TasksPage::MakeNavigation() {
     row->addSpacing(spacing::normal);
     row->addWidget(lblPlace);
     row->addStretch();
-    connect(cmdFirst, &QPushButton::clicked, this, &TasksPage::cmdFirst_Click);
-    connect(cmdPrev, &QPushButton::clicked, this, &TasksPage::cmdPrev_Click);
-    connect(cmdNext, &QPushButton::clicked, this, &TasksPage::cmdNext_Click);
-    connect(cmdLast, &QPushButton::clicked, this, &TasksPage::cmdLast_Click);
     return row;
-}
-
-void TasksPage::AddKeys() {
-    const std::pair<QKeyCombination, QPushButton*> steps[] = {{Qt::ALT | Qt::Key_Home, cmdFirst},
-                                                              {Qt::ALT | Qt::Key_PageUp, cmdPrev},
-                                                              {Qt::ALT | Qt::Key_PageDown, cmdNext},
-                                                              {Qt::ALT | Qt::Key_End, cmdLast}};
-    for (const auto& [key, button] : steps) {
-        auto* shortcut = new QShortcut(QKeySequence(key), this);
-        connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
-    }
-    auto* tick = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this);
-    connect(tick, &QShortcut::activated, this, &TasksPage::ToggleTick);
-}
-
-void TasksPage::Store(DeskState& state) const {
-    state.DateRange1 = DateRange1->Range();
-    state.chkCompleted = chkCompleted->isChecked();
-    state.chkConferenceView = chkConferenceView->isChecked();
-    state.ViewType = static_cast<qint16>(optViewType.Chosen());
-}
-
-void TasksPage::Load(const DeskState& state) {
-    DateRange1->SetRange(state.DateRange1);
-    chkCompleted->setChecked(state.chkCompleted);
-    chkConferenceView->setChecked(state.chkConferenceView);
-    optViewType.Choose(state.ViewType);
 }
 
 Tasks& TasksPage::TheTasks() {
     if (tasks_ == nullptr) {
-        tasks_ = std::make_unique<Tasks>(host_.TheProgram(), host_.State(), host_.Database(), *this);
+        tasks_ = std::make_unique<Tasks>(Host().TheProgram(), Host().State(), Host().Database(), *this);
     }
     return *tasks_;
 }
 
 void TasksPage::ShowTask(const ShownTask& task) {
-    const TaskDetails& details = task.details;
-    frEvent->setTitle(QString(details.frEvent).replace(u'&', u"&&"_s));
-    lblLastName->setText(details.lblLastName);
-    lblFirstName->setText(details.lblFirstName);
-    lblOrganization->setText(details.lblOrganization);
-    lblEnd->setText(details.lblEnd);
-    lblEvent->setText(details.lblEvent);
-    lblAttendees->setText(details.lblAttendees);
-    lblAssetName->setText(details.lblAssetName);
-    const bool done[] = {details.chkSLockStart, details.chkSLockEnd, details.chkTLockStart, details.chkTLockEnd};
+    frEvent->setTitle(QString(task.details.frEvent).replace(u'&', u"&&"_s));
+    for (size_t i = 0; i < details.size(); ++i) {
+        details_[i]->setText(task.details.*details[i].text);
+    }
     tickable_ = task.tickable;
     for (const TaskKind kind : allTasks) {
         const auto index = static_cast<size_t>(kind);
-        ticks_[index]->setChecked(done[index]);
+        ticks_[index]->setChecked(task.details.Done(kind));
         ticks_[index]->setEnabled(task.tickable == kind);
         ticks_[index]->setToolTip(task.tickable == kind ? u"Ctrl+Enter"_s : QString());
     }
@@ -244,7 +289,7 @@ void TasksPage::ShowTask(const ShownTask& task) {
     ShowNotice(task.notice);
     lblNothing->hide();
     frEvent->show();
-    host_.ShowNumbers(details.lblAsset, details.lblID);
+    Host().ShowNumbers(task.details.lblAsset, task.details.lblID);
 }
 
 void TasksPage::ShowNotice(const QString& text) {
@@ -261,15 +306,11 @@ void TasksPage::HideTask(const QString& text) {
     frEvent->hide();
     lblNothing->setText(text);
     lblNothing->setVisible(!text.isEmpty());
-    host_.ShowNumbers({}, {});
-}
-
-void TasksPage::Chosen() {
-    ShowTasks();
+    Host().ShowNumbers({}, {});
 }
 
 void TasksPage::ShowTasks() {
-    if (host_.StorePages()) {
+    if (Host().StorePages()) {
         TheTasks().ShowTasks();
     }
 }
@@ -287,41 +328,9 @@ void TasksPage::tmrRefresh_Timer() {
     }
 }
 
-void TasksPage::cmdShowTasks_Click() {
-    ShowTasks();
-}
-
-void TasksPage::optViewType_Click(int) {
-    ShowTasks();
-}
-
-void TasksPage::chkCompleted_Click() {
-    ShowTasks();
-}
-
-void TasksPage::chkConferenceView_Click() {
-    ShowTasks();
-}
-
-void TasksPage::cmdFirst_Click() {
-    TheTasks().First();
-}
-
-void TasksPage::cmdPrev_Click() {
-    TheTasks().Previous();
-}
-
-void TasksPage::cmdNext_Click() {
-    TheTasks().Next();
-}
-
-void TasksPage::cmdLast_Click() {
-    TheTasks().Last();
-}
-
 void TasksPage::cmdNotes_Click() {
     if (const auto reservation = TheTasks().ShownReservation()) {
-        host_.OpenNotes(*reservation);
+        Host().OpenNotes(*reservation);
         TheTasks().Refresh();
     }
 }
@@ -334,6 +343,12 @@ void TasksPage::ToggleTick() {
     if (tickable_ && frEvent->isVisible()) {
         ticks_[static_cast<size_t>(*tickable_)]->click();
     }
+}
+
+} // namespace
+
+DeskPage* NewTasksPage(DeskHost& host) {
+    return new TasksPage(host);
 }
 
 } // namespace velmora

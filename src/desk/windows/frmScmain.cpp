@@ -8,15 +8,7 @@
 #include "data/Configuration.h"
 #include "data/LookupLists.h"
 #include "data/NativePath.h"
-#include "desk/windows/DailyPage.h"
-#include "desk/windows/ExceptionPage.h"
-#include "desk/windows/LayoutPage.h"
-#include "desk/windows/MainTabs.h"
 #include "desk/windows/PrinterControlBox.h"
-#include "desk/windows/PrinterSettingsPage.h"
-#include "desk/windows/StatusPage.h"
-#include "desk/windows/TasksPage.h"
-#include "desk/windows/UsagePage.h"
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
@@ -42,6 +34,36 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int holdInterval = 60000;
+
+// A tab of the main window, English, and what makes its page.
+struct MainTab {
+    QString caption;
+    QString key;
+    QString toolTip;
+    DeskPage* (*makePage)(DeskHost& host);
+};
+
+constexpr int tasksTab = 1;
+
+std::array<MainTab, 7> MainTabs() {
+    return {{{u"Daily Reports"_s, u"Daily"_s, u"Daily Reports"_s, &NewDailyPage},
+             {u"View Tasks"_s, u"View"_s, u"View Daily Tasks"_s, &NewTasksPage},
+             {u"CR Reports"_s, u"Crystal"_s, u"Crystal Reports"_s, &NewLayoutPage},
+             {u"Quick Status"_s, u"Status"_s, u"Quick Status Viewing"_s, &NewStatusPage},
+             {u"Exception"_s, u"Exception"_s, u"Exception Reports"_s, &NewExceptionPage},
+             {u"Usage"_s, u"Usage"_s, u"Usage Reports"_s, &NewUsagePage},
+             {u"Printer"_s, u"Printer"_s, u"Printer Settings"_s, &NewPrinterSettingsPage}}};
+}
+
+// How reports are delivered that are run with the settings of the printer page.
+Delivery DeliveryOf(const DeskState& state) {
+    const PrinterControl& control = state.PrinterControl1;
+    return {.target = static_cast<DeliveryTarget>(control.Destination),
+            .printer = control.PrinterName,
+            .font = control.PrinterFont,
+            .orientation = state.optOrientation,
+            .continuous = control.Continuous};
+}
 
 QLineEdit* NewNumber(const QString& name, const QString& accessibleName) {
     auto* box = new QLineEdit;
@@ -85,32 +107,13 @@ frmScmain::frmScmain(DeskParts parts)
 
 frmScmain::~frmScmain() = default;
 
-DeskPage* frmScmain::NewPage(int index) {
-    switch (index) {
-    case 0:
-        return daily_ = new DailyPage(*this);
-    case 1:
-        return tasks_ = new TasksPage(*this);
-    case 2:
-        return new LayoutPage(*this);
-    case 3:
-        return new StatusPage(*this);
-    case 4:
-        return new ExceptionPage(*this);
-    case 5:
-        return new UsagePage(*this);
-    default:
-        return new PrinterSettingsPage(*this);
-    }
-}
-
 DeskPage& frmScmain::Page(int index) {
     DeskPage*& page = pages_.at(static_cast<size_t>(index));
     if (page == nullptr) {
-        page = NewPage(index);
+        page = MainTabs().at(static_cast<size_t>(index)).makePage(*this);
         page->setObjectName(u"Page"_s + QString::number(index));
         TranslateForm(*page);
-        page->Load(state_);
+        page->Load();
         stack_->addWidget(NewPageView(page));
         // What is below the pages comes behind all of them.
         setTabOrder(previousInFocusChain(), lblAsset);
@@ -185,15 +188,7 @@ DeskPage& frmScmain::CurrentPage() {
 }
 
 bool frmScmain::ShowsTasks() const {
-    return tasks_ != nullptr && tasks_->isVisibleTo(stack_);
-}
-
-QStringList frmScmain::PageKeys() {
-    QStringList keys;
-    for (const MainTab& tab : MainTabs()) {
-        keys += tab.key;
-    }
-    return keys;
+    return pages_[tasksTab] != nullptr && pages_[tasksTab]->isVisibleTo(stack_);
 }
 
 QString frmScmain::CurrentPageKey() const {
@@ -229,7 +224,7 @@ void frmScmain::SetStartState() {
     state_.optOrientation = services().printers.CurrentOrientation();
     state_.PrinterControl1 = PrinterControlBox::Stored(services().userSettings);
     ShowPage(CurrentPage());
-    daily_->ShowDays(today);
+    CurrentPage().Refresh();
     // Notes that are printed before any report go where reports go.
     parts_.job.SetOutputTarget(state_.PrinterControl1.Destination);
     parts_.job.SetPreviewMode(state_.PrinterControl1.ShowPreview);
@@ -249,7 +244,7 @@ bool frmScmain::StorePages() {
 void frmScmain::StoreControls() {
     for (const DeskPage* page : pages_) {
         if (page != nullptr) {
-            page->Store(state_);
+            page->Store();
         }
     }
 }
@@ -262,7 +257,7 @@ void frmScmain::RunReport(const ReportRequest& request) {
     Guard(u"Run Report"_s, [&] {
         // A layout opens in a window of its own, whatever the printer page says.
         const bool isLayout = std::holds_alternative<LayoutRequest>(request);
-        const Delivery delivery = isLayout ? Delivery() : PrinterSettingsPage::DeliveryOf(state_);
+        const Delivery delivery = isLayout ? Delivery() : DeliveryOf(state_);
         ReportContext context{parts_.program, state_, delivery, *this, Database(), parts_.job};
         parts_.runReport(context, request);
     });
@@ -286,7 +281,7 @@ void frmScmain::SetCloseCaption(const QString& caption) {
 
 void frmScmain::ShowProgress(const QString& text, int percent) {
     const bool sameText = lblStatus->text() == text && lblStatus->isVisibleTo(this);
-    // A report tells its progress before each row; nobody sees more than fifty steps a second.
+    // A report shows its progress before each row; nobody sees more than fifty steps a second.
     constexpr qint64 blink = 20;
     if (sameText && (pbStatus->value() == percent || lastProgress_.elapsed() < blink)) {
         return;
@@ -321,9 +316,10 @@ bool frmScmain::event(QEvent* event) {
 }
 
 void frmScmain::Form_Activate() {
-    daily_->ShowDays(services().clock.Today());
-    if (tasks_ != nullptr) {
-        tasks_->Refresh();
+    for (DeskPage* page : pages_) {
+        if (page != nullptr) {
+            page->Refresh();
+        }
     }
     ShowStatus(QString());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/windows/DeskHost.h"
+#include "desk/windows/DeskPage.h"
 #include "reports/ReportContext.h"
 
 #include <QElapsedTimer>
@@ -19,10 +19,6 @@ class QTimer;
 
 namespace velmora {
 
-class DailyPage;
-class DeskPage;
-class TasksPage;
-
 // What the main window works with; all of it outlives the window.
 struct DeskParts {
     Program& program;
@@ -40,6 +36,7 @@ class frmScmain : public QWidget, public DeskHost, public ReportView {
 public:
     explicit frmScmain(DeskParts parts);
     ~frmScmain() override;
+    Q_DISABLE_COPY_MOVE(frmScmain)
 
     // Opens the shared database, loads the lookup lists and sets the pages to the start of the day. Call it once,
     // before the window is shown.
@@ -59,8 +56,7 @@ public:
     void ShowProgress(const QString& text, int percent) override;
     void HideProgress() override;
 
-    // The keys of the tabs, in their order; also the topics of the help.
-    static QStringList PageKeys();
+    // The key of the tab chosen, which is also its topic in the help.
     QString CurrentPageKey() const;
 
 protected:
@@ -71,7 +67,6 @@ protected:
 private:
     // The page of a tab, made when it is first asked for.
     DeskPage& Page(int index);
-    DeskPage* NewPage(int index);
     // Makes the window large enough for the page, as far as the screen is.
     void GrowTo(const DeskPage& page);
     void ShowPage(DeskPage& page);
@@ -108,8 +103,6 @@ private:
     QLineEdit* lblAsset;
     QLineEdit* lblID;
     QWidget* numbers_ = nullptr;
-    DailyPage* daily_ = nullptr;
-    TasksPage* tasks_ = nullptr;
     // By tab; none for those that were not on view yet, which cost no time at the start.
     std::array<DeskPage*, 7> pages_{};
 };

@@ -1,4 +1,4 @@
-#include "tasks/TaskDetails.h"
+#include "tasks/TaskView.h"
 
 #include "data/ReservationTime.h"
 
@@ -37,10 +37,6 @@ constexpr std::array shownTexts = {
     ShownText{u"Location", &TaskDetails::lblAssetName},
 };
 
-// By TaskKind.
-constexpr std::array boxes = {&TaskDetails::chkSLockStart, &TaskDetails::chkSLockEnd, &TaskDetails::chkTLockStart,
-                              &TaskDetails::chkTLockEnd};
-
 } // namespace
 
 TaskDetails TaskDetails::Read(const engine::Recordset& rows, const LocaleText& locale) {
@@ -59,14 +55,6 @@ TaskDetails TaskDetails::Read(const engine::Recordset& rows, const LocaleText& l
         details.Done(task) = rows[TaskField(task).toUtf8().constData()].ToBool();
     }
     return details;
-}
-
-bool& TaskDetails::Done(TaskKind task) {
-    return this->*boxes[static_cast<size_t>(task)];
-}
-
-bool TaskDetails::Done(TaskKind task) const {
-    return this->*boxes[static_cast<size_t>(task)];
 }
 
 QStringList TaskDetails::Differences(const TaskDetails& other) const {
