@@ -168,7 +168,7 @@ int Measure(const QString& folder, Date day) {
         count(view.shown.count, " moves in of a day, the first shown"), 2.0, Time::Processor, [&] { bare.ReadTasks(); },
         [&] { tasks.ShowTasks(); });
     const qint32 id = *tasks.ShownReservation();
-    const bool done = view.shown.details.chkSLockStart;
+    const bool done = view.shown.details.Done(TaskKind::MoveIn);
     good &= Compare(
         "two ticks in their transactions, shown", 1.2, Time::Wall,
         [&] {

@@ -6,7 +6,6 @@
 #include "data/Helpers.h"
 
 #include <array>
-#include <cstdlib>
 
 namespace velmora {
 
@@ -17,9 +16,6 @@ using engine::RecordsetKind;
 
 namespace {
 
-constexpr qsizetype descriptionLength = 255;
-constexpr qsizetype nameLength = 15;
-
 // What hangs on an asset besides its reservations, and the asset itself; each text takes the asset's number.
 constexpr std::array deletions = {
     u"Delete from [Asset/Event] where AssetID = ",        u"Delete from [Asset/Organization] where AssetID = ",
@@ -27,18 +23,12 @@ constexpr std::array deletions = {
     u"Delete from [Asset/StandardNote] where AssetID = ", u"Delete from [Asset] where AssetID =",
 };
 
-// The first `length` characters without blanks at their ends; a text that is so already is shared, not copied.
-QString Kept(const QString& text, qsizetype length) {
-    const QStringView kept = QStringView(text).left(length).trimmed();
-    return kept.size() == text.size() ? text : kept.toString();
-}
-
 Answer Ask(const QString& text, Buttons buttons, Icon icon) {
     const Program& program = CurrentProgram();
     return program.services().dialogs.ShowMessage({text, program.Title(), buttons, icon});
 }
 
-void TellNotFound() {
+void ReportNotFound() {
     Ask(Translate(u"Record not found, possibly deleted by another user"_s), Buttons::Ok, Icon::None);
 }
 
@@ -60,26 +50,6 @@ bool ConfirmReservations(qint64 count) {
 }
 
 } // namespace
-
-void AssetInfo::SetLocationLevel(int level) {
-    locationLevel_ = std::abs(level);
-}
-
-void AssetInfo::SetLocationX(int x) {
-    locationX_ = std::abs(x);
-}
-
-void AssetInfo::SetLocationY(int y) {
-    locationY_ = std::abs(y);
-}
-
-void AssetInfo::SetDescription(const QString& description) {
-    description_ = Kept(description, descriptionLength);
-}
-
-void AssetInfo::SetstrName(const QString& name) {
-    strName_ = Kept(name, nameLength);
-}
 
 int AssetInfo::nListImage() const {
     if (nLocation_) {
@@ -105,7 +75,7 @@ bool AssetInfo::Rename(engine::Database& database, const std::optional<QString>&
         const auto row = database.OpenRecordset(u"Select * from Asset where AssetID = "_s + QString::number(nAsset_),
                                                 RecordsetKind::Updatable);
         if (row->EndOfFile()) {
-            TellNotFound();
+            ReportNotFound();
             return false;
         }
         row->Edit();
@@ -115,7 +85,7 @@ bool AssetInfo::Rename(engine::Database& database, const std::optional<QString>&
         if (error.Kind() != EngineErrorNumber::RecordDeleted) {
             throw;
         }
-        TellNotFound();
+        ReportNotFound();
         return false;
     }
     strName_ = *given;

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <cstdlib>
 #include <optional>
 
 namespace velmora {
@@ -13,15 +14,15 @@ class AssetInfo {
 public:
     // Floor and place on the floor plan; a negative number is kept without its sign.
     int LocationLevel() const { return locationLevel_; }
-    void SetLocationLevel(int level);
+    void SetLocationLevel(int level) { locationLevel_ = std::abs(level); }
     int LocationX() const { return locationX_; }
-    void SetLocationX(int x);
+    void SetLocationX(int x) { locationX_ = std::abs(x); }
     int LocationY() const { return locationY_; }
-    void SetLocationY(int y);
+    void SetLocationY(int y) { locationY_ = std::abs(y); }
 
     // Kept to its first 255 characters, then without blanks at its ends.
     const QString& Description() const { return description_; }
-    void SetDescription(const QString& description);
+    void SetDescription(const QString& description) { description_ = description.left(255).trimmed(); }
 
     // The asset's number.
     qint16 nAsset() const { return nAsset_; }
@@ -33,7 +34,7 @@ public:
 
     // The name: kept to its first 15 characters, then without blanks at its ends. Only Rename keeps a longer one.
     const QString& strName() const { return strName_; }
-    void SetstrName(const QString& name);
+    void SetstrName(const QString& name) { strName_ = name.left(15).trimmed(); }
     const QString& Name() const { return strName_; }
 
     // The asset's picture in image lists: 1 a place, 2 a conference room, 3 a thing, 4 a guest telephone extension.

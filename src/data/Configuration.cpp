@@ -12,10 +12,7 @@ namespace velmora {
 
 namespace {
 
-const QString& ApplicationName() {
-    static const QString name = QStringLiteral("Velmora");
-    return name;
-}
+const QString applicationName = QStringLiteral("Velmora");
 
 const QString& DatabaseDirectory() {
     QString& directory = Settings().DatabaseDirectory;
@@ -51,7 +48,7 @@ QString DataDirectory() {
     QString& directory = Settings().DataDirectory;
     if (directory.isEmpty()) {
         directory =
-            GetConfigValue(ApplicationName(), QStringLiteral("Files"), QStringLiteral("Database"), QDir::currentPath());
+            GetConfigValue(applicationName, QStringLiteral("Files"), QStringLiteral("Database"), QDir::currentPath());
     }
     return directory;
 }
@@ -65,7 +62,7 @@ Site ConfiguredSite() {
 }
 
 QString HelpDirectory() {
-    return GetConfigValue(ApplicationName(), QStringLiteral("Files"), QStringLiteral("Help"),
+    return GetConfigValue(applicationName, QStringLiteral("Files"), QStringLiteral("Help"),
                           QFileInfo(CurrentProgram().services().executablePath).path());
 }
 
@@ -75,7 +72,7 @@ void ReadLogoffMinute() {
         return;
     }
     const QString text =
-        GetConfigValue(ApplicationName(), QStringLiteral("Actions"), QStringLiteral("Logoff"), QStringLiteral("16000"));
+        GetConfigValue(applicationName, QStringLiteral("Actions"), QStringLiteral("Logoff"), QStringLiteral("16000"));
     bool isNumber = false;
     const double value = text.trimmed().toDouble(&isNumber);
     constexpr double largest = 32767;

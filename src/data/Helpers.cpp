@@ -10,18 +10,6 @@
 
 namespace velmora {
 
-namespace {
-
-QString Padded(int number, int width) {
-    return QString::number(number).rightJustified(width, u'0');
-}
-
-QString DateDigits(const DateTimeFields& fields) {
-    return Padded(fields.month, 2) + u'/' + Padded(fields.day, 2) + u'/' + Padded(fields.year, 4);
-}
-
-} // namespace
-
 QString AddBackslash(const QString& path) {
     return path.endsWith(u'\\') ? path : path + u'\\';
 }
@@ -46,7 +34,7 @@ QString AssetKey(const Value& value) {
     const QString text = value.ToText();
     const QStringView digits = QStringView(text).trimmed();
     // Whole lists of names get their keys: a look at the beginning spares most of them the reading of a number.
-    if (digits.isEmpty() || !(digits[0].isDigit() || QStringView(u"+-.").contains(digits[0]))) {
+    if (digits.isEmpty() || digits[0].isLetter()) {
         return text;
     }
     bool isNumber = false;
@@ -55,12 +43,7 @@ QString AssetKey(const Value& value) {
 }
 
 QString SqlText(const QString& text) {
-    if (!text.contains(u'"')) {
-        return u'"' + text + u'"';
-    }
-    QString quoted = text;
-    quoted.replace(u'"', QStringLiteral("\"\""));
-    return u'"' + quoted + u'"';
+    return u'"' + QString(text).replace(u'"', QStringLiteral("\"\"")) + u'"';
 }
 
 QString PersonCondition(const QString& lastName, const QString& firstName) {
@@ -68,13 +51,14 @@ QString PersonCondition(const QString& lastName, const QString& firstName) {
 }
 
 QString SqlDate(Date day) {
-    return u'#' + DateDigits(Fields(StartOfDay(day))) + u'#';
+    const DateTimeFields fields = Fields(StartOfDay(day));
+    return QString::asprintf("#%02d/%02d/%04d#", fields.month, fields.day, fields.year);
 }
 
 QString SqlDateTime(DateTime moment) {
     const DateTimeFields fields = Fields(moment);
-    return u'#' + DateDigits(fields) + u' ' + Padded(fields.hour, 2) + u':' + Padded(fields.minute, 2) + u':' +
-           Padded(fields.second, 2) + u'#';
+    return QString::asprintf("#%02d/%02d/%04d %02d:%02d:%02d#", fields.month, fields.day, fields.year, fields.hour,
+                             fields.minute, fields.second);
 }
 
 } // namespace velmora

@@ -14,125 +14,77 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Reads the assets into the collection, one step per statement.
-class AssetFill {
-public:
-    AssetFill(engine::Database& database, Steps& steps) : database_(database), steps_(steps) {}
+using Int16 = std::numeric_limits<qint16>;
 
-    void Run() {
-        assets_.Clear();
-        if (!Step([this] { Open(); })) {
-            return;
-        }
-        while (!rows_->EndOfFile()) {
-            Step([this] { AddRow(); });
-            if (!Step([this] { rows_->MoveNext(); })) {
-                return;
-            }
-        }
+// The fields of an asset. Where they stand in the rows is looked up once, since the start waits for all assets.
+enum AssetField { AssetID, Name, Description, Location, LocationLvl, LocationX, LocationY };
+constexpr std::array fieldNames = {u"AssetID",     u"Name",      u"Description", u"Location",
+                                   u"LocationLvl", u"LocationX", u"LocationY"};
+using FieldPlaces = std::array<int, fieldNames.size()>;
+
+FieldPlaces PlacesIn(const engine::Recordset& rows) {
+    FieldPlaces places{};
+    for (size_t i = 0; i < places.size(); ++i) {
+        const auto isIt = [i](const engine::FieldDescription& field) {
+            return field.name.compare(QStringView(fieldNames[i]), Qt::CaseInsensitive) == 0;
+        };
+        places[i] = static_cast<int>(std::ranges::find_if(rows.Fields(), isIt) - rows.Fields().begin());
     }
-
-private:
-    void Open();
-    void AddRow();
-    void AddPlaceholder(qint16 number);
-    // Adds the asset under its name's key, or under another name where that key is taken.
-    static void Add(AssetCollection& assets, const AssetCollection::Item& asset);
-
-    template <typename Function>
-    bool Step(Function&& statement) {
-        return steps_.Step(QString(), std::forward<Function>(statement));
-    }
-
-    engine::Database& database_;
-    Steps& steps_;
-    AssetCollection& assets_ = Assets();
-    std::unique_ptr<engine::Recordset> rows_;
-    int expected_ = 1;
-
-    // Where the fields stand in the rows.
-    struct Columns {
-        int AssetID = 0;
-        int Name = 0;
-        int Description = 0;
-        int Location = 0;
-        int LocationLvl = 0;
-        int LocationX = 0;
-        int LocationY = 0;
-    } columns_;
-};
-
-void AssetFill::Open() {
-    rows_ = database_.OpenRecordset(u"Select * from Asset order by AssetID");
-    const auto place = [this](const QString& name) {
-        const auto& fields = rows_->Fields();
-        for (size_t i = 0; i < fields.size(); ++i) {
-            if (fields[i].name.compare(name, Qt::CaseInsensitive) == 0) {
-                return static_cast<int>(i);
-            }
-        }
-        throw ProgramError(ErrorNumber::InvalidCall, u"The table Asset has no field \"%1\"."_s.arg(name));
-    };
-    columns_ = {place(u"AssetID"_s),     place(u"Name"_s),      place(u"Description"_s), place(u"Location"_s),
-                place(u"LocationLvl"_s), place(u"LocationX"_s), place(u"LocationY"_s)};
-    if (!rows_->EndOfFile()) {
-        rows_->MoveLast();
-        rows_->MoveFirst();
-        assets_.Reserve(rows_->RecordCount());
-    }
+    return places;
 }
 
-void AssetFill::AddRow() {
-    const qint64 number = rows_->FieldAt(columns_.AssetID).ToInteger();
-    if (number > std::numeric_limits<qint16>::max() || number < std::numeric_limits<qint16>::min()) {
-        throw ProgramError(
-            ErrorNumber::InvalidCall,
-            u"The asset number %1 is outside -32768 to 32767. The asset is left out; give it another number."_s.arg(
-                number));
-    }
-    while (expected_ < number) {
-        AddPlaceholder(static_cast<qint16>(expected_++));
-    }
-    const auto small = [this](int column) {
-        return static_cast<int>(std::clamp<qint64>(rows_->FieldAt(column).ToInteger(),
-                                                   std::numeric_limits<qint16>::min(),
-                                                   std::numeric_limits<qint16>::max()));
-    };
-    auto asset = std::make_shared<AssetInfo>();
-    asset->SetnAsset(static_cast<qint16>(number));
-    asset->SetstrName(rows_->FieldAt(columns_.Name).ToText());
-    asset->SetDescription(rows_->FieldAt(columns_.Description).ToText());
-    asset->SetnLocation(rows_->FieldAt(columns_.Location).ToBool());
-    asset->SetLocationLevel(small(columns_.LocationLvl));
-    asset->SetLocationX(small(columns_.LocationX));
-    asset->SetLocationY(small(columns_.LocationY));
-    Add(assets_, asset);
-    ++expected_;
-}
-
-void AssetFill::AddPlaceholder(qint16 number) {
-    auto asset = std::make_shared<AssetInfo>();
-    asset->SetnAsset(number);
-    asset->SetstrName(u"Missing "_s + QString::number(number));
-    asset->SetDescription(u"Missing Asset "_s + QString::number(number));
-    Add(assets_, asset);
-}
-
-void AssetFill::Add(AssetCollection& assets, const AssetCollection::Item& asset) {
+// Adds the asset under its name's key, or under another name where that key is taken.
+void AddAsset(const AssetCollection::Item& asset) {
+    AssetCollection& assets = Assets();
     if (assets.Add(asset, AssetKey(asset->strName()))) {
         return;
     }
     // Another asset may have the substitute for its own name.
     const QString substitute = u"ERROR "_s + QString::number(asset->nAsset());
     asset->SetstrName(substitute);
-    for (int i = 2; assets.Find(AssetKey(asset->strName())) != nullptr; ++i) {
+    for (int i = 2; !assets.Add(asset, AssetKey(asset->strName())); ++i) {
         asset->SetstrName(substitute + u' ' + QString::number(i));
     }
     const Program& program = CurrentProgram();
     program.services().dialogs.ShowMessage(
         {Translate(u"Duplicate Asset Name, Asset Temporarily renamed to"_s) + u' ' + asset->strName(), program.Title(),
          Buttons::Ok, Icon::None});
-    (void)assets.Add(asset, AssetKey(asset->strName()));
+}
+
+void AddPlaceholder(qint16 number) {
+    auto asset = std::make_shared<AssetInfo>();
+    asset->SetnAsset(number);
+    asset->SetstrName(u"Missing "_s + QString::number(number));
+    asset->SetDescription(u"Missing Asset "_s + QString::number(number));
+    AddAsset(asset);
+}
+
+// Adds the asset of a row, and placeholders for the numbers between `expected` and its own.
+void AddRow(const engine::Recordset& row, const FieldPlaces& places, int& expected) {
+    const auto at = [&](AssetField field) { return row.FieldAt(places[field]); };
+    const qint64 number = at(AssetID).ToInteger();
+    if (number > Int16::max() || number < Int16::min()) {
+        throw ProgramError(
+            ErrorNumber::InvalidCall,
+            u"The asset number %1 is outside -32768 to 32767. The asset is left out; give it another number."_s.arg(
+                number));
+    }
+    while (expected < number) {
+        AddPlaceholder(static_cast<qint16>(expected++));
+    }
+    const auto small = [&](AssetField field) {
+        return static_cast<int>(std::clamp<qint64>(at(field).ToInteger(), Int16::min(), Int16::max()));
+    };
+    auto asset = std::make_shared<AssetInfo>();
+    asset->SetnAsset(static_cast<qint16>(number));
+    asset->SetstrName(at(Name).ToText());
+    asset->SetDescription(at(Description).ToText());
+    asset->SetnLocation(at(Location).ToBool());
+    asset->SetLocationLevel(small(LocationLvl));
+    asset->SetLocationX(small(LocationX));
+    asset->SetLocationY(small(LocationY));
+    AddAsset(asset);
+    ++expected;
 }
 
 struct LookupStep {
@@ -151,6 +103,25 @@ constexpr size_t locationStep = 4;
 
 } // namespace
 
+bool AssetCollection::Add(const Item& item, const QString& key) {
+    int& position = byKey_[key.toCaseFolded()];
+    if (position != 0) {
+        return false;
+    }
+    items_.push_back(item);
+    position = Count();
+    return true;
+}
+
+void AssetCollection::Clear() {
+    items_.clear();
+    byKey_.clear();
+}
+
+AssetCollection& Assets() {
+    return CurrentProgram().Part<AssetCollection>();
+}
+
 void LoadLookupLists(engine::Database& database, double startPercent, double endPercent) {
     const Services& services = CurrentProgram().services();
     const BusyPointer busy(services.eventLoop);
@@ -167,7 +138,20 @@ void FillAssetCollection(engine::Database& database) {
     const Services& services = CurrentProgram().services();
     const BusyPointer busy(services.eventLoop);
     Steps steps(services.errors, u"Internal Data"_s, u"Fill Asset Collection"_s);
-    AssetFill(database, steps).Run();
+    Assets().Clear();
+    std::unique_ptr<engine::Recordset> rows;
+    if (!steps.Step({}, [&] { rows = database.OpenRecordset(u"Select * from Asset order by AssetID"); })) {
+        return;
+    }
+    const FieldPlaces places = PlacesIn(*rows);
+    Assets().Reserve(rows->RecordCount());
+    int expected = 1;
+    while (!rows->EndOfFile()) {
+        steps.Step({}, [&] { AddRow(*rows, places, expected); });
+        if (!steps.Step({}, [&] { rows->MoveNext(); })) {
+            return;
+        }
+    }
 }
 
 } // namespace velmora

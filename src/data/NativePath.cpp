@@ -1,9 +1,0 @@
-#include "data/NativePath.h"
-
-namespace velmora {
-
-QString NativePath(QString path) {
-    return path.replace(u'\\', u'/');
-}
-
-} // namespace velmora
