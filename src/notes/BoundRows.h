@@ -1,7 +1,10 @@
 #pragma once
 
 #include "engine/Database.h"
-#include "notes/BoundColumn.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QStringList>
 
 #include <map>
 #include <memory>
@@ -9,6 +12,29 @@
 #include <vector>
 
 namespace velmora {
+
+enum class CellKind {
+    Text,   // one line
+    Lines,  // a text that may have several lines
+    Choice, // one of the texts that the column offers
+    Number, // a whole number that the store assigns
+    Money,
+    YesNo,
+    Moment,
+};
+
+enum class Editing { Allowed, ReadOnly };
+
+// One column of a grid and the field that it is bound to.
+struct BoundColumn {
+    QString caption;
+    // Name of the field in the grid's record set.
+    QByteArray field;
+    CellKind kind = CellKind::Text;
+    Editing editing = Editing::Allowed;
+    // Width at first, in letters of the grid's font.
+    int letters = 12;
+};
 
 // The rows that a grid shows and edits: a record set (updatable unless all columns are read-only), what was read of it,
 // and the one row that is being edited. Nothing of an edit reaches the database before Write. All of it may throw
@@ -112,6 +138,33 @@ private:
     std::map<int, Value> edits_;
     std::vector<Conflict> conflicts_;
     std::vector<Value> theirs_;
+};
+
+// What one kind of rows adds to how every grid edits: a plain grid has none of it.
+class RowRules {
+public:
+    virtual ~RowRules() = default;
+
+    // Fills in the fields that depend on a value that was just entered.
+    virtual void FillIn(BoundRows&, int /*row*/, int /*column*/) {}
+
+    struct Refusal {
+        // What is missing and what to do.
+        QString reason;
+        // Where it is to be entered.
+        int column = 0;
+        // What that column offers by now, where it turned out to be other than what was offered.
+        std::optional<QStringList> choices;
+    };
+    // Why the pending row cannot be stored. May throw.
+    virtual std::optional<Refusal> Refuse(BoundRows&) { return std::nullopt; }
+
+    // A question to be answered with Yes before the pending row is written, or the rows are deleted; empty without one.
+    virtual QString QuestionBeforeWriting(BoundRows&) { return {}; }
+    virtual QString QuestionBeforeDeleting(BoundRows&, const QList<int>& /*rows*/) { return {}; }
+
+    // Writes the pending row and what must change together with it.
+    virtual BoundRows::Outcome Write(BoundRows& rows) { return rows.Write(); }
 };
 
 } // namespace velmora

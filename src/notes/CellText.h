@@ -2,7 +2,7 @@
 
 #include "base/LocaleText.h"
 #include "base/Value.h"
-#include "notes/BoundColumn.h"
+#include "notes/BoundRows.h"
 
 #include <QStringList>
 

@@ -11,10 +11,21 @@ namespace {
 
 constexpr int nameColumn = 0;
 
+// How many records have that category.
+struct CategoryUse {
+    qint64 notes = 0;
+    qint64 standardNotes = 0;
+    bool Any() const { return notes + standardNotes > 0; }
+};
+
 qint64 CountWithCategory(engine::Database& database, const QString& table, const QString& name) {
     return database.OpenRecordset(u"Select Count(*) from %1 where NoteCategory = %2"_s.arg(table, SqlText(name)))
         ->FieldAt(0)
         .ToInteger();
+}
+
+CategoryUse UseOfCategory(engine::Database& database, const QString& name) {
+    return {CountWithCategory(database, u"[Note]"_s, name), CountWithCategory(database, u"StandardNotes"_s, name)};
 }
 
 // "12 notes and 3 standard notes"
@@ -46,10 +57,6 @@ QStringList CategoryNames(engine::Database& database) {
     return names;
 }
 
-CategoryUse UseOfCategory(engine::Database& database, const QString& name) {
-    return {CountWithCategory(database, u"[Note]"_s, name), CountWithCategory(database, u"StandardNotes"_s, name)};
-}
-
 std::vector<BoundColumn> CategoryColumns() {
     return {{u"Name"_s, "Name", CellKind::Text, Editing::Allowed, 40}};
 }
@@ -75,7 +82,7 @@ QString CategoryRules::QuestionBeforeWriting(BoundRows& rows) {
         .arg(OldName(rows), UseInWords(use), NewName(rows));
 }
 
-QString CategoryRules::QuestionBeforeDeleting(BoundRows& rows, const std::vector<int>& deleted) {
+QString CategoryRules::QuestionBeforeDeleting(BoundRows& rows, const QList<int>& deleted) {
     QStringList lines;
     for (const int row : deleted) {
         const QString name = rows.Stored(row, nameColumn).ToText();

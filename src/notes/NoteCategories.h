@@ -1,6 +1,6 @@
 #pragma once
 
-#include "notes/RowRules.h"
+#include "notes/BoundRows.h"
 
 #include <QStringList>
 
@@ -8,14 +8,6 @@ namespace velmora {
 
 // The names of the categories, in table order.
 QStringList CategoryNames(engine::Database& database);
-
-// How many records have that category.
-struct CategoryUse {
-    qint64 notes = 0;
-    qint64 standardNotes = 0;
-    bool Any() const { return notes + standardNotes > 0; }
-};
-CategoryUse UseOfCategory(engine::Database& database, const QString& name);
 
 std::vector<BoundColumn> CategoryColumns();
 
@@ -25,7 +17,7 @@ class CategoryRules : public RowRules {
 public:
     std::optional<Refusal> Refuse(BoundRows& rows) override;
     QString QuestionBeforeWriting(BoundRows& rows) override;
-    QString QuestionBeforeDeleting(BoundRows& rows, const std::vector<int>& deleted) override;
+    QString QuestionBeforeDeleting(BoundRows& rows, const QList<int>& deleted) override;
     BoundRows::Outcome Write(BoundRows& rows) override;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/services/Clock.h"
-#include "notes/RowRules.h"
+#include "notes/BoundRows.h"
 
 namespace velmora {
 

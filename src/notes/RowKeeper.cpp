@@ -179,7 +179,7 @@ bool RowKeeper::Settle(const QString& question, void (BoundRows::*accept)()) {
     return answer != Answer::Cancel;
 }
 
-bool RowKeeper::MayDelete(const std::vector<int>& rows) {
+bool RowKeeper::MayDelete(const QList<int>& rows) {
     const QString count = QString::number(rows.size());
     const QString question = Translate(u"Delete"_s) + u' ' + count + u' ' + Translate(u"Rows"_s) + u'?';
     Dialogs& dialogs = program_.services().dialogs;
@@ -218,12 +218,12 @@ bool RowKeeper::DeleteRow(Steps& steps, int row) {
     return Ask(question, Buttons::YesNo, Icon::Question) != Answer::Yes || tryTo(BoundRows::Force::Yes);
 }
 
-bool RowKeeper::Delete(const std::vector<int>& rows) {
-    if (rows.empty() || !MayDelete(rows)) {
+bool RowKeeper::Delete(const QList<int>& rows) {
+    if (rows.isEmpty() || !MayDelete(rows)) {
         return false;
     }
     const auto pending = rows_.PendingRow();
-    if (pending && std::find(rows.begin(), rows.end(), *pending) != rows.end()) {
+    if (pending && rows.contains(*pending)) {
         rows_.Undo();
     }
     const BusyPointer busy(program_.services().eventLoop);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Program.h"
+#include "notes/BoundRows.h"
 #include "notes/CellText.h"
-#include "notes/RowRules.h"
 
 namespace velmora {
 
@@ -28,7 +28,7 @@ public:
 
     // Deletes the rows in their order after a question that names their number. False when nothing was tried; else the
     // rows are to be read again.
-    bool Delete(const std::vector<int>& rows);
+    bool Delete(const QList<int>& rows);
 
     const CellText& Texts() const { return texts_; }
 
@@ -38,7 +38,7 @@ private:
     // Asks what becomes of a row that another desk changed or deleted: Yes does `accept`, No gives the edit up, and
     // Cancel leaves it pending: false.
     bool Settle(const QString& question, void (BoundRows::*accept)());
-    bool MayDelete(const std::vector<int>& rows);
+    bool MayDelete(const QList<int>& rows);
     bool DeleteRow(Steps& steps, int row);
     QString MyVersion() const;
     QString BothVersions() const;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/Database.h"
-#include "notes/BoundColumn.h"
+#include "notes/BoundRows.h"
 
 #include <optional>
 #include <vector>

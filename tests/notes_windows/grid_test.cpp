@@ -327,11 +327,11 @@ TEST_F(NotesGridTest, RowsAreSelectedInOrderAndDeletedAfterTheQuestion) {
     EXPECT_TRUE(Told().empty());
     hand.Select(2);
     hand.Select(0, Qt::ControlModifier);
-    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{2, 0}));
+    EXPECT_EQ(hand.view.SelectedRows(), (QList<int>{2, 0}));
     hand.Select(1, Qt::ShiftModifier);
-    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{0, 1}));
+    EXPECT_EQ(hand.view.SelectedRows(), (QList<int>{0, 1}));
     hand.Select(3, Qt::ControlModifier);
-    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{0, 1}));
+    EXPECT_EQ(hand.view.SelectedRows(), (QList<int>{0, 1}));
 
     Plan({Answer::No});
     hand.Key(Qt::Key_Delete);
@@ -360,11 +360,11 @@ TEST_F(NotesGridTest, KeysAndTheCaptionMoveAndSelect) {
     hand.Key(Qt::Key_PageDown);
     EXPECT_EQ(hand.Row(), 3);
     QTest::mouseClick(&hand.grid, Qt::LeftButton, {}, QPoint(200, 6));
-    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{0, 1, 2}));
+    EXPECT_EQ(hand.view.SelectedRows(), (QList<int>{0, 1, 2}));
     hand.Click(1, Name);
     EXPECT_TRUE(hand.view.SelectedRows().empty());
     hand.Key(Qt::Key_Space, Qt::ShiftModifier);
-    EXPECT_EQ(hand.view.SelectedRows(), (std::vector{1}));
+    EXPECT_EQ(hand.view.SelectedRows(), (QList<int>{1}));
     // Tab passes the columns that cannot be edited, and goes on in the next row.
     hand.Click(1, By);
     hand.Key(Qt::Key_Tab);

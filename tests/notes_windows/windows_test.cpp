@@ -2,7 +2,6 @@
 #include "tests/notes_windows/NotesFixture.h"
 
 #include "base/Translate.h"
-#include "notes/windows/WindowNotes.h"
 
 #include <QLabel>
 #include <QThread>
@@ -131,7 +130,7 @@ TEST_F(NotesWindowsTest, AWindowOfItsOwnDoesNotCloseItAndKeepsTheEdit) {
         WaitUntil([&] { return window.isActiveWindow(); });
         QApplication::processEvents();
         EXPECT_TRUE(window.isVisible());
-        EXPECT_EQ(hand.view.SelectedRows(), (std::vector{0}));
+        EXPECT_EQ(hand.view.SelectedRows(), (QList<int>{0}));
         EXPECT_EQ(hand.Text(0, 2), u"Stools"_s);
         EXPECT_EQ(site_.Names(), u"Chairs / Coffee / Cable"_s);
         window.reject();
@@ -155,7 +154,7 @@ TEST_F(NotesWindowsTest, StandardNotesAreAddedInTheOrderOfSelection) {
             // A range begins at the cell that was clicked, as at a selector.
             hand.Click(1, 1);
             hand.Click(2, 1, Qt::ShiftModifier);
-            EXPECT_EQ(hand.view.SelectedRows(), (std::vector{1, 2}));
+            EXPECT_EQ(hand.view.SelectedRows(), (QList<int>{1, 2}));
             hand.Select(2);
             hand.Click(0, 1, Qt::ControlModifier);
             hand.Key(Qt::Key_Return);

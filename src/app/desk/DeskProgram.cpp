@@ -1,7 +1,7 @@
 #include "app/desk/DeskProgram.h"
 
 #include "desk/windows/frmIntro.h"
-#include "notes/windows/WindowNotes.h"
+#include "notes/windows/frmNotes.h"
 #include "ops/SharedDatabase.h"
 #include "ops/TranslationLoader.h"
 #include "platform/printers/CupsQueues.h"

@@ -4,11 +4,11 @@
 #include "base/Translate.h"
 #include "base/windows/Look.h"
 #include "base/windows/WindowDialogs.h"
-#include "notes/windows/GridStyle.h"
 
 #include <QHeaderView>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QProxyStyle>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -19,19 +19,43 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double twipsPerInch = 1440;
+const QString application = u"Velmora"_s;
+const QString columnsKey = u"Columns"_s;
+const QString fontKey = u"Font"_s;
+constexpr int narrowest = 16;
+constexpr int widest = 4000;
+constexpr double smallest = 4;
+constexpr double largest = 96;
+
+// The look of the program with air on both sides of a grid's texts and captions.
+class GridStyle : public QProxyStyle {
+public:
+    explicit GridStyle(QObject* parent) { setParent(parent); }
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin ? usual + spacing::small : usual;
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        return hint == SH_Table_GridLineColor && widget != nullptr
+                   ? static_cast<int>(widget->palette().color(QPalette::Dark).rgba())
+                   : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
 
 } // namespace
 
 BoundGrid::BoundGrid(const Program& program, BoundRows rows, RowRules& rules, Setup setup, QWidget* parent)
-    : QFrame(parent), program_(program), setup_(std::move(setup)),
-      settings_(program.services().userSettings, setup_.settings), lblCaption_(new QLabel(setup_.caption)),
+    : QFrame(parent), program_(program), setup_(std::move(setup)), lblCaption_(new QLabel(setup_.caption)),
       view_(new GridView(program, std::move(rows), rules, setup_.module, this)) {
     setObjectName(setup_.objectName);
     setFrameShape(QFrame::StyledPanel);
     LayOut();
     connect(view_->horizontalHeader(), &QHeaderView::sectionResized, this,
             [this] { columnsChanged_ = columnsChanged_ || columnsSized_; });
-    const auto font = settings_.Font();
+    const auto font = KeptFont();
     view_->ApplyFont(font ? ToFont(*font) : view_->font());
 }
 
@@ -63,19 +87,51 @@ void BoundGrid::LayOut() {
     column->addWidget(view_, 1);
 }
 
+QString BoundGrid::Kept(const QString& key) const {
+    return program_.services().userSettings.Read(application, setup_.settings, key).value_or(QString());
+}
+
+void BoundGrid::Keep(const QString& key, const QString& value, const QString& procedure, const QString& task) {
+    Steps steps(program_.services().errors, setup_.module, procedure);
+    steps.Step(task, [&] { program_.services().userSettings.Write(application, setup_.settings, key, value); });
+}
+
+std::optional<QList<int>> BoundGrid::KeptWidths() const {
+    QList<int> widths;
+    for (const QString& part : Kept(columnsKey).split(u',')) {
+        const int width = part.toInt();
+        if (width < narrowest || width > widest) {
+            return std::nullopt;
+        }
+        widths.append(width);
+    }
+    return widths.size() == view_->Model().columnCount() ? std::optional(widths) : std::nullopt;
+}
+
+std::optional<FontChoice> BoundGrid::KeptFont() const {
+    const QStringList parts = Kept(fontKey).split(u'|');
+    if (parts.size() != 4 || parts[0].isEmpty()) {
+        return std::nullopt;
+    }
+    const double points = parts[1].toDouble();
+    // A text that is no number counts as 0.
+    return points >= smallest && points <= largest
+               ? std::optional(FontChoice{parts[0], points, parts[2] == u"1", parts[3] == u"1"})
+               : std::nullopt;
+}
+
 QSize BoundGrid::sizeHint() const {
     return {fontMetrics().averageCharWidth() * 60, fontMetrics().height() * 12};
 }
 
 void BoundGrid::SizeColumns() {
-    const int count = view_->Model().columnCount();
-    const auto widths = settings_.Widths(count);
+    const auto widths = KeptWidths();
     if (!widths) {
         SizeColumnsByText();
         return;
     }
-    for (int i = 0; i < count; ++i) {
-        view_->setColumnWidth(i, (*widths)[i]);
+    for (int i = 0; i < widths->size(); ++i) {
+        view_->setColumnWidth(i, widths->at(i));
     }
 }
 
@@ -118,12 +174,11 @@ void BoundGrid::SaveSettings() {
     if (!std::exchange(columnsChanged_, false)) {
         return;
     }
-    QList<int> widths;
+    QStringList widths;
     for (int i = 0; i < view_->Model().columnCount(); ++i) {
-        widths.append(view_->columnWidth(i));
+        widths.append(QString::number(view_->columnWidth(i)));
     }
-    Steps steps(program_.services().errors, setup_.module, u"Save Columns"_s);
-    steps.Step(u"Saving Column Widths"_s, [&] { settings_.SaveWidths(widths); });
+    Keep(columnsKey, widths.join(u','), u"Save Columns"_s, u"Saving Column Widths"_s);
 }
 
 void BoundGrid::contextMenuEvent(QContextMenuEvent* event) {
@@ -133,8 +188,9 @@ void BoundGrid::contextMenuEvent(QContextMenuEvent* event) {
     }
     if (const auto choice = program_.services().dialogs.AskFont(ToFontChoice(view_->font()))) {
         view_->ApplyFont(ToFont(*choice));
-        Steps steps(program_.services().errors, setup_.module, u"Choose Font"_s);
-        steps.Step(u"Saving Font"_s, [&] { settings_.SaveFont(*choice); });
+        const QStringList parts{choice->family, QString::number(choice->points), QString::number(int{choice->bold}),
+                                QString::number(int{choice->italic})};
+        Keep(fontKey, parts.join(u'|'), u"Choose Font"_s, u"Saving Font"_s);
     }
 }
 

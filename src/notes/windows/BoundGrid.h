@@ -1,10 +1,13 @@
 #pragma once
 
-#include "notes/windows/GridSettings.h"
+#include "base/services/Dialogs.h"
 #include "notes/windows/GridView.h"
 #include "print/PrintGrid.h"
 
 #include <QFrame>
+#include <QList>
+
+#include <optional>
 
 class QLabel;
 
@@ -47,10 +50,16 @@ private:
     void SizeColumns();
     void SizeColumnsByText();
     void SaveSettings();
+    // What was kept for the user under a key; empty for nothing.
+    QString Kept(const QString& key) const;
+    // A failure is reported under the names of the procedure and the task.
+    void Keep(const QString& key, const QString& value, const QString& procedure, const QString& task);
+    // None where the user has not sized the columns, or what is kept is not a sound width for each of them.
+    std::optional<QList<int>> KeptWidths() const;
+    std::optional<FontChoice> KeptFont() const;
 
     const Program& program_;
     const Setup setup_;
-    GridSettings settings_;
     QLabel* lblCaption_;
     GridView* view_;
     bool columnsSized_ = false;

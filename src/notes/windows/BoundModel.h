@@ -1,7 +1,7 @@
 #pragma once
 
+#include "notes/BoundRows.h"
 #include "notes/CellText.h"
-#include "notes/RowRules.h"
 
 #include <QAbstractTableModel>
 

@@ -3,11 +3,12 @@
 #include "base/windows/DateBox.h"
 #include "base/windows/Look.h"
 #include "notes/windows/BoundModel.h"
-#include "notes/windows/ChoiceBox.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTableView>
 
 namespace velmora {
@@ -16,10 +17,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int lettersInBox = 8;
+constexpr int lettersInList = 60;
 constexpr int linesOnSheet = 6;
 constexpr int lettersOnSheet = 44;
 // The property of an editor that keeps the text it was opened with.
 constexpr const char* openedWith = "openedWith";
+
+// A frame that is seen on a dark grid too, which the style's own is not.
+void FrameInHighlight(QFrame& area) {
+    area.setFrameStyle(int{QFrame::Box} | int{QFrame::Plain});
+    area.setLineWidth(1);
+    area.setForegroundRole(QPalette::Highlight);
+}
 
 const BoundModel& ModelOf(const QModelIndex& index) {
     return static_cast<const BoundModel&>(*index.model());
@@ -62,6 +72,41 @@ QString TextOf(QWidget& editor) {
 
 } // namespace
 
+ChoiceBox::ChoiceBox(const QStringList& choices, QWidget* parent) : QComboBox(parent) {
+    setEditable(true);
+    setInsertPolicy(NoInsert);
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(lettersInBox);
+    addItems(choices);
+    connect(this, &QComboBox::activated, this, [this] { chosen_ = true; });
+}
+
+void ChoiceBox::showPopup() {
+    // The list may be wider than the box, but not as wide as the longest entry can be.
+    const int widest = fontMetrics().averageCharWidth() * lettersInList;
+    const int entries = view()->sizeHintForColumn(0) + 2 * view()->verticalScrollBar()->sizeHint().width();
+    FrameInHighlight(*view());
+    view()->setMinimumWidth(std::clamp(entries, width(), std::max(width(), widest)));
+    chosen_ = false;
+    QComboBox::showPopup();
+}
+
+void ChoiceBox::hidePopup() {
+    const bool wasOpen = view()->isVisible();
+    QComboBox::hidePopup();
+    if (wasOpen) {
+        // The box takes the chosen entry only after its list is closed.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (std::exchange(chosen_, false)) {
+                    Q_EMIT Chosen();
+                }
+            },
+            Qt::QueuedConnection);
+    }
+}
+
 QRect GridDelegate::BoxRect(const QRect& cell, const QWidget& view) {
     const int size = view.style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &view);
     return {cell.left() + spacing::normal, cell.center().y() - size / 2, size, size};
@@ -70,7 +115,7 @@ QRect GridDelegate::BoxRect(const QRect& cell, const QWidget& view) {
 void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     const BoundModel& model = ModelOf(index);
-    option->state.setFlag(QStyle::State_Selected, selection_.Contains(index.row()));
+    option->state.setFlag(QStyle::State_Selected, selection_.contains(index.row()));
     option->state.setFlag(QStyle::State_Active, true);
     option->state.setFlag(QStyle::State_HasFocus, false);
     option->textElideMode = Qt::ElideRight;
@@ -121,7 +166,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
         QStyledItemDelegate::paint(painter, option, index);
     }
     if (IsCurrent(option, index)) {
-        const bool selected = selection_.Contains(index.row());
+        const bool selected = selection_.contains(index.row());
         painter->setPen(QPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Highlight), 2));
         painter->drawRect(option.rect.adjusted(1, 1, -1, -1));
     }

@@ -2,18 +2,36 @@
 
 #include "base/Program.h"
 #include "notes/CellText.h"
-#include "notes/windows/RowSelection.h"
 
+#include <QComboBox>
 #include <QStyledItemDelegate>
 
 namespace velmora {
+
+// An editable list in a cell, as wide as the cell however long its entries are.
+class ChoiceBox : public QComboBox {
+    Q_OBJECT
+
+public:
+    ChoiceBox(const QStringList& choices, QWidget* parent);
+
+    void showPopup() override;
+    void hidePopup() override;
+
+Q_SIGNALS:
+    // An entry was chosen from the open list: nothing more is to be typed. The arrow keys choose without it.
+    void Chosen();
+
+private:
+    bool chosen_ = false;
+};
 
 // Draws the cells of a bound grid (selected rows, the current cell's frame, tick boxes with their words, texts of
 // several lines in one) and makes their editors. When an editor closes is the view's business.
 class GridDelegate : public QStyledItemDelegate {
 public:
     // All of it outlives the delegate.
-    GridDelegate(const Program& program, const CellText& texts, const RowSelection& selection, QObject* parent)
+    GridDelegate(const Program& program, const CellText& texts, const QList<int>& selection, QObject* parent)
         : QStyledItemDelegate(parent), program_(program), texts_(texts), selection_(selection) {}
 
     // What a Choice column offers from the next opening on.
@@ -47,7 +65,7 @@ private:
 
     const Program& program_;
     const CellText& texts_;
-    const RowSelection& selection_;
+    const QList<int>& selection_;
     QStringList choices_;
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "notes/windows/NotesContext.h"
+#include "base/Program.h"
+#include "engine/Database.h"
+#include "print/PrintJob.h"
 
 #include <QDialog>
 
@@ -12,6 +14,13 @@ namespace velmora {
 
 class BoundGrid;
 class Steps;
+
+// What the windows of the notes work with. All of it outlives them.
+struct NotesContext {
+    const Program& program;
+    engine::Database& database;
+    print::PrintJob& job;
+};
 
 // What the windows around a bound grid share: when they count as active and as left, and how they close.
 //

@@ -9,6 +9,8 @@
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 
+#include <numeric>
+
 namespace velmora {
 
 using namespace Qt::StringLiterals;
@@ -259,15 +261,15 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void GridView::DeleteSelected() {
-    if (selection_.Rows().empty() || !model_.CanAdd()) {
+    if (selection_.isEmpty() || !model_.CanAdd()) {
         return;
     }
     const auto pending = rows_.PendingRow();
-    if (pending && !selection_.Contains(*pending) && !UpdateRow()) {
+    if (pending && !selection_.contains(*pending) && !UpdateRow()) {
         return;
     }
     const QScopedValueRollback asking(asking_, true);
-    if (keeper_.Delete(selection_.Rows())) {
+    if (keeper_.Delete(selection_)) {
         Steps steps(program_.services().errors, module_, u"Keyboard Trap"_s);
         steps.Step(u"Delete Rows"_s, [this] { Requery(); });
     }
@@ -275,7 +277,7 @@ void GridView::DeleteSelected() {
 
 void GridView::Copy() {
     QStringList lines;
-    for (const int row : selection_.Rows()) {
+    for (const int row : selection_) {
         QStringList cells;
         for (int column = 0; column < model_.columnCount(); ++column) {
             cells.append(ClipboardCell(model_.index(row, column).data().toString()));
@@ -301,18 +303,19 @@ void GridView::ShowSelection() {
 }
 
 void GridView::SelectAll() {
-    selection_.SelectAll(rows_.Count());
+    selection_.resize(rows_.Count());
+    std::iota(selection_.begin(), selection_.end(), 0);
     ShowSelection();
 }
 
 void GridView::ClearSelection() {
-    selection_.Clear();
+    selection_.clear();
     ShowSelection();
 }
 
 void GridView::SelectRow(int row, Qt::KeyboardModifiers modifiers) {
     if (!modifiers.testFlag(Qt::ControlModifier)) {
-        selection_.Clear();
+        selection_.clear();
     }
     const bool range = modifiers.testFlag(Qt::ShiftModifier);
     if (!range) {
@@ -320,11 +323,20 @@ void GridView::SelectRow(int row, Qt::KeyboardModifiers modifiers) {
     }
     // The empty row cannot be selected.
     if (row < rows_.Count() && range) {
-        selection_.AddRange(std::min(anchor_, rows_.Count() - 1), row);
-    } else if (row < rows_.Count()) {
-        selection_.Toggle(row);
+        SelectRange(std::min(anchor_, rows_.Count() - 1), row);
+    } else if (row < rows_.Count() && !selection_.removeOne(row)) {
+        selection_.append(row);
     }
     ShowSelection();
+}
+
+void GridView::SelectRange(int from, int to) {
+    const int step = from < to ? 1 : -1;
+    for (int row = from; row != to + step; row += step) {
+        if (!selection_.contains(row)) {
+            selection_.append(row);
+        }
+    }
 }
 
 void GridView::PressRow(int row, Qt::KeyboardModifiers modifiers) {

@@ -4,7 +4,6 @@
 #include "base/Translate.h"
 #include "base/windows/DateBox.h"
 #include "base/windows/Look.h"
-#include "notes/windows/ChoiceBox.h"
 #include "notes/windows/GridDelegate.h"
 #include "notes/windows/RecordSelectors.h"
 
@@ -68,7 +67,7 @@ void GridView::PutCursor(int row, int column) {
 
 void GridView::Reset(const std::function<void()>& read) {
     CloseEditor();
-    selection_.Clear();
+    selection_.clear();
     model_.Reset(read);
 }
 

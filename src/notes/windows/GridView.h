@@ -2,7 +2,6 @@
 
 #include "notes/RowKeeper.h"
 #include "notes/windows/BoundModel.h"
-#include "notes/windows/RowSelection.h"
 
 #include <QTableView>
 
@@ -48,8 +47,8 @@ public:
     void StoreUnasked() noexcept;
     bool HasPendingEdit() const { return Editor() != nullptr || rows_.PendingRow(); }
 
-    // The selected rows in the order of selection.
-    const std::vector<int>& SelectedRows() const { return selection_.Rows(); }
+    // In the order of selection.
+    const QList<int>& SelectedRows() const { return selection_; }
     void SelectAll();
     void ClearSelection();
 
@@ -105,6 +104,8 @@ private:
 
     void ShowSelection();
     void SelectRow(int row, Qt::KeyboardModifiers modifiers);
+    // In that direction, both ends included.
+    void SelectRange(int from, int to);
     void PressRow(int row, Qt::KeyboardModifiers modifiers);
     void PressCell(int row, Qt::KeyboardModifiers modifiers);
 
@@ -117,7 +118,8 @@ private:
     RowRules& rules_;
     RowKeeper keeper_;
     BoundModel model_;
-    RowSelection selection_;
+    // The selected rows, in the order in which they were selected.
+    QList<int> selection_;
     // The row that was selected last without Shift, where a range begins.
     int anchor_ = 0;
     GridDelegate* delegate_;

@@ -37,7 +37,7 @@ QPainterPath NewMark() {
 
 } // namespace
 
-RecordSelectors::RecordSelectors(const BoundModel& model, const RowSelection& selection, QWidget* parent)
+RecordSelectors::RecordSelectors(const BoundModel& model, const QList<int>& selection, QWidget* parent)
     : QHeaderView(Qt::Vertical, parent), bound_(model), selection_(selection) {
     setSectionsClickable(false);
     setSectionResizeMode(QHeaderView::Fixed);
@@ -50,7 +50,7 @@ QSize RecordSelectors::sizeHint() const {
 
 void RecordSelectors::paintSection(QPainter* painter, const QRect& rect, int row) const {
     const auto* view = static_cast<const QTableView*>(parentWidget());
-    const bool selected = selection_.Contains(row);
+    const bool selected = selection_.contains(row);
     painter->save();
     painter->setClipRect(rect);
     painter->fillRect(rect, palette().color(selected ? QPalette::Highlight : QPalette::Button));

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "notes/windows/RowSelection.h"
-
 #include <QHeaderView>
 
 namespace velmora {
@@ -15,7 +13,7 @@ class RecordSelectors : public QHeaderView {
 
 public:
     // Model and selection outlive it.
-    RecordSelectors(const BoundModel& model, const RowSelection& selection, QWidget* parent);
+    RecordSelectors(const BoundModel& model, const QList<int>& selection, QWidget* parent);
 
     QSize sizeHint() const override;
 Q_SIGNALS:
@@ -30,7 +28,7 @@ protected:
 
 private:
     const BoundModel& bound_;
-    const RowSelection& selection_;
+    const QList<int>& selection_;
     // The row that the pressed pointer is on; -1 while it is not pressed.
     int dragged_ = -1;
 };

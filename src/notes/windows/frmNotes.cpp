@@ -8,6 +8,7 @@
 #include "notes/windows/BoundGrid.h"
 #include "notes/windows/frmNoteCategory.h"
 #include "notes/windows/frmSelectStdNotes.h"
+#include "platform/UserName.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -128,6 +129,22 @@ void frmNotes::Command1_Click() {
         frmNoteCategory(Context(), this).ShowModal();
         Form_Activate();
         TDBGrid1->setFocus();
+    }
+}
+
+void OpenNotes(const NotesContext& context, qint32 reservation, QWidget* owner) {
+    for (;;) {
+        frmNotes notes(context, reservation, UserName(), owner);
+        notes.ShowModal();
+        if (!notes.LackedCategories()) {
+            return;
+        }
+        // Where there are none, this is the way to the first.
+        frmNoteCategory categories(context, owner);
+        categories.ShowModal();
+        if (categories.IsEmpty()) {
+            return;
+        }
     }
 }
 

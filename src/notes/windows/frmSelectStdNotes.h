@@ -1,6 +1,6 @@
 #pragma once
 
-#include "notes/RowRules.h"
+#include "notes/BoundRows.h"
 #include "notes/windows/GridForm.h"
 
 class QLabel;
