@@ -1,4 +1,4 @@
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "reports/ExceptionReport.h"
 #include "reports/OccupancyReport.h"
 #include "reports/UsageReport.h"
