@@ -4,6 +4,7 @@
 #include "demo/House.h"
 #include "demo/WordFile.h"
 
+#include <algorithm>
 #include <bitset>
 
 namespace velmora::demo {
@@ -175,6 +176,43 @@ private:
     std::vector<Room> rooms_;
 };
 
+struct DayPlan {
+    Date day{};
+    int starts = 0; // reservations that begin on this day
+};
+
+int StartsOn(const House& house, Date day) {
+    Random random(house.options.seed, static_cast<std::uint64_t>(day.time_since_epoch().count()));
+    const int percent = IsWorkingDay(day) ? random.Between(94, 106) : random.Between(4, 10);
+    return house.scale.startsPerDay * percent / 100;
+}
+
+// The days on which reservations start, oldest first, up to the last day that is planned ahead. A working day has about
+// the scale's number of starts, a weekend day a few. The occupancies that start before the first day come on top, so
+// that all together are exactly the scale's number of reservations.
+std::vector<DayPlan> PlanDays(const House& house) {
+    std::vector<DayPlan> plan;
+    Date day = house.options.today + days(house.scale.futureDays);
+    int planned = 0;
+    // Backwards from the last day until the days and the occupancies before them make up the number.
+    for (;; day -= days(1)) {
+        const auto startsBefore = [&](Date end) {
+            const auto found = std::ranges::lower_bound(house.occupancies, StartOfDay(end), {}, &Occupancy::start);
+            return static_cast<int>(found - house.occupancies.begin());
+        };
+        const int before = startsBefore(day);
+        const int left = house.scale.reservations - planned - before;
+        const int starts = std::max(StartsOn(house, day), startsBefore(day + days(1)) - before);
+        plan.push_back({day, std::min(starts, left)});
+        planned += plan.back().starts;
+        if (starts >= left) {
+            break;
+        }
+    }
+    std::reverse(plan.begin(), plan.end());
+    return plan;
+}
+
 class DayByDay {
 public:
     DayByDay(const House& house, RowSink& sink)
@@ -196,11 +234,7 @@ public:
 
     // Returns the reservations that have notes.
     std::vector<WrittenReservation> Run() {
-        std::vector<DateTime> fixed;
-        for (const Occupancy& occupancy : house_.occupancies) {
-            fixed.push_back(occupancy.start);
-        }
-        const std::vector<DayPlan> plan = PlanDays(house_.options, house_.scale, fixed);
+        const std::vector<DayPlan> plan = PlanDays(house_);
         WriteOccupanciesBefore(plan.front().day);
         int missing = 0; // what did not fit into a full house is made up for on the next day
         for (const DayPlan& day : plan) {
