@@ -49,18 +49,6 @@ TEST_F(RunTest, ShowsWhatItDoesFromStartToEnd) {
     ExpectIdle();
 }
 
-TEST_F(RunTest, AContinuousReportLeavesThePrinterAlone) {
-    fakes_.printers.names = {u"Lobby"_s};
-    settings_.printer = u"Lobby"_s;
-    settings_.continuous = true;
-    settings_.orientation = Orientation::Landscape;
-    EXPECT_GT(Lines(Run()), 5);
-    EXPECT_TRUE(job_.State().SuppressPageBreaks);
-    EXPECT_EQ(fakes_.printers.current, QString());
-    EXPECT_EQ(run_.SelectedPrinterName, QString());
-    EXPECT_EQ(fakes_.printers.orientation, Orientation::Portrait);
-}
-
 TEST_F(RunTest, ACancelThatComesTooLateDoesNotStopTheNextReport) {
     const QByteArray whole = WholeReport();
     fakes_.errors.answers = {Answer::Ignore};
