@@ -4,13 +4,13 @@
 #include "reports/UsageReport.h"
 #include "site/Site.h"
 #include "tests/data/RawStore.h"
-#include "tests/reports/ReportsFixture.h"
+#include "tests/desk/DeskFixture.h"
 
 namespace velmora {
 namespace {
 
 // The large demo site on a Wednesday, and the same counted in the store's own SQL.
-class ReconcileTest : public ReportsFixture {
+class ReconcileTest : public DeskFixture {
 protected:
     ReconcileTest() {
         const Site site = demo::CreateDemoSite(large_.path(), {demo::Tier::Large, day_});

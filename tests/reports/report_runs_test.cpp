@@ -1,4 +1,4 @@
-#include "tests/reports/ReportsFixture.h"
+#include "tests/desk/DeskFixture.h"
 
 #include "base/Translate.h"
 #include "print/TextWriter.h"
@@ -49,8 +49,10 @@ public:
     print::DocumentSink& sink;
 };
 
-class ReportRunsTest : public ReportsFixture {
+class ReportRunsTest : public DeskFixture {
 protected:
+    ReportRunsTest() : DeskFixture({}, u"/reports/site.sql"_s) {}
+
     QByteArray Fresh(const ReportRequest& request) {
         delivery_.delivered.clear();
         view_ = {};
