@@ -4,7 +4,7 @@
 // there already, made for the day in the second argument.
 #include "bench/BareStore.h"
 #include "bench/BenchDesk.h"
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "reports/DailyReport.h"
 #include "site/Site.h"
 

@@ -5,7 +5,7 @@
 #include "bench/BareStore.h"
 #include "bench/Measure.h"
 #include "data/LookupLists.h"
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "site/Site.h"
 #include "tasks/QuickStatus.h"
 #include "tasks/Tasks.h"

@@ -7,7 +7,7 @@
 #include "bench/BareStore.h"
 #include "bench/Measure.h"
 #include "data/Configuration.h"
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "ops/SharedDatabase.h"
 #include "print/PrintStyles.h"
 #include "reports/PrintReport.h"

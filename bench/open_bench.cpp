@@ -1,7 +1,7 @@
 // Opens a database of the largest demo tier and one of the typical tier: what opening costs must not grow with the
 // data.
 #include "bench/Measure.h"
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 
 #include <QTemporaryDir>
 

@@ -5,7 +5,7 @@
 // there already, made for the day below. The folder is not changed.
 #include "bench/BareReports.h"
 #include "bench/BenchDesk.h"
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "reports/ExceptionReport.h"
 #include "reports/OccupancyReport.h"
 #include "reports/UsageReport.h"

@@ -1,4 +1,4 @@
-#include "demo/Assets.h"
+#include "demo/House.h"
 
 #include "demo/WordFile.h"
 
@@ -13,15 +13,18 @@ constexpr int ConferenceGapEvery = 9; // as many conference rooms were given up
 // Gives numbers, buildings and names to one asset after the other.
 class Builder {
 public:
-    Builder(const Scale& scale, Random random)
-        : scale_(scale), random_(random), words_(WordFile::Load(QStringLiteral("rooms.txt"))) {}
+    explicit Builder(const House& house) : house_(house), random_(house.Draws(House::Subject::Assets)) {}
 
     std::vector<Asset> Build() {
         AddConferenceRooms();
         next_ = FirstOtherNumber;
-        AddTrainingRooms();
+        for (int n = 0; n < scale_.trainingRooms; ++n) {
+            Add(AssetKind::TrainingRoom, n, scale_.trainingRooms).name = QStringLiteral("Training %1").arg(n + 1);
+        }
         AddRoomsByFloor();
-        AddDesks();
+        for (int n = 0; n < scale_.desks; ++n) {
+            NameByPlace(Add(AssetKind::Desk, n, scale_.desks), QStringLiteral("D"));
+        }
         AddEquipment();
         AddExtensions();
         AddUnused();
@@ -29,19 +32,39 @@ public:
     }
 
 private:
-    QString Word(const char* section) { return random_.Pick(words_.Entries(QLatin1String(section))); }
-
-    Asset& Add(AssetKind kind, QString name, QString description) {
-        if (next_ > FirstOtherNumber && next_ % GoneEvery == 0) {
-            assets_.push_back({.id = next_++, .kind = AssetKind::Gone, .name = {}, .description = {}});
-        }
-        assets_.push_back(
-            {.id = next_++, .kind = kind, .name = std::move(name), .description = std::move(description)});
-        return assets_.back();
+    QString Word(const QString& section) {
+        const QStringList& words = words_.Entries(section);
+        return words.size() == 1 ? words.front() : random_.Pick(words);
     }
 
-    // The place of the position-th of `count` rooms that are spread over all floors in order.
+    // The next asset, with what its kind says of it: the position-th of `count` that are spread over all floors.
+    Asset& Add(AssetKind kind, int position, int count) {
+        if (next_ > FirstOtherNumber && next_ % GoneEvery == 0) {
+            assets_.push_back({.id = next_++});
+        }
+        Asset& asset = assets_.emplace_back(Asset{.id = next_++, .kind = kind});
+        Place(asset, position, count);
+        const KindTraits& traits = house_.kinds.Of(kind);
+        if (!traits.descriptions.isEmpty()) {
+            asset.description = Word(traits.descriptions);
+        }
+        asset.seats = traits.seats[0] + (traits.seats[2] > 1 ? traits.seats[1] * random_.Below(traits.seats[2]) : 0);
+        return asset;
+    }
+
+    // "B2-L301" for laboratories, "B2-301" for rooms without a letter.
+    static void NameByPlace(Asset& asset, const QString& letter) {
+        asset.name = QStringLiteral("B%1-%2%3%4")
+                         .arg(asset.building)
+                         .arg(letter)
+                         .arg(asset.floor)
+                         .arg(asset.room, 2, 10, QLatin1Char('0'));
+    }
+
     void Place(Asset& asset, int position, int count) const {
+        if (count == 0) {
+            return;
+        }
         const int floors = scale_.buildings * scale_.floors;
         const int floor = static_cast<int>(qint64{position} * floors / count);
         asset.building = floor / scale_.floors + 1;
@@ -52,122 +75,77 @@ private:
     void AddConferenceRooms() {
         const QStringList& names = words_.Entries(QStringLiteral("conference rooms"));
         next_ = 1;
-        for (int n = 0; n < scale_.conferenceRooms && next_ < FirstOtherNumber; ++n, ++next_) {
+        for (int n = 0; n < scale_.conferenceRooms && next_ < FirstOtherNumber; ++n) {
             if (next_ % ConferenceGapEvery == 0) {
-                assets_.push_back({.id = next_++, .kind = AssetKind::Gone, .name = {}, .description = {}});
+                assets_.push_back({.id = next_++});
             }
-            const int seats = 8 + 2 * random_.Below(10) + (random_.Percent(12) ? 40 : 0);
-            Asset room{.id = next_, .kind = AssetKind::ConferenceRoom, .name = names[n], .description = {}};
-            room.description =
-                QStringLiteral("Conference room, %1 seats, %2").arg(seats).arg(Word("equipment of a conference room"));
-            room.seats = seats;
-            Place(room, n, scale_.conferenceRooms);
-            assets_.push_back(room);
-        }
-    }
-
-    void AddTrainingRooms() {
-        for (int n = 0; n < scale_.trainingRooms; ++n) {
-            Asset& room =
-                Add(AssetKind::TrainingRoom, QStringLiteral("Training %1").arg(n + 1), Word("training rooms"));
-            room.seats = 12 + 2 * random_.Below(9);
-            Place(room, n, scale_.trainingRooms);
+            Asset& room = Add(AssetKind::ConferenceRoom, n, scale_.conferenceRooms);
+            room.name = names[n];
+            room.seats += random_.Percent(12) ? 40 : 0;
+            room.description = QStringLiteral("Conference room, %1 seats, %2")
+                                   .arg(room.seats)
+                                   .arg(Word(QStringLiteral("equipment of a conference room")));
         }
     }
 
     // Offices, labs and small rooms lie side by side along the floors.
     void AddRoomsByFloor() {
         std::vector<AssetKind> kinds;
-        kinds.insert(kinds.end(), static_cast<size_t>(scale_.offices - scale_.offices / 10), AssetKind::Office);
-        kinds.insert(kinds.end(), static_cast<size_t>(scale_.offices / 10), AssetKind::VisitorOffice);
-        kinds.insert(kinds.end(), static_cast<size_t>(scale_.labs), AssetKind::Lab);
-        kinds.insert(kinds.end(), static_cast<size_t>(scale_.meetingRooms), AssetKind::MeetingRoom);
-        kinds.insert(kinds.end(), static_cast<size_t>(scale_.otherRooms), AssetKind::OtherRoom);
+        for (const auto& [kind, count] : {std::pair(AssetKind::Office, scale_.offices - scale_.offices / 10),
+                                          {AssetKind::VisitorOffice, scale_.offices / 10},
+                                          {AssetKind::Lab, scale_.labs},
+                                          {AssetKind::MeetingRoom, scale_.meetingRooms},
+                                          {AssetKind::OtherRoom, scale_.otherRooms}}) {
+            kinds.insert(kinds.end(), static_cast<size_t>(count), kind);
+        }
         random_.Shuffle(kinds);
-        for (int n = 0; n < static_cast<int>(kinds.size()); ++n) {
-            Asset& room = Add(kinds[static_cast<size_t>(n)], {}, {});
-            Place(room, n, static_cast<int>(kinds.size()));
-            room.name = QStringLiteral("B%1-%2%3%4")
-                            .arg(room.building)
-                            .arg(room.kind == AssetKind::Lab ? QStringLiteral("L") : QString())
-                            .arg(room.floor)
-                            .arg(room.room, 2, 10, QLatin1Char('0'));
-            DescribeRoom(room);
+        int position = 0;
+        for (const AssetKind kind : kinds) {
+            NameByPlace(Add(kind, position++, static_cast<int>(kinds.size())),
+                        kind == AssetKind::Lab ? QStringLiteral("L") : QString());
         }
     }
 
-    void DescribeRoom(Asset& room) {
-        switch (room.kind) {
-        case AssetKind::Lab:
-            room.description = Word("lab rooms");
-            room.seats = 4 + random_.Below(8);
-            break;
-        case AssetKind::MeetingRoom:
-            room.description = Word("small rooms");
-            room.seats = 4 + 2 * random_.Below(4);
-            break;
-        case AssetKind::OtherRoom:
-            room.description = Word("other rooms");
-            room.seats = random_.Below(10);
-            break;
-        case AssetKind::VisitorOffice:
-            room.description = QStringLiteral("Visitors' office, 2 desks");
-            room.seats = 2;
-            break;
-        default:
-            room.description = Word("offices");
-            room.seats = 1 + random_.Below(2);
-        }
-    }
-
-    void AddDesks() {
-        for (int n = 0; n < scale_.desks; ++n) {
-            Asset& desk = Add(AssetKind::Desk, {}, Word("desks"));
-            Place(desk, n, scale_.desks);
-            desk.name =
-                QStringLiteral("B%1-D%2%3").arg(desk.building).arg(desk.floor).arg(desk.room, 2, 10, QLatin1Char('0'));
-            desk.seats = 1;
-        }
-    }
-
+    // Equipment has no place.
     void AddEquipment() {
         const std::vector<QStringList> things = words_.Rows(QStringLiteral("equipment"));
         for (int n = 0; n < scale_.equipment; ++n) {
             const QStringList& thing = things[static_cast<size_t>(n) % things.size()];
             const int number = n / static_cast<int>(things.size()) + 1;
-            Add(AssetKind::Equipment, QStringLiteral("%1 %2").arg(thing[0]).arg(number), thing[1]);
+            Asset& asset = Add(AssetKind::Equipment, n, 0);
+            asset.name = QStringLiteral("%1 %2").arg(thing[0]).arg(number);
+            asset.description = thing[1];
         }
     }
 
     void AddExtensions() {
         const int first = scale_.extensions < 1000 ? 4101 : 20101;
         for (int n = 0; n < scale_.extensions; ++n) {
-            Asset& line = Add(AssetKind::Extension, QStringLiteral("Ext. %1").arg(first + n), Word("extension uses"));
-            Place(line, n, scale_.extensions);
+            Add(AssetKind::Extension, n, scale_.extensions).name = QStringLiteral("Ext. %1").arg(first + n);
         }
         for (int n = 0; n < scale_.guestExtensions; ++n) {
-            Asset& line =
-                Add(AssetKind::GuestExtension, QStringLiteral("Ext. %1").arg(first + scale_.extensions + 99 + n), {});
-            Place(line, n, scale_.guestExtensions);
-            line.description =
-                QStringLiteral("Guest Extension, B%1 %2").arg(line.building).arg(Word("guest extension places"));
+            Asset& line = Add(AssetKind::GuestExtension, n, scale_.guestExtensions);
+            line.name = QStringLiteral("Ext. %1").arg(first + scale_.extensions + 99 + n);
+            line.description = QStringLiteral("Guest Extension, B%1 %2").arg(line.building).arg(line.description);
         }
     }
 
     void AddUnused() {
         for (int n = 0; n < scale_.unused; ++n) {
+            Asset& place = Add(AssetKind::Unused, n, scale_.unused);
+            place.name = QStringLiteral("Unused %1").arg(n + 1);
             // Somebody typed the last one by hand, so the reports do not take it for a placeholder.
-            const bool byHand = n == scale_.unused - 1;
-            Asset& place = Add(AssetKind::Unused,
-                               byHand ? QStringLiteral("unused corner") : QStringLiteral("Unused %1").arg(n + 1),
-                               byHand ? QStringLiteral("Behind the copier, no door") : QString());
-            Place(place, n, scale_.unused);
+            if (n == scale_.unused - 1) {
+                place.name = QStringLiteral("unused corner");
+                place.description = QStringLiteral("Behind the copier, no door");
+            }
         }
     }
 
-    const Scale& scale_;
+    const House& house_;
+    const Scale& scale_ = house_.scale;
     Random random_;
-    WordFile words_;
+    WordFile words_{QStringLiteral("rooms.txt")};
     std::vector<Asset> assets_;
     int next_ = 1;
 };
@@ -206,16 +184,16 @@ Wiring WireUp(const Asset& asset, const KindTraits& kind, Random& random, const 
     return wiring;
 }
 
-void WriteAssetTable(const std::vector<Asset>& assets, const KindTable& kinds, Random& random, RowSink& sink) {
-    const WordFile words = WordFile::Load(QStringLiteral("rooms.txt"));
+void WriteAssetTable(const House& house, Random& random, RowSink& sink) {
+    const WordFile words(QStringLiteral("rooms.txt"));
     sink.BeginTable("Asset", "AssetID Name Description Location LocationLvl LocationX LocationY Jack Port StationType "
                              "SwitchInterface DefaultExtension");
     bool locationMissing = false;
-    for (const Asset& asset : assets) {
+    for (const Asset& asset : house.assets) {
         if (asset.kind == AssetKind::Gone) {
             continue;
         }
-        const KindTraits& kind = kinds.Of(asset.kind);
+        const KindTraits& kind = house.kinds.Of(asset.kind);
         const Wiring wiring = WireUp(asset, kind, random, words);
         Value location(kind.isPlace);
         if (!locationMissing && asset.kind == AssetKind::OtherRoom) {
@@ -224,45 +202,45 @@ void WriteAssetTable(const std::vector<Asset>& assets, const KindTable& kinds, R
             locationMissing = true;
         }
         const bool placed = asset.building > 0;
-        sink.Add({Value(asset.id), Value(asset.name), asset.description.isEmpty() ? Value() : Value(asset.description),
-                  location, placed ? Value(asset.floor) : Value(), placed ? Value(20 + asset.room % 24 * 35) : Value(),
+        sink.Add({asset.id, asset.name, TextOrEmpty(asset.description), location, placed ? Value(asset.floor) : Value(),
+                  placed ? Value(20 + asset.room % 24 * 35) : Value(),
                   placed ? Value(15 + (asset.room / 24 * 4 + static_cast<int>(asset.kind) % 4) * 45) : Value(),
                   wiring.jack, wiring.port, wiring.stationType, wiring.switchInterface, wiring.extension});
     }
 }
 
-void WriteEventTypes(const std::vector<Asset>& assets, const KindTable& kinds, Random& random, RowSink& sink) {
+void WriteEventTypes(const House& house, Random& random, RowSink& sink) {
     sink.BeginTable("Asset/Event", "AssetID EventType");
-    for (const Asset& asset : assets) {
-        const QStringList& types = kinds.Of(asset.kind).spaceTypes;
+    for (const Asset& asset : house.assets) {
+        const QStringList& types = house.kinds.Of(asset.kind).spaceTypes;
         for (qsizetype n = 0; n < types.size(); ++n) {
             // The usual type always; one asset in fifty allows nothing so far.
             if (asset.id % 50 != 49 && (n == 0 || random.Percent(70))) {
-                sink.Add({Value(asset.id), Value(types[n])});
+                sink.Add({asset.id, types[n]});
             }
         }
     }
 }
 
-void WriteAreas(const std::vector<Asset>& assets, const KindTable& kinds, Random& random, RowSink& sink) {
+void WriteAreas(const House& house, Random& random, RowSink& sink) {
     sink.BeginTable("Asset/Area", "AssetID AreaName");
-    for (const Asset& asset : assets) {
+    for (const Asset& asset : house.assets) {
         // Some rooms were never assigned, some only to their building.
-        if (!kinds.Of(asset.kind).isPlace || random.Percent(3)) {
+        if (!house.kinds.Of(asset.kind).isPlace || random.Percent(3)) {
             continue;
         }
         const std::array<QString, 3> areas = AreasOf(asset);
         const int known = random.Percent(5) ? 1 : 3;
         for (int n = 0; n < known; ++n) {
-            sink.Add({Value(asset.id), Value(areas[static_cast<size_t>(n)])});
+            sink.Add({asset.id, areas[static_cast<size_t>(n)]});
         }
     }
 }
 
 } // namespace
 
-std::vector<Asset> MakeAssets(const Scale& scale, Random random) {
-    return Builder(scale, random).Build();
+std::vector<Asset> MakeAssets(const House& house) {
+    return Builder(house).Build();
 }
 
 std::array<QString, 3> AreasOf(const Asset& asset) {
@@ -274,11 +252,11 @@ std::array<QString, 3> AreasOf(const Asset& asset) {
             QStringLiteral("Zone %1").arg(QChar(u'A' + (asset.building * 2 + asset.room % 2) % 26))};
 }
 
-void WriteAssets(const std::vector<Asset>& assets, Random random, RowSink& sink) {
-    const KindTable kinds;
-    WriteAssetTable(assets, kinds, random, sink);
-    WriteEventTypes(assets, kinds, random, sink);
-    WriteAreas(assets, kinds, random, sink);
+void WriteAssets(const House& house, RowSink& sink) {
+    Random random = house.Draws(House::Subject::AssetRows);
+    WriteAssetTable(house, random, sink);
+    WriteEventTypes(house, random, sink);
+    WriteAreas(house, random, sink);
 }
 
 } // namespace velmora::demo

@@ -1,52 +1,51 @@
 #include "demo/DemoSite.h"
 
-#include "demo/Assets.h"
-#include "demo/Bookings.h"
-#include "demo/HouseRecords.h"
-#include "demo/Notes.h"
-#include "demo/Occupancies.h"
-#include "demo/Persons.h"
-#include "demo/ReservationWriter.h"
+#include "demo/WordFile.h"
 
 namespace velmora::demo {
 
 namespace {
 
-// Each subject's stream of random numbers. Days of the calendar are streams of their own and far smaller numbers.
-enum Stream : std::uint64_t {
-    AssetStream = 1'000'001,
-    AssetRowStream,
-    StaffStream,
-    PersonRowStream,
-    OccupancyStream,
-    BookingStream,
-    ReservationRowStream,
-    NoteStream,
-    StandardNoteStream,
-    OwnerStream,
-    WorkOrderStream,
+class DatabaseSink : public RowSink {
+public:
+    explicit DatabaseSink(engine::NewDatabase& database) : database_(database) {}
+    void BeginTable(const QString& table, const QStringList& columns) override {
+        loader_ = database_.Load(table, columns);
+    }
+    void Add(std::span<const Value> row) override { loader_->Add(row); }
+
+private:
+    engine::NewDatabase& database_;
+    std::shared_ptr<engine::Loader> loader_;
 };
 
 } // namespace
 
 void WriteDemoSite(const Options& options, RowSink& sink) {
-    const Scale scale = ScaleOf(options.tier);
-    const auto stream = [&](Stream number) { return Random(options.seed, number); };
+    House house{.options = options};
+    house.assets = MakeAssets(house);
+    house.staff = MakeStaff(house);
+    house.occupancies = PlanOccupancies(house);
 
-    const std::vector<Asset> assets = MakeAssets(scale, stream(AssetStream));
-    Staff staff = MakeStaff(scale, stream(StaffStream));
-    const std::vector<Occupancy> occupancies = PlanOccupancies(options, scale, assets, staff, stream(OccupancyStream));
-
-    WriteAssets(assets, stream(AssetRowStream), sink);
-    WritePersons(staff.persons, assets, stream(PersonRowStream), sink);
-    WriteOwners(assets, staff, stream(OwnerStream), sink);
-    WriteStandardNotes(scale, assets, stream(StandardNoteStream), sink);
+    WriteAssets(house, sink);
+    WritePersons(house, sink);
+    WriteOwners(house, sink);
+    WriteStandardNotes(house, sink);
     WritePrintAttributes(sink);
-    WriteWorkOrders(options, scale, assets, staff, stream(WorkOrderStream), sink);
+    WriteWorkOrders(house, sink);
+    WriteNotes(house, WriteReservations(house, sink), sink);
+}
 
-    ReservationWriter writer(options, staff, stream(ReservationRowStream), sink);
-    WriteReservations(options, scale, assets, staff, occupancies, stream(BookingStream), writer);
-    WriteNotes(options, writer.Noted(), staff, stream(NoteStream), sink);
+Site CreateDemoSite(const QString& folder, const Options& options) {
+    SiteContents contents;
+    contents.addRows = [&](engine::NewDatabase& database) {
+        DatabaseSink sink(database);
+        WriteDemoSite(options, sink);
+    };
+    for (const QString& name : {QStringLiteral("htmlpre.txt"), QStringLiteral("htmlpost.txt")}) {
+        contents.files[name] = ReadDemoFile(name);
+    }
+    return CreateSite(folder, contents);
 }
 
 } // namespace velmora::demo

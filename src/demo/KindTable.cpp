@@ -29,13 +29,15 @@ Enum ByName(const QString& name, const char* const (&names)[Count]) {
 } // namespace
 
 KindTable::KindTable() {
-    const WordFile file = WordFile::Load(QStringLiteral("kinds.txt"));
+    const WordFile file(QStringLiteral("kinds.txt"));
     for (const QStringList& row : file.Rows(QStringLiteral("kinds"))) {
         kinds_.push_back({.kind = ByName<AssetKind>(row[0], kindNames),
                           .isPlace = row[1] == QLatin1String("yes"),
                           .eventsInHundredDays = row[2].toInt(),
                           .spaceTypes = row[3].split(QStringLiteral(", "), Qt::SkipEmptyParts),
                           .stationTypes = row[4],
+                          .descriptions = row[5],
+                          .seats = {row[6].toInt(), row[7].toInt(), row[8].toInt()},
                           .events = {}});
     }
     for (const QStringList& row : file.Rows(QStringLiteral("events"))) {

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "demo/EventTimes.h"
+#include "demo/Events.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <vector>
 
 namespace velmora::demo {
@@ -41,6 +42,8 @@ struct KindTraits {
     int eventsInHundredDays = 0; // of one room, when everything is as full as it gets
     QStringList spaceTypes;      // the usual one first
     QString stationTypes;        // the section of "rooms.txt" that names its telephones
+    QString descriptions;        // and the one that describes it; empty for none
+    std::array<int, 3> seats{};  // how many at least, in steps of how many, and how many different numbers
     std::vector<EventRule> events;
 };
 

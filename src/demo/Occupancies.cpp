@@ -1,8 +1,8 @@
-#include "demo/Occupancies.h"
-
 #include "demo/Calendar.h"
+#include "demo/House.h"
 
 #include <algorithm>
+#include <numeric>
 #include <tuple>
 
 namespace velmora::demo {
@@ -14,12 +14,11 @@ using std::chrono::hours;
 
 class Planner {
 public:
-    Planner(const Options& options, const Scale& scale, const std::vector<Asset>& assets, Staff& staff, Random random)
-        : today_(options.today), horizon_(options.today + days(scale.futureDays)), assets_(assets), staff_(staff),
-          random_(random) {
-        for (size_t n = 0; n < staff.persons.size(); ++n) {
-            homeless_.push_back(static_cast<int>(n));
-        }
+    explicit Planner(House& house)
+        : today_(house.options.today), horizon_(today_ + days(house.scale.futureDays)), assets_(house.assets),
+          staff_(house.staff), random_(house.Draws(House::Subject::Occupancies)) {
+        homeless_.resize(staff_.persons.size());
+        std::iota(homeless_.begin(), homeless_.end(), 0);
         random_.Shuffle(homeless_);
         // "For good" in the rest of the suite: the last day of a far year.
         const int year = Fields(StartOfDay(today_)).year;
@@ -119,9 +118,8 @@ private:
 
 } // namespace
 
-std::vector<Occupancy> PlanOccupancies(const Options& options, const Scale& scale, const std::vector<Asset>& assets,
-                                       Staff& staff, Random random) {
-    return Planner(options, scale, assets, staff, random).Plan();
+std::vector<Occupancy> PlanOccupancies(House& house) {
+    return Planner(house).Plan();
 }
 
 } // namespace velmora::demo

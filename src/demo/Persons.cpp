@@ -1,5 +1,4 @@
-#include "demo/Persons.h"
-
+#include "demo/House.h"
 #include "demo/WordFile.h"
 
 #include <QSet>
@@ -18,9 +17,9 @@ struct Origin {
 class Names {
 public:
     explicit Names(Random& random) : random_(random) {
-        const WordFile words = WordFile::Load(QStringLiteral("people.txt"));
+        const WordFile words(QStringLiteral("people.txt"));
         for (const QStringList& names : words.Rows(QStringLiteral("always"))) {
-            always_.push_back({.lastName = names[0], .firstName = names[1], .organization = {}});
+            always_.push_back({.lastName = names[0], .firstName = names[1]});
             taken_.insert(Key(always_.back()));
         }
         for (const QString& section : words.Sections()) {
@@ -59,16 +58,7 @@ public:
 private:
     static QString Key(const Person& person) { return (person.lastName + u'\n' + person.firstName).toLower(); }
 
-    const Origin& DrawOrigin() {
-        int left = random_.Below(shares_);
-        for (const Origin& origin : origins_) {
-            left -= origin.share;
-            if (left < 0) {
-                return origin;
-            }
-        }
-        return origins_.back();
-    }
+    const Origin& DrawOrigin() { return random_.Draw(origins_, shares_, &Origin::share); }
 
     Person Draw() {
         const Origin& origin = DrawOrigin();
@@ -100,87 +90,39 @@ void AddNickname(Person& person, Random& random) {
     if (person.firstName.contains(u'.')) {
         return;
     }
-    const auto index = static_cast<size_t>(random.Below(static_cast<int>(std::size(nicknames))));
-    person.firstName += QStringLiteral(" \"%1\"").arg(QLatin1String(nicknames[index]));
+    person.firstName += QStringLiteral(" \"%1\"").arg(QLatin1String(random.Pick(nicknames)));
 }
 
-// One person's row.
-class PersonWriter {
-public:
-    PersonWriter(const std::vector<Person>& persons, const std::vector<Asset>& assets, Random random, RowSink& sink)
-        : persons_(persons), assets_(assets), random_(random), sink_(sink) {
-        for (size_t n = 0; n < assets.size(); ++n) {
-            if (assets[n].kind == AssetKind::Office || assets[n].kind == AssetKind::Desk) {
-                places_.push_back(static_cast<int>(n));
-            }
-        }
-        extension_ = persons.size() > 5000 ? 40001 : 5001;
+// What the person should occupy. Some are wrong and some are missing.
+Value SpaceType(const Person& person, const Asset& place, Random& random) {
+    if (random.Percent(2)) {
+        return {};
     }
-
-    void Write(const Person& person, int number) {
-        const int place = person.office >= 0 ? person.office : random_.Pick(places_);
-        const bool elsewhere = random_.Percent(4);
-        std::array<QString, 3> areas = AreasOf(Place(elsewhere ? random_.Pick(places_) : place));
-        const QString extension = QString::number(extension_ + number);
-        const bool hasSecretary = random_.Percent(30);
-        const Person& secretary = persons_[static_cast<size_t>(random_.Below(SecretaryCount()))];
-        const bool park = random_.Percent(20);
-        sink_.Add(
-            {Value(person.lastName), Value(person.firstName), SpaceType(person, place), Value(areas[0]),
-             Sometimes(96, areas[1]), Sometimes(90, areas[2]), Sometimes(97, QStringLiteral("01632 49 ") + extension),
-             Sometimes(95, extension), Storage(), hasSecretary ? Value(secretary.lastName) : Value(),
-             hasSecretary ? Value(secretary.firstName) : Value(),
-             Value(QStringLiteral("K-%1").arg(number + 1, 5, 10, QLatin1Char('0'))),
-             Value(QString::number(4100 + random_.Below(24) * 10)),
-             park ? Value(QStringLiteral("P%1-%2").arg(1 + random_.Below(3)).arg(1 + random_.Below(240))) : Value()});
+    if (random.Percent(4)) {
+        return QStringLiteral("Lab work");
     }
+    return person.office >= 0 || place.kind == AssetKind::Office ? QStringLiteral("Office") : QStringLiteral("Desk");
+}
 
-private:
-    const Asset& Place(int index) const { return assets_[static_cast<size_t>(index)]; }
-    int SecretaryCount() const { return static_cast<int>(persons_.size()) / 15; }
-
-    Value Sometimes(int percent, const QString& text) {
-        return random_.Percent(percent) && !text.isEmpty() ? Value(text) : Value();
+Value Storage(Random& random) {
+    if (!random.Percent(35)) {
+        return {};
     }
-
-    // What the person should occupy. Some are wrong and some are missing.
-    Value SpaceType(const Person& person, int place) {
-        if (random_.Percent(2)) {
-            return {};
-        }
-        if (random_.Percent(4)) {
-            return QStringLiteral("Lab work");
-        }
-        return person.office >= 0 || Place(place).kind == AssetKind::Office ? QStringLiteral("Office")
-                                                                            : QStringLiteral("Desk");
+    if (random.Percent(60)) {
+        return QStringLiteral("Locker %1").arg(1 + random.Below(480));
     }
-
-    Value Storage() {
-        if (!random_.Percent(35)) {
-            return {};
-        }
-        if (random_.Percent(60)) {
-            return QStringLiteral("Locker %1").arg(1 + random_.Below(480));
-        }
-        return QStringLiteral("Cellar %1, shelf %2").arg(QChar(u'A' + random_.Below(6))).arg(1 + random_.Below(40));
-    }
-
-    const std::vector<Person>& persons_;
-    const std::vector<Asset>& assets_;
-    Random random_;
-    RowSink& sink_;
-    std::vector<int> places_;
-    int extension_ = 0;
-};
+    return QStringLiteral("Cellar %1, shelf %2").arg(QChar(u'A' + random.Below(6))).arg(1 + random.Below(40));
+}
 
 } // namespace
 
-Staff MakeStaff(const Scale& scale, Random random) {
+Staff MakeStaff(const House& house) {
+    Random random = house.Draws(House::Subject::Staff);
     const QStringList departments =
-        WordFile::Load(QStringLiteral("organizations.txt")).Entries(QStringLiteral("departments"));
+        WordFile(QStringLiteral("organizations.txt")).Entries(QStringLiteral("departments"));
     Names names(random);
     Staff staff;
-    for (int n = 0; n < scale.persons; ++n) {
+    for (int n = 0; n < house.scale.persons; ++n) {
         // Those of every site stand between the others.
         const size_t always = static_cast<size_t>(n / 50);
         Person person = n % 50 == 49 && always < names.Always().size() ? names.Always()[always] : names.Next();
@@ -191,19 +133,45 @@ Staff MakeStaff(const Scale& scale, Random random) {
         }
         staff.persons.push_back(std::move(person));
     }
-    for (int n = 0; n < 10 + scale.persons / 50; ++n) {
+    for (int n = 0; n < 10 + house.scale.persons / 50; ++n) {
         staff.strangers.push_back(names.Next());
         staff.strangers.back().organization = random.Pick(departments);
     }
     return staff;
 }
 
-void WritePersons(const std::vector<Person>& persons, const std::vector<Asset>& assets, Random random, RowSink& sink) {
+void WritePersons(const House& house, RowSink& sink) {
+    Random random = house.Draws(House::Subject::PersonRows);
+    const std::vector<Person>& persons = house.staff.persons;
+    std::vector<const Asset*> places;
+    for (const Asset& asset : house.assets) {
+        if (asset.kind == AssetKind::Office || asset.kind == AssetKind::Desk) {
+            places.push_back(&asset);
+        }
+    }
+    const auto sometimes = [&](int percent, const QString& text) {
+        return random.Percent(percent) && !text.isEmpty() ? Value(text) : Value();
+    };
     sink.BeginTable("Person", "LastName FirstName EventType Area Area2 Area3 Phone Extension Storage SecretaryLast "
                               "SecretaryFirst Code1 Code2 Code3");
-    PersonWriter writer(persons, assets, random, sink);
-    for (size_t n = 0; n < persons.size(); ++n) {
-        writer.Write(persons[n], static_cast<int>(n));
+    const int firstExtension = persons.size() > 5000 ? 40001 : 5001;
+    int number = 0;
+    for (const Person& person : persons) {
+        const Asset* place =
+            person.office >= 0 ? &house.assets[static_cast<size_t>(person.office)] : random.Pick(places);
+        const bool elsewhere = random.Percent(4);
+        const std::array<QString, 3> areas = AreasOf(elsewhere ? *random.Pick(places) : *place);
+        const QString extension = QString::number(firstExtension + number++);
+        const bool hasSecretary = random.Percent(30);
+        const Person& secretary = persons[static_cast<size_t>(random.Below(static_cast<int>(persons.size()) / 15))];
+        const bool park = random.Percent(20);
+        sink.Add(
+            {person.lastName, person.firstName, SpaceType(person, *place, random), areas[0], sometimes(96, areas[1]),
+             sometimes(90, areas[2]), sometimes(97, QStringLiteral("01632 49 ") + extension), sometimes(95, extension),
+             Storage(random), hasSecretary ? Value(secretary.lastName) : Value(),
+             hasSecretary ? Value(secretary.firstName) : Value(),
+             QStringLiteral("K-%1").arg(number, 5, 10, QLatin1Char('0')), QString::number(4100 + random.Below(24) * 10),
+             park ? Value(QStringLiteral("P%1-%2").arg(1 + random.Below(3)).arg(1 + random.Below(240))) : Value()});
     }
 }
 

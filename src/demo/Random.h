@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -36,7 +38,20 @@ public:
 
     template <typename List>
     const auto& Pick(const List& list) {
-        return list[static_cast<decltype(list.size())>(Below(static_cast<int>(list.size())))];
+        return *(std::begin(list) + Below(static_cast<int>(std::size(list))));
+    }
+
+    // One of the items, each as often as its share of the sum of all shares.
+    template <typename Item, typename Share>
+    const Item& Draw(const std::vector<Item>& items, int sum, Share share) {
+        int left = Below(sum);
+        for (const Item& item : items) {
+            left -= std::invoke(share, item);
+            if (left < 0) {
+                return item;
+            }
+        }
+        return items.back();
     }
 
     template <typename T>

@@ -18,7 +18,7 @@ Scale ScaleOf(Tier tier) {
                           &scale.extensions,      &scale.guestExtensions, &scale.unused,       &scale.buildings,
                           &scale.floors,          &scale.persons,         &scale.reservations, &scale.startsPerDay,
                           &scale.futureDays,      &scale.requests,        &scale.workOrders};
-    const auto rows = WordFile::Load(QStringLiteral("kinds.txt")).Rows(QStringLiteral("sizes"));
+    const auto rows = WordFile(QStringLiteral("kinds.txt")).Rows(QStringLiteral("sizes"));
     for (size_t n = 0; n < std::size(sizes); ++n) {
         *sizes[n] = rows.at(n).at(1 + static_cast<qsizetype>(tier)).toInt();
     }

@@ -1,35 +1,38 @@
 #include "demo/WordFile.h"
 
-#include "demo/Resources.h"
 #include "site/Resource.h"
 
 #include <stdexcept>
 
-namespace velmora::demo {
-
-WordFile WordFile::Load(const QString& name) {
-    RegisterResources();
-    return Parse(ReadResource(QStringLiteral("demo/") + name));
+// Qt's macro declares a function and so cannot stand in a namespace. It keeps the resources of a static library in the
+// program.
+static void InitResources() {
+    Q_INIT_RESOURCE(velmora_demo_share);
 }
 
-WordFile WordFile::Parse(const QString& text) {
-    WordFile file;
+namespace velmora::demo {
+
+QByteArray ReadDemoFile(const QString& name) {
+    InitResources();
+    return ReadResourceBytes(QStringLiteral("demo/") + name);
+}
+
+WordFile::WordFile(const QString& name) {
     QStringList* section = nullptr;
-    const QStringList lines = text.split(u'\n');
+    const QStringList lines = QString::fromUtf8(ReadDemoFile(name)).split(u'\n');
     for (const QString& raw : lines) {
         QString line = raw.trimmed();
         if (line.isEmpty() || line.startsWith(u'#')) {
             continue;
         }
         if (line.startsWith(u'[') && line.endsWith(u']')) {
-            const QString name = line.mid(1, line.size() - 2);
-            file.names_.append(name);
-            section = &file.sections_[name];
+            const QString title = line.mid(1, line.size() - 2);
+            names_.append(title);
+            section = &sections_[title];
         } else if (section != nullptr) {
             section->append(line.replace(QStringLiteral("\\n"), QStringLiteral("\n")));
         }
     }
-    return file;
 }
 
 const QStringList& WordFile::Entries(const QString& section) const {

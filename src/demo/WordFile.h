@@ -8,13 +8,15 @@
 
 namespace velmora::demo {
 
+// A file of share/demo, as stored. Throws std::logic_error when it is not there.
+QByteArray ReadDemoFile(const QString& name);
+
 // A text file of word lists: "[section]" lines with the entries below them, one a line. Lines that begin with "#" and
 // empty lines say nothing; "\n" inside an entry is a line end.
 class WordFile {
 public:
-    // A file of the program's own, for example "events.txt". Throws std::logic_error when it is not there.
-    static WordFile Load(const QString& name);
-    static WordFile Parse(const QString& text);
+    // A file of share/demo, for example "events.txt". Throws std::logic_error when it is not there.
+    explicit WordFile(const QString& name);
 
     // The names of the sections in the order of the file.
     const QStringList& Sections() const { return names_; }

@@ -82,27 +82,6 @@ struct VisitEach {
     }
 };
 
-template <OccupancyList list>
-ReportRequest Occupancies() {
-    return OccupancyRequest{.list = list};
-}
-
-template <typename Request>
-ReportRequest Empty() {
-    return Request();
-}
-
-constexpr ReportKind kinds[] = {
-    {"daily", "the reservations that start, that end, or both on the day", &Empty<DailyRequest>},
-    {"occupant", "the locations and who is there, by location", &Occupancies<OccupancyList::Occupants>},
-    {"directory", "the persons and where they are, by name", &Occupancies<OccupancyList::Directory>},
-    {"exception", "persons outside of their space type or area; reservations that are not checked in",
-     &Empty<ExceptionRequest>},
-    {"usage", "how many locations or persons are unreserved, permanently reserved or reserved for a time",
-     &Empty<UsageRequest>},
-    {"layout", "one of the report layouts in the data directory", &Empty<LayoutRequest>},
-};
-
 } // namespace
 
 void VisitFields(ReportRequest& request, FieldVisitor& visitor) {
@@ -120,15 +99,17 @@ void VisitFields(Delivery& delivery, FieldVisitor& visitor) {
     visitor.Recipients("mail-to", delivery.recipients, "who gets the report by mail; may be given again");
 }
 
-std::span<const ReportKind> ReportKinds() {
-    return kinds;
-}
-
-const ReportKind& KindOf(const ReportRequest& request) {
-    const auto* occupancies = std::get_if<OccupancyRequest>(&request);
-    const bool behindOccupants =
-        request.index() > 1 || (occupancies != nullptr && occupancies->list == OccupancyList::Directory);
-    return kinds[request.index() + (behindOccupants ? 1 : 0)];
+std::vector<ReportKind> ReportKinds() {
+    return {
+        {"daily", "the reservations that start, that end, or both on the day", DailyRequest()},
+        {"occupant", "the locations and who is there, by location", OccupancyRequest()},
+        {"directory", "the persons and where they are, by name", OccupancyRequest{OccupancyList::Directory}},
+        {"exception", "persons outside of their space type or area; reservations that are not checked in",
+         ExceptionRequest()},
+        {"usage", "how many locations or persons are unreserved, permanently reserved or reserved for a time",
+         UsageRequest()},
+        {"layout", "one of the report layouts in the data directory", LayoutRequest()},
+    };
 }
 
 } // namespace velmora

@@ -77,10 +77,9 @@ struct ReportKind {
     const char* name;
     const char* help;
     // A request of this kind with nothing chosen.
-    ReportRequest (*make)();
+    ReportRequest request;
 };
 
-std::span<const ReportKind> ReportKinds();
-const ReportKind& KindOf(const ReportRequest& request);
+std::vector<ReportKind> ReportKinds();
 
 } // namespace velmora

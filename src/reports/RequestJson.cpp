@@ -6,6 +6,7 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmora {
@@ -172,25 +173,32 @@ void CheckDays(const std::optional<Date>& first, int number) {
     }
 }
 
-struct DayCheck {
-    const QString& keyPrefix;
-
-    void operator()(const DailyRequest& request) const { CheckDays(request.days.otherDate, request.days.number); }
-    void operator()(const OccupancyRequest& request) const { CheckDays(request.days.otherDate, request.days.number); }
-    void operator()(const ExceptionRequest& request) const { CheckDays(request.date, 1); }
-    void operator()(const UsageRequest& request) const { CheckDays(request.date, 1); }
-    void operator()(const LayoutRequest& request) const {
-        if (*request.end <= *request.start) {
-            throw Reader::Wrong(u"%1end is the day after the last one: it comes after %1start"_s.arg(keyPrefix));
-        }
-    }
-};
+void CheckDays(const ReportRequest& request, const QString& keyPrefix) {
+    std::visit(
+        [&](const auto& each) {
+            if constexpr (requires { each.days; }) {
+                CheckDays(each.days.otherDate, each.days.number);
+            } else if constexpr (requires { each.date; }) {
+                CheckDays(each.date, 1);
+            } else if (*each.end <= *each.start) {
+                throw Reader::Wrong(u"%1end is the day after the last one: it comes after %1start"_s.arg(keyPrefix));
+            }
+        },
+        request);
+}
 
 } // namespace
 
 QJsonObject ToJson(ReportRequest request) {
+    const std::vector<ReportKind> kinds = ReportKinds();
+    auto kind = std::ranges::find(kinds, request.index(), [](const ReportKind& each) { return each.request.index(); });
+    const auto* occupancies = std::get_if<OccupancyRequest>(&request);
+    if (occupancies != nullptr && occupancies->list == OccupancyList::Directory) {
+        // It stands behind the occupants.
+        ++kind;
+    }
     Writer writer;
-    writer.object.insert(u"kind"_s, QLatin1StringView(KindOf(request).name));
+    writer.object.insert(u"kind"_s, QLatin1StringView(kind->name));
     VisitFields(request, writer);
     return writer.object;
 }
@@ -206,10 +214,10 @@ ReportRequest RequestFromJson(const QJsonObject& object, const QString& keyPrefi
     const QString name = reader.Kind();
     for (const ReportKind& kind : ReportKinds()) {
         if (name == QLatin1StringView(kind.name)) {
-            ReportRequest request = kind.make();
+            ReportRequest request = kind.request;
             VisitFields(request, reader);
             reader.Finish();
-            std::visit(DayCheck{keyPrefix}, request);
+            CheckDays(request, keyPrefix);
             return request;
         }
     }

@@ -1,4 +1,4 @@
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "engine/dialect/Compiler.h"
 #include "engine/sqlite/SqliteWriter.h"
 #include "site/Site.h"

@@ -1,6 +1,5 @@
 #include "reports/DailyReport.h"
 #include "reports/ExceptionReport.h"
-#include "reports/OccupancyReport.h"
 #include "tests/desk/DeskFixture.h"
 
 namespace velmora {
@@ -24,13 +23,9 @@ TEST_F(GatherTest, ALineHasItsKeysAndWhatBelongsToIt) {
     };
     const DailyLine budget = find(1);
     EXPECT_EQ(budget.asset, 12);
-    EXPECT_EQ(budget.start, MakeDateTime({2026, 3, 6, 9, 0, 0}));
-    EXPECT_EQ(budget.name.toString(), u"Budget <Q1> & more"_s);
     EXPECT_EQ(budget.person->storage.toString(), u"Cage 4"_s);
     EXPECT_EQ(budget.guestLocation->name.toString(), u"Guest Phone 1"_s);
-    ASSERT_EQ(budget.notes.size(), 3U);
-    EXPECT_EQ(budget.notes[0].category.toString(), u"Setup"_s);
-    EXPECT_TRUE(budget.notes[1].text.isEmpty());
+    EXPECT_EQ(budget.notes.size(), 3U);
     EXPECT_TRUE(find(4).movedIn == false && find(4).phoneConnected && find(3).movedOut);
     EXPECT_FALSE(find(3).person->found);
     EXPECT_FALSE(find(5).guestLocation->found);
@@ -79,24 +74,16 @@ TEST_F(GatherTest, WhatCannotBeReadCostsThatDetailAlone) {
 class GatherTablesTest : public GatherTest {
 protected:
     GatherTablesTest() : GatherTest(u"/reports/site.sql"_s) {}
-    const ReportDays thursday_{*MakeDate(2026, 3, 5), *MakeDate(2026, 3, 6), {}};
 };
 
-TEST_F(GatherTablesTest, RowsHaveLocationsAndPersonsForKeys) {
-    const OccupancyRows occupants = GatherOccupants({.includeUnreserved = true}, thursday_, Gather());
-    const OccupancyRows directory = GatherDirectory({.includeUnreserved = true}, thursday_, Gather());
-    const auto count = [](const OccupancyRows& rows, auto&& condition) {
-        return std::count_if(rows.rows.begin(), rows.rows.end(), condition);
-    };
-    const auto isAbel = [](const OccupancyRow& row) { return row.lastName == QUtf8StringView("Abel"); };
-    EXPECT_GT(count(occupants, isAbel), 0);
-    EXPECT_GT(count(directory, isAbel), 0);
-    EXPECT_GT(count(occupants, [](const OccupancyRow& row) { return !row.occupied; }), 0);
-    const OccupancyRows outside = GatherExceptions({.date = thursday_.start}, thursday_, Gather());
-    ASSERT_FALSE(outside.rows.empty());
-    for (const OccupancyRow& row : outside.rows) {
-        EXPECT_GT(row.asset, 0);
-        EXPECT_FALSE(row.location.isEmpty() && row.lastName.isEmpty());
+TEST_F(GatherTablesTest, AnExceptionHasItsAssetForAKey) {
+    const ReportDays thursday{*MakeDate(2026, 3, 5), *MakeDate(2026, 3, 6), {}};
+    for (const ExceptionType type : {ExceptionType::SpaceType, ExceptionType::NotCheckedIn}) {
+        const OccupancyRows rows = GatherExceptions({type, thursday.start}, thursday, Gather());
+        EXPECT_FALSE(rows.rows.empty());
+        for (const OccupancyRow& row : rows.rows) {
+            EXPECT_GT(row.asset, 0);
+        }
     }
 }
 

@@ -1,35 +1,29 @@
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "reports/ExceptionReport.h"
 #include "reports/OccupancyReport.h"
 #include "reports/UsageReport.h"
 #include "site/Site.h"
-#include "tests/reports/ReportsFixture.h"
+#include "tests/data/RawStore.h"
+#include "tests/desk/DeskFixture.h"
 
 namespace velmora {
 namespace {
 
 // The large demo site on a Wednesday, and the same counted in the store's own SQL.
-class ReconcileTest : public ReportsFixture {
+class ReconcileTest : public DeskFixture {
 protected:
     ReconcileTest() {
         const Site site = demo::CreateDemoSite(large_.path(), {demo::Tier::Large, day_});
-        EXPECT_EQ(sqlite3_open(site.Location().toUtf8().constData(), &store_), SQLITE_OK);
+        store_.emplace(site.Location());
         faulty_.reset();
         database_ = site.Open();
         faulty_ = std::make_unique<FaultyDatabase>(*database_);
     }
-    ~ReconcileTest() override { sqlite3_close(store_); }
 
     // A number counted by hand; "TODAY" stands for the reservations that overlap the day.
     qint64 Count(QByteArray sql) {
         sql.replace("TODAY", "\"End\" > '2026-03-04 00:00:00' AND Start < '2026-03-05 00:00:00'");
-        sqlite3_stmt* statement = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(store_, sql.constData(), -1, &statement, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(store_);
-        EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW);
-        const qint64 count = sqlite3_column_int64(statement, 0);
-        sqlite3_finalize(statement);
-        return count;
+        return store_->Number(QString::fromUtf8(sql));
     }
     // Unreserved, permanent and non-permanent add up to all locations, once per area, or all persons.
     void ExpectUsage();
@@ -38,7 +32,7 @@ protected:
     const Date day_ = *MakeDate(2026, 3, 4);
     const ReportDays days_{day_, day_ + std::chrono::days(1), {}};
     QTemporaryDir large_;
-    sqlite3* store_ = nullptr;
+    std::optional<test::RawStore> store_;
 };
 
 void ReconcileTest::ExpectUsage() {

@@ -18,6 +18,8 @@ TEST(ReportDaysTest, TheDayRuleOfEachWeekday) {
         int start;
         int end;
         const char* phrase;
+        // Of the occupants and the directory.
+        bool ofOccupancy = false;
     };
     // March 1, 2026, is a Sunday.
     for (const Case& c : {
@@ -31,14 +33,20 @@ TEST(ReportDaysTest, TheDayRuleOfEachWeekday) {
              Case{DayChoice::CurrentDay, 6, 6, 7, " for 3/6/2026"},
              Case{DayChoice::CurrentDay, 7, 7, 8, " for 3/7/2026"},
              Case{DayChoice::OtherDay, 6, 10, 11, " for 3/10/2026 Through 3/10/2026"},
+             Case{DayChoice::NextWorkingDay, 1, 2, 3, " for 3/2/2026", true},
+             Case{DayChoice::NextWorkingDay, 5, 6, 7, " for 3/6/2026", true},
+             Case{DayChoice::NextWorkingDay, 6, 9, 10, " for 3/9/2026", true},
+             Case{DayChoice::NextWorkingDay, 7, 9, 10, " for 3/9/2026", true},
+             Case{DayChoice::CurrentDay, 7, 7, 8, " for 3/7/2026", true},
          }) {
         selection.choice = c.choice;
-        const ReportDays days = DailyReportDays(selection, *MakeDate(2026, 3, c.today), locale);
+        const ReportDays days =
+            (c.ofOccupancy ? OccupancyDays : DailyReportDays)(selection, *MakeDate(2026, 3, c.today), locale);
         EXPECT_EQ(days.start, MakeDate(2026, 3, c.start)) << c.today;
         EXPECT_EQ(days.end, MakeDate(2026, 3, c.end)) << c.today;
         EXPECT_EQ(days.phrase.toStdString(), c.phrase) << c.today;
     }
-    selection.number = 30;
+    selection = {DayChoice::OtherDay, MakeDate(2026, 3, 10), 30};
     const ReportDays month = DailyReportDays(selection, *MakeDate(2026, 3, 1), locale);
     EXPECT_EQ(month.end, MakeDate(2026, 4, 9));
     EXPECT_EQ(month.phrase, u" for 3/10/2026 Through 4/8/2026"_s);

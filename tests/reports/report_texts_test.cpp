@@ -1,5 +1,5 @@
 #include "reports/RequestJson.h"
-#include "tests/reports/ReportsFixture.h"
+#include "tests/desk/DeskFixture.h"
 
 #include "base/Translate.h"
 #include "tests/support/Folders.h"

@@ -4,7 +4,7 @@
 #include "app/db/Output.h"
 #include "app/db/ParameterText.h"
 #include "app/db/RowPrinter.h"
-#include "demo/CreateDemoSite.h"
+#include "demo/DemoSite.h"
 #include "engine/Database.h"
 #include "platform/LogFile.h"
 #include "site/Site.h"

@@ -121,7 +121,7 @@ Parser::Parser() {
         QJsonObject& given = requests_[kind.name];
         given.insert(u"kind"_s, QLatin1StringView(kind.name));
         FieldOptions options(report, given);
-        ReportRequest request = kind.make();
+        ReportRequest request = kind.request;
         VisitFields(request, options);
         if (std::holds_alternative<LayoutRequest>(request)) {
             report.add_flag("--show-formula", showFormula_, "print the selection formula and run nothing")

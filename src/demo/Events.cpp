@@ -1,7 +1,7 @@
-#include "demo/EventTimes.h"
+#include "demo/Events.h"
 
 #include "demo/Calendar.h"
-#include "demo/RoomDiary.h"
+#include "demo/WordFile.h"
 
 #include <algorithm>
 
@@ -12,6 +12,22 @@ namespace {
 using std::chrono::days;
 using std::chrono::minutes;
 
+constexpr QLatin1String Month("{month}");
+
+// Puts every word of a "{section}" into its place, one section after the other. The month stays open.
+QStringList Expand(const QString& pattern, const WordFile& subjects) {
+    const qsizetype open = pattern.indexOf(u'{');
+    if (open < 0 || pattern.contains(Month)) {
+        return {pattern};
+    }
+    const qsizetype close = pattern.indexOf(u'}', open);
+    QStringList names;
+    for (const QString& word : subjects.Entries(pattern.mid(open + 1, close - open - 1))) {
+        names += Expand(pattern.left(open) + word + pattern.mid(close + 1), subjects);
+    }
+    return names;
+}
+
 DateTime At(Date day, int quarter) {
     return StartOfDay(day) + minutes(quarter * 15);
 }
@@ -20,7 +36,7 @@ DateTime At(Date day, int quarter) {
 int OfficeHoursStart(Random& random) {
     static constexpr int hours[] = {8,  8,  8,  9,  9,  9,  9,  9,  10, 10, 10, 10, 11, 11, 11,
                                     12, 13, 13, 13, 14, 14, 14, 14, 15, 15, 15, 16, 16, 17, 18};
-    const int hour = hours[random.Below(static_cast<int>(std::size(hours)))];
+    const int hour = random.Pick(hours);
     const int quarter = random.Below(100);
     return hour * 4 + (quarter < 60 ? 0 : quarter < 88 ? 2 : quarter < 94 ? 1 : 3);
 }
@@ -38,12 +54,12 @@ EventTimes SameDay(Date day, int start, int quarters) {
 EventTimes ManyDays(Date day, int count, Random& random) {
     static constexpr int ends[] = {12, 16, 16, 17, 17, 17, 18, 24};
     const Date last = count == 1 ? day : WorkingDayFrom(day + days(count - 1));
-    return {MorningStart(random), At(last, 4 * ends[random.Below(static_cast<int>(std::size(ends)))])};
+    return {MorningStart(random), At(last, 4 * random.Pick(ends))};
 }
 
 EventTimes Meeting(Date day, Random& random) {
     static constexpr int quarters[] = {2, 2, 2, 2, 3, 3, 4, 4, 4, 4, 4, 4, 4, 6, 6, 6, 8, 8, 12};
-    return SameDay(day, OfficeHoursStart(random), quarters[random.Below(static_cast<int>(std::size(quarters)))]);
+    return SameDay(day, OfficeHoursStart(random), random.Pick(quarters));
 }
 
 EventTimes HalfDay(Date day, Random& random) {
@@ -62,11 +78,31 @@ EventTimes BigEvent(Date day, Random& random) {
         return ManyDays(day, random.Between(2, 3), random);
     }
     const int start = random.Percent(60) ? MorningStart(random) + 4 : 16 * 4 + 2 * random.Below(4);
-    return random.Percent(35) ? EventTimes{start, At(day, RoomDiary::WholeDay)}
-                              : SameDay(day, start, 20 + random.Below(16));
+    return random.Percent(35) ? EventTimes{start, At(day, quartersOfDay)} : SameDay(day, start, 20 + random.Below(16));
 }
 
 } // namespace
+
+EventNames::EventNames() {
+    const WordFile events(QStringLiteral("events.txt"));
+    const WordFile subjects(QStringLiteral("subjects.txt"));
+    months_ = subjects.Entries(QStringLiteral("month"));
+    for (const QString& type : events.Sections()) {
+        std::vector<QStringList>& patterns = types_[type];
+        for (const QString& pattern : events.Entries(type)) {
+            patterns.push_back(Expand(pattern, subjects));
+        }
+    }
+}
+
+QString EventNames::Next(const QString& eventType, Date day, Random& random) const {
+    const QStringList& names = random.Pick(types_.at(eventType));
+    const QString& name = random.Pick(names);
+    if (!name.endsWith(Month)) {
+        return name;
+    }
+    return name.chopped(Month.size()) + months_[Fields(StartOfDay(day)).month - 1];
+}
 
 EventTimes DrawTimes(Span span, Date day, Random& random) {
     switch (span) {

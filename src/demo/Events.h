@@ -3,7 +3,28 @@
 #include "base/DateTime.h"
 #include "demo/Random.h"
 
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <vector>
+
 namespace velmora::demo {
+
+// What people call their reservations, by event type.
+class EventNames {
+public:
+    EventNames();
+
+    // A name for one more event of the type, which takes place on `day`. Throws std::out_of_range for a type without
+    // names.
+    QString Next(const QString& eventType, Date day, Random& random) const;
+
+private:
+    // By type: for each pattern of the word lists, every name that it can make.
+    std::map<QString, std::vector<QStringList>> types_;
+    QStringList months_;
+};
 
 // How long events of a kind take.
 enum class Span {
@@ -19,6 +40,8 @@ enum class Span {
     Weeks,      // one to eight weeks
     Closure,    // whole days, from midnight to midnight
 };
+
+constexpr int quartersOfDay = 24 * 4;
 
 struct EventTimes {
     int startQuarter = 0; // of the day on which it starts, 0 to 95
