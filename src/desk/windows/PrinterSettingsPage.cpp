@@ -57,8 +57,7 @@ Delivery PrinterSettingsPage::DeliveryOf(const DeskState& state) {
 }
 
 void PrinterSettingsPage::cmdOptions_Click() {
-    print::DatabaseStyles styles(host_.Database());
-    print::frmPrintOptions(host_.TheProgram().services(), styles, window()).exec();
+    print::frmPrintOptions(host_.TheProgram().services(), host_.Database(), window()).exec();
 }
 
 } // namespace velmora

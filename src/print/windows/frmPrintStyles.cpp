@@ -82,8 +82,8 @@ QPushButton* MakeButton(const QString& name, const QString& text) {
 
 } // namespace
 
-frmPrintStyles::frmPrintStyles(const Services& services, StyleStore& store, QWidget* parent)
-    : QDialog(parent), services_(services), store_(store), model_(new QStandardItemModel(this)),
+frmPrintStyles::frmPrintStyles(const Services& services, engine::Database& database, QWidget* parent)
+    : QDialog(parent), services_(services), database_(database), model_(new QStandardItemModel(this)),
       grdStyles_(new QTableView), lblNotice_(new QLabel),
       cmdAdd(MakeButton(QStringLiteral("cmdAdd"), QStringLiteral("&Add"))),
       cmdDelete(MakeButton(QStringLiteral("cmdDelete"), QStringLiteral("&Delete"))),
@@ -141,7 +141,8 @@ void frmPrintStyles::Connect() {
 
 void frmPrintStyles::Form_Load() {
     Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Styles"));
-    const bool read = steps.Step(QStringLiteral("Reading Print Styles"), [&] { base_ = store_.Read(); });
+    const bool read =
+        steps.Step(QStringLiteral("Reading Print Styles"), [&] { base_ = ReadPrintAttributes(database_); });
     for (const char* heading : {"Caption", "Bold", "Italic", "Underlined", "Grey Box", "Sample"}) {
         model_->setHorizontalHeaderItem(model_->columnCount(), new QStandardItem(Translate(QLatin1String(heading))));
     }
@@ -256,7 +257,8 @@ bool frmPrintStyles::Save() {
     StyleRows rows = Rows();
     for (;;) {
         std::optional<StyleRows> stored;
-        if (!steps.Step(QStringLiteral("Saving Print Styles"), [&] { stored = store_.Replace(base_, rows); })) {
+        if (!steps.Step(QStringLiteral("Saving Print Styles"),
+                        [&] { stored = ReplacePrintAttributes(database_, base_, rows); })) {
             return false;
         }
         if (!stored) {

@@ -12,14 +12,14 @@ class QTableView;
 
 namespace velmora::print {
 
-// The editor of the print styles: by caption, how the value of a label and value line is drawn. Services and store
-// outlive it.
+// The editor of the print styles: by caption, how the value of a label and value line is drawn. Services and
+// database outlive it.
 class frmPrintStyles : public QDialog {
     Q_OBJECT
 
 public:
     // Reads the rows; a failure is reported, and the editor then cannot save.
-    frmPrintStyles(const Services& services, StyleStore& store, QWidget* parent = nullptr);
+    frmPrintStyles(const Services& services, engine::Database& database, QWidget* parent = nullptr);
 
     void reject() override;
 
@@ -46,7 +46,7 @@ private:
     Answer Ask(const QString& text, Buttons buttons, Icon icon);
 
     const Services& services_;
-    StyleStore& store_;
+    engine::Database& database_;
     // The rows as they were read.
     StyleRows base_;
     QStandardItemModel* model_;
