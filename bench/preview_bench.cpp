@@ -4,7 +4,6 @@
 #include "bench/Measure.h"
 #include "print/pages/PageWriters.h"
 #include "print/windows/PageView.h"
-#include "print/windows/WindowPreviews.h"
 #include "print/windows/frmPrintPreview.h"
 #include "tests/print_windows/PreviewReports.h"
 #include "tests/support/Fakes.h"

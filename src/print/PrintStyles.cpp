@@ -50,6 +50,26 @@ StyleRows ReadPrintAttributes(engine::Database& database) {
     return attributes;
 }
 
+std::optional<StyleRows> ReplacePrintAttributes(engine::Database& database, const StyleRows& expected,
+                                                const StyleRows& rows) {
+    engine::Transaction transaction(database);
+    StyleRows stored = ReadPrintAttributes(database);
+    if (stored != expected) {
+        return stored;
+    }
+    database.Execute(u"DELETE FROM PrintAttributes");
+    const auto insert = database.CreateQueryDef(
+        QStringLiteral("PARAMETERS NewCaption Text, NewStyle Long; "
+                       "INSERT INTO PrintAttributes (Caption, PrintAttributes) VALUES (NewCaption, NewStyle)"));
+    for (const PrintAttribute& row : rows) {
+        insert->SetParameter(u"NewCaption", row.caption.isEmpty() ? Value() : Value(row.caption));
+        insert->SetParameter(u"NewStyle", Value(qint64{row.style}));
+        insert->Execute();
+    }
+    transaction.Commit();
+    return std::nullopt;
+}
+
 void AttributeTable::Load(const AttributeSource& source) {
     styles_.clear();
     try {
@@ -92,25 +112,6 @@ MergedStyles MergeStyles(const StyleRows& base, const StyleRows& mine, const Sty
     }
     merged.conflicts.removeDuplicates();
     return merged;
-}
-
-std::optional<StyleRows> DatabaseStyles::Replace(const StyleRows& expected, const StyleRows& rows) {
-    engine::Transaction transaction(database_);
-    StyleRows stored = Read();
-    if (stored != expected) {
-        return stored;
-    }
-    database_.Execute(u"DELETE FROM PrintAttributes");
-    const auto insert = database_.CreateQueryDef(
-        QStringLiteral("PARAMETERS NewCaption Text, NewStyle Long; "
-                       "INSERT INTO PrintAttributes (Caption, PrintAttributes) VALUES (NewCaption, NewStyle)"));
-    for (const PrintAttribute& row : rows) {
-        insert->SetParameter(u"NewCaption", row.caption.isEmpty() ? Value() : Value(row.caption));
-        insert->SetParameter(u"NewStyle", Value(qint64{row.style}));
-        insert->Execute();
-    }
-    transaction.Commit();
-    return std::nullopt;
 }
 
 } // namespace velmora::print

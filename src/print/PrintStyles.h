@@ -26,8 +26,13 @@ struct PrintAttribute {
 using StyleRows = std::vector<PrintAttribute>;
 // Reads the rows in table order; may throw.
 using AttributeSource = std::function<StyleRows()>;
-// The rows of the table "PrintAttributes". A missing caption is the empty one; bits beyond 16 are cut.
+
+// The rows of the table "PrintAttributes". A missing caption is the empty one; bits beyond 16 are cut. Throws Error.
 StyleRows ReadPrintAttributes(engine::Database& database);
+// Puts `rows` in place of the stored ones if those are still `expected`. Returns none when it did, else what is stored
+// by now, and changes nothing. Throws Error, with nothing changed.
+std::optional<StyleRows> ReplacePrintAttributes(engine::Database& database, const StyleRows& expected,
+                                                const StyleRows& rows);
 
 // Styles by caption.
 class AttributeTable {
@@ -52,26 +57,5 @@ struct MergedStyles {
 // Both people's changes to `base` put together: their rows in their order with my changes in place, my new rows behind.
 // Rows belong together by caption, the second of a caption with the second, and so on.
 MergedStyles MergeStyles(const StyleRows& base, const StyleRows& mine, const StyleRows& theirs);
-
-// Where the print styles are kept. Failures are thrown as Error.
-class StyleStore {
-public:
-    virtual ~StyleStore() = default;
-    virtual StyleRows Read() = 0;
-    // Puts `rows` in place of the stored ones if those are still `expected`. Returns none when it did, else what is
-    // stored by now, and changes nothing.
-    virtual std::optional<StyleRows> Replace(const StyleRows& expected, const StyleRows& rows) = 0;
-};
-
-// The table "PrintAttributes" of a database, which outlives the store.
-class DatabaseStyles : public StyleStore {
-public:
-    explicit DatabaseStyles(engine::Database& database) : database_(database) {}
-    StyleRows Read() override { return ReadPrintAttributes(database_); }
-    std::optional<StyleRows> Replace(const StyleRows& expected, const StyleRows& rows) override;
-
-private:
-    engine::Database& database_;
-};
 
 } // namespace velmora::print

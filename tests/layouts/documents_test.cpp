@@ -7,13 +7,14 @@ namespace {
 
 class DocumentsTest : public LayoutFixture {
 protected:
-    // Runs a layout with these keys besides title and tables, as text lines.
-    std::string Lines(const QByteArray& keys, const QString& formula = {}) {
-        WriteLayout(u"Mine.rpx"_s,
-                    "{\"title\": \"Mine\", \"tables\": [{\"table\": \"Reservation\"}, {\"table\": \"Asset\", "
-                    "\"on\": \"{Reservation.Asset} = {Asset.AssetID}\"}],\n" +
-                        keys + "}");
-        return RunText(u"Mine.rpx"_s, formula).remove(u'\r').toStdString();
+    // Runs a layout with these keys besides the title, as text lines.
+    QString Lines(QString keys, const QString& formula) {
+        if (!keys.contains(u"\"tables\""_s)) {
+            keys.prepend(u"\"tables\": [{\"table\": \"Reservation\"}, {\"table\": \"Asset\", "
+                         "\"on\": \"{Reservation.Asset} = {Asset.AssetID}\"}],\n"_s);
+        }
+        WriteLayout(u"Mine.rpx"_s, u"{\"title\": \"Mine\", %1}"_s.arg(keys).toUtf8());
+        return RunText(u"Mine.rpx"_s, formula).remove(u'\r');
     }
     // The number of records of a shipped layout.
     qint64 Count(const LayoutRequest& request) {
@@ -26,142 +27,49 @@ protected:
 };
 
 TEST_F(DocumentsTest, ListsTheRowsThatSqlCounts) {
-    struct Case {
-        qint16 index;
-        QString base;
-        QString completed;
-        bool excludesConference;
-    };
-    const QString joined = u"SELECT Count(*) FROM Reservation JOIN Asset ON Asset = AssetID WHERE "_s;
-    const QString starts = joined + u"Start >= :s AND Start < :e"_s;
-    const QString ends = joined + u"\"End\" > :s AND \"End\" <= :e"_s;
-    const QString overlaps = joined + u"\"End\" > :s AND Start < :e"_s;
-    const QString named = u" AND LastName <> ''"_s;
-    const std::vector<Case> cases = {
-        {1, u"SELECT Count(*) FROM WorkOrder WHERE Requested >= :s AND Requested < :e"_s, u" AND Completed = 0"_s,
-         false},
-        {2, starts, u" AND SLockStart = 0"_s, true},
-        {3, ends, u" AND SLockEnd = 0"_s, true},
-        {4, starts, u" AND TLockStart = 0"_s, true},
-        {5, ends, u" AND TLockEnd = 0"_s, true},
-        {6, overlaps, u" AND Permanent = 0"_s, true},
-        {7, joined + u"\"End\" > :s AND \"End\" < :e"_s + named, u" AND Permanent = 0"_s, true},
-        {9, overlaps + named, QString(), false},
-    };
     LayoutRequest request;
-    for (const int days : {1, 5}) {
-        request.start = MakeDate(2026, 3, 5);
-        request.end = MakeDate(2026, 3, 5 + static_cast<unsigned>(days));
-        for (const Case& c : cases) {
-            for (const bool completed : {false, true}) {
-                for (const bool conference : {false, true}) {
-                    request.layout = c.index;
-                    request.completionFilter = completed;
-                    request.excludeConferenceRooms = conference;
-                    const QString sql = c.base + (completed ? c.completed : QString()) +
-                                        (conference && c.excludesConference ? u" AND AssetID >= 256"_s : QString());
-                    const QString expected = store_->Rows(sql, StorageText(StartOfDay(*request.start)),
-                                                          StorageText(StartOfDay(*request.end)))[0];
-                    EXPECT_EQ(QString::number(Count(request)), expected) << sql.toStdString();
-                    // A day without any says nothing about the filters.
-                    EXPECT_TRUE(days == 1 || conference || expected.toInt() > 0) << sql.toStdString();
-                }
-            }
+    request.start = MakeDate(2026, 3, 5);
+    for (const QStringList& each : TestRows(u"counts.txt"_s)) {
+        request.layout = each.at(0).toShort();
+        for (const int options : {0, 1, 2, 3, 4, 5, 6, 7}) {
+            request.completionFilter = (options & 1) != 0;
+            request.excludeConferenceRooms = (options & 2) != 0;
+            const unsigned days = (options & 4) != 0 ? 5 : 1;
+            request.end = MakeDate(2026, 3, 5 + days);
+            const QString sql = each.at(1) + (request.completionFilter ? each.at(2) : QString()) +
+                                (request.excludeConferenceRooms ? each.at(3) : QString());
+            const QString expected =
+                store_->Rows(sql, StorageText(StartOfDay(*request.start)), StorageText(StartOfDay(*request.end)))[0];
+            EXPECT_EQ(QString::number(Count(request)), expected) << sql.toStdString();
+            // A day without any says nothing about the filters.
+            EXPECT_TRUE(days == 1 || request.excludeConferenceRooms || expected.toInt() > 0) << sql.toStdString();
         }
     }
 }
 
-TEST_F(DocumentsTest, GroupsAndCounts) {
-    store_->Run(u"INSERT INTO WorkOrder (ID, Requested, RequestedBy) VALUES (6, '2026-03-05 08:00:00', 'anna'), "
-                "(7, '2026-03-06 08:00:00', 'ANNA')"_s);
-    WriteLayout(u"Mine.rpx"_s, R"json({"title": "Mine", "tables": [{"table": "WorkOrder"}],
-        "groups": [{"by": "WorkOrder.RequestedBy", "none": "Nobody", "heading": "For {WorkOrder.RequestedBy}",
-                    "footer": "{Count} of them"},
-                   {"by": "WorkOrder.Requested", "unit": "day", "heading": "on {WorkOrder.Requested:date}",
-                    "footer": "({Count})"}],
-        "sort": ["WorkOrder.ID descending"], "total": "All {Count}", "columns": [{"value": "{WorkOrder.ID}"}]})json");
-    // What belongs together stands together whatever the order of the numbers.
-    const QString expected = u"Mine|=|-|Nobody|-|on 3/5/2026|2|(1)|-|on 3/6/2026|3|(1)|2 of them|"
-                             "-|For anna|-|on 3/5/2026|6|1|(2)|-|on 3/6/2026|7|(1)|3 of them|"
-                             "-|For X|-|on 3/5/2026|4|(1)|1 of them|-|For Y|-|on 3/5/2026|5|(1)|1 of them|=|All 7"_s;
-    EXPECT_EQ(RunText(u"Mine.rpx"_s, {})
-                  .replace(QString(50, u'='), u"="_s)
-                  .replace(QString(50, u'-'), u"-"_s)
-                  .replace(u"\r\n"_s, u"|"_s)
-                  .toStdString(),
-              expected.toStdString());
-}
-
-TEST_F(DocumentsTest, KnowsWhatBelongsTogether) {
-    store_->Run(u"UPDATE Reservation SET Organization = NULL WHERE ID = 1; UPDATE Reservation SET Organization = '' "
-                u"WHERE ID = 2;"
-                "UPDATE Reservation SET Organization = 'legal', Start = '2026-03-06 00:00:00', \"End\" = '2026-03-07 "
-                "00:00:00' WHERE ID = 5;"
-                "UPDATE Reservation SET Organization = 'LEGAL', \"End\" = '2026-03-06 18:00:00' WHERE ID = 30;"
-                "UPDATE Reservation SET Organization = 'Äon' WHERE ID = 31"_s);
-    const QString five =
-        u"{Reservation.ID} = 1 Or {Reservation.ID} = 2 Or {Reservation.ID} = 5 Or {Reservation.ID} = 30 Or "
-        "{Reservation.ID} = 31"_s;
-    const auto headings = [&](const QByteArray& group) {
-        QStringList found;
-        const std::string text =
-            Lines("\"groups\": [{" + group + "}], \"columns\": [{\"value\": \"{Reservation.ID}\"}]", five);
-        for (const QString& line : QString::fromStdString(text).split(u'\n')) {
-            if (line.startsWith(u'#')) {
-                found += line;
-            }
+TEST_F(DocumentsTest, PrintsWhatTheLayoutSays) {
+    for (const QString& block : TestText(u"documents.txt"_s).split(u"\n@ "_s).mid(1)) {
+        const QString head = block.section(u'\n', 0, 0);
+        const QString body = block.section(u"\n=>"_s, 0, 0).section(u'\n', 1);
+        QStringList keys;
+        for (const QString& line : body.split(u'\n')) {
+            line.startsWith(u"sql: ") ? store_->Run(line.sliced(5)) : keys.append(line);
         }
-        return found.join(u' ').toStdString();
-    };
-    // Empty and missing are one group, and so are spellings that the database takes for equal.
-    EXPECT_EQ(
-        headings(R"("by": "Reservation.Organization", "none": "#none", "heading": "#{Reservation.Organization}")"),
-        "#none #legal #Äon");
-    EXPECT_EQ(
-        headings(
-            R"("by": "Reservation.Organization", "unit": "initial", "none": "#none", "heading": "#{Reservation.Organization:initial}")"),
-        "#none #L #Ä");
-    // Exactly midnight closes the day before.
-    EXPECT_EQ(
-        headings(R"("by": "Reservation.End", "unit": "closing day", "heading": "#{Reservation.End:closing date}")"),
-        "#3/5/2026 #3/6/2026");
+        QString found = Lines(keys.join(u'\n'), head.section(u" | "_s, 1));
+        found.replace(QString(50, u'='), u"="_s).replace(QString(50, u'-'), u"-"_s);
+        EXPECT_EQ(found.toStdString(), block.section(u"\n=>\n"_s, 1).trimmed().toStdString()) << head.toStdString();
+    }
 }
 
-TEST_F(DocumentsTest, WritesTextsAndFormats) {
+TEST_F(DocumentsTest, FillsInTexts) {
     store_->Run(
         u"UPDATE Reservation SET Start = '2026-03-06 13:05:00', \"End\" = '2026-03-07 00:00:00', Permanent = 1, "
         "Attendees = 12 WHERE ID = 1; UPDATE Asset SET LocationLvl = NULL"_s);
-    const std::pair<const char*, const char*> cases[] = {
-        {"{Reservation.Start}", "3/6/2026 1:05 PM"},
-        {"{Reservation.Start:date}", "3/6/2026"},
-        {"{Reservation.Start:long date}", "Friday, March 6, 2026"},
-        {"{Reservation.Start:weekday}", "Friday"},
-        {"{Reservation.Start:time}", "1:05 PM"},
-        {"{Reservation.End:closing date} {Reservation.End:closing time}", "3/6/2026 midnight"},
-        {"{Reservation.End:closing long date}", "Friday, March 6, 2026"},
-        {"{Reservation.End}", "3/7/2026"},
-        {"{Reservation.Attendees:money}", "12.00"},
-        {"{Reservation.Permanent} {reservation.permanent:if for good}", "Yes for good"},
-        {"{Reservation.SLockStart:if done}.", "."},
-        {"{Reservation.LastName:initial}", "A"},
-        {"a[, level {Asset.LocationLvl}]b[ ({Asset.AssetID})]", "ab (12)"},
-        // What is empty leaves no separator behind.
-        {"<{Asset.LocationLvl} {Reservation.LastName}>", "< Abel>"},
-        {"{Asset.LocationLvl}[, {Reservation.LastName}]", "Abel"},
-        {"{Asset.LocationLvl}, {Asset.LocationLvl} {Reservation.LastName}, {Asset.LocationLvl}, {Reservation.ID}",
-         "Abel, 1"},
-        {"Level {Asset.LocationLvl}", "Level"},
-        {"Dear {Asset.LocationLvl} {Reservation.LastName},", "Dear Abel,"},
-        {"a, b[, {Asset.LocationLvl}], {Reservation.ID}, ", "a, b, 1,"},
-        {"{{x}} [[y]] {Today}", "{x} [y] Thursday, March 5, 2026"},
-        {"{Now}", "3/5/2026 2:15 PM"},
-        {"{Period}", "Friday, March 6, 2026"},
-    };
-    for (const auto& [text, expected] : cases) {
-        const std::string written = Lines(
-            QByteArray("\"columns\": [{\"value\": \"") + text + "\"}]",
-            u"{Reservation.ID} = 1 And {Reservation.Start} >= Date(2026,3,6) And {Reservation.Start} < Date(2026,3,7)"_s);
-        EXPECT_EQ(QString::fromStdString(written).section(u'\n', 2, 2).toStdString(), expected) << text;
+    const QString first =
+        u"{Reservation.ID} = 1 And {Reservation.Start} >= Date(2026,3,6) And {Reservation.Start} < Date(2026,3,7)"_s;
+    for (const QStringList& each : TestRows(u"templates.txt"_s)) {
+        const QString written = Lines(u"\"columns\": [{\"value\": \"%1\"}]"_s.arg(each.at(0)), first);
+        EXPECT_EQ(written.section(u'\n', 2, 2).toStdString(), each.at(1).toStdString()) << each[0].toStdString();
     }
     const auto period = [&](const char16_t* formula) {
         FieldScope scope;
@@ -172,32 +80,6 @@ TEST_F(DocumentsTest, WritesTextsAndFormats) {
               u"3/6/2026 to 3/9/2026"_s);
     EXPECT_EQ(period(u"{Reservation.End} < Date(2026,3,10)"), u"Tuesday, March 10, 2026"_s);
     EXPECT_EQ(period(u""), QString());
-}
-
-TEST_F(DocumentsTest, ListsTheRecordsBelowARecord) {
-    const std::string text = Lines(
-        R"("columns": [{"heading": "Nr", "value": "{Reservation.ID}"}, {"tick": "Reservation.SLockStart"}, {"blank": true}],
-           "details": {"table": "Note", "field": "Note.Reservation", "equals": "Reservation.ID",
-                       "select": "{Note.NoteCategory} = 'Setup'", "sort": ["Note.ID descending"], "text": "{Note.Name}: {Note.Note}"},
-           "empty": "None at all", "sort": ["Reservation.ID"])",
-        u"{Reservation.ID} <= 5"_s);
-    EXPECT_NE(text.find("Nr\t\t\n1\t[ ]\t________\n\t- Chairs: 12 chairs in a circle\n2\t"), std::string::npos) << text;
-    EXPECT_NE(text.find("\n3\t[x]\t________\n4\t[ ]\t________\n5\t[ ]\t________\n\t- Desk: Two desks\n"),
-              std::string::npos)
-        << text;
-    EXPECT_EQ(text.find("Lunch"), std::string::npos);
-    EXPECT_NE(Lines(R"("columns": [{"value": "x"}], "empty": "None at all", "total": "{Count}")", u"No"_s)
-                  .find("\nNone at all"),
-              std::string::npos);
-}
-
-TEST_F(DocumentsTest, LeavesOutOnlyWhatRepeatsFromTheLeft) {
-    const std::string text = Lines(
-        R"("columns": [{"value": "{Reservation.LastName}", "repeat": false}, {"value": "{Reservation.Attendees}"},
-                       {"value": "{Reservation.Permanent}", "repeat": false}], "sort": ["Reservation.LastName", "Reservation.ID"])",
-        u"{Reservation.ID} = 30 Or {Reservation.ID} = 31 Or {Reservation.ID} = 40 Or {Reservation.ID} = 41"_s);
-    const QStringList lines = QString::fromStdString(text).split(u'\n').mid(2, 4);
-    EXPECT_EQ(lines, (QStringList{u"Abel\t2\tNo"_s, u"Baker\t2\tNo"_s, u"\t2\t"_s, u"\t2\t"_s}));
 }
 
 TEST_F(DocumentsTest, AChangedLayoutChangesTheDocument) {
@@ -212,13 +94,6 @@ TEST_F(DocumentsTest, AChangedLayoutChangesTheDocument) {
     layout.replace("\"Asset.Name\", \"Reservation.ID\"", "\"Asset.Nam\", \"Reservation.ID\"");
     WriteLayout(u"Setup.rpx"_s, layout);
     EXPECT_TRUE(Failure([&] { RunText(u"Setup.rpx"_s, formula); }).contains(u"Setup.rpx is wrong in line 1"_s));
-}
-
-TEST_F(DocumentsTest, JoinsATableTwiceAndKeepsRowsWithoutAPartner) {
-    WriteLayout(u"Mine.rpx"_s, R"({"title": "T", "tables": [{"table": "Person"},
-        {"table": "Person", "as": "Same", "optional": true, "on": "{Person.LastName} = {Same.LastName} And {Same.Phone} = '555-0101'"}],
-        "sort": ["Person.LastName"], "columns": [{"value": "{Person.LastName}-{Same.LastName}"}]})");
-    EXPECT_EQ(RunText(u"Mine.rpx"_s, u"{Person.LastName} < 'C'"_s).section(u"\r\n"_s, 2, 3), u"Abel-Abel\r\nBaker-"_s);
 }
 
 TEST_F(DocumentsTest, LettersAreApartInTextAndHtml) {

@@ -1,5 +1,4 @@
 #include "print/PrintJob.h"
-#include "print/windows/WindowPreviews.h"
 #include "print/windows/frmPrintPreview.h"
 #include "tests/layouts/LayoutFixture.h"
 

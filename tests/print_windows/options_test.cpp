@@ -1,4 +1,5 @@
 // The print options, the editor of the print styles, and what every window is translated by.
+#include "tests/engine/TestSite.h"
 #include "tests/support/Fakes.h"
 
 #include "base/Translate.h"
@@ -26,30 +27,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class MemoryStyles : public StyleStore {
-public:
-    StyleRows Read() override {
-        if (failing) {
-            throw ProgramError(ErrorNumber::Unavailable, u"no table"_s);
-        }
-        return rows;
-    }
-    std::optional<StyleRows> Replace(const StyleRows& expected, const StyleRows& wanted) override {
-        if (failing) {
-            throw ProgramError(ErrorNumber::Unavailable, u"no table"_s);
-        }
-        if (rows != expected) {
-            return rows;
-        }
-        rows = wanted;
-        return std::nullopt;
-    }
-    StyleRows rows = {{u"Phone"_s, GreyBox}, {u"Jack"_s, Bold | 16}};
-    bool failing = false;
-};
-
 class DialogTest : public ::testing::Test {
 protected:
+    DialogTest() { site_.Run("INSERT INTO PrintAttributes VALUES ('Phone', 8), ('Jack', 17)"); }
+
     template <typename T>
     static T& Get(QWidget& window, const char* name) {
         T* found = window.findChild<T*>(QString::fromLatin1(name));
@@ -59,11 +40,11 @@ protected:
     static void Click(QWidget& window, const char* name) {
         QTest::mouseClick(&Get<QPushButton>(window, name), Qt::LeftButton);
     }
-    QString Stored() { return fakes_.userSettings.values[setting_]; }
 
     const QString setting_ = u"Velmora/Print Options/Leader Style"_s;
     fakes::TestProgram fakes_;
-    MemoryStyles styles_;
+    const engine::test::TestSite site_;
+    std::unique_ptr<engine::Database> database_ = site_.Open();
 };
 
 TEST_F(DialogTest, OptionsShowTheStoredStyleAndStoreTheChosenOne) {
@@ -80,7 +61,7 @@ TEST_F(DialogTest, OptionsShowTheStoredStyleAndStoreTheChosenOne) {
         if (c.stored[0] != 0) {
             fakes_.userSettings.values[setting_] = QString::fromUtf16(c.stored);
         }
-        frmPrintOptions window(fakes_.program.services(), styles_);
+        frmPrintOptions window(fakes_.program.services(), *database_);
         window.show();
         for (int i = 0; i < 3; ++i) {
             const auto name = "optLeader" + std::to_string(i);
@@ -92,14 +73,14 @@ TEST_F(DialogTest, OptionsShowTheStoredStyleAndStoreTheChosenOne) {
         }
         Click(window, c.button);
         EXPECT_FALSE(window.isVisible());
-        EXPECT_EQ(Stored(), QString::fromUtf16(c.after));
+        EXPECT_EQ(fakes_.userSettings.values[setting_], QString::fromUtf16(c.after));
     }
 }
 
 TEST_F(DialogTest, OptionsAreTranslatedAndOpenTheStyles) {
     fakes_.program.Part<TranslationDictionary>().Add(u"Print Options"_s, u"Druckoptionen"_s);
     fakes_.program.Part<TranslationDictionary>().Add(u"Boxes"_s, u"Kästen"_s);
-    frmPrintOptions window(fakes_.program.services(), styles_);
+    frmPrintOptions window(fakes_.program.services(), *database_);
     window.show();
     EXPECT_EQ(window.windowTitle(), u"Druckoptionen");
     EXPECT_EQ(Get<QRadioButton>(window, "optLeader1").text(), u"Kästen"_s);
@@ -163,7 +144,13 @@ protected:
         QApplication::processEvents();
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    frmPrintStyles window_{fakes_.program.services(), styles_};
+    StyleRows Stored() { return ReadPrintAttributes(*database_); }
+    // As another desk has it by now.
+    void Change(const char* values) {
+        site_.Run(("DELETE FROM PrintAttributes; INSERT INTO PrintAttributes VALUES " + std::string(values)).c_str());
+    }
+
+    frmPrintStyles window_{fakes_.program.services(), *database_};
 };
 
 TEST_F(StylesTest, AddsChangesAndDeletesInOrder) {
@@ -178,10 +165,9 @@ TEST_F(StylesTest, AddsChangesAndDeletesInOrder) {
     EXPECT_TRUE(Get<QLabel>(window_, "lblNotice").text().endsWith(u": Phone"));
     Click(window_, "cmdOK");
     EXPECT_FALSE(window_.isVisible());
-    EXPECT_EQ(
-        styles_.rows,
-        (StyleRows{
-            {u"Phone"_s, GreyBox}, {u"Jack"_s, Bold | 16}, {u"Space Type"_s, Italic | Underlined}, {u"Phone"_s, 0}}));
+    const StyleRows expected = {
+        {u"Phone"_s, GreyBox}, {u"Jack"_s, Bold | 16}, {u"Space Type"_s, Italic | Underlined}, {u"Phone"_s, 0}};
+    EXPECT_EQ(Stored(), expected);
 }
 
 TEST_F(StylesTest, ARowNeedsACaptionAndChangesAreNotDroppedUnasked) {
@@ -194,31 +180,45 @@ TEST_F(StylesTest, ARowNeedsACaptionAndChangesAreNotDroppedUnasked) {
     EXPECT_TRUE(window_.isVisible());
     Click(window_, "cmdCancel");
     EXPECT_FALSE(window_.isVisible());
-    EXPECT_EQ(styles_.rows.size(), 2U);
+    EXPECT_EQ(Stored().size(), 2U);
 }
 
 TEST_F(StylesTest, AnotherUsersChangesAreKept) {
     Tick(0, 1);
-    styles_.rows = {{u"Phone"_s, GreyBox}, {u"Jack"_s, Italic}, {u"Port"_s, Bold}};
+    Change("('Phone', 8), ('Jack', 2), ('Port', 1)");
     Click(window_, "cmdOK");
     EXPECT_FALSE(window_.isVisible());
-    EXPECT_EQ(styles_.rows, (StyleRows{{u"Phone"_s, GreyBox | Bold}, {u"Jack"_s, Italic}, {u"Port"_s, Bold}}));
+    EXPECT_EQ(Stored(), (StyleRows{{u"Phone"_s, GreyBox | Bold}, {u"Jack"_s, Italic}, {u"Port"_s, Bold}}));
 }
 
 TEST_F(StylesTest, ConflictsAreAskedAboutAndFailuresKeepTheRows) {
     Tick(0, 1);
-    styles_.rows = {{u"Phone"_s, Italic}, {u"Jack"_s, Bold | 16}};
+    Change("('Phone', 2), ('Jack', 17)");
     fakes_.dialogs.answers = {Answer::Cancel, Answer::No};
     Click(window_, "cmdOK");
     EXPECT_TRUE(window_.isVisible());
     EXPECT_TRUE(fakes_.dialogs.messages.at(0).text.contains(u"Phone"));
-    styles_.failing = true;
+    site_.Run("CREATE TRIGGER full BEFORE INSERT ON PrintAttributes BEGIN SELECT RAISE(ABORT, 'no'); END");
     fakes_.errors.answers = {Answer::Ignore};
     Click(window_, "cmdOK");
     EXPECT_TRUE(window_.isVisible());
-    styles_.failing = false;
+    EXPECT_EQ(Stored().size(), 2U) << "nothing is stored by halves";
+    site_.Run("DROP TRIGGER full");
     Click(window_, "cmdOK");
-    EXPECT_EQ(styles_.rows[0].style, Italic) << "the other user's row was chosen";
+    EXPECT_EQ(Stored()[0].style, Italic) << "the other user's row was chosen";
+}
+
+TEST_F(StylesTest, TheTableKeepsItsOrderAndAnotherUsersRows) {
+    Change("('Phone', 8), ('Jack', 17), (NULL, NULL), ('Phone', 1)");
+    const auto other = site_.Open();
+    const StyleRows base = {{u"Phone"_s, 8}, {u"Jack"_s, 17}, {u""_s, 0}, {u"Phone"_s, 1}};
+    EXPECT_EQ(Stored(), base);
+    const StyleRows first = {{u"Q\"1\" 'x'"_s, 3}, {u"Phone"_s, 8}, {u"Jack"_s, 17}};
+    EXPECT_EQ(ReplacePrintAttributes(*other, base, first), std::nullopt);
+    EXPECT_EQ(ReplacePrintAttributes(*database_, base, {}), first) << "what is there now";
+    EXPECT_EQ(Stored(), first) << "and still is";
+    EXPECT_EQ(ReplacePrintAttributes(*database_, first, {}), std::nullopt);
+    EXPECT_EQ(Stored(), StyleRows());
 }
 
 TEST(TranslateForm, TranslatesEveryKindOfCaption) {

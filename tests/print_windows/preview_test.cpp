@@ -4,7 +4,6 @@
 #include "base/windows/CenterForm.h"
 #include "platform/pages/PdfFile.h"
 #include "print/windows/PageView.h"
-#include "print/windows/WindowPreviews.h"
 #include "print/windows/frmPrintPreview.h"
 #include "tests/print_windows/PreviewReports.h"
 

@@ -14,7 +14,7 @@
 #include "platform/printers/SystemPrinters.h"
 #include "print/ReportFile.h"
 #include "print/pages/PageWriters.h"
-#include "print/windows/WindowPreviews.h"
+#include "print/windows/frmPrintPreview.h"
 
 namespace velmora::desk {
 

@@ -1,6 +1,5 @@
 #include "desk/windows/DeskPage.h"
 #include "desk/windows/PrinterControlBox.h"
-#include "print/PrintStyles.h"
 #include "print/windows/frmPrintOptions.h"
 
 #include <QLabel>
@@ -56,8 +55,7 @@ PrinterSettingsPage::PrinterSettingsPage(DeskHost& host) : DeskPage(host) {
 }
 
 void PrinterSettingsPage::cmdOptions_Click() {
-    print::DatabaseStyles styles(Host().Database());
-    print::frmPrintOptions(services(), styles, window()).exec();
+    print::frmPrintOptions(services(), Host().Database(), window()).exec();
 }
 
 } // namespace

@@ -1,23 +1,67 @@
-// What the preview can do beyond its toolbar: the commands of its context menu, each with its key.
+// What the preview can do: the buttons of its toolbar, and the commands of its context menu, each with its key.
 #include "base/Translate.h"
 #include "base/windows/Glyph.h"
-#include "print/windows/FindBar.h"
-#include "print/windows/GoToBar.h"
 #include "print/windows/PageView.h"
+#include "print/windows/PreviewBars.h"
 #include "print/windows/frmPrintPreview.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QToolBar>
+#include <QToolButton>
 
 #include <array>
 
 namespace velmora::print {
 
-namespace {
-
+using namespace Qt::StringLiterals;
 using Fit = PageView::Fit;
 
+namespace {
+
+struct ButtonRow {
+    const char16_t* key; // empty: a separator
+    const char16_t* tip = u"";
+    Glyph glyph = Glyph::First;
+};
+
+constexpr std::array buttons = {
+    ButtonRow{u"First", u"First Page", Glyph::First},
+    ButtonRow{u"Previous", u"Previous Page", Glyph::Previous},
+    ButtonRow{u""},
+    ButtonRow{u"Next", u"Next Page", Glyph::Next},
+    ButtonRow{u"Last", u"Last Page", Glyph::Last},
+    ButtonRow{u""},
+    ButtonRow{u"PrintPage", u"Print the Current Page", Glyph::PrintPage},
+    ButtonRow{u"Print", u"Print All Pages", Glyph::PrintAll},
+};
+
 } // namespace
+
+void frmPrintPreview::AddButtons() {
+    Toolbar1->setObjectName(u"Toolbar1"_s);
+    Toolbar1->setMovable(false);
+    Toolbar1->setIconSize(QSize(20, 20));
+    Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu);
+    for (const ButtonRow& row : buttons) {
+        const QString key = QString::fromUtf16(row.key);
+        if (key.isEmpty()) {
+            Toolbar1->addSeparator();
+            continue;
+        }
+        const QString tip = Translate(QString::fromUtf16(row.tip));
+        QAction* action = Toolbar1->addAction(GlyphIcon(row.glyph), tip);
+        action->setObjectName(key);
+        action->setToolTip(tip);
+        auto* button = qobject_cast<QToolButton*>(Toolbar1->widgetForAction(action));
+        button->setObjectName(key);
+        button->setAccessibleName(tip);
+        button->setFocusPolicy(Qt::TabFocus);
+        connect(action, &QAction::triggered, this, [this, key] { Toolbar1_ButtonClick(key); });
+    }
+    // Every button stays in sight, whatever the notice says.
+    Toolbar1->setMinimumWidth(Toolbar1->sizeHint().width());
+}
 
 struct frmPrintPreview::Command {
     const char16_t* name; // empty: a separator
@@ -51,7 +95,7 @@ void frmPrintPreview::AddCommands() {
         Command{u"CopyText", u"&Copy Page Text", Glyph::Copy, u"Ctrl+C", [](W& window) { window.CopyText(); }},
         Command{u"SavePdf", u"&Save as PDF...", Glyph::Save, u"Ctrl+S", [](W& window) { window.SavePdf(); }},
         Command{u"PrintAll", u"Print &All Pages", Glyph::PrintAll, u"Ctrl+P",
-                [](W& window) { window.Toolbar1_ButtonClick(QStringLiteral("Print")); }},
+                [](W& window) { window.Toolbar1_ButtonClick(u"Print"_s); }},
         Command{u""},
         Command{u"CloseWindow", u"Clos&e", Glyph::Close, u"Ctrl+W", [](W& window) { window.close(); }},
     };

@@ -16,10 +16,10 @@
 
 namespace velmora::print {
 
-frmPrintOptions::frmPrintOptions(const Services& services, StyleStore& styles, QWidget* parent)
-    : QDialog(parent), services_(services),
-      styles_(styles), optLeader{new QRadioButton(QStringLiteral("&None")), new QRadioButton(QStringLiteral("&Boxes")),
-                                 new QRadioButton(QStringLiteral("&Lines"))},
+frmPrintOptions::frmPrintOptions(const Services& services, engine::Database& database, QWidget* parent)
+    : QDialog(parent), services_(services), database_(database), optLeader{new QRadioButton(QStringLiteral("&None")),
+                                                                           new QRadioButton(QStringLiteral("&Boxes")),
+                                                                           new QRadioButton(QStringLiteral("&Lines"))},
       Command1(new QPushButton(QStringLiteral("&Set Print Styles"))), cmdOK(new QPushButton(QStringLiteral("OK"))),
       cmdCancel(new QPushButton(QStringLiteral("Cancel"))) {
     setObjectName(QStringLiteral("frmPrintOptions"));
@@ -104,7 +104,7 @@ void frmPrintOptions::cmdCancel_Click() {
 }
 
 void frmPrintOptions::Command1_Click() {
-    frmPrintStyles(services_, styles_, this).exec();
+    frmPrintStyles(services_, database_, this).exec();
 }
 
 } // namespace velmora::print

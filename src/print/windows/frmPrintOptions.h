@@ -12,12 +12,12 @@ class QRadioButton;
 
 namespace velmora::print {
 
-// The choice of the leader style of label and value lines, kept for each user. Services and store outlive it.
+// The choice of the leader style of label and value lines, kept for each user. Services and database outlive it.
 class frmPrintOptions : public QDialog {
     Q_OBJECT
 
 public:
-    frmPrintOptions(const Services& services, StyleStore& styles, QWidget* parent = nullptr);
+    frmPrintOptions(const Services& services, engine::Database& database, QWidget* parent = nullptr);
 
 private:
     void Form_Load();
@@ -30,7 +30,7 @@ private:
     QWidget* MakeStylesFrame();
 
     const Services& services_;
-    StyleStore& styles_;
+    engine::Database& database_;
     qint16 selectedStyle_ = 0;
     std::array<QRadioButton*, 3> optLeader;
     QPushButton* Command1;

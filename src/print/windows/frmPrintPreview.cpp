@@ -6,10 +6,8 @@
 #include "base/windows/Look.h"
 #include "platform/pages/PdfFile.h"
 #include "print/ReportFile.h"
-#include "print/windows/FindBar.h"
-#include "print/windows/GoToBar.h"
 #include "print/windows/PageView.h"
-#include "print/windows/PreviewToolbar.h"
+#include "print/windows/PreviewBars.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -17,29 +15,16 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QScreen>
+#include <QToolBar>
 #include <QVBoxLayout>
 
 namespace velmora::print {
 
-namespace {
-
-class OpenQuestion {
-public:
-    explicit OpenQuestion(int& count) : count_(count) { ++count_; }
-    ~OpenQuestion() { --count_; }
-    OpenQuestion(const OpenQuestion&) = delete;
-    OpenQuestion& operator=(const OpenQuestion&) = delete;
-
-private:
-    int& count_;
-};
-
-} // namespace
-
 frmPrintPreview::frmPrintPreview(const Services& services, PagePrinter& printer, PreviewReport report)
     : services_(services), printer_(printer), document_(std::move(report.document)), orientation_(report.orientation),
-      Toolbar1(new PreviewToolbar), Picture1(new QLabel), lblNotice_(new QLabel), lblZoom_(new QLabel),
+      Toolbar1(new QToolBar), Picture1(new QLabel), lblNotice_(new QLabel), lblZoom_(new QLabel),
       picPage(new PageView(document_)), findBar_(new FindBar(document_, this)),
       goToBar_(new GoToBar(PageCount(), this)), menu_(new QMenu(this)) {
     setObjectName(QStringLiteral("frmPrintPreview"));
@@ -47,8 +32,7 @@ frmPrintPreview::frmPrintPreview(const Services& services, PagePrinter& printer,
     Picture1->setObjectName(QStringLiteral("Picture1"));
     lblNotice_->setObjectName(QStringLiteral("lblNotice"));
     lblZoom_->setObjectName(QStringLiteral("lblZoom"));
-    // Every button stays in sight, whatever the notice says.
-    Toolbar1->setMinimumWidth(Toolbar1->sizeHint().width());
+    AddButtons();
     lblNotice_->setWordWrap(true);
 
     auto* band = new QHBoxLayout;
@@ -66,10 +50,9 @@ frmPrintPreview::frmPrintPreview(const Services& services, PagePrinter& printer,
     column->addWidget(findBar_);
     column->addWidget(goToBar_);
 
-    connect(Toolbar1, &PreviewToolbar::ButtonClick, this, &frmPrintPreview::Toolbar1_ButtonClick);
     connect(picPage, &PageView::PageClicked, this, &frmPrintPreview::picPage_Click);
     connect(picPage, &PageView::LeftPage, this, &frmPrintPreview::PageView_LeftPage);
-    connect(picPage, &PageView::ZoomChanged, this, &frmPrintPreview::TellZoom);
+    connect(picPage, &PageView::ZoomChanged, this, &frmPrintPreview::ShowZoom);
     connect(findBar_, &FindBar::Found, this, &frmPrintPreview::FindBar_Found);
     connect(findBar_, &FindBar::Closed, this, [this] {
         picPage->Mark(nullptr, -1);
@@ -79,8 +62,8 @@ frmPrintPreview::frmPrintPreview(const Services& services, PagePrinter& printer,
     connect(goToBar_, &GoToBar::Closed, picPage, qOverload<>(&QWidget::setFocus));
     AddCommands();
     Form_Load();
-    TellNotice(report.notice);
-    TellZoom();
+    lblNotice_->setText(report.notice);
+    ShowZoom();
     ShowPage();
     picPage->setFocus();
 }
@@ -117,7 +100,13 @@ void frmPrintPreview::ShowPage() {
                           Translate(QStringLiteral(" of ")) + QString::number(PageCount());
     Picture1->setText(place);
     picPage->setAccessibleName(place);
-    Toolbar1->ShowPlace(currentPage_, PageCount());
+    for (QAction* action : Toolbar1->actions()) {
+        const QString key = action->objectName();
+        const bool leadsBack = key == u"First" || key == u"Previous";
+        const bool leadsOn = key == u"Next" || key == u"Last";
+        const bool isAtEnd = (leadsBack && currentPage_ == 1) || (leadsOn && currentPage_ == PageCount());
+        action->setEnabled(!isAtEnd);
+    }
     picPage->ShowPage(currentPage_ - 1);
 }
 
@@ -140,7 +129,7 @@ void frmPrintPreview::Toolbar1_ButtonClick(const QString& key) {
 }
 
 void frmPrintPreview::Print(const QString& task, int first, int count) {
-    const OpenQuestion question(openQuestions_);
+    const QScopedValueRollback question(openQuestions_, openQuestions_ + 1);
     Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Preview"));
     bool printed = false;
     steps.Step(task, [&] {
@@ -149,13 +138,13 @@ void frmPrintPreview::Print(const QString& task, int first, int count) {
         printed = printer_.Print(pages::OnSheets(chosen, printer_.Paper(orientation_)));
     });
     if (printed) {
-        TellNotice(count == 1 ? Translate(QStringLiteral("Page %1 went to the printer")).arg(first + 1)
-                              : Translate(QStringLiteral("%1 pages went to the printer")).arg(count));
+        lblNotice_->setText(count == 1 ? Translate(QStringLiteral("Page %1 went to the printer")).arg(first + 1)
+                                       : Translate(QStringLiteral("%1 pages went to the printer")).arg(count));
     }
 }
 
 void frmPrintPreview::picPage_Click(int index) {
-    const OpenQuestion question(openQuestions_);
+    const QScopedValueRollback question(openQuestions_, openQuestions_ + 1);
     services_.dialogs.ShowMessage(
         {QString::number(index) + Translate(QStringLiteral(" Clicked")), CurrentProgram().Title()});
 }
@@ -196,11 +185,11 @@ void frmPrintPreview::OpenGoTo() {
 
 void frmPrintPreview::CopyText() {
     QGuiApplication::clipboard()->setText(document_.pages[static_cast<size_t>(currentPage_ - 1)].PlainText());
-    TellNotice(Translate(QStringLiteral("The text of page %1 was copied")).arg(currentPage_));
+    lblNotice_->setText(Translate(QStringLiteral("The text of page %1 was copied")).arg(currentPage_));
 }
 
 void frmPrintPreview::SavePdf() {
-    const OpenQuestion question(openQuestions_);
+    const QScopedValueRollback question(openQuestions_, openQuestions_ + 1);
     const auto path = AskReportPath(services_.dialogs, ReportFileKind::Pdf);
     if (!path) {
         return;
@@ -208,20 +197,22 @@ void frmPrintPreview::SavePdf() {
     const BusyPointer busy(services_.eventLoop);
     Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Preview"));
     if (steps.Step(QStringLiteral("Save as PDF"), [&] { pages::WritePdf(document_, *path); })) {
-        TellNotice(Translate(QStringLiteral("Saved as %1")).arg(*path));
+        lblNotice_->setText(Translate(QStringLiteral("Saved as %1")).arg(*path));
     }
 }
 
-void frmPrintPreview::TellNotice(const QString& text) {
-    lblNotice_->setText(text);
-}
-
-void frmPrintPreview::TellZoom() {
+void frmPrintPreview::ShowZoom() {
     lblZoom_->setText(QStringLiteral("%1 %").arg(std::lround(picPage->Zoom() * 100)));
 }
 
 void frmPrintPreview::contextMenuEvent(QContextMenuEvent* event) {
     menu_->popup(event->globalPos());
+}
+
+void WindowPreviews::Open(PreviewReport report) {
+    auto* window = new frmPrintPreview(services_, printer_, std::move(report));
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
 }
 
 } // namespace velmora::print

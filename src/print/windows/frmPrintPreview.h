@@ -7,13 +7,13 @@
 
 class QLabel;
 class QMenu;
+class QToolBar;
 
 namespace velmora::print {
 
 class FindBar;
 class GoToBar;
 class PageView;
-class PreviewToolbar;
 
 // The preview window of one finished report. It keeps the report's pages and lives as long as its user wants, apart
 // from the report that made it. Services and printer outlive it.
@@ -45,6 +45,7 @@ private:
     void FindBar_Found();
 
     struct Command;
+    void AddButtons();
     void AddCommands();
     void AddCommand(const Command& command);
     void OpenFind();
@@ -54,8 +55,7 @@ private:
     void Print(const QString& task, int first, int count);
     void CopyText();
     void SavePdf();
-    void TellNotice(const QString& text);
-    void TellZoom();
+    void ShowZoom();
 
     const Services& services_;
     PagePrinter& printer_;
@@ -66,7 +66,7 @@ private:
     int openQuestions_ = 0;
     bool leftForQuestion_ = false;
 
-    PreviewToolbar* Toolbar1;
+    QToolBar* Toolbar1;
     QLabel* Picture1;
     QLabel* lblNotice_;
     QLabel* lblZoom_;
@@ -74,6 +74,18 @@ private:
     FindBar* findBar_;
     GoToBar* goToBar_;
     QMenu* menu_;
+};
+
+// Opens a preview window for each report. The window is shown beside all others, and is gone when its user closes it.
+// Services and printer outlive the windows.
+class WindowPreviews : public PreviewWindows {
+public:
+    WindowPreviews(const Services& services, PagePrinter& printer) : services_(services), printer_(printer) {}
+    void Open(PreviewReport report) override;
+
+private:
+    const Services& services_;
+    PagePrinter& printer_;
 };
 
 } // namespace velmora::print

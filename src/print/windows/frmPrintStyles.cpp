@@ -7,20 +7,59 @@
 #include "base/windows/Look.h"
 #include "base/windows/TranslateForm.h"
 #include "print/windows/SampleView.h"
-#include "print/windows/StyleModel.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
+#include <QSignalBlocker>
+#include <QStandardItemModel>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <array>
+
 namespace velmora::print {
 
 namespace {
+
+// The columns: the caption, a tick box for each style bit, and the sample.
+constexpr std::array<qint16, 5> columnBits = {0, Bold, Italic, Underlined, GreyBox};
+constexpr int captionColumn = 0;
+constexpr int sampleColumn = static_cast<int>(columnBits.size());
+// Of the caption, the style as the table has it: other bits of it stay.
+constexpr int styleRole = Qt::UserRole;
+
+QList<QStandardItem*> MakeRow(const PrintAttribute& row) {
+    QList<QStandardItem*> items;
+    for (int column = 0; column <= sampleColumn; ++column) {
+        items.append(new QStandardItem);
+        items.last()->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    }
+    items[captionColumn]->setText(row.caption);
+    items[captionColumn]->setData(row.style, styleRole);
+    items[captionColumn]->setEditable(true);
+    for (int column = 1; column < sampleColumn; ++column) {
+        items[column]->setCheckable(true);
+        const bool isSet = (row.style & columnBits[static_cast<size_t>(column)]) != 0;
+        items[column]->setCheckState(isSet ? Qt::Checked : Qt::Unchecked);
+    }
+    return items;
+}
+
+PrintAttribute RowAt(const QAbstractItemModel& model, int row) {
+    const QModelIndex caption = model.index(row, captionColumn);
+    int style = caption.data(styleRole).toInt();
+    for (int column = 1; column < sampleColumn; ++column) {
+        const int bit = columnBits[static_cast<size_t>(column)];
+        const bool isSet = caption.siblingAtColumn(column).data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        style = isSet ? style | bit : style & ~bit;
+    }
+    return {caption.data().toString(), static_cast<qint16>(style)};
+}
 
 // Draws a row's sample as reports draw its line.
 class SampleDelegate : public QStyledItemDelegate {
@@ -28,8 +67,7 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        const auto& rows = static_cast<const StyleModel*>(index.model())->Rows();
-        const PrintAttribute& row = rows[static_cast<size_t>(index.row())];
+        const PrintAttribute row = RowAt(*index.model(), index.row());
         const pages::Document document =
             SampleDocument({row.caption, Translate(QStringLiteral("Value")), 0, row.style});
         DrawSample(*painter, option.rect, document, option.widget->logicalDpiX());
@@ -44,9 +82,10 @@ QPushButton* MakeButton(const QString& name, const QString& text) {
 
 } // namespace
 
-frmPrintStyles::frmPrintStyles(const Services& services, StyleStore& store, QWidget* parent)
-    : QDialog(parent), services_(services), store_(store), model_(new StyleModel(this)), grdStyles_(new QTableView),
-      lblNotice_(new QLabel), cmdAdd(MakeButton(QStringLiteral("cmdAdd"), QStringLiteral("&Add"))),
+frmPrintStyles::frmPrintStyles(const Services& services, engine::Database& database, QWidget* parent)
+    : QDialog(parent), services_(services), database_(database), model_(new QStandardItemModel(this)),
+      grdStyles_(new QTableView), lblNotice_(new QLabel),
+      cmdAdd(MakeButton(QStringLiteral("cmdAdd"), QStringLiteral("&Add"))),
       cmdDelete(MakeButton(QStringLiteral("cmdDelete"), QStringLiteral("&Delete"))),
       cmdOK(MakeButton(QStringLiteral("cmdOK"), QStringLiteral("OK"))),
       cmdCancel(MakeButton(QStringLiteral("cmdCancel"), QStringLiteral("Cancel"))) {
@@ -66,8 +105,8 @@ frmPrintStyles::frmPrintStyles(const Services& services, StyleStore& store, QWid
     cmdAdd->setAutoDefault(false);
     cmdDelete->setAutoDefault(false);
     LayOut(*explanation);
-    Connect();
     Form_Load();
+    Connect();
 }
 
 void frmPrintStyles::LayOut(QLabel& explanation) {
@@ -98,12 +137,20 @@ void frmPrintStyles::Connect() {
     connect(model_, &QAbstractItemModel::dataChanged, this, &frmPrintStyles::Rows_Changed);
     connect(model_, &QAbstractItemModel::rowsRemoved, this, &frmPrintStyles::Rows_Changed);
     connect(model_, &QAbstractItemModel::rowsInserted, this, &frmPrintStyles::Rows_Changed);
-    connect(model_, &QAbstractItemModel::modelReset, this, &frmPrintStyles::Rows_Changed);
 }
 
 void frmPrintStyles::Form_Load() {
+    Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Styles"));
+    const bool read =
+        steps.Step(QStringLiteral("Reading Print Styles"), [&] { base_ = ReadPrintAttributes(database_); });
+    for (const char* heading : {"Caption", "Bold", "Italic", "Underlined", "Grey Box", "Sample"}) {
+        model_->setHorizontalHeaderItem(model_->columnCount(), new QStandardItem(Translate(QLatin1String(heading))));
+    }
+    for (const PrintAttribute& row : base_) {
+        model_->appendRow(MakeRow(row));
+    }
     grdStyles_->setModel(model_);
-    grdStyles_->setItemDelegateForColumn(StyleModel::SampleColumn, new SampleDelegate(grdStyles_));
+    grdStyles_->setItemDelegateForColumn(sampleColumn, new SampleDelegate(grdStyles_));
     grdStyles_->setAlternatingRowColors(true);
     grdStyles_->setShowGrid(false);
     grdStyles_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -115,12 +162,10 @@ void frmPrintStyles::Form_Load() {
     header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header.setMinimumSectionSize(grdStyles_->fontMetrics().horizontalAdvance(QStringLiteral("Underlined")));
     header.setSectionResizeMode(QHeaderView::ResizeToContents);
-    header.setSectionResizeMode(StyleModel::Caption, QHeaderView::Stretch);
-    header.setSectionResizeMode(StyleModel::SampleColumn, QHeaderView::Fixed);
-    header.resizeSection(StyleModel::SampleColumn, SampleView({}).sizeHint().width());
-    Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Styles"));
-    const bool read = steps.Step(QStringLiteral("Reading Print Styles"), [&] { base_ = store_.Read(); });
-    model_->SetRows(base_);
+    header.setSectionResizeMode(captionColumn, QHeaderView::Stretch);
+    header.setSectionResizeMode(sampleColumn, QHeaderView::Fixed);
+    header.resizeSection(sampleColumn, SampleView({}).sizeHint().width());
+    Rows_Changed();
     for (QWidget* control : {static_cast<QWidget*>(grdStyles_), static_cast<QWidget*>(cmdAdd),
                              static_cast<QWidget*>(cmdDelete), static_cast<QWidget*>(cmdOK)}) {
         control->setEnabled(read);
@@ -130,8 +175,36 @@ void frmPrintStyles::Form_Load() {
     CenterForm(*this);
 }
 
+StyleRows frmPrintStyles::Rows() const {
+    StyleRows rows;
+    for (int row = 0; row < model_->rowCount(); ++row) {
+        rows.push_back(RowAt(*model_, row));
+    }
+    return rows;
+}
+
+QStringList frmPrintStyles::MarkDuplicates() {
+    const QSignalBlocker quiet(model_);
+    QStringList seen;
+    QStringList duplicates;
+    for (int row = 0; row < model_->rowCount(); ++row) {
+        QStandardItem& item = *model_->item(row, captionColumn);
+        const bool isLater = seen.contains(item.text());
+        item.setToolTip(isLater ? Translate(QStringLiteral("Not used: an earlier row has the same caption"))
+                                : QString());
+        if (isLater && !item.text().isEmpty()) {
+            duplicates.append(item.text());
+        }
+        seen.append(item.text());
+    }
+    duplicates.removeDuplicates();
+    return duplicates;
+}
+
 void frmPrintStyles::Rows_Changed() {
-    const QStringList duplicates = model_->Duplicates();
+    // The samples show what other columns hold.
+    grdStyles_->viewport()->update();
+    const QStringList duplicates = MarkDuplicates();
     lblNotice_->setVisible(!duplicates.isEmpty());
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, WarningColour(colours));
@@ -142,7 +215,8 @@ void frmPrintStyles::Rows_Changed() {
 }
 
 void frmPrintStyles::cmdAdd_Click() {
-    const QModelIndex added = model_->index(model_->Add(), StyleModel::Caption);
+    model_->appendRow(MakeRow({}));
+    const QModelIndex added = model_->index(model_->rowCount() - 1, captionColumn);
     grdStyles_->setFocus();
     grdStyles_->setCurrentIndex(added);
     grdStyles_->edit(added);
@@ -156,15 +230,16 @@ void frmPrintStyles::cmdDelete_Click() {
 }
 
 bool frmPrintStyles::RowsAreComplete() {
-    const int row = model_->RowWithoutCaption();
-    const bool wasThere =
-        std::any_of(base_.begin(), base_.end(), [](const PrintAttribute& known) { return known.caption.isEmpty(); });
-    if (row < 0 || wasThere) {
+    const auto isWithoutCaption = [](const PrintAttribute& row) { return row.caption.isEmpty(); };
+    const StyleRows rows = Rows();
+    const auto found = std::find_if(rows.begin(), rows.end(), isWithoutCaption);
+    if (found == rows.end() || std::any_of(base_.begin(), base_.end(), isWithoutCaption)) {
         return true;
     }
+    const int row = static_cast<int>(found - rows.begin());
     Ask(Translate(QStringLiteral("Row %1 has no caption. Enter the caption, or delete the row.")).arg(row + 1),
         Buttons::Ok, Icon::Exclamation);
-    grdStyles_->setCurrentIndex(model_->index(row, StyleModel::Caption));
+    grdStyles_->setCurrentIndex(model_->index(row, captionColumn));
     grdStyles_->setFocus();
     return false;
 }
@@ -172,17 +247,18 @@ bool frmPrintStyles::RowsAreComplete() {
 void frmPrintStyles::cmdOK_Click() {
     // A caption that is still being typed is taken with the focus.
     cmdOK->setFocus();
-    if (RowsAreComplete() && (model_->Rows() == base_ || Save())) {
+    if (RowsAreComplete() && (Rows() == base_ || Save())) {
         accept();
     }
 }
 
 bool frmPrintStyles::Save() {
     Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Styles"));
-    StyleRows rows = model_->Rows();
+    StyleRows rows = Rows();
     for (;;) {
         std::optional<StyleRows> stored;
-        if (!steps.Step(QStringLiteral("Saving Print Styles"), [&] { stored = store_.Replace(base_, rows); })) {
+        if (!steps.Step(QStringLiteral("Saving Print Styles"),
+                        [&] { stored = ReplacePrintAttributes(database_, base_, rows); })) {
             return false;
         }
         if (!stored) {
@@ -211,7 +287,7 @@ std::optional<StyleRows> frmPrintStyles::Settle(const MergedStyles& merged, cons
         return std::nullopt;
     }
     // Theirs in the conflicts, mine elsewhere: the same merge seen from the other side.
-    return answer == Answer::Yes ? merged.rows : MergeStyles(base_, stored, model_->Rows()).rows;
+    return answer == Answer::Yes ? merged.rows : MergeStyles(base_, stored, Rows()).rows;
 }
 
 Answer frmPrintStyles::Ask(const QString& text, Buttons buttons, Icon icon) {
@@ -219,8 +295,8 @@ Answer frmPrintStyles::Ask(const QString& text, Buttons buttons, Icon icon) {
 }
 
 void frmPrintStyles::reject() {
-    if (model_->Rows() != base_ && Ask(Translate(QStringLiteral("Close without saving the changed print styles?")),
-                                       Buttons::YesNo, Icon::Question) != Answer::Yes) {
+    if (Rows() != base_ && Ask(Translate(QStringLiteral("Close without saving the changed print styles?")),
+                               Buttons::YesNo, Icon::Question) != Answer::Yes) {
         return;
     }
     QDialog::reject();

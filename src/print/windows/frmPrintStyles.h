@@ -7,20 +7,19 @@
 
 class QLabel;
 class QPushButton;
+class QStandardItemModel;
 class QTableView;
 
 namespace velmora::print {
 
-class StyleModel;
-
-// The editor of the print styles: by caption, how the value of a label and value line is drawn. Services and store
-// outlive it.
+// The editor of the print styles: by caption, how the value of a label and value line is drawn. Services and
+// database outlive it.
 class frmPrintStyles : public QDialog {
     Q_OBJECT
 
 public:
     // Reads the rows; a failure is reported, and the editor then cannot save.
-    frmPrintStyles(const Services& services, StyleStore& store, QWidget* parent = nullptr);
+    frmPrintStyles(const Services& services, engine::Database& database, QWidget* parent = nullptr);
 
     void reject() override;
 
@@ -33,6 +32,11 @@ private:
     void cmdOK_Click();
     void Rows_Changed();
 
+    // As the grid shows them.
+    StyleRows Rows() const;
+    // Explains to the later rows of a caption that they are not used. Returns the captions that more than one row has.
+    QStringList MarkDuplicates();
+
     // True when every row has what it needs; else says what is missing and goes there.
     bool RowsAreComplete();
     // Stores the rows, put together with what another user changed meanwhile. False when the editor must stay open.
@@ -42,10 +46,10 @@ private:
     Answer Ask(const QString& text, Buttons buttons, Icon icon);
 
     const Services& services_;
-    StyleStore& store_;
+    engine::Database& database_;
     // The rows as they were read.
     StyleRows base_;
-    StyleModel* model_;
+    QStandardItemModel* model_;
     QTableView* grdStyles_;
     QLabel* lblNotice_;
     QPushButton* cmdAdd;
