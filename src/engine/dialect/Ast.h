@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -77,14 +78,9 @@ struct Expression {
 
 using ExpressionPtr = std::unique_ptr<Expression>;
 
-// A field of a table or sub-select as the select around it sees it.
-struct SourceColumn {
-    QString name;
-    QString table; // the table or alias that the field has inside of a sub-select
-    FieldType type = FieldType::Unknown;
-    int base = -1; // which of the source's `bases` it is a plain column of; -1: of none
-    QString baseColumn;
-};
+// A field of a table or sub-select as the select around it sees it: `table` is the table or alias that it has inside of
+// a sub-select, `base` says which of the sub-select's origins it is a plain column of.
+using SourceColumn = ResultColumn;
 
 // A base table of which every row of a source or select has one row.
 struct Origin {
@@ -126,15 +122,10 @@ struct SelectItem {
     QString alias;
 };
 
-// A column of a select's result, stars taken apart.
-struct OutputColumn {
-    QString name;
-    QString table;
-    FieldType type = FieldType::Unknown;
+// A column of a select's result, stars taken apart. `base` counts the select's `origins`.
+struct OutputColumn : ResultColumn {
     const Expression* expression = nullptr;
     bool aliased = false;
-    int base = -1; // which of the select's `origins` it is a plain column of; -1: of none
-    QString baseColumn;
 };
 
 // One SELECT ... HAVING of a query.
@@ -200,5 +191,25 @@ struct Statement {
 
     bool literalsShapeText = false;
 };
+
+// Whether two resolved expressions say the same. `usesLiterals` is set when they do only because their literals are
+// equal. Expressions with a select in them never count as the same.
+bool SameExpression(const Expression& first, const Expression& second, bool& usesLiterals);
+
+bool IsAggregate(const Expression& expression);
+
+// The operands, and every expression of a select inside.
+void ForEachChild(const Expression& expression, const std::function<void(const Expression&)>& visit);
+
+// The columns of a resolved query's rows. Those of a UNION are columns of no one base.
+std::vector<ResultColumn> ColumnsOf(const Query& query);
+
+// The kind of a result that is sometimes of one and sometimes of the other kind: kinds that do not mix become text.
+FieldType CommonType(FieldType first, FieldType second);
+
+// True for the kinds that are calculated with: a yes/no value is 0 or -1.
+inline bool IsNumeric(FieldType type) {
+    return IsNumber(type) || type == FieldType::YesNo;
+}
 
 } // namespace velmora::engine::dialect

@@ -72,22 +72,12 @@ Work ParseCaller(QStringView text, const Catalog& catalog, bool& bareName) {
 }
 
 void DescribeSelect(const Query& query, CompiledStatement& compiled) {
-    const Select& select = query.selects.front();
-    const bool traced = query.selects.size() == 1;
-    for (size_t i = 0; i < select.outputs.size(); ++i) {
-        const OutputColumn& output = select.outputs[i];
-        ResultColumn column{output.name, output.table, query.types[i], -1, {}};
-        if (traced && output.base >= 0) {
-            column.base = output.base;
-            column.baseColumn = output.baseColumn;
-        }
-        compiled.columns.push_back(std::move(column));
-    }
-    if (!traced) {
+    compiled.columns = ColumnsOf(query);
+    if (query.selects.size() > 1) {
         return;
     }
-    int position = static_cast<int>(select.outputs.size());
-    for (const Origin& origin : select.origins) {
+    int position = static_cast<int>(compiled.columns.size());
+    for (const Origin& origin : query.selects.front().origins) {
         BaseTable base{origin.table->name, origin.alias, {}, {}};
         for (const int key : origin.table->key) {
             base.keyColumns.push_back(origin.table->columns[static_cast<size_t>(key)].name);
@@ -101,17 +91,15 @@ void DescribeSelect(const Query& query, CompiledStatement& compiled) {
 
 // Declared parameters first; bindings follow them to their new places.
 void SortParameters(CompiledStatement& compiled) {
-    std::vector<int> order(compiled.parameters.size());
-    for (size_t i = 0; i < order.size(); ++i) {
-        order[i] = static_cast<int>(i);
-    }
-    std::stable_partition(order.begin(), order.end(),
-                          [&](int i) { return compiled.parameters[static_cast<size_t>(i)].declared; });
-    std::vector<int> place(order.size());
+    std::vector<int> place(compiled.parameters.size());
     std::vector<ParameterInfo> sorted;
-    for (size_t i = 0; i < order.size(); ++i) {
-        place[static_cast<size_t>(order[i])] = static_cast<int>(i);
-        sorted.push_back(std::move(compiled.parameters[static_cast<size_t>(order[i])]));
+    for (const bool declared : {true, false}) {
+        for (size_t i = 0; i < place.size(); ++i) {
+            if (compiled.parameters[i].declared == declared) {
+                place[i] = static_cast<int>(sorted.size());
+                sorted.push_back(compiled.parameters[i]);
+            }
+        }
     }
     compiled.parameters = std::move(sorted);
     for (std::vector<Binding>* bindings : {&compiled.bindings, &compiled.rereadBindings}) {
@@ -145,7 +133,7 @@ CompiledStatement Compile(QStringView text, const Catalog& catalog, Purpose purp
         work = {storedText, std::move(statement)};
     }
 
-    Resolver resolver(catalog, work.text);
+    Resolver resolver(catalog, work.text, writer.MaximumTables());
     resolver.Resolve(work.statement);
     const Statement& statement = work.statement;
     const bool rows = statement.kind == Statement::Kind::Select;

@@ -2,9 +2,7 @@
 
 #include "engine/dialect/Ast.h"
 #include "engine/dialect/Compiler.h"
-#include "engine/dialect/FunctionTable.h"
 #include "engine/dialect/Order.h"
-#include "engine/dialect/SqlText.h"
 #include "engine/dialect/SqlWriter.h"
 
 #include <QHash>
@@ -90,7 +88,7 @@ private:
     SqlText EmitLike(const Expression& expression);
     SqlText EmitNullTest(const Expression& expression);
 
-    // Function calls (CallEmitter.cpp)
+    // Function calls (ExpressionEmitter.cpp)
     SqlText EmitCall(const Expression& expression);
     SqlText EmitChoice(const Expression& expression);
     SqlText EmitDefault(const Expression& expression);
@@ -101,7 +99,7 @@ private:
         return Convert(Emit(expression), expression.type, type);
     }
 
-    // Values of one kind as another (CallEmitter.cpp)
+    // Values of one kind as another (ExpressionEmitter.cpp)
     SqlText Convert(const SqlText& value, FieldType from, FieldType to) const;
     // As a field of a table keeps it: whole numbers whole, dates always with the time.
     SqlText ForField(const SqlText& value, FieldType from, FieldType field) const;

@@ -1,5 +1,4 @@
 #include "engine/dialect/Parser.h"
-#include "engine/dialect/ParserLevel.h"
 
 #include <algorithm>
 #include <array>
@@ -8,15 +7,19 @@ namespace velmora::engine::dialect {
 
 namespace {
 
-ExpressionPtr MakeNode(Expression::Kind kind, qsizetype at) {
+using Kind = Expression::Kind;
+
+template <class... Operands>
+ExpressionPtr MakeNode(Kind kind, qsizetype at, Operands&&... operands) {
     auto node = std::make_unique<Expression>();
     node->kind = kind;
     node->at = at;
+    (node->operands.push_back(std::forward<Operands>(operands)), ...);
     return node;
 }
 
 struct BinaryMark {
-    TokenKind token;
+    QStringView mark;
     Operator op;
     int level; // a higher level binds more tightly
 };
@@ -26,25 +29,19 @@ constexpr int concatenationLevel = 1;
 constexpr int tightestLevel = 4;
 
 constexpr std::array binaryMarks = std::to_array<BinaryMark>({
-    {TokenKind::Equal, Operator::Equal, comparisonLevel},
-    {TokenKind::NotEqual, Operator::NotEqual, comparisonLevel},
-    {TokenKind::Less, Operator::Less, comparisonLevel},
-    {TokenKind::LessEqual, Operator::LessEqual, comparisonLevel},
-    {TokenKind::Greater, Operator::Greater, comparisonLevel},
-    {TokenKind::GreaterEqual, Operator::GreaterEqual, comparisonLevel},
-    {TokenKind::Ampersand, Operator::Concatenate, concatenationLevel},
-    {TokenKind::Plus, Operator::Add, 2},
-    {TokenKind::Minus, Operator::Subtract, 2},
-    {TokenKind::Mod, Operator::Modulo, 3},
-    {TokenKind::Star, Operator::Multiply, tightestLevel},
-    {TokenKind::Slash, Operator::Divide, tightestLevel},
+    {u"=", Operator::Equal, comparisonLevel},
+    {u"<>", Operator::NotEqual, comparisonLevel},
+    {u"<", Operator::Less, comparisonLevel},
+    {u"<=", Operator::LessEqual, comparisonLevel},
+    {u">", Operator::Greater, comparisonLevel},
+    {u">=", Operator::GreaterEqual, comparisonLevel},
+    {u"&", Operator::Concatenate, concatenationLevel},
+    {u"+", Operator::Add, 2},
+    {u"-", Operator::Subtract, 2},
+    {u"MOD", Operator::Modulo, 3},
+    {u"*", Operator::Multiply, tightestLevel},
+    {u"/", Operator::Divide, tightestLevel},
 });
-
-const BinaryMark* FindBinary(TokenKind token, int level) {
-    const auto found = std::find_if(binaryMarks.begin(), binaryMarks.end(),
-                                    [&](const BinaryMark& mark) { return mark.token == token && mark.level == level; });
-    return found == binaryMarks.end() ? nullptr : &*found;
-}
 
 } // namespace
 
@@ -63,21 +60,20 @@ ExpressionPtr Parser::Finish(ExpressionPtr expression) const {
 }
 
 ExpressionPtr Parser::ParseExpression() {
-    const Level level(*this);
-    return ParseJunction(Expression::Kind::Or);
+    const auto level = Nest();
+    return ParseJunction(Kind::Or);
 }
 
 // Or, and below it And: any number of operands in one node, so that a long list of alternatives stays flat.
-ExpressionPtr Parser::ParseJunction(Expression::Kind kind) {
-    const bool alternatives = kind == Expression::Kind::Or;
-    const TokenKind word = alternatives ? TokenKind::Or : TokenKind::And;
-    const auto operand = [&] { return alternatives ? ParseJunction(Expression::Kind::And) : ParseNot(); };
+ExpressionPtr Parser::ParseJunction(Kind kind) {
+    const bool alternatives = kind == Kind::Or;
+    const QStringView word = alternatives ? u"OR" : u"AND";
+    const auto operand = [&] { return alternatives ? ParseJunction(Kind::And) : ParseNot(); };
     ExpressionPtr first = operand();
     if (!At(word)) {
         return first;
     }
-    ExpressionPtr node = MakeNode(kind, Peek().at);
-    node->operands.push_back(std::move(first));
+    ExpressionPtr node = MakeNode(kind, Peek().at, std::move(first));
     while (Take(word)) {
         node->operands.push_back(operand());
     }
@@ -86,30 +82,33 @@ ExpressionPtr Parser::ParseJunction(Expression::Kind kind) {
 
 ExpressionPtr Parser::ParseNot() {
     const qsizetype at = Peek().at;
-    if (!Take(TokenKind::Not)) {
-        return ParsePredicate();
+    if (!Take(u"NOT")) {
+        return ParseBinary(comparisonLevel);
     }
-    const Level level(*this);
-    ExpressionPtr node = MakeNode(Expression::Kind::Not, at);
-    node->operands.push_back(ParseNot());
-    return Finish(std::move(node));
+    const auto level = Nest();
+    return Finish(MakeNode(Kind::Not, at, ParseNot()));
 }
 
-ExpressionPtr Parser::ParsePredicate() {
-    ExpressionPtr left = ParseBinary(concatenationLevel);
+// The operators of this level and all that bind more tightly, read from the left. Is, Between, In and Like bind as
+// comparisons do.
+ExpressionPtr Parser::ParseBinary(int level) {
+    if (level > tightestLevel) {
+        return ParseSign();
+    }
+    ExpressionPtr left = ParseBinary(level + 1);
     for (;;) {
-        if (const BinaryMark* mark = FindBinary(Peek().kind, comparisonLevel)) {
-            ExpressionPtr node = MakeNode(Expression::Kind::Binary, Next().at);
-            node->op = mark->op;
-            node->operands.push_back(std::move(left));
-            node->operands.push_back(ParseBinary(concatenationLevel));
-            left = Finish(std::move(node));
+        const auto* const mark = std::find_if(binaryMarks.begin(), binaryMarks.end(), [&](const BinaryMark& each) {
+            return each.level == level && At(each.mark);
+        });
+        if (mark != binaryMarks.end()) {
+            const qsizetype at = Next().at;
+            left = Finish(MakeNode(Kind::Binary, at, std::move(left), ParseBinary(level + 1)));
+            left->op = mark->op;
             continue;
         }
-        const bool test = At(TokenKind::Is) || At(TokenKind::Between) || At(TokenKind::In) || At(TokenKind::Like);
-        const bool negatedTest =
-            At(TokenKind::Not) && (At(TokenKind::Between, 1) || At(TokenKind::In, 1) || At(TokenKind::Like, 1));
-        if (!test && !negatedTest) {
+        const size_t word = At(u"NOT") ? 1 : 0;
+        const bool test = At(u"BETWEEN", word) || At(u"IN", word) || At(u"LIKE", word) || At(u"IS");
+        if (level != comparisonLevel || !test) {
             return left;
         }
         left = ParseTest(std::move(left));
@@ -119,27 +118,23 @@ ExpressionPtr Parser::ParsePredicate() {
 // Is [Not] Null, [Not] Between, [Not] In, [Not] Like.
 ExpressionPtr Parser::ParseTest(ExpressionPtr left) {
     const qsizetype at = Peek().at;
-    if (Take(TokenKind::Is)) {
-        ExpressionPtr node = MakeNode(Expression::Kind::IsNull, at);
-        node->negated = Take(TokenKind::Not);
-        Expect(TokenKind::Null, u"NULL");
-        node->operands.push_back(std::move(left));
-        return Finish(std::move(node));
+    if (Take(u"IS")) {
+        const bool negated = Take(u"NOT");
+        Expect(u"NULL");
+        ExpressionPtr node = Finish(MakeNode(Kind::IsNull, at, std::move(left)));
+        node->negated = negated;
+        return node;
     }
-    const bool negated = Take(TokenKind::Not);
+    const bool negated = Take(u"NOT");
     ExpressionPtr node;
-    if (Take(TokenKind::Between)) {
-        node = MakeNode(Expression::Kind::Between, at);
-        node->operands.push_back(std::move(left));
+    if (Take(u"BETWEEN")) {
+        node = MakeNode(Kind::Between, at, std::move(left), ParseBinary(concatenationLevel));
+        Expect(u"AND");
         node->operands.push_back(ParseBinary(concatenationLevel));
-        Expect(TokenKind::And, u"AND");
-        node->operands.push_back(ParseBinary(concatenationLevel));
-    } else if (Take(TokenKind::Like)) {
-        node = MakeNode(Expression::Kind::Like, at);
-        node->operands.push_back(std::move(left));
-        node->operands.push_back(ParseBinary(concatenationLevel));
+    } else if (Take(u"LIKE")) {
+        node = MakeNode(Kind::Like, at, std::move(left), ParseBinary(concatenationLevel));
     } else {
-        Next();
+        Expect(u"IN");
         node = ParseIn(std::move(left), at);
     }
     node->negated = negated;
@@ -147,45 +142,27 @@ ExpressionPtr Parser::ParseTest(ExpressionPtr left) {
 }
 
 ExpressionPtr Parser::ParseIn(ExpressionPtr left, qsizetype at) {
-    ExpressionPtr node = MakeNode(Expression::Kind::In, at);
-    node->operands.push_back(std::move(left));
-    Expect(TokenKind::Open, u"\"(\"");
-    if (At(TokenKind::Select)) {
+    ExpressionPtr node = MakeNode(Kind::In, at, std::move(left));
+    Expect(u"(");
+    if (At(u"SELECT")) {
         node->query = ParseQuery();
     } else {
         for (ExpressionPtr& item : ParseList()) {
             node->operands.push_back(std::move(item));
         }
     }
-    Expect(TokenKind::Close, u"\",\" or \")\"");
+    Expect(u")", u"\",\" or \")\"");
     return node;
-}
-
-ExpressionPtr Parser::ParseBinary(int level) {
-    if (level > tightestLevel) {
-        return ParseSign();
-    }
-    ExpressionPtr left = ParseBinary(level + 1);
-    while (const BinaryMark* mark = FindBinary(Peek().kind, level)) {
-        ExpressionPtr node = MakeNode(Expression::Kind::Binary, Next().at);
-        node->op = mark->op;
-        node->operands.push_back(std::move(left));
-        node->operands.push_back(ParseBinary(level + 1));
-        left = Finish(std::move(node));
-    }
-    return left;
 }
 
 ExpressionPtr Parser::ParseSign() {
     const qsizetype at = Peek().at;
-    if (Take(TokenKind::Minus)) {
-        const Level level(*this);
-        ExpressionPtr node = MakeNode(Expression::Kind::Negate, at);
-        node->operands.push_back(ParseSign());
-        return Finish(std::move(node));
+    if (Take(u"-")) {
+        const auto level = Nest();
+        return Finish(MakeNode(Kind::Negate, at, ParseSign()));
     }
-    if (Take(TokenKind::Plus)) {
-        const Level level(*this);
+    if (Take(u"+")) {
+        const auto level = Nest();
         return ParseSign();
     }
     return ParsePrimary();
@@ -193,69 +170,47 @@ ExpressionPtr Parser::ParseSign() {
 
 ExpressionPtr Parser::ParsePrimary() {
     const Token token = Peek();
-    switch (token.kind) {
-    case TokenKind::Literal:
+    if (token.kind == TokenKind::Literal) {
         return ParseLiteral(Next());
-    case TokenKind::True:
-    case TokenKind::Yes:
-    case TokenKind::False:
-    case TokenKind::No: {
-        Next();
-        ExpressionPtr node = MakeNode(Expression::Kind::Flag, token.at);
-        node->value = token.kind == TokenKind::True || token.kind == TokenKind::Yes;
+    }
+    if ((token.kind == TokenKind::Name || At(u"LEFT") || At(u"RIGHT")) && At(u"(", 1)) {
+        return ParseCall(Next());
+    }
+    if (AtName()) {
+        return ParseName();
+    }
+    const bool yes = Take(u"TRUE") || Take(u"YES");
+    if (yes || Take(u"FALSE") || Take(u"NO")) {
+        ExpressionPtr node = MakeNode(Kind::Flag, token.at);
+        node->value = yes;
         return node;
     }
-    case TokenKind::Null:
-        Next();
-        return MakeNode(Expression::Kind::Null, token.at);
-    case TokenKind::Exists: {
-        Next();
-        ExpressionPtr node = MakeNode(Expression::Kind::Exists, token.at);
-        Expect(TokenKind::Open, u"\"(\"");
+    if (Take(u"NULL")) {
+        return MakeNode(Kind::Null, token.at);
+    }
+    const bool exists = Take(u"EXISTS");
+    if (!exists && !At(u"(")) {
+        FailExpecting(u"a name, a value or \"(\"");
+    }
+    Expect(u"(");
+    ExpressionPtr node;
+    if (exists || At(u"SELECT")) {
+        node = MakeNode(exists ? Kind::Exists : Kind::Subquery, token.at);
         node->query = ParseQuery();
-        Expect(TokenKind::Close, u"\")\"");
-        return node;
+    } else {
+        node = ParseExpression();
     }
-    case TokenKind::Open: {
-        Next();
-        ExpressionPtr node;
-        if (At(TokenKind::Select)) {
-            node = MakeNode(Expression::Kind::Subquery, token.at);
-            node->query = ParseQuery();
-        } else {
-            node = ParseExpression();
-        }
-        Expect(TokenKind::Close, u"\")\"");
-        return node;
-    }
-    case TokenKind::Left:
-    case TokenKind::Right:
-        if (At(TokenKind::Open, 1)) {
-            Next();
-            return ParseCall(token);
-        }
-        break;
-    case TokenKind::Name:
-        if (At(TokenKind::Open, 1)) {
-            Next();
-            return ParseCall(token);
-        }
-        return ParseName();
-    case TokenKind::BracketedName:
-        return ParseName();
-    default:
-        break;
-    }
-    FailExpecting(u"a name, a value or \"(\"");
+    Expect(u")");
+    return node;
 }
 
 ExpressionPtr Parser::ParseName() {
     const Token& first = Next();
-    ExpressionPtr node = MakeNode(Expression::Kind::Name, first.at);
+    ExpressionPtr node = MakeNode(Kind::Name, first.at);
     node->name = first.text.toString();
-    if (Take(TokenKind::Point)) {
+    if (Take(u".")) {
         // Behind a point every word is a name, a keyword too.
-        if (!At(TokenKind::BracketedName) && Peek().kind != TokenKind::Name && !IsKeyword(Peek().text)) {
+        if (!AtName() && Peek().kind != TokenKind::Keyword) {
             FailExpecting(u"a field's name");
         }
         node->qualifier = std::move(node->name);
@@ -265,16 +220,15 @@ ExpressionPtr Parser::ParseName() {
 }
 
 ExpressionPtr Parser::ParseCall(const Token& name) {
-    ExpressionPtr node = MakeNode(Expression::Kind::Call, name.at);
+    ExpressionPtr node = MakeNode(Kind::Call, name.at);
     node->name = name.text.toString();
-    Expect(TokenKind::Open, u"\"(\"");
-    if (At(TokenKind::Star) && name.text.compare(u"Count", Qt::CaseInsensitive) == 0) {
-        Next();
+    Expect(u"(");
+    if (name.text.compare(u"Count", Qt::CaseInsensitive) == 0 && Take(u"*")) {
         node->countsRows = true;
-    } else if (!At(TokenKind::Close)) {
+    } else if (!At(u")")) {
         node->operands = ParseList();
     }
-    Expect(TokenKind::Close, u"\",\" or \")\"");
+    Expect(u")", u"\",\" or \")\"");
     return Finish(std::move(node));
 }
 
@@ -289,7 +243,7 @@ std::vector<ExpressionPtr> Parser::ParseList() {
     std::vector<ExpressionPtr> list;
     do {
         list.push_back(ParseExpression());
-    } while (Take(TokenKind::Comma));
+    } while (Take(u","));
     return list;
 }
 

@@ -1,9 +1,6 @@
-#include "engine/dialect/Expressions.h"
 #include "engine/dialect/FunctionTable.h"
-#include "engine/dialect/Interval.h"
 #include "engine/dialect/LikePattern.h"
 #include "engine/dialect/Resolver.h"
-#include "engine/dialect/Types.h"
 
 #include <algorithm>
 
@@ -65,7 +62,11 @@ void Resolver::ResolveOperands(Expression& expression, const Scope& scope) {
         expression.type = operands[0]->type == FieldType::YesNo ? FieldType::Integer : operands[0]->type;
         break;
     case Kind::Binary:
-        ResolveBinary(expression);
+        if (IsComparison(expression.op)) {
+            CheckComparable(*operands[0], *operands[1], expression.at);
+        } else {
+            expression.type = ArithmeticType(expression);
+        }
         break;
     case Kind::Not:
     case Kind::And:
@@ -79,27 +80,20 @@ void Resolver::ResolveOperands(Expression& expression, const Scope& scope) {
         CheckComparable(*operands[0], *operands[2], expression.at);
         break;
     case Kind::Like:
-        literalsShapeText_ = literalsShapeText_ || operands[1]->literal >= 0;
-        if (operands[1]->kind == Kind::Literal && UnclosedList(operands[1]->value.ToText()) >= 0) {
-            const QString pattern = operands[1]->value.ToText().replace(u'"', QStringLiteral("\"\""));
-            FailAt(
-                EngineErrorNumber::Syntax,
-                QStringLiteral("The pattern \"%1\" has a \"[\" without its \"]\" (the character itself is written [[])")
-                    .arg(pattern),
-                operands[1]->at);
-        }
+        CheckPattern(*operands[1]);
         break;
     default: // IsNull: of anything
         break;
     }
 }
 
-void Resolver::ResolveBinary(Expression& expression) {
-    if (IsComparison(expression.op)) {
-        CheckComparable(*expression.operands[0], *expression.operands[1], expression.at);
-        expression.type = FieldType::YesNo;
-    } else {
-        expression.type = ArithmeticType(expression);
+void Resolver::CheckPattern(const Expression& pattern) {
+    literalsShapeText_ = literalsShapeText_ || pattern.literal >= 0;
+    const QString text = pattern.kind == Expression::Kind::Literal ? pattern.value.ToText() : QString();
+    if (HasUnclosedList(text)) {
+        FailAt(QStringLiteral("The pattern \"%1\" has a \"[\" without its \"]\" (the character itself is written [[])")
+                   .arg(QString(text).replace(u'"', QStringLiteral("\"\""))),
+               pattern.at);
     }
 }
 
@@ -153,11 +147,11 @@ FieldType Resolver::ArithmeticType(const Expression& expression) const {
 }
 
 void Resolver::CheckComparable(const Expression& first, const Expression& second, qsizetype at) const {
-    if (Comparable(first.type, second.type)) {
+    const auto either = [&](FieldType type) { return first.type == type || second.type == type; };
+    if (first.type == second.type || either(FieldType::Unknown) || (IsNumeric(first.type) && IsNumeric(second.type))) {
         return;
     }
     QString hint;
-    const auto either = [&](FieldType type) { return first.type == type || second.type == type; };
     if (either(FieldType::DateTime)) {
         hint = QStringLiteral(" (a date is written between # marks)");
     } else if (either(FieldType::Text)) {
@@ -180,8 +174,7 @@ void Resolver::ResolveIn(Expression& expression, const Scope& scope) {
         ResolveQuery(*expression.query, &scope);
         const Select& select = expression.query->selects.front();
         if (expression.query->types.size() != 1) {
-            FailAt(EngineErrorNumber::Syntax, QStringLiteral("A select behind IN needs exactly one column: it begins"),
-                   select.at);
+            FailAt(QStringLiteral("A select behind IN needs exactly one column: it begins"), select.at);
         }
         Expression column;
         column.type = expression.query->types.front();
@@ -196,7 +189,7 @@ void Resolver::ResolveSubquery(Expression& expression, const Scope& scope) {
         return;
     }
     if (expression.query->types.size() != 1) {
-        FailAt(EngineErrorNumber::Syntax, QStringLiteral("A select as a value needs exactly one column: it begins"),
+        FailAt(QStringLiteral("A select as a value needs exactly one column: it begins"),
                expression.query->selects.front().at);
     }
     expression.type = expression.query->types.front();
@@ -303,8 +296,7 @@ void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
         const QString wanted = rule.minimum == rule.maximum
                                    ? QString::number(rule.minimum)
                                    : QStringLiteral("%1 to %2").arg(rule.minimum).arg(rule.maximum);
-        FailAt(EngineErrorNumber::Syntax,
-               QStringLiteral("The function %1 takes %2 arguments, not %3").arg(rule.name, wanted).arg(count),
+        FailAt(QStringLiteral("The function %1 takes %2 arguments, not %3").arg(rule.name, wanted).arg(count),
                expression.at);
     }
     Scope inner = scope;
@@ -312,8 +304,7 @@ void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
         if (!scope.plainClause.isEmpty() || scope.insideAggregate) {
             const QString place =
                 scope.insideAggregate ? QStringLiteral("an aggregate function") : scope.plainClause.toString();
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("The aggregate function %1 cannot stand in %2").arg(rule.name, place), expression.at);
+            FailAt(QStringLiteral("The aggregate function %1 cannot stand in %2").arg(rule.name, place), expression.at);
         }
         scope.select->aggregated = true;
         inner.insideAggregate = true;
@@ -324,8 +315,7 @@ void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
     for (size_t i = 0; i < expression.operands.size(); ++i) {
         CheckArgument(expression, i);
         if (rule.IsAggregate() && OnlyOuterFields(*expression.operands[i], scope.leaves)) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("The aggregate function %1 has no field of its own select").arg(rule.name),
+            FailAt(QStringLiteral("The aggregate function %1 has no field of its own select").arg(rule.name),
                    expression.at);
         }
     }
@@ -336,7 +326,7 @@ void Resolver::CheckArgument(const Expression& call, size_t index) {
     const FunctionRule& rule = FunctionAt(call.function);
     const Expression& operand = *call.operands[index];
     const FieldType type = operand.type;
-    const bool numeric = IsNumber(type) || type == FieldType::YesNo || type == FieldType::Unknown;
+    const bool numeric = IsNumeric(type) || type == FieldType::Unknown;
     bool fits = true;
     QString wanted;
     switch (rule.arguments[index]) {
@@ -361,8 +351,7 @@ void Resolver::CheckArgument(const Expression& call, size_t index) {
         literalsShapeText_ = literalsShapeText_ || operand.literal >= 0;
         if (operand.kind == Expression::Kind::Literal && operand.value.IsText() &&
             !IntervalOf(operand.value.ToText())) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("There is no interval \"%1\" (there are yyyy, q, m, ww, d, h, n and s)")
+            FailAt(QStringLiteral("There is no interval \"%1\" (there are yyyy, q, m, ww, d, h, n and s)")
                        .arg(operand.value.ToText()),
                    operand.at);
         }

@@ -6,6 +6,24 @@ namespace velmora::engine::dialect {
 
 namespace {
 
+struct IntervalName {
+    QStringView name;
+    Interval interval;
+};
+
+constexpr std::array intervals = std::to_array<IntervalName>({
+    {u"yyyy", Interval::Year},
+    {u"q", Interval::Quarter},
+    {u"m", Interval::Month},
+    {u"ww", Interval::Week},
+    {u"d", Interval::Day},
+    {u"y", Interval::Day},
+    {u"w", Interval::Day},
+    {u"h", Interval::Hour},
+    {u"n", Interval::Minute},
+    {u"s", Interval::Second},
+});
+
 using enum ArgumentKind;
 using Form = FunctionForm;
 using Result = ResultRule;
@@ -55,6 +73,13 @@ int FindFunction(QStringView name) {
 
 const FunctionRule& FunctionAt(int index) {
     return functions[static_cast<size_t>(index)];
+}
+
+std::optional<dialect::Interval> IntervalOf(QStringView name) {
+    const auto found = std::find_if(intervals.begin(), intervals.end(), [&](const IntervalName& each) {
+        return each.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == intervals.end() ? std::nullopt : std::optional(found->interval);
 }
 
 } // namespace velmora::engine::dialect

@@ -5,6 +5,7 @@
 #include <QStringView>
 
 #include <array>
+#include <optional>
 
 namespace velmora::engine::dialect {
 
@@ -38,5 +39,11 @@ struct FunctionRule {
 // The place of a function in the table, in any letter case; -1 without one.
 int FindFunction(QStringView name);
 const FunctionRule& FunctionAt(int index);
+
+// What DateAdd and DateDiff count in.
+enum class Interval { Year, Quarter, Month, Week, Day, Hour, Minute, Second };
+
+// By its short name, in any letter case: yyyy, q, m, ww, d (also y and w), h, n, s. None for any other.
+std::optional<Interval> IntervalOf(QStringView name);
 
 } // namespace velmora::engine::dialect

@@ -3,84 +3,20 @@
 #include "engine/dialect/Literals.h"
 
 #include <algorithm>
-#include <array>
 
 namespace velmora::engine::dialect {
 
 namespace {
 
-struct Entry {
-    QStringView word;
-    TokenKind kind;
-};
-
-// Sorted by word.
-constexpr std::array keywords = std::to_array<Entry>({
-    {u"all", TokenKind::All},
-    {u"and", TokenKind::And},
-    {u"as", TokenKind::As},
-    {u"between", TokenKind::Between},
-    {u"by", TokenKind::By},
-    {u"delete", TokenKind::Delete},
-    {u"distinct", TokenKind::Distinct},
-    {u"exists", TokenKind::Exists},
-    {u"false", TokenKind::False},
-    {u"from", TokenKind::From},
-    {u"group", TokenKind::Group},
-    {u"having", TokenKind::Having},
-    {u"in", TokenKind::In},
-    {u"inner", TokenKind::Inner},
-    {u"insert", TokenKind::Insert},
-    {u"into", TokenKind::Into},
-    {u"is", TokenKind::Is},
-    {u"join", TokenKind::Join},
-    {u"left", TokenKind::Left},
-    {u"like", TokenKind::Like},
-    {u"mod", TokenKind::Mod},
-    {u"no", TokenKind::No},
-    {u"not", TokenKind::Not},
-    {u"null", TokenKind::Null},
-    {u"on", TokenKind::On},
-    {u"or", TokenKind::Or},
-    {u"order", TokenKind::Order},
-    {u"right", TokenKind::Right},
-    {u"select", TokenKind::Select},
-    {u"set", TokenKind::Set},
-    {u"true", TokenKind::True},
-    {u"union", TokenKind::Union},
-    {u"update", TokenKind::Update},
-    {u"values", TokenKind::Values},
-    {u"where", TokenKind::Where},
-    {u"yes", TokenKind::Yes},
-});
+constexpr QStringView keywords[] = {
+    u"all",   u"and",    u"as",     u"between", u"by",    u"delete", u"distinct", u"exists", u"false",
+    u"from",  u"group",  u"having", u"in",      u"inner", u"insert", u"into",     u"is",     u"join",
+    u"left",  u"like",   u"mod",    u"no",      u"not",   u"null",   u"on",       u"or",     u"order",
+    u"right", u"select", u"set",    u"true",    u"union", u"update", u"values",   u"where",  u"yes"};
 
 // Longer ones first.
-constexpr std::array marks = std::to_array<Entry>({
-    {u"<>", TokenKind::NotEqual},
-    {u"<=", TokenKind::LessEqual},
-    {u">=", TokenKind::GreaterEqual},
-    {u"<", TokenKind::Less},
-    {u">", TokenKind::Greater},
-    {u"=", TokenKind::Equal},
-    {u",", TokenKind::Comma},
-    {u"(", TokenKind::Open},
-    {u")", TokenKind::Close},
-    {u";", TokenKind::Semicolon},
-    {u"*", TokenKind::Star},
-    {u"/", TokenKind::Slash},
-    {u"+", TokenKind::Plus},
-    {u"-", TokenKind::Minus},
-    {u"&", TokenKind::Ampersand},
-});
-
-TokenKind KindOfWord(QStringView word) {
-    const auto found =
-        std::lower_bound(keywords.begin(), keywords.end(), word, [](const Entry& entry, QStringView text) {
-            return entry.word.compare(text, Qt::CaseInsensitive) < 0;
-        });
-    const bool known = found != keywords.end() && found->word.compare(word, Qt::CaseInsensitive) == 0;
-    return known ? found->kind : TokenKind::Name;
-}
+constexpr QStringView marks[] = {u"<>", u"<=", u">=", u"<", u">", u"=", u",", u".",
+                                 u"(",  u")",  u";",  u"*", u"/", u"+", u"-", u"&"};
 
 class Lexer {
 public:
@@ -103,6 +39,10 @@ private:
     }
 
     void ReadToken() {
+        if (LiteralStartsAt(text_, at_)) {
+            ReadLiteral(ScanLiteral(text_, at_));
+            return;
+        }
         switch (ClassOf(text_[at_].unicode())) {
         case CharClass::Blank:
             ++at_;
@@ -110,30 +50,13 @@ private:
         case CharClass::Word:
             ReadWord();
             break;
-        case CharClass::Digit:
-            ReadLiteral(ScanNumber(text_, at_));
-            break;
-        case CharClass::Dot:
-            if (PointStartsNumber(text_, at_)) {
-                ReadLiteral(ScanNumber(text_, at_));
-            } else {
-                Add(TokenKind::Point, 1);
-            }
-            break;
-        case CharClass::Quote:
-            ReadLiteral(ScanText(text_, at_));
-            break;
-        case CharClass::Hash:
-            ReadLiteral(ScanDate(text_, at_));
-            break;
         case CharClass::Bracket:
             ReadBracketedName();
             break;
-        case CharClass::Other:
-            ReadMark();
-            break;
         case CharClass::Control:
             FailHere(QStringLiteral("A control character"));
+        default:
+            ReadMark();
         }
     }
 
@@ -142,8 +65,8 @@ private:
         while (end < text_.size() && IsWordPart(text_[end].unicode())) {
             ++end;
         }
-        const QStringView word = text_.mid(at_, end - at_);
-        Add(KindOfWord(word), word.size());
+        const qsizetype length = end - at_;
+        Add(IsKeyword(text_.mid(at_, length)) ? TokenKind::Keyword : TokenKind::Name, length);
     }
 
     void ReadBracketedName() {
@@ -160,6 +83,7 @@ private:
     }
 
     void ReadLiteral(ScannedLiteral literal) {
+        const QStringView written = text_.mid(at_, literal.end - at_);
         switch (literal.fault) {
         case LiteralFault::None:
             break;
@@ -167,15 +91,11 @@ private:
             FailHere(text_[at_] == u'#' ? QStringLiteral("The date has no closing \"#\": it begins")
                                         : QStringLiteral("The text has no closing quote: it begins"));
         case LiteralFault::BadNumber:
-            FailHere(QStringLiteral("\"%1\" is no number").arg(text_.mid(at_, literal.end + 1 - at_)));
-        case LiteralFault::BadDate: {
-            const QStringView date = text_.mid(at_, literal.end - at_);
-            FailHere(QStringLiteral("%1 is no date (%2)").arg(date, DateFault(date.mid(1, date.size() - 2))));
+            FailHere(QStringLiteral("\"%1\" is no number").arg(text_.mid(at_, written.size() + 1)));
+        case LiteralFault::BadDate:
+            FailHere(QStringLiteral("%1 is no date (%2)").arg(written, literal.dateProblem));
         }
-        }
-        Token token{TokenKind::Literal, at_, text_.mid(at_, literal.end - at_),
-                    static_cast<int>(list_.literals.size())};
-        list_.tokens.push_back(token);
+        list_.tokens.push_back({TokenKind::Literal, at_, written, static_cast<int>(list_.literals.size())});
         list_.literals.push_back(std::move(literal.value));
         at_ = literal.end;
     }
@@ -190,11 +110,11 @@ private:
                                     "between them): \"--\""));
         }
         const auto* const mark =
-            std::find_if(marks.begin(), marks.end(), [&](const Entry& entry) { return rest.startsWith(entry.word); });
-        if (mark == marks.end()) {
+            std::find_if(std::begin(marks), std::end(marks), [&](QStringView each) { return rest.startsWith(each); });
+        if (mark == std::end(marks)) {
             FailHere(QStringLiteral("\"%1\" is not part of the dialect").arg(text_[at_]));
         }
-        Add(mark->kind, mark->word.size());
+        Add(TokenKind::Mark, mark->size());
     }
 
     const SourceText& source_;
@@ -210,7 +130,27 @@ TokenList Tokenize(const SourceText& source) {
 }
 
 bool IsKeyword(QStringView word) {
-    return KindOfWord(word) != TokenKind::Name;
+    return std::any_of(std::begin(keywords), std::end(keywords),
+                       [&](QStringView keyword) { return keyword.compare(word, Qt::CaseInsensitive) == 0; });
+}
+
+void Fail(EngineErrorNumber number, const QString& what, const SourceText& source, qsizetype at) {
+    int line = 1;
+    qsizetype lineStart = 0;
+    const qsizetype place = std::min(at, source.text.size());
+    for (qsizetype i = 0; i < place; ++i) {
+        const bool lineFeed = source.text[i] == u'\n';
+        const bool loneReturn = source.text[i] == u'\r' && (i + 1 == source.text.size() || source.text[i + 1] != u'\n');
+        if (lineFeed || loneReturn) {
+            ++line;
+            lineStart = i + 1;
+        }
+    }
+    QString description = QStringLiteral("%1 at line %2, column %3").arg(what).arg(line).arg(place - lineStart + 1);
+    if (!source.storedQuery.isEmpty()) {
+        description += QStringLiteral(" of the stored query \"%1\"").arg(source.storedQuery);
+    }
+    throw EngineError(number, description + u'.', source.text.toString());
 }
 
 } // namespace velmora::engine::dialect

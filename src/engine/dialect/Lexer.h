@@ -1,72 +1,32 @@
 #pragma once
 
 #include "base/Value.h"
-#include "engine/dialect/Failure.h"
+#include "engine/EngineError.h"
 
+#include <QString>
 #include <QStringView>
 
 #include <vector>
 
 namespace velmora::engine::dialect {
 
+// A text under work, for error messages: the caller's, or that of a stored query it uses.
+struct SourceText {
+    QStringView text;
+    QString storedQuery; // empty for the caller's own text
+};
+
+// Throws the error with the place in words: "... at line 1, column 23." `at` counts characters of the text from 0;
+// beyond its end means its end.
+[[noreturn]] void Fail(EngineErrorNumber number, const QString& what, const SourceText& source, qsizetype at);
+
 enum class TokenKind {
     End,
     Name,          // a word that is no keyword
     BracketedName, // [...]; `text` without the brackets
+    Keyword,       // a name nowhere but behind a point or in brackets
     Literal,
-    Comma,
-    Point,
-    Open,
-    Close,
-    Semicolon,
-    Star,
-    Slash,
-    Plus,
-    Minus,
-    Ampersand,
-    Equal,
-    NotEqual,
-    Less,
-    LessEqual,
-    Greater,
-    GreaterEqual,
-    // Keywords. They are names nowhere but behind a point or in brackets.
-    All,
-    And,
-    As,
-    Between,
-    By,
-    Delete,
-    Distinct,
-    Exists,
-    False,
-    From,
-    Group,
-    Having,
-    In,
-    Inner,
-    Insert,
-    Into,
-    Is,
-    Join,
-    Left,
-    Like,
-    Mod,
-    No,
-    Not,
-    Null,
-    On,
-    Or,
-    Order,
-    Right,
-    Select,
-    Set,
-    True,
-    Union,
-    Update,
-    Values,
-    Where,
-    Yes,
+    Mark, // an operator, a parenthesis, a comma, ...
 };
 
 struct Token {

@@ -4,7 +4,6 @@
 #include <QStringView>
 
 #include <optional>
-#include <string_view>
 #include <vector>
 
 namespace velmora::engine::dialect {
@@ -15,32 +14,29 @@ namespace velmora::engine::dialect {
 class LikePattern {
 public:
     // Throws EngineError Syntax for a "[" that is never closed.
-    explicit LikePattern(std::string_view utf8);
+    explicit LikePattern(const QString& pattern);
 
-    bool Matches(std::string_view utf8) const;
+    bool Matches(const QString& text) const;
 
 private:
-    struct Range {
-        char32_t from = 0;
-        char32_t to = 0;
-    };
+    // One character of the text, or with `run` any number of them.
     struct Step {
-        enum class Kind : unsigned char { Letter, Any, Digit, OneOf, NoneOf, Run };
-        Kind kind = Kind::Letter;
-        char32_t letter = 0; // folded
-        int firstRange = 0;
-        int rangeCount = 0;
-    };
+        struct Range {
+            char32_t from = 0;
+            char32_t to = 0;
+        };
+        bool run = false;
+        bool listed = true; // whether the character is in one of the ranges, or in none
+        std::vector<Range> ranges;
 
-    bool Fits(const Step& step, char32_t letter) const;
-    size_t ReadList(const std::vector<char32_t>& pattern, size_t at);
+        bool Fits(char32_t letter) const;
+    };
 
     std::vector<Step> steps_;
-    std::vector<Range> ranges_;
 };
 
-// The place of a "[" without its "]"; -1 for a good pattern.
-qsizetype UnclosedList(QStringView pattern);
+// Whether the pattern has a "[" without its "]".
+bool HasUnclosedList(QStringView pattern);
 
 // The range of texts, compared without regard to the case of A to Z, that holds everything a pattern matches.
 struct LikeRange {

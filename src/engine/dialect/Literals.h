@@ -5,46 +5,46 @@
 #include <QString>
 #include <QStringView>
 
-#include <string_view>
-
 namespace velmora::engine::dialect {
 
 // How a character of a text begins or continues a word of it. The lexer and the quick scan of shapes share these
-// rules and the readers below, so that both find the same literals.
+// rules and the reader below, so that both find the same literals.
 enum class CharClass : unsigned char { Other, Blank, Word, Digit, Quote, Bracket, Hash, Dot, Control };
 
-namespace detail {
-CharClass ClassBeyondAscii(char16_t c);
-struct CharClasses {
-    CharClass of[128];
-    constexpr CharClasses() : of() {
-        for (int c = 0; c < 128; ++c) {
-            of[c] = c < 32 || c == 127 ? CharClass::Control : CharClass::Other;
-        }
-        for (size_t c = 'A'; c <= 'Z'; ++c) {
-            of[c] = of[c + 32] = CharClass::Word;
-        }
-        for (size_t c = '0'; c <= '9'; ++c) {
-            of[c] = CharClass::Digit;
-        }
-        const auto set = [this](std::string_view characters, CharClass what) constexpr {
-            for (const char c : characters) {
-                of[static_cast<unsigned char>(c)] = what;
-            }
-        };
-        set(" \t\r\n", CharClass::Blank);
-        set("_", CharClass::Word);
-        set("\"'", CharClass::Quote);
-        set("[", CharClass::Bracket);
-        set("#", CharClass::Hash);
-        set(".", CharClass::Dot);
+constexpr CharClass ClassOfAscii(char16_t c) {
+    switch (c) {
+    case u' ':
+    case u'\t':
+    case u'\r':
+    case u'\n':
+        return CharClass::Blank;
+    case u'_':
+        return CharClass::Word;
+    case u'"':
+    case u'\'':
+        return CharClass::Quote;
+    case u'[':
+        return CharClass::Bracket;
+    case u'#':
+        return CharClass::Hash;
+    case u'.':
+        return CharClass::Dot;
+    default:
+        break;
     }
-};
-inline constexpr CharClasses charClasses;
-} // namespace detail
+    if (c < u' ' || c == 127) {
+        return CharClass::Control;
+    }
+    const bool letter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+    return letter ? CharClass::Word : c >= u'0' && c <= u'9' ? CharClass::Digit : CharClass::Other;
+}
 
 inline CharClass ClassOf(char16_t c) {
-    return c < 128 ? detail::charClasses.of[c] : detail::ClassBeyondAscii(c);
+    if (c < 128) {
+        return ClassOfAscii(c);
+    }
+    const QChar unit(c);
+    return unit.isLetterOrNumber() || unit.isMark() || unit.isSurrogate() ? CharClass::Word : CharClass::Other;
 }
 
 inline bool IsWordPart(char16_t c) {
@@ -52,11 +52,8 @@ inline bool IsWordPart(char16_t c) {
     return kind == CharClass::Word || kind == CharClass::Digit;
 }
 
-// True where ".5" stands for a number: a digit behind the point, and no name before it.
-inline bool PointStartsNumber(QStringView text, qsizetype at) {
-    const bool digitBehind = at + 1 < text.size() && ClassOf(text[at + 1].unicode()) == CharClass::Digit;
-    return digitBehind && (at == 0 || (!IsWordPart(text[at - 1].unicode()) && text[at - 1] != u']'));
-}
+// True where a number, text or date begins. A digit within a name is none, nor is the point behind a name.
+bool LiteralStartsAt(QStringView text, qsizetype at);
 
 enum class LiteralFault { None, Unterminated, BadNumber, BadDate };
 
@@ -64,16 +61,11 @@ struct ScannedLiteral {
     Value value;
     qsizetype end = 0; // behind the literal's last character
     LiteralFault fault = LiteralFault::None;
+    QStringView dateProblem; // BadDate: what is wrong, for the error message
 };
 
-// `at` is the first digit, or a point that starts a number. A number that runs on into a word is BadNumber.
-ScannedLiteral ScanNumber(QStringView text, qsizetype at);
-// `at` is the opening quote; the quote doubled inside stands for itself.
-ScannedLiteral ScanText(QStringView text, qsizetype at);
-// `at` is the opening "#".
-ScannedLiteral ScanDate(QStringView text, qsizetype at);
-
-// What is wrong with the text between two "#" marks, for the error message; empty for a good date.
-QString DateFault(QStringView inner);
+// Reads the literal that starts at `at`. A quote doubled inside a text stands for itself; a number that runs on into a
+// word is BadNumber.
+ScannedLiteral ScanLiteral(QStringView text, qsizetype at);
 
 } // namespace velmora::engine::dialect

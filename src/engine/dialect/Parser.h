@@ -1,8 +1,9 @@
 #pragma once
 
 #include "engine/dialect/Ast.h"
-#include "engine/dialect/Failure.h"
 #include "engine/dialect/Lexer.h"
+
+#include <QScopedValueRollback>
 
 namespace velmora::engine::dialect {
 
@@ -13,12 +14,10 @@ Statement Parse(const SourceText& source);
 // The work behind Parse: recursive descent over the tokens, one function per rule.
 class Parser {
 public:
-    explicit Parser(const SourceText& source);
+    explicit Parser(const SourceText& source) : source_(source), list_(Tokenize(source)) {}
     Statement ParseStatement();
 
 private:
-    class Level;
-
     // Statements (Parser.cpp)
     void ParseParameters(Statement& statement);
     FieldType ParseTypeName();
@@ -27,7 +26,7 @@ private:
     void ParseDelete(Statement& statement);
     SourcePtr ParseTarget();
 
-    // Queries and their sources (QueryParser.cpp)
+    // Queries and their sources (Parser.cpp)
     std::unique_ptr<Query> ParseQuery();
     void ParseSelect(Query& query, bool unionAll);
     void ParseTop(Select& select);
@@ -41,10 +40,9 @@ private:
     ExpressionPtr ParseExpression();
     ExpressionPtr ParseJunction(Expression::Kind kind);
     ExpressionPtr ParseNot();
-    ExpressionPtr ParsePredicate();
+    ExpressionPtr ParseBinary(int level);
     ExpressionPtr ParseTest(ExpressionPtr left);
     ExpressionPtr ParseIn(ExpressionPtr left, qsizetype at);
-    ExpressionPtr ParseBinary(int level);
     ExpressionPtr ParseSign();
     ExpressionPtr ParsePrimary();
     ExpressionPtr ParseName();
@@ -56,15 +54,20 @@ private:
     // Tokens
     const Token& Peek(size_t ahead = 0) const;
     const Token& Next();
-    bool At(TokenKind kind, size_t ahead = 0) const { return Peek(ahead).kind == kind; }
-    bool AtWord(QStringView word, size_t ahead = 0) const;
-    bool Take(TokenKind kind);
-    bool TakeWord(QStringView word);
-    const Token& Expect(TokenKind kind, QStringView what);
+    // Whether the next token, or one further ahead, is this keyword, plain word or mark.
+    bool At(QStringView word, size_t ahead = 0) const;
+    bool AtName() const { return Peek().kind == TokenKind::Name || Peek().kind == TokenKind::BracketedName; }
+    bool Take(QStringView word);
+    // `what`: the word in the error message, if not itself.
+    void Expect(QStringView word, QStringView what = {});
     QString ExpectName(QStringView what);
     // Throws a syntax error at the next token.
     [[noreturn]] void FailExpecting(QStringView what) const;
     [[noreturn]] void FailAt(const QString& what, qsizetype at) const;
+    // One level of nesting while the result lives. Ends the parse with a clear error where a text nests deeper than any
+    // sensible one, so that this program's stack is not at the mercy of a hostile text. A store whose own limit is
+    // lower refuses the text itself.
+    QScopedValueRollback<int> Nest();
 
     SourceText source_;
     TokenList list_;

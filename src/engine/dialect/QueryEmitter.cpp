@@ -1,5 +1,4 @@
 #include "engine/dialect/Emitter.h"
-#include "engine/dialect/Types.h"
 
 #include <algorithm>
 

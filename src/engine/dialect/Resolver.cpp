@@ -1,7 +1,8 @@
 #include "engine/dialect/Resolver.h"
 
 #include "engine/dialect/Parser.h"
-#include "engine/dialect/Types.h"
+
+#include <utility>
 
 namespace velmora::engine::dialect {
 
@@ -48,9 +49,19 @@ int Resolver::ParameterNamed(const QString& name) {
     return static_cast<int>(parameters_.size()) - 1;
 }
 
+// Whether the name is that of a table.
+bool Resolver::FindTable(Source& source) const {
+    source.table = catalog_.FindTable(source.name);
+    if (source.table) {
+        for (const CatalogColumn& column : source.table->columns) {
+            source.columns.push_back({column.name, source.ShownName(), column.type, 0, column.name});
+        }
+    }
+    return source.table != nullptr;
+}
+
 void Resolver::ResolveTarget(Source& target) {
-    target.table = catalog_.FindTable(target.name);
-    if (!target.table) {
+    if (!FindTable(target)) {
         const bool query = catalog_.FindQuery(target.name) != nullptr;
         FailAt(EngineErrorNumber::UnknownTable,
                query
@@ -58,7 +69,6 @@ void Resolver::ResolveTarget(Source& target) {
                    : QStringLiteral("There is no table \"%1\"").arg(target.name),
                target.at);
     }
-    FillColumns(target);
     NameForStore(target);
 }
 
@@ -86,8 +96,7 @@ void Resolver::ResolveInsert(Statement& statement) {
     if (!statement.listsColumns) {
         const size_t given = statement.query ? statement.query->types.size() : statement.assignments.size();
         if (given != target.columns.size()) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("The table \"%1\" has %2 fields, but %3 values are given")
+            FailAt(QStringLiteral("The table \"%1\" has %2 fields, but %3 values are given")
                        .arg(target.table->name)
                        .arg(target.columns.size())
                        .arg(given),
@@ -98,8 +107,7 @@ void Resolver::ResolveInsert(Statement& statement) {
             statement.assignments[i].column = target.columns[i].name;
         }
     } else if (statement.query && statement.query->types.size() != statement.assignments.size()) {
-        FailAt(EngineErrorNumber::Syntax,
-               QStringLiteral("%1 fields are named, but the select gives %2")
+        FailAt(QStringLiteral("%1 fields are named, but the select gives %2")
                    .arg(statement.assignments.size())
                    .arg(statement.query->types.size()),
                statement.query->selects.front().at);
@@ -126,7 +134,7 @@ void Resolver::CheckOnce(const Statement& statement, const Assignment& assignmen
             return;
         }
         if (other.index == assignment.index) {
-            FailAt(EngineErrorNumber::Syntax, what.arg(assignment.column), assignment.at);
+            FailAt(what.arg(assignment.column), assignment.at);
         }
     }
 }
@@ -147,10 +155,9 @@ int Resolver::TargetColumn(const Source& target, const Assignment& assignment) c
 
 void Resolver::CheckAssignment(FieldType from, const Source& target, int column, qsizetype at) const {
     const SourceColumn& field = target.columns[static_cast<size_t>(column)];
-    const bool numeric = IsNumber(from) || from == FieldType::YesNo;
+    const bool numeric = IsNumeric(from);
     const bool fits = from == field.type || from == FieldType::Unknown || field.type == FieldType::Unknown ||
-                      (numeric && (IsNumber(field.type) || field.type == FieldType::YesNo)) ||
-                      (IsNumber(from) && field.type == FieldType::Text);
+                      (numeric && IsNumeric(field.type)) || (IsNumber(from) && field.type == FieldType::Text);
     if (!fits) {
         QString hint;
         if (field.type == FieldType::DateTime) {
@@ -162,6 +169,77 @@ void Resolver::CheckAssignment(FieldType from, const Source& target, int column,
                QStringLiteral("The field \"%1\" holds %2, not %3%4")
                    .arg(field.name, Describe(field.type), Describe(from), hint),
                at);
+    }
+}
+
+void Resolver::ResolveSource(Source& source, const Scope* outer, std::vector<Source*>& leaves) {
+    if (source.kind == Source::Kind::Join) {
+        // A condition sees the tables of its own join only.
+        std::vector<Source*> joined;
+        ResolveSource(*source.left, outer, joined);
+        ResolveSource(*source.right, outer, joined);
+        const Scope scope{joined, outer, nullptr, u"a join's condition"};
+        ResolveCondition(*source.on, scope);
+        leaves.insert(leaves.end(), joined.begin(), joined.end());
+        return;
+    }
+    if (source.kind == Source::Kind::Select) {
+        ResolveQuery(*source.query, outer);
+    } else {
+        ResolveNamed(source);
+    }
+    if (source.query) {
+        source.columns = ColumnsOf(*source.query);
+    }
+    NameForStore(source);
+    leaves.push_back(&source);
+}
+
+void Resolver::ResolveNamed(Source& source) {
+    if (FindTable(source)) {
+        return;
+    }
+    const QString* text = catalog_.FindQuery(source.name);
+    if (!text) {
+        FailAt(EngineErrorNumber::UnknownTable,
+               QStringLiteral("There is no table or stored query \"%1\"").arg(source.name), source.at);
+    }
+    if (openQueries_.contains(source.name, Qt::CaseInsensitive)) {
+        FailAt(QStringLiteral("The stored query \"%1\" uses itself").arg(source.name), source.at);
+    }
+    constexpr qsizetype maximumDepth = 20;
+    if (openQueries_.size() >= maximumDepth) {
+        FailAt(QStringLiteral("Stored queries use each other more than %1 levels deep").arg(maximumDepth), source.at);
+    }
+    const SourceText queryText{*text, source.name};
+    Statement statement = Parse(queryText);
+    if (statement.kind != Statement::Kind::Select) {
+        FailAt(QStringLiteral("The stored query \"%1\" changes rows, so it cannot be read from").arg(source.name),
+               source.at);
+    }
+    // While its text is worked on, errors name it and only its own PARAMETERS clause counts.
+    const SourceText* const outerText = std::exchange(text_, &queryText);
+    const QStringList outerDeclared = declaredHere_;
+    openQueries_.push_back(source.name);
+    Declare(statement.parameters);
+    ResolveQuery(*statement.query, nullptr);
+    openQueries_.pop_back();
+    declaredHere_ = outerDeclared;
+    text_ = outerText;
+    source.query = std::move(statement.query);
+}
+
+void Resolver::NameForStore(Source& source) {
+    const QString wanted = source.ShownName().isEmpty() ? QStringLiteral("select") : source.ShownName();
+    const QString plain = source.alias.isEmpty() && source.table ? source.table->name : wanted;
+    source.sqlAlias = plain;
+    for (int number = 2; storeNames_.contains(source.sqlAlias.toLower()); ++number) {
+        source.sqlAlias = plain + u'~' + QString::number(number);
+    }
+    storeNames_.insert(source.sqlAlias.toLower());
+    if (storeNames_.size() > maximumTables_) {
+        FailAt(QStringLiteral("The text and its stored queries use more than %1 tables; one more").arg(maximumTables_),
+               source.at);
     }
 }
 

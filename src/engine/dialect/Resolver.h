@@ -1,8 +1,7 @@
 #pragma once
 
 #include "engine/dialect/Ast.h"
-#include "engine/dialect/Compiler.h"
-#include "engine/dialect/Failure.h"
+#include "engine/dialect/Lexer.h"
 
 #include <QSet>
 #include <QStringList>
@@ -14,7 +13,9 @@ namespace velmora::engine::dialect {
 // all that the emitter needs. Throws EngineError with the place.
 class Resolver {
 public:
-    Resolver(const Catalog& catalog, const SourceText& text) : catalog_(catalog), text_(&text) {}
+    // Refuses a statement that uses more than `maximumTables` tables and queries, stored ones taken in.
+    Resolver(const Catalog& catalog, const SourceText& text, qsizetype maximumTables)
+        : catalog_(catalog), text_(&text), maximumTables_(maximumTables) {}
 
     void Resolve(Statement& statement);
 
@@ -37,21 +38,20 @@ private:
         int column = -1;
         int count = 0;
     };
-    class StoredQueryText;
 
     // Statements (Resolver.cpp)
     void Declare(const std::vector<ParameterDeclaration>& declarations);
     void ResolveUpdate(Statement& statement);
     void ResolveInsert(Statement& statement);
+    bool FindTable(Source& source) const;
     void ResolveTarget(Source& target);
     void CheckOnce(const Statement& statement, const Assignment& assignment, const QString& what) const;
     int TargetColumn(const Source& target, const Assignment& assignment) const;
     void CheckAssignment(FieldType from, const Source& target, int column, qsizetype at) const;
 
-    // Sources (SourceResolver.cpp)
+    // Sources (Resolver.cpp)
     void ResolveSource(Source& source, const Scope* outer, std::vector<Source*>& leaves);
     void ResolveNamed(Source& source);
-    void FillColumns(Source& source) const;
     void NameForStore(Source& source);
 
     // Selects (SelectResolver.cpp)
@@ -71,10 +71,10 @@ private:
     void ResolveCondition(Expression& expression, const Scope& scope);
     void ResolveOperands(Expression& expression, const Scope& scope);
     void ResolveName(Expression& expression, const Scope& scope);
-    void ResolveBinary(Expression& expression);
     void ResolveCall(Expression& expression, const Scope& scope);
     void ResolveIn(Expression& expression, const Scope& scope);
     void ResolveSubquery(Expression& expression, const Scope& scope);
+    void CheckPattern(const Expression& pattern);
     FieldType ArithmeticType(const Expression& expression) const;
     FieldType CallType(const Expression& expression) const;
     void CheckCondition(const Expression& expression) const;
@@ -86,9 +86,13 @@ private:
     [[noreturn]] void FailAt(EngineErrorNumber number, const QString& what, qsizetype at) const {
         Fail(number, what, *text_, at);
     }
+    [[noreturn]] void FailAt(const QString& what, qsizetype at) const {
+        Fail(EngineErrorNumber::Syntax, what, *text_, at);
+    }
 
     const Catalog& catalog_;
     const SourceText* text_;
+    const qsizetype maximumTables_;
     // The names that the PARAMETERS clause of the text under work declares.
     QStringList declaredHere_;
     QStringList openQueries_;

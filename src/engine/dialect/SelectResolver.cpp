@@ -1,6 +1,4 @@
-#include "engine/dialect/Expressions.h"
 #include "engine/dialect/Resolver.h"
-#include "engine/dialect/Types.h"
 
 #include <algorithm>
 
@@ -25,7 +23,6 @@ void Resolver::ResolveSelect(Select& select, const Scope* outer) {
         });
         if (twice) {
             FailAt(
-                EngineErrorNumber::Syntax,
                 QStringLiteral("\"%1\" stands twice in FROM; give one of them another name with AS: again").arg(name),
                 (*leaf)->at);
         }
@@ -49,8 +46,7 @@ void Resolver::ResolveSelect(Select& select, const Scope* outer) {
     }
     select.aggregated = select.aggregated || !select.groupBy.empty();
     if (select.having && !select.aggregated) {
-        FailAt(EngineErrorNumber::Syntax,
-               QStringLiteral("HAVING needs GROUP BY or an aggregate function: the condition"), select.having->at);
+        FailAt(QStringLiteral("HAVING needs GROUP BY or an aggregate function: the condition"), select.having->at);
     }
     if (select.aggregated) {
         for (const OutputColumn& output : select.outputs) {
@@ -130,8 +126,7 @@ void Resolver::NameOutputs(Select& select) const {
     }
     constexpr size_t maximumColumns = 1000;
     if (select.outputs.size() > maximumColumns) {
-        FailAt(EngineErrorNumber::Syntax,
-               QStringLiteral("The select has %1 columns, more than %2: it begins")
+        FailAt(QStringLiteral("The select has %1 columns, more than %2: it begins")
                    .arg(select.outputs.size())
                    .arg(maximumColumns),
                select.at);
@@ -191,8 +186,7 @@ void Resolver::UniteTypes(Query& query) const {
     }
     for (const Select& select : query.selects) {
         if (select.outputs.size() != query.types.size()) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("The selects of a UNION need the same number of columns; this one has %1, the first "
+            FailAt(QStringLiteral("The selects of a UNION need the same number of columns; this one has %1, the first "
                                   "%2")
                        .arg(select.outputs.size())
                        .arg(query.types.size()),
@@ -213,15 +207,13 @@ void Resolver::ResolveOrder(Query& query, const Scope* outer) {
             continue;
         }
         if (united) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("A UNION is ordered by the names or numbers of its columns only: the expression"),
+            FailAt(QStringLiteral("A UNION is ordered by the names or numbers of its columns only: the expression"),
                    item.expression->at);
         }
         const bool wasAggregated = select.aggregated;
         ResolveExpression(*item.expression, Scope{select.leaves, outer, &select, {}});
         if (select.aggregated && !wasAggregated) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("ORDER BY has an aggregate function, but the select has none: the expression"),
+            FailAt(QStringLiteral("ORDER BY has an aggregate function, but the select has none: the expression"),
                    item.expression->at);
         }
         if (select.aggregated) {
@@ -236,8 +228,7 @@ void Resolver::ResolveOrder(Query& query, const Scope* outer) {
             }
         }
         if (item.output < 0) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("With DISTINCT, ORDER BY can only name what is selected: the expression"),
+            FailAt(QStringLiteral("With DISTINCT, ORDER BY can only name what is selected: the expression"),
                    item.expression->at);
         }
     }
@@ -249,8 +240,7 @@ int Resolver::OutputOf(const Expression& expression, const Select& select) {
     if (expression.kind == Expression::Kind::Literal && expression.value.IsInteger()) {
         const qint64 number = expression.value.ToInteger();
         if (number < 1 || number > static_cast<qint64>(outputs.size())) {
-            FailAt(EngineErrorNumber::Syntax,
-                   QStringLiteral("ORDER BY names column %1, but there are %2").arg(number).arg(outputs.size()),
+            FailAt(QStringLiteral("ORDER BY names column %1, but there are %2").arg(number).arg(outputs.size()),
                    expression.at);
         }
         literalsShapeText_ = literalsShapeText_ || expression.literal >= 0;
@@ -287,7 +277,6 @@ void Resolver::CheckGrouping(const Select& select, const Expression& expression)
                                                          expression.source) != select.leaves.end();
     if (ownField) {
         FailAt(
-            EngineErrorNumber::Syntax,
             QStringLiteral("The field \"%1\" is neither in GROUP BY nor in an aggregate function").arg(expression.name),
             expression.at);
     }

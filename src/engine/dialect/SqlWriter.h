@@ -2,11 +2,61 @@
 
 #include "engine/Catalog.h"
 #include "engine/dialect/FunctionTable.h"
-#include "engine/dialect/SqlText.h"
 
+#include <QByteArray>
+#include <QString>
+
+#include <initializer_list>
 #include <span>
 
 namespace velmora::engine::dialect {
+
+// How tightly the outermost operator of a piece of SQL binds, loosest first.
+enum class Binds { Or, And, Not, Equality, Order, Sum, Product, Join, Collation, Sign, Whole };
+
+// A piece of a store's SQL.
+struct SqlText {
+    QByteArray text;
+    Binds binds = Binds::Whole;
+    // A yes/no value as a field keeps it, which a store may do as any number but 0 for true.
+    bool stored = false;
+
+    // Itself, in parentheses unless it binds at least as tightly as asked.
+    SqlText Within(Binds least) const {
+        return binds >= least ? *this : SqlText{'(' + text + ')', Binds::Whole, stored};
+    }
+};
+
+// "left op right", with parentheses where they are needed. Operators of one rank are read from the left.
+inline SqlText Infix(const SqlText& left, const QByteArray& op, const SqlText& right, Binds binds) {
+    const auto tighter = static_cast<Binds>(static_cast<int>(binds) + 1);
+    return {left.Within(binds).text + ' ' + op + ' ' + right.Within(tighter).text, binds};
+}
+
+// "name(argument, ...)"
+inline SqlText CallText(const QByteArray& name, std::span<const SqlText> arguments) {
+    QByteArray list;
+    for (const SqlText& argument : arguments) {
+        list += (list.isEmpty() ? "" : ", ") + argument.text;
+    }
+    return {name + '(' + list + ')'};
+}
+inline SqlText CallText(const QByteArray& name, std::initializer_list<SqlText> arguments) {
+    return CallText(name, std::span(arguments.begin(), arguments.size()));
+}
+
+inline SqlText Negative(const SqlText& number) {
+    return {'-' + number.Within(Binds::Whole).text, Binds::Sign};
+}
+
+inline SqlText Negated(const SqlText& condition) {
+    return {"NOT " + condition.Within(Binds::Not).text, Binds::Not};
+}
+
+// A name in double quotes.
+inline QByteArray Quoted(const QString& name) {
+    return '"' + name.toUtf8().replace('"', "\"\"") + '"';
+}
 
 // The constructs in which the SQL of stores differs. The emitter walks the typed tree, decides what a text means, and
 // asks the writer of its store how that is written; what every store writes alike is in the emitter. Has no state.
@@ -17,6 +67,8 @@ public:
     SqlWriter(const SqlWriter&) = delete;
     SqlWriter& operator=(const SqlWriter&) = delete;
 
+    // The most tables and sub-selects that one statement takes.
+    virtual qsizetype MaximumTables() const = 0;
     // The most values that one statement takes.
     virtual size_t MaximumValues() const = 0;
     // Where the value `number` of the statement stands, counted from 1.
@@ -44,10 +96,9 @@ public:
     virtual SqlText DifferenceOfAny(const SqlText& first, const SqlText& second) const = 0;
     virtual SqlText Like(const SqlText& value, const SqlText& pattern) const = 0;
 
-    // A function of the form Call, and those over rows; `keys` are the key fields by whose order first and last go.
+    // A function of the form Call, or one over rows; behind the operand of First and Last come the key fields by whose
+    // order they go.
     virtual SqlText Call(const FunctionRule& function, std::span<const SqlText> arguments) const = 0;
-    virtual SqlText Aggregate(const FunctionRule& function, const SqlText& operand, FieldType type,
-                              std::span<const SqlText> keys) const = 0;
 
     // Clauses of a select. `conditions` are those of all the inner joins.
     virtual QByteArray Joined(std::span<const QByteArray> sources, std::span<const SqlText> conditions) const = 0;

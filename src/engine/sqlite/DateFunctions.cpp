@@ -1,4 +1,4 @@
-#include "engine/dialect/Interval.h"
+#include "engine/dialect/FunctionTable.h"
 #include "engine/sqlite/FunctionSupport.h"
 #include "engine/sqlite/ValueFormat.h"
 
@@ -223,8 +223,8 @@ void Format(sqlite3_context* context, const Arguments& arguments) {
 constexpr std::array functions = std::to_array<ScalarFunction>({
     {"dialect_add", 2, Scalar<Add>},
     {"dialect_add_days", 2, Scalar<AddDays>},
-    {"dialect_date_add", 3, Scalar<DateAdd>},
-    {"dialect_date_diff", 3, Scalar<DateDiff>},
+    {"dialect_dateadd", 3, Scalar<DateAdd>},
+    {"dialect_datediff", 3, Scalar<DateDiff>},
     {"dialect_days_between", 2, Scalar<DaysBetweenMoments>},
     {"dialect_format", 1, Scalar<Format>},
     {"dialect_format", 2, Scalar<Format>},

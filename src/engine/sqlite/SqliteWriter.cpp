@@ -1,9 +1,7 @@
 #include "engine/sqlite/SqliteWriter.h"
 
-#include "engine/EngineError.h"
-
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace velmora::engine::sqlite {
 
@@ -16,52 +14,22 @@ using dialect::SqlText;
 
 namespace {
 
-struct FunctionName {
-    QStringView name;
-    const char* storeName;
-};
+// The store's own functions of the dialect; all others are ours and bear the dialect's name (Functions.cpp).
+constexpr QStringView ownFunctions[] = {u"Abs", u"Avg", u"Count", u"Max", u"Min", u"Sum", u"Trim"};
 
-// Every function of the dialect that is called, and what does it here: the store's own, or one of ours.
-constexpr std::array functionNames = std::to_array<FunctionName>({
-    {u"Abs", "abs"},
-    {u"Avg", "avg"},
-    {u"Count", "count"},
-    {u"Date", "dialect_date"},
-    {u"DateAdd", "dialect_date_add"},
-    {u"DateDiff", "dialect_date_diff"},
-    {u"First", "dialect_first"},
-    {u"Format", "dialect_format"},
-    {u"InStr", "dialect_instr"},
-    {u"Int", "dialect_int"},
-    {u"Last", "dialect_last"},
-    {u"LCase", "dialect_lcase"},
-    {u"Left", "dialect_left"},
-    {u"Len", "dialect_len"},
-    {u"Max", "max"},
-    {u"Mid", "dialect_mid"},
-    {u"Min", "min"},
-    {u"Now", "dialect_now"},
-    {u"Right", "dialect_right"},
-    {u"Round", "dialect_round"},
-    {u"StrComp", "dialect_strcomp"},
-    {u"Sum", "sum"},
-    {u"Trim", "trim"},
-    {u"UCase", "dialect_ucase"},
-});
-
-const char* StoreName(const dialect::FunctionRule& function) {
-    const auto* const found = std::find_if(functionNames.begin(), functionNames.end(),
-                                           [&](const FunctionName& each) { return each.name == function.name; });
-    if (found == functionNames.end()) {
-        throw EngineError(EngineErrorNumber::UnknownFunction,
-                          QStringLiteral("The store has no function \"%1\".").arg(function.name));
-    }
-    return found->storeName;
+QByteArray StoreName(const dialect::FunctionRule& function) {
+    const bool own =
+        std::find(std::begin(ownFunctions), std::end(ownFunctions), function.name) != std::end(ownFunctions);
+    return (own ? "" : "dialect_") + function.name.toLatin1().toLower();
 }
 
 // What the store has no function for, Functions.cpp brings along.
 class SqliteWriter final : public dialect::SqlWriter {
 public:
+    qsizetype MaximumTables() const override {
+        return 60; // the store joins 64
+    }
+
     size_t MaximumValues() const override {
         return 32000; // the store's own limit is not much higher
     }
@@ -158,13 +126,6 @@ public:
     }
 
     SqlText Call(const dialect::FunctionRule& function, std::span<const SqlText> arguments) const override {
-        return CallText(StoreName(function), arguments);
-    }
-
-    SqlText Aggregate(const dialect::FunctionRule& function, const SqlText& operand, FieldType /*type*/,
-                      std::span<const SqlText> keys) const override {
-        std::vector<SqlText> arguments{operand};
-        arguments.insert(arguments.end(), keys.begin(), keys.end());
         return CallText(StoreName(function), arguments);
     }
 

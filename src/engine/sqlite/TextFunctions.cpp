@@ -1,5 +1,4 @@
 #include "engine/dialect/LikePattern.h"
-#include "engine/dialect/Utf8.h"
 #include "engine/sqlite/FunctionSupport.h"
 
 #include <algorithm>
@@ -89,13 +88,9 @@ void Mid(sqlite3_context* context, const Arguments& arguments) {
 
 template <char32_t (*convert)(char32_t)>
 void ChangeCase(sqlite3_context* context, const Arguments& arguments) {
-    const std::string_view text = arguments.Utf8(0);
-    std::vector<char32_t> letters;
-    letters.reserve(text.size());
-    for (size_t at = 0; at < text.size();) {
-        letters.push_back(convert(dialect::NextCharacter(text, at)));
-    }
-    Return(context, QString::fromUcs4(letters.data(), static_cast<qsizetype>(letters.size())));
+    QList<uint> letters = arguments.Text(0).toUcs4();
+    std::transform(letters.begin(), letters.end(), letters.begin(), convert);
+    Return(context, QString::fromUcs4(reinterpret_cast<const char32_t*>(letters.constData()), letters.size()));
 }
 
 char32_t Upper(char32_t letter) {
@@ -156,11 +151,11 @@ void Like(sqlite3_context* context, const Arguments& arguments) {
     using dialect::LikePattern;
     auto* pattern = static_cast<LikePattern*>(sqlite3_get_auxdata(context, 0));
     if (pattern) {
-        Return(context, qint64{pattern->Matches(arguments.Utf8(1))});
+        Return(context, qint64{pattern->Matches(arguments.Text(1))});
         return;
     }
-    auto fresh = std::make_unique<LikePattern>(arguments.Utf8(0));
-    Return(context, qint64{fresh->Matches(arguments.Utf8(1))});
+    auto fresh = std::make_unique<LikePattern>(arguments.Text(0));
+    Return(context, qint64{fresh->Matches(arguments.Text(1))});
     sqlite3_set_auxdata(context, 0, fresh.release(), [](void* kept) { delete static_cast<LikePattern*>(kept); });
 }
 

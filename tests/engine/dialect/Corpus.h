@@ -31,7 +31,7 @@ struct CorpusCase {
 
 inline constexpr std::array corpusFiles = {"select.txt",  "joins.txt",  "conditions.txt", "expressions.txt",
                                            "groups.txt",  "action.txt", "queries.txt",    "reports.txt",
-                                           "callers.txt", "errors.txt"};
+                                           "callers.txt", "errors.txt", "patterns.txt"};
 
 std::vector<CorpusCase> ReadCorpus(const QString& file);
 

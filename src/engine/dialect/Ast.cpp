@@ -1,6 +1,8 @@
-#include "engine/dialect/Expressions.h"
+#include "engine/dialect/Ast.h"
 
 #include "engine/dialect/FunctionTable.h"
+
+#include <algorithm>
 
 namespace velmora::engine::dialect {
 
@@ -30,13 +32,11 @@ void VisitQuery(const Query& query, const std::function<void(const Expression&)>
             VisitSource(*source, visit);
         }
         visitIf(select.where);
-        for (const ExpressionPtr& group : select.groupBy) {
-            visit(*group);
-        }
+        std::for_each(select.groupBy.begin(), select.groupBy.end(), visitIf);
         visitIf(select.having);
     }
     for (const OrderItem& item : query.orderBy) {
-        visit(*item.expression);
+        visitIf(item.expression);
     }
 }
 
@@ -77,6 +77,32 @@ void ForEachChild(const Expression& expression, const std::function<void(const E
     if (expression.query) {
         VisitQuery(*expression.query, visit);
     }
+}
+
+std::vector<ResultColumn> ColumnsOf(const Query& query) {
+    std::vector<ResultColumn> columns;
+    for (size_t i = 0; i < query.types.size(); ++i) {
+        ResultColumn column = static_cast<const ResultColumn&>(query.selects.front().outputs[i]);
+        column.type = query.types[i];
+        if (query.selects.size() > 1) {
+            column.base = -1;
+        }
+        columns.push_back(std::move(column));
+    }
+    return columns;
+}
+
+FieldType CommonType(FieldType first, FieldType second) {
+    if (first == second || second == FieldType::Unknown) {
+        return first;
+    }
+    if (first == FieldType::Unknown) {
+        return second;
+    }
+    if (IsNumeric(first) && IsNumeric(second)) {
+        return first == FieldType::Real || second == FieldType::Real ? FieldType::Real : FieldType::Integer;
+    }
+    return FieldType::Text;
 }
 
 } // namespace velmora::engine::dialect
