@@ -99,7 +99,7 @@ qsizetype DatePattern::AddLetters(QStringView pattern, const QLocale& locale, bo
         break;
     case u'y': {
         const QStringList twoDigits = Texts(99, [&](int n) { return locale.toString(QDate(2000 + n, 1, 1), u"yy"_s); });
-        items_.push_back({[](Fields of) { return of.year / 100; }, twoDigits});
+        items_.push_back({[](Fields of) { return of.year / 100 % 100; }, twoDigits});
         items_.push_back({[](Fields of) { return of.year % 100; }, twoDigits});
         break;
     }

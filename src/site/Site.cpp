@@ -9,6 +9,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace velmora {
 
 Site::Site(QString folder) : folder_(std::move(folder)) {
@@ -26,9 +28,19 @@ bool Site::Exists() const {
 }
 
 std::unique_ptr<engine::Database> Site::Open(const SiteOpening& opening) const {
-    auto database = engine::PlaceIn(folder_)->Open(
-        {.schema = SiteSchema(), .busyMilliseconds = opening.busyMilliseconds, .now = opening.now});
-    BringUpToDate(*database, opening.log);
+    engine::OpenOptions options{
+        .schema = SiteSchema(), .busyMilliseconds = opening.busyMilliseconds, .now = opening.now};
+    const auto place = engine::PlaceIn(folder_);
+    auto database = place->Open(options);
+    if (IsOutdated(*database)) {
+        // Whoever only reads does not wait for another's lock here: the next opening tries again.
+        options.busyMilliseconds = std::min(options.busyMilliseconds, 200);
+        const QString account = BringUpToDate(*place->Open(options));
+        if (opening.log != nullptr && !account.isEmpty()) {
+            opening.log->Write(account);
+        }
+        database->Idle(engine::IdleOption::RefreshCache);
+    }
     return database;
 }
 

@@ -2,7 +2,7 @@
 #include "engine/salvage/RepairFile.h"
 #include "site/Site.h"
 #include "site/SiteSchema.h"
-#include "site/StoredQueries.h"
+#include "site/SiteVersion.h"
 
 namespace velmora {
 
@@ -16,9 +16,12 @@ engine::RepairReport Site::Repair(DateTime now) const {
     const engine::Schema schema = SiteSchema();
     engine::RepairReport report = engine::salvage::RepairFile(store->RepairableFile(), schema, now);
     const auto database = store->Open({.schema = schema});
-    for (const QString& name : AddMissingQueries(*database, 0)) {
+    for (const QString& name : PutBackLostQueries(*database)) {
         report.remarks.append(
             QStringLiteral("The stored query %1 was lost; the program's own text took its place.").arg(name));
+    }
+    if (const QString account = BringUpToDate(*database); !account.isEmpty()) {
+        report.remarks += account.split(u'\n');
     }
     return report;
 }

@@ -53,7 +53,7 @@ void SetProperty(engine::Database& database, QStringView name, int number) {
 }
 
 // What was done, for the log.
-QString TakeSteps(engine::Database& database) {
+QString Upgrade(engine::Database& database) {
     engine::Transaction transaction(database);
     const SiteVersion own = OwnVersion();
     const SiteVersion before = VersionOf(database);
@@ -72,9 +72,12 @@ QString TakeSteps(engine::Database& database) {
                          .arg(before.schema)
                          .arg(own.schema));
     }
-    if (before.queries < own.queries) {
+    if (const QStringList taken = NamesTakenBySite(database, before.queries); !taken.isEmpty()) {
+        lines.append(u"The site has a table or query of its own named %1, a name that the program needs: its stored "
+                     "queries stay as they are until the site's has another name."_s.arg(taken.join(u", "_s)));
+    } else if (before.queries < own.queries) {
         lines += RenewQueries(database);
-        for (const QString& name : AddMissingQueries(database, before.queries)) {
+        for (const QString& name : AddMissingQueries(database, before.queries, own.queries)) {
             lines.append(u"The stored query %1 was added."_s.arg(name));
         }
         SetProperty(database, queryRevisionProperty, own.queries);
@@ -92,21 +95,20 @@ void WriteSiteVersion(engine::NewDatabase& database) {
     properties->Add({queryRevisionProperty.toString(), QString::number(own.queries)});
 }
 
-void BringUpToDate(engine::Database& database, Log* log) {
-    QString account;
+bool IsOutdated(engine::Database& database) {
+    return VersionOf(database).IsOlderThan(OwnVersion());
+}
+
+QString BringUpToDate(engine::Database& database) {
     try {
-        if (!VersionOf(database).IsOlderThan(OwnVersion())) {
-            return;
-        }
-        account = TakeSteps(database);
+        return Upgrade(database);
     } catch (const engine::EngineError& error) {
-        database.Idle(engine::IdleOption::RefreshCache);
-        account =
-            u"The database \"%1\" could not be brought up to date: %2"_s.arg(database.Path(), error.Description());
+        return u"The database \"%1\" could not be brought up to date: %2"_s.arg(database.Path(), error.Description());
     }
-    if (log != nullptr && !account.isEmpty()) {
-        log->Write(account);
-    }
+}
+
+QStringList PutBackLostQueries(engine::Database& database) {
+    return AddMissingQueries(database, 0, VersionOf(database).queries);
 }
 
 std::optional<QString> WhyOutdated(engine::Database& database) {

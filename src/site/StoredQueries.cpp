@@ -22,6 +22,18 @@ QString Entry(const QString& name, const QString& text) {
     return QString::fromLatin1(hash) + u' ' + name;
 }
 
+std::vector<StoredQueryText> QueriesFirstShipped(int from, int to) {
+    const QStringList shipped = ShippedTexts();
+    std::vector<StoredQueryText> queries = StoredQueryTexts();
+    std::erase_if(queries, [&](const StoredQueryText& query) {
+        const auto first = std::find_if(shipped.begin(), shipped.end(),
+                                        [&](const QString& entry) { return entry.endsWith(u' ' + query.name); });
+        const auto line = first - shipped.begin();
+        return line < from || line >= to;
+    });
+    return queries;
+}
+
 std::unique_ptr<engine::Recordset> StoredQueries(engine::Database& database) {
     return database.OpenRecordset(u"StoredQuery", engine::RecordsetKind::Updatable);
 }
@@ -40,15 +52,12 @@ int StoredQueryRevision() {
     return static_cast<int>(ShippedTexts().size());
 }
 
-QStringList AddMissingQueries(engine::Database& database, int revision) {
+QStringList AddMissingQueries(engine::Database& database, int from, int to) {
     const QStringList present = database.QueryNames();
-    const QStringList earlier = ShippedTexts().mid(0, revision);
     const auto queries = StoredQueries(database);
     QStringList added;
-    for (const StoredQueryText& query : StoredQueryTexts()) {
-        const bool isNew = std::none_of(earlier.begin(), earlier.end(),
-                                        [&](const QString& entry) { return entry.endsWith(u' ' + query.name); });
-        if (isNew && !present.contains(query.name, Qt::CaseInsensitive)) {
+    for (const StoredQueryText& query : QueriesFirstShipped(from, to)) {
+        if (!present.contains(query.name, Qt::CaseInsensitive)) {
             queries->AddNew();
             queries->Set("Name", query.name);
             queries->Set("Text", query.text);
@@ -57,6 +66,19 @@ QStringList AddMissingQueries(engine::Database& database, int revision) {
         }
     }
     return added;
+}
+
+QStringList NamesTakenBySite(engine::Database& database, int revision) {
+    const QStringList shipped = ShippedTexts();
+    QStringList taken;
+    for (const StoredQueryText& query : QueriesFirstShipped(revision, StoredQueryRevision())) {
+        const QString* text = database.Schema().FindQuery(query.name);
+        if (database.Schema().FindTable(query.name) != nullptr ||
+            (text != nullptr && !shipped.contains(Entry(query.name, *text)))) {
+            taken.append(query.name);
+        }
+    }
+    return taken;
 }
 
 QStringList RenewQueries(engine::Database& database) {

@@ -22,9 +22,13 @@ std::vector<StoredQueryText> StoredQueryTexts();
 int StoredQueryRevision();
 inline constexpr int firstQueryRevision = 12;
 
-// Adds those of the program's stored queries that a site does not have and that are newer than `revision`: an older one
-// was removed by the site, and stays away. Returns their names.
-QStringList AddMissingQueries(engine::Database& database, int revision);
+// Adds those of the program's stored queries that a site does not have and that were first shipped after revision
+// `from` and up to revision `to`. Returns their names.
+QStringList AddMissingQueries(engine::Database& database, int from, int to);
+
+// The names of the program's queries newer than `revision` that the site has given to a table or query of its own.
+// Other queries of the program stand on them.
+QStringList NamesTakenBySite(engine::Database& database, int revision);
 
 // Replaces what a site has by the program's own text where the site has an earlier one of the program's, and leaves
 // alone what the site has changed itself. Returns a sentence for each, for the log.

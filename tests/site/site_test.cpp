@@ -5,6 +5,7 @@
 #include "tests/support/Folders.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -166,19 +167,38 @@ TEST_F(OldSite, IsReadAsItIsWhereNobodyMayWrite) {
     EXPECT_EQ(Store().Number(u"SELECT count(*) FROM sqlite_master WHERE name = 'SiteProperty'"_s), 0);
 }
 
-TEST_F(OldSite, OfANewerVersionIsRefusedWithBothVersions) {
+TEST_F(OldSite, OfANewerOrUnreadableVersionIsRefusedAndLeftAlone) {
+    using engine::EngineErrorNumber;
     site_.Open();
-    Store().Run(u"UPDATE SiteProperty SET Value = '7' WHERE Name = 'schemaversion'"_s);
-    for (const std::function<void()>& use : {std::function<void()>([&] { site_.Open(); }), {[&] { site_.Check(); }}}) {
-        try {
-            use();
-            FAIL() << "used a site that is newer than the program";
-        } catch (const engine::EngineError& error) {
-            EXPECT_EQ(error.Kind(), engine::EngineErrorNumber::NewerVersion);
-            EXPECT_TRUE(error.Description().contains(u"version 7") && error.Description().contains(u"up to 2"))
-                << error.what();
+    struct Case {
+        QString version;
+        EngineErrorNumber kind;
+        QStringList words;
+    };
+    for (const Case& each : {Case{u"7"_s, EngineErrorNumber::NewerVersion, {u"version 7"_s, u"up to 2"_s}},
+                             Case{u"99999999999"_s, EngineErrorNumber::NewerVersion, {u"version 99999999999"_s}},
+                             Case{u"3.0"_s, EngineErrorNumber::CannotOpen, {u"\"3.0\""_s, u"SchemaVersion"_s}},
+                             Case{u"-1"_s, EngineErrorNumber::CannotOpen, {u"\"-1\""_s}}}) {
+        Store().Run(u"UPDATE SiteProperty SET Value = '%1' WHERE Name = 'schemaversion'"_s.arg(each.version));
+        for (const std::function<void()>& use :
+             {std::function<void()>([&] { site_.Open(); }), {[&] { site_.Check(); }}, {[&] {
+                  site_.Repair(*MakeDateTime({2026, 3, 7, 14, 15, 9}));
+              }}}) {
+            try {
+                use();
+                FAIL() << "used a site of version " << each.version.toStdString();
+            } catch (const engine::EngineError& error) {
+                EXPECT_EQ(error.Kind(), each.kind) << error.what();
+                for (const QString& word : each.words) {
+                    EXPECT_TRUE(error.Description().contains(word)) << error.what();
+                }
+            }
         }
+        EXPECT_EQ(Properties().front(), u"SchemaVersion|"_s + each.version);
     }
+    EXPECT_EQ(QDir(folder_.path()).entryList({u"*.damaged-*"_s}), QStringList());
+    Store().Run(u"ALTER TABLE SiteProperty RENAME COLUMN Value TO Val"_s);
+    EXPECT_THROW(site_.Open(), engine::EngineError);
 }
 
 // What other programs see of the tables: columns, keys, indexes and how numbers are assigned.
@@ -243,14 +263,38 @@ TEST(SiteRepair, AMissingColumnIsDamageAndLostQueriesComeBack) {
     EXPECT_EQ(database->QueryNames().size(), static_cast<qsizetype>(StoredQueryTexts().size()));
 }
 
-// A repair by this program of what an older one made is no obstacle to the step.
-TEST_F(OldSite, IsRepairedAndThenBroughtUpToDate) {
+TEST_F(OldSite, IsRepairedAndBroughtUpToDate) {
     Store().Run(u"DROP INDEX AssetName"_s);
     EXPECT_FALSE(site_.Check().isSound);
-    site_.Repair(*MakeDateTime({2026, 3, 7, 14, 15, 9}));
-    site_.Open({.log = &log_});
-    EXPECT_TRUE(log_.text.contains(u"from version 1 to version 2")) << log_.text.toStdString();
+    const QString account = site_.Repair(*MakeDateTime({2026, 3, 7, 14, 15, 9})).ToText();
+    EXPECT_TRUE(account.contains(u"from version 1 to version 2")) << account.toStdString();
+    EXPECT_FALSE(account.contains(u"lost;") || account.contains(u"SiteProperty")) << account.toStdString();
     EXPECT_EQ(Properties().front(), u"SchemaVersion|2"_s);
+    EXPECT_EQ(TextOf(u"QReport3"_s), OwnText(u"QReport3"_s));
+}
+
+TEST_F(OldSite, WithAQueryOrTableOfANeededNameKeepsItsQueries) {
+    Put(u"DailyReservations"_s, u"SELECT Note AS Ours FROM Note"_s);
+    const QString before = TextOf(u"QReport3"_s);
+    for (const char16_t* next : {u"DELETE FROM StoredQuery WHERE Name = 'DailyReservations'; "
+                                 "CREATE TABLE DailyReservations (Ours)",
+                                 u"ALTER TABLE DailyReservations RENAME TO Ours"}) {
+        log_.text.clear();
+        site_.Open({.log = &log_});
+        EXPECT_TRUE(log_.text.contains(u"named DailyReservations")) << log_.text.toStdString();
+        EXPECT_EQ(TextOf(u"QReport3"_s), before);
+        Store().Run(QString(next));
+    }
+    site_.Open();
+    EXPECT_EQ(TextOf(u"QReport3"_s), OwnText(u"QReport3"_s));
+}
+
+TEST_F(OldSite, IsReadAtOnceWhileAnotherHoldsTheWriteLock) {
+    test::RawStore other = Store();
+    other.Run(u"BEGIN IMMEDIATE"_s);
+    // Far longer than the test run is given: who waits for the lock is not done before it.
+    EXPECT_EQ(site_.Open({.log = &log_, .busyMilliseconds = 3'600'000})->OpenRecordset(u"Asset")->RecordCount(), 0);
+    EXPECT_TRUE(log_.text.contains(u"could not be brought up to date")) << log_.text.toStdString();
 }
 
 } // namespace

@@ -16,6 +16,10 @@ RepairReport RepairFile(const QString& path, const Schema& schema, DateTime now)
         FileExchange exchange(path);
         Salvager salvager(exchange.Source(), exchange.NewPath(), schema);
         RepairReport report = salvager.Run();
+        if (!schema.tables.empty()) {
+            sqlite::SchemaVersion(salvager.File().Handle(), path, schema);
+        }
+        salvager.File().Close();
         report.keptAs = QFile::decodeName(exchange.Replace(now));
         salvager.File().Release();
         return report;

@@ -13,9 +13,10 @@ namespace velmora::engine::salvage {
 // full before it takes the old one's place, in one step: whatever happens, there is always one of the two. The damaged
 // file stays beside it as "<name>.damaged-YYYYMMDD-HHMMSS" (the time is `now`); no earlier one is replaced.
 //
-// Throws RecordLocked while the database is in use, FileNotFound, CannotOpen, DiskFull, DiskError, and Damaged when
-// there is nothing to be saved: an empty file, a file that is no database, or one with none of the schema's tables.
-// On any failure the damaged file stays as it is, with nothing new beside it.
+// Throws RecordLocked while the database is in use, FileNotFound, CannotOpen, NewerVersion (what a newer program has
+// made is for that to repair), DiskFull, DiskError, and Damaged when there is nothing to be saved: an empty file, a
+// file that is no database, or one with none of the schema's tables. On any failure the damaged file stays as it is,
+// with nothing new beside it.
 RepairReport RepairFile(const QString& path, const Schema& schema, DateTime now);
 
 } // namespace velmora::engine::salvage

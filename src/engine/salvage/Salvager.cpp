@@ -58,7 +58,9 @@ bool IsTable(const SchemaEntry& entry) {
 } // namespace
 
 Salvager::Salvager(const QByteArray& damaged, const QByteArray& target, const Schema& schema)
-    : file_(damaged), reader_(file_), schema_(schema), found_(ReadSchemaEntries(reader_)), target_(target) {}
+    : file_(damaged), reader_(file_), found_(ReadSchemaEntries(reader_)),
+      // A database of the first version has lost none of the tables that came later.
+      schema_(FindTable(propertyTable.toUtf8()) != nullptr ? schema : Schema{1, schema.TablesOf(1)}), target_(target) {}
 
 RepairReport Salvager::Run() {
     target_.Run(schema_.tables);
@@ -82,7 +84,6 @@ RepairReport Salvager::Run() {
     sqlite::CheckInFull(target_.Handle());
     RepairReport report = Report(strayLeaves);
     sources_.clear();
-    target_.Close();
     return report;
 }
 

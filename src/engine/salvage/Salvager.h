@@ -15,7 +15,7 @@ public:
     // Reads the database at `damaged`, which nobody changes meanwhile, and builds a new one at `target`.
     Salvager(const QByteArray& damaged, const QByteArray& target, const Schema& schema);
 
-    // Copies everything, checks the result in full and closes it. The report lacks only where the damaged file is kept.
+    // Copies everything and checks the result in full. The report lacks only where the damaged file is kept.
     // Throws Damaged when none of the schema's tables can be found.
     RepairReport Run();
     // The new file.
@@ -35,16 +35,17 @@ private:
     void MakeIndexesAndViews();
     void CopyFileNumbers();
 
-    const SchemaEntry* FindTable(const QByteArray& name) const;
     bool TargetHas(const QByteArray& name) const;
     // Makes what the schema does not name; what cannot be made any more is remarked upon.
     void MakeAnew(const SchemaEntry& entry);
     RepairReport Report(qint64 strayLeaves) const;
 
+    const SchemaEntry* FindTable(const QByteArray& name) const;
+
     PageFile file_;
     TreeReader reader_;
-    sqlite::SchemaSql schema_;
     SchemaEntries found_;
+    sqlite::SchemaSql schema_;
     sqlite::FileBuilder target_;
     std::vector<TableSource> sources_;
     QStringList remarks_;

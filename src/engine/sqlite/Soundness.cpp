@@ -124,15 +124,15 @@ Names ReadNames(sqlite3* connection) {
     return names;
 }
 
-// Where nothing readable says which version it is, it is the first one: bringing that up to date changes nothing that
-// is there already.
-int SchemaVersion(sqlite3* connection, const Names& present) {
-    if (!present.tables.contains(propertyTable.toUtf8().toLower())) {
-        return 1;
+// Of a table or view; none where there is neither.
+QStringList ColumnsOf(sqlite3* connection, const QString& table) {
+    QStringList columns;
+    Statement list(connection, "SELECT name FROM pragma_table_info(?1)");
+    list.BindText(1, table.toUtf8());
+    while (list.Step()) {
+        columns.append(QString::fromUtf8(list.Text(0)));
     }
-    Statement property(connection, "SELECT Value FROM " + Quoted(propertyTable.toUtf8()) + " WHERE Name = ?1");
-    property.BindText(1, schemaVersionProperty.toUtf8());
-    return property.Step() ? std::max(1, property.TextCopy(0).toInt()) : 1;
+    return columns;
 }
 
 void CheckTable(sqlite3* connection, const QString& path, const TableDefinition& table, const Names& present) {
@@ -144,12 +144,7 @@ void CheckTable(sqlite3* connection, const QString& path, const TableDefinition&
             ThrowDamaged(path, u"the index \"%1\" is missing"_s.arg(index.name));
         }
     }
-    QStringList columns;
-    Statement list(connection, "SELECT name FROM pragma_table_info(?1)");
-    list.BindText(1, table.name.toUtf8());
-    while (list.Step()) {
-        columns.append(QString::fromUtf8(list.Text(0)));
-    }
+    const QStringList columns = ColumnsOf(connection, table.name);
     for (const ColumnDefinition& column : table.columns) {
         if (!columns.contains(column.name, Qt::CaseInsensitive)) {
             ThrowDamaged(path, u"the column \"%1.%2\" is missing"_s.arg(table.name, column.name));
@@ -193,15 +188,8 @@ void ReadFirstEntries(sqlite3* connection, const QByteArray& table) {
 void CheckAll(sqlite3* connection, const QString& path, const Schema& schema) {
     const Names present = ReadNames(connection);
     CheckHeader(connection, path);
-    if (const int version = SchemaVersion(connection, present); !schema.tables.empty()) {
-        if (version > schema.version) {
-            throw EngineError(EngineErrorNumber::NewerVersion,
-                              u"The database \"%1\" has version %2, and this program knows versions up to %3: a newer "
-                              "program is needed."_s.arg(path)
-                                  .arg(version)
-                                  .arg(schema.version));
-        }
-        const std::vector<TableDefinition> tables = schema.TablesOf(version);
+    if (!schema.tables.empty()) {
+        const std::vector<TableDefinition> tables = schema.TablesOf(SchemaVersion(connection, path, schema));
         for (const TableDefinition& table : tables) {
             CheckTable(connection, path, table, present);
         }
@@ -219,6 +207,40 @@ QByteArray MarkPath(const QString& path) {
 }
 
 } // namespace
+
+int SchemaVersion(sqlite3* connection, const QString& path, const Schema& schema) {
+    const QStringList columns = ColumnsOf(connection, propertyTable.toString());
+    if (columns.isEmpty()) {
+        return 1;
+    }
+    if (!columns.contains(u"Name"_s, Qt::CaseInsensitive) || !columns.contains(u"Value"_s, Qt::CaseInsensitive)) {
+        throw EngineError(EngineErrorNumber::CannotOpen,
+                          u"The table \"%1\" of the database \"%2\" has no columns Name and Value: it is not this "
+                          "program's. Give it another name."_s.arg(propertyTable, path));
+    }
+    int version = 1;
+    Statement property(connection, "SELECT Value FROM " + Quoted(propertyTable.toUtf8()) + " WHERE Name = ?1");
+    property.BindText(1, schemaVersionProperty.toUtf8());
+    while (property.Step()) {
+        const QString text = QString::fromUtf8(property.Text(0)).trimmed();
+        bool isNumber = true;
+        const qint64 number = text.isEmpty() ? 1 : text.toLongLong(&isNumber);
+        if (!isNumber || number < 1) {
+            throw EngineError(
+                EngineErrorNumber::CannotOpen,
+                u"The database \"%1\" says that its version is \"%2\", which is not a version number: "
+                "correct the property %3 in its table %4."_s.arg(path, text, schemaVersionProperty, propertyTable));
+        }
+        if (number > schema.version) {
+            throw EngineError(EngineErrorNumber::NewerVersion,
+                              u"The database \"%1\" has version %2, and this program knows versions up to %3: a newer "
+                              "program is needed."_s.arg(path, text)
+                                  .arg(schema.version));
+        }
+        version = std::max(version, static_cast<int>(number));
+    }
+    return version;
+}
 
 void CheckPath(const QString& path) {
     const QByteArray name = QFile::encodeName(path);

@@ -22,6 +22,11 @@ void CheckPath(const QString& path);
 // Throws Damaged, RecordLocked, CannotOpen, DiskError. Leaves no transaction open.
 void CheckOpened(sqlite3* connection, const QString& path, const OpenOptions& options);
 
+// The version of the schema that the database says it has; 1 where nothing says one: bringing that up to date changes
+// nothing that is there already. Throws NewerVersion when the program's `schema` is older, and CannotOpen when what is
+// said is not a version.
+int SchemaVersion(sqlite3* connection, const QString& path, const Schema& schema);
+
 // Reads all of the database: every page, and every index against its table. Throws Damaged with the first faults.
 void CheckInFull(sqlite3* connection);
 
