@@ -116,11 +116,22 @@ protected:
 // must not live across a question to the user. Does not nest.
 class Transaction {
 public:
-    explicit Transaction(Database& database);
-    ~Transaction();
+    explicit Transaction(Database& database) : database_(&database) { database.BeginTransaction(); }
+    ~Transaction() {
+        if (database_ != nullptr) {
+            database_->RollbackTransaction();
+        }
+    }
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
-    void Commit();
+    void Commit() {
+        if (database_ == nullptr) {
+            throw EngineError(EngineErrorNumber::InvalidArgument,
+                              QStringLiteral("The transaction has been committed already."));
+        }
+        database_->CommitTransaction();
+        database_ = nullptr;
+    }
 
 private:
     Database* database_;

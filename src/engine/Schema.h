@@ -51,7 +51,11 @@ struct Schema {
     std::vector<TableDefinition> tables{};
 
     // What a database of that version has.
-    std::vector<TableDefinition> TablesOf(int siteVersion) const;
+    std::vector<TableDefinition> TablesOf(int siteVersion) const {
+        std::vector<TableDefinition> present = tables;
+        std::erase_if(present, [&](const TableDefinition& table) { return table.since > siteVersion; });
+        return present;
+    }
 };
 
 // Where a database holds its schema's version, in the table's columns Name and Value. One without it has version 1.

@@ -1,6 +1,6 @@
 #include "demo/DemoSite.h"
 #include "engine/dialect/Compiler.h"
-#include "engine/sqlite/SqliteWriter.h"
+#include "engine/sqlite/FileStore.h"
 #include "site/Site.h"
 #include "site/StoredQueries.h"
 #include "tests/data/RawStore.h"

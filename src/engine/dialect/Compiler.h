@@ -2,6 +2,7 @@
 
 #include "base/Value.h"
 #include "engine/Catalog.h"
+#include "engine/Database.h"
 
 #include <QByteArray>
 #include <QString>
@@ -13,12 +14,7 @@ namespace velmora::engine::dialect {
 
 enum class StatementKind { Select, Update, Insert, Delete };
 
-struct ParameterInfo {
-    QString name;
-    // Unknown for a name that no PARAMETERS clause declares and no table has.
-    FieldType type = FieldType::Unknown;
-    bool declared = false;
-};
+using ParameterInfo = QueryDef::ParameterDescription;
 
 // Where the value in one place of the emitted text comes from.
 struct Binding {

@@ -6,7 +6,7 @@ namespace velmora::engine::records {
 
 namespace {
 
-constexpr std::size_t queriesKept = 256;
+constexpr int queriesKept = 256;
 
 std::vector<FieldDescription> DescribeFields(const dialect::CompiledStatement& compiled) {
     std::vector<FieldDescription> fields;
@@ -14,20 +14,6 @@ std::vector<FieldDescription> DescribeFields(const dialect::CompiledStatement& c
         fields.push_back({column.name, column.table, column.type});
     }
     return fields;
-}
-
-std::vector<NamedField> NameFields(const dialect::CompiledStatement& compiled) {
-    std::vector<NamedField> names;
-    for (const dialect::ResultColumn& column : compiled.columns) {
-        NamedField field{column.name, column.table, {}, {}};
-        if (column.base >= 0) {
-            const dialect::BaseTable& base = compiled.bases[static_cast<std::size_t>(column.base)];
-            field.table = base.table;
-            field.origin = QString::number(column.base) + u'.' + column.baseColumn;
-        }
-        names.push_back(std::move(field));
-    }
-    return names;
 }
 
 } // namespace
@@ -43,7 +29,7 @@ WrittenTable::WrittenTable(const dialect::BaseTable& base, const dialect::SqlWri
 }
 
 CompiledQuery::CompiledQuery(dialect::CompiledStatement statement, const dialect::SqlWriter& writer)
-    : compiled(std::move(statement)), fields(DescribeFields(compiled)), names(NameFields(compiled)) {
+    : compiled(std::move(statement)), fields(DescribeFields(compiled)), names(compiled) {
     for (const FieldDescription& field : fields) {
         types.push_back(field.type);
     }
@@ -67,26 +53,58 @@ std::shared_ptr<const CompiledQuery> QueryCache::Find(QStringView text, const Ca
     dialect::TextShape shape;
     dialect::ScanShape(text, shape);
     literals = std::move(shape.literals);
-    const auto* ofShape = shape.recognised ? byShape_.Find(shape.key) : nullptr;
+    const auto* ofShape = shape.recognised ? byShape_.object(shape.key) : nullptr;
     if (ofShape != nullptr && !(*ofShape)->compiled.literalsShapeText) {
         return *ofShape;
     }
-    if (const auto* ofText = byText_.Find(text)) {
+    if (const auto* ofText = byText_.object(QString::fromRawData(text.data(), text.size()))) {
         return *ofText;
     }
-    auto query = std::make_shared<const CompiledQuery>(dialect::Compile(text, catalog, purpose_, writer_), writer_);
-    if (shape.recognised && ofShape == nullptr) {
-        byShape_.Insert(shape.key, query);
+    const bool hasShape = ofShape != nullptr;
+    const Shared query =
+        std::make_shared<const CompiledQuery>(dialect::Compile(text, catalog, purpose_, writer_), writer_);
+    if (shape.recognised && !hasShape) {
+        byShape_.insert(shape.key, new Shared(query));
     }
-    if (!shape.recognised || ofShape != nullptr || query->compiled.literalsShapeText) {
-        byText_.Insert(text.toString(), query);
+    if (!shape.recognised || hasShape || query->compiled.literalsShapeText) {
+        byText_.insert(text.toString(), new Shared(query));
     }
     return query;
 }
 
 void QueryCache::Clear() {
-    byShape_.Clear();
-    byText_.Clear();
+    byShape_.clear();
+    byText_.clear();
+}
+
+namespace {
+
+const Value& ValueOf(const dialect::Binding& binding, const QueryInput& input) {
+    const auto index = static_cast<std::size_t>(binding.index);
+    switch (binding.source) {
+    case dialect::Binding::Source::Literal:
+        return input.literals[index];
+    case dialect::Binding::Source::Parameter:
+        return input.parameters[index];
+    case dialect::Binding::Source::Constant:
+        break;
+    }
+    return binding.constant;
+}
+
+// A text in a date-time's place is stored as one where it reads as one.
+StoredValue StoredForm(const Value& value, FieldType type) {
+    const auto moment = type == FieldType::DateTime ? StoredValue::From(value, type) : std::nullopt;
+    return moment ? *moment : StoredValue::From(value, FieldType::Unknown).value_or(StoredValue());
+}
+
+} // namespace
+
+void BindValues(StoreStatement& statement, const std::vector<dialect::Binding>& bindings, const QueryInput& input) {
+    int place = 0;
+    for (const dialect::Binding& binding : bindings) {
+        statement.Bind(++place, StoredForm(ValueOf(binding, input), binding.type).AsField());
+    }
 }
 
 } // namespace velmora::engine::records

@@ -3,9 +3,11 @@
 #include "engine/dialect/Compiler.h"
 #include "engine/dialect/SqlWriter.h"
 #include "engine/records/FieldNames.h"
-#include "engine/records/LruCache.h"
+#include "engine/records/StoreConnection.h"
 
 #include <QByteArrayList>
+#include <QCache>
+#include <QString>
 
 #include <memory>
 #include <vector>
@@ -47,11 +49,8 @@ public:
     void Clear();
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(QStringView text) const { return qHash(text); }
-    };
-    using Queries = LruCache<QString, std::shared_ptr<const CompiledQuery>, Hash>;
+    using Shared = std::shared_ptr<const CompiledQuery>;
+    using Queries = QCache<QString, Shared>;
 
     dialect::Purpose purpose_;
     const dialect::SqlWriter& writer_;
@@ -60,5 +59,16 @@ private:
     // The queries of such shapes, and of texts without a shape, that serve one text each.
     Queries byText_;
 };
+
+// A text as its caller gave it, with all that is needed to run it again.
+struct QueryInput {
+    QString text;
+    std::shared_ptr<const CompiledQuery> query;
+    std::vector<Value> literals;   // those of the text
+    std::vector<Value> parameters; // by their position in the query
+};
+
+// Binds the places 1, 2, ... of a statement of the input's query.
+void BindValues(StoreStatement& statement, const std::vector<dialect::Binding>& bindings, const QueryInput& input);
 
 } // namespace velmora::engine::records

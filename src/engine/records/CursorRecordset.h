@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/Recordset.h"
+#include "engine/records/RowArena.h"
 #include "engine/records/RowCursor.h"
 #include "engine/records/Session.h"
 
@@ -85,6 +86,33 @@ private:
     void Move(void (RowCursor::*move)()) {
         MoveBy([this, move] { (cursor_.*move)(); });
     }
+};
+
+// The rows as they were at the opening, all read at once: while the caller works through them, no lock is held and no
+// other user waits.
+class SnapshotRecordset final : public CursorRecordset {
+public:
+    // `whyReadOnly` is the error of an attempt to change the set.
+    SnapshotRecordset(Session& session, QueryInput input, QString whyReadOnly);
+
+    void Edit() override { ThrowReadOnly(); }
+    void AddNew() override { ThrowReadOnly(); }
+    void Set(std::string_view, const Value&) override { ThrowReadOnly(); }
+    void Update() override { ThrowReadOnly(); }
+    void CancelUpdate() override {}
+    void Delete() override { ThrowReadOnly(); }
+    Bookmark LastModified() const override { ThrowReadOnly(); }
+
+private:
+    void Fill() override;
+    void ReadRecord() override;
+    Field ValueAt(int index) const override;
+    [[noreturn]] void ThrowReadOnly() const { Fail(EngineErrorNumber::ReadOnly, whyReadOnly_); }
+
+    QString whyReadOnly_;
+    RowArena rows_{session_.SpareRowMemory()};
+    // The fields of the current record.
+    std::vector<Field> row_;
 };
 
 } // namespace velmora::engine::records

@@ -19,7 +19,7 @@ std::string Folded(const QString& name) {
     return name.toCaseFolded().toStdString();
 }
 
-QString FullName(const NamedField& field) {
+QString FullName(const auto& field) {
     return field.qualifier.isEmpty() ? field.name : field.qualifier + u'.' + field.name;
 }
 
@@ -54,7 +54,14 @@ bool IsNear(const QString& wanted, const QString& name) {
 
 } // namespace
 
-FieldNames::FieldNames(std::vector<NamedField> fields) : fields_(std::move(fields)) {
+FieldNames::FieldNames(const dialect::CompiledStatement& compiled) {
+    for (const dialect::ResultColumn& column : compiled.columns) {
+        fields_.push_back({column.name, column.table, {}, {}});
+        if (column.base >= 0) {
+            fields_.back().table = compiled.bases[static_cast<std::size_t>(column.base)].table;
+            fields_.back().origin = QString::number(column.base) + u'.' + column.baseColumn;
+        }
+    }
     std::vector<QString> spellings;
     std::size_t named = 0;
     for (std::size_t i = 0; i < fields_.size(); ++i) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/Recordset.h"
+#include "engine/dialect/Compiler.h"
 
 #include <string>
 #include <string_view>
@@ -9,41 +9,41 @@
 
 namespace velmora::engine::records {
 
-// One field of a select list, with the names that qualify it.
-struct NamedField {
-    QString name;
-    // Table name or alias as the text writes it; empty for an expression.
-    QString qualifier;
-    // The schema's name of the table, where it is another one.
-    QString table;
-    // Fields with the same origin show the same column, so that naming either means both.
-    QString origin;
-};
-
 // Finds the fields of a query by name. Letter case does not matter; a name as the schema spells it is found fastest.
 class FieldNames {
 public:
-    explicit FieldNames(std::vector<NamedField> fields);
+    explicit FieldNames(const dialect::CompiledStatement& compiled);
 
     // The position of the field `name`, a plain name or "Table.Field". Throws UnknownItem, AmbiguousField.
     int Find(std::string_view utf8Name) const {
-        for (std::size_t slot = SlotOf(utf8Name);; ++slot) {
-            const Spelling& spelling = spelt_[slot & (spelt_.size() - 1)];
-            if (spelling.place == none) {
-                return FindFolded(utf8Name);
-            }
-            if (spelling.name == utf8Name) {
-                return spelling.place;
-            }
-        }
+        const int place = FindSpelt(utf8Name);
+        return place == none ? FindFolded(utf8Name) : place;
     }
+    // The same for a name as the schema spells it; `none` for any other.
+    int FindSpelt(std::string_view utf8Name) const {
+        std::size_t slot = SlotOf(utf8Name) & (spelt_.size() - 1);
+        while (spelt_[slot].place != none && spelt_[slot].name != utf8Name) {
+            slot = (slot + 1) & (spelt_.size() - 1);
+        }
+        return spelt_[slot].place;
+    }
+    static constexpr int none = -2;
 
 private:
+    // One field of a select list, with the names that qualify it.
+    struct NamedField {
+        QString name;
+        // Table name or alias as the text writes it; empty for an expression.
+        QString qualifier;
+        // The schema's name of the table, where it is another one.
+        QString table;
+        // Fields with the same origin show the same column, so that naming either means both.
+        QString origin;
+    };
     struct Spelling {
         std::string name;
         int place = none;
     };
-    static constexpr int none = -2;
 
     // Names of one query differ in these: a set is asked for a dozen names with each row.
     static std::size_t SlotOf(std::string_view text) {

@@ -19,7 +19,7 @@ public:
             Bind(part);
         }
     }
-    // What RecordWriter::StillHold compares with.
+    // What RecordWriter::StillHolds compares with.
     void BindBefore(const FieldChange& change, FieldType type) {
         const Field before = change.before.AsField();
         if (type == FieldType::YesNo && !before.IsNull()) {
@@ -37,21 +37,17 @@ private:
 
 } // namespace
 
-QByteArray RecordWriter::WhereKey(std::size_t base, std::size_t& place) const {
-    QByteArrayList conditions;
+void RecordWriter::AppendKey(QByteArray& sql, std::size_t base, std::size_t& place) const {
+    const char* joint = " WHERE ";
     for (const QByteArray& column : query_.tables[base].key) {
-        conditions.append(Writer().IsKey(column, Writer().Placeholder(++place, FieldType::Unknown)));
+        sql += joint + Writer().IsKey(column, Writer().Placeholder(++place, FieldType::Unknown));
+        joint = " AND ";
     }
-    return " WHERE " + conditions.join(" AND ");
 }
 
-QByteArrayList RecordWriter::StillHold(const std::vector<FieldChange>& changes, std::size_t& place) const {
-    QByteArrayList conditions;
-    for (const FieldChange& change : changes) {
-        const FieldType type = TypeOf(change);
-        conditions.append(Writer().StillHolds(ColumnOf(change), type, Writer().Placeholder(++place, type)));
-    }
-    return conditions;
+QByteArray RecordWriter::StillHolds(const FieldChange& change, std::size_t& place) const {
+    const FieldType type = TypeOf(change);
+    return Writer().StillHolds(ColumnOf(change), type, Writer().Placeholder(++place, type));
 }
 
 bool RecordWriter::ChangesARow(StoreStatement& statement) {
@@ -61,13 +57,16 @@ bool RecordWriter::ChangesARow(StoreStatement& statement) {
 
 void RecordWriter::Update(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes) {
     std::size_t place = 0;
-    QByteArrayList assignments;
+    QByteArray sql = "UPDATE " + query_.tables[base].name;
     for (const FieldChange& change : changes) {
-        assignments.append(ColumnOf(change) + " = " + Writer().Placeholder(++place, TypeOf(change)));
+        sql += (place == 0 ? " SET " : ", ") + ColumnOf(change) + " = ";
+        sql += Writer().Placeholder(++place, TypeOf(change));
     }
-    const QByteArray whereKey = WhereKey(base, place);
-    const auto statement = Prepare("UPDATE " + query_.tables[base].name + " SET " + assignments.join(", ") + whereKey +
-                                   " AND " + StillHold(changes, place).join(" AND "));
+    AppendKey(sql, base, place);
+    for (const FieldChange& change : changes) {
+        sql += " AND " + StillHolds(change, place);
+    }
+    const auto statement = Prepare(sql);
     Places places(*statement);
     for (const FieldChange& change : changes) {
         places.Bind(change.after);
@@ -83,9 +82,13 @@ void RecordWriter::Update(std::size_t base, const RecordKey& key, const std::vec
 
 void RecordWriter::ExplainRefusal(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes) {
     std::size_t place = 0;
-    const QByteArray conditions = StillHold(changes, place).join(", ");
-    const auto statement =
-        Prepare("SELECT " + conditions + " FROM " + query_.tables[base].name + WhereKey(base, place));
+    QByteArray sql;
+    for (const FieldChange& change : changes) {
+        sql += (sql.isEmpty() ? "SELECT " : ", ") + StillHolds(change, place);
+    }
+    sql += " FROM " + query_.tables[base].name;
+    AppendKey(sql, base, place);
+    const auto statement = Prepare(sql);
     Places places(*statement);
     for (const FieldChange& change : changes) {
         places.BindBefore(change, TypeOf(change));
@@ -137,7 +140,9 @@ RecordKey RecordWriter::Insert(std::size_t base, const std::vector<FieldChange>&
 
 void RecordWriter::Delete(std::size_t base, const RecordKey& key) {
     std::size_t place = 0;
-    const auto statement = Prepare("DELETE FROM " + query_.tables[base].name + WhereKey(base, place));
+    QByteArray sql = "DELETE FROM " + query_.tables[base].name;
+    AppendKey(sql, base, place);
+    const auto statement = Prepare(sql);
     Places(*statement).Bind(key);
     if (!ChangesARow(*statement)) {
         ThrowDeleted();

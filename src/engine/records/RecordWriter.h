@@ -37,8 +37,8 @@ private:
     [[noreturn]] void ExplainRefusal(std::size_t base, const RecordKey& key, const std::vector<FieldChange>& changes);
     const dialect::SqlWriter& Writer() const { return session_.Connection().Writer(); }
     // Conditions whose places follow `place`, the number of the last one.
-    QByteArray WhereKey(std::size_t base, std::size_t& place) const;
-    QByteArrayList StillHold(const std::vector<FieldChange>& changes, std::size_t& place) const;
+    void AppendKey(QByteArray& sql, std::size_t base, std::size_t& place) const;
+    QByteArray StillHolds(const FieldChange& change, std::size_t& place) const;
     const QByteArray& ColumnOf(const FieldChange& change) const {
         return query_.columns[static_cast<std::size_t>(change.field)];
     }

@@ -1,14 +1,13 @@
 #include "engine/records/RowArena.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace velmora::engine::records {
 
 namespace {
 
-// Most sets are small; the rows of a large one are read in one go.
-constexpr std::size_t firstChunk = 2048;
-constexpr std::size_t laterChunk = 65536;
+constexpr std::size_t chunkSize = 65536;
 
 template <typename T>
 T Take(const char*& from) {
@@ -22,18 +21,19 @@ T Take(const char*& from) {
 
 void RowArena::Clear() {
     rows_.clear();
-    for (const std::span<char> chunk : chunks_) {
-        memory_.deallocate(chunk.data(), chunk.size(), 1);
-    }
+    std::move(chunks_.begin(), chunks_.end(), std::back_inserter(spare_));
     chunks_.clear();
     row_ = next_ = end_ = nullptr;
 }
 
 void RowArena::StartChunk(std::size_t bytes) {
     const auto begun = static_cast<std::size_t>(next_ - row_);
-    const std::size_t size = std::max(begun + bytes, chunks_.empty() ? firstChunk : laterChunk);
-    chunks_.emplace_back();
-    chunks_.back() = {static_cast<char*>(memory_.allocate(size, 1)), size};
+    if (spare_.empty() || begun + bytes > chunkSize) {
+        chunks_.emplace_back(std::max(begun + bytes, chunkSize));
+    } else {
+        chunks_.push_back(std::move(spare_.back()));
+        spare_.pop_back();
+    }
     char* const start = chunks_.back().data();
     if (begun > 0) {
         std::memcpy(start, row_, begun);
@@ -41,7 +41,7 @@ void RowArena::StartChunk(std::size_t bytes) {
     rows_.back() = start;
     row_ = start;
     next_ = start + begun;
-    end_ = start + size;
+    end_ = start + chunks_.back().size();
 }
 
 void RowArena::Read(qint64 index, std::span<const FieldType> types, std::vector<Field>& row) const {

@@ -74,7 +74,7 @@ void Session::Commit() {
         throw EngineError(EngineErrorNumber::Failed,
                           QStringLiteral("The changes were taken back after a failure; nothing was kept."));
     }
-    connection_->Commit({});
+    connection_->Commit(TransactionKind::Write, {});
     inTransaction_ = false;
 }
 
@@ -82,7 +82,7 @@ void Session::Rollback() noexcept {
     inTransaction_ = false;
     try {
         if (connection_->InTransaction()) {
-            connection_->Rollback();
+            connection_->Rollback(TransactionKind::Write);
         }
         if (queriesTouched_) {
             NoteChange(storedQueryTable);
@@ -114,8 +114,36 @@ void Session::EndReading() noexcept {
 
 void Session::StopReading() {
     if (std::exchange(holdsReadLock_, false) && connection_->InTransaction()) {
-        connection_->Commit({});
+        connection_->Commit(TransactionKind::Read, {});
     }
+}
+
+WriteScope::WriteScope(Session& session, const QString& sql)
+    : session_(session), sql_(sql), kind_(session.InTransaction() ? TransactionKind::Nested : TransactionKind::Write) {
+    // After some failures (a full disk, for one) the store takes the whole transaction back by itself. What follows
+    // must not be kept on its own.
+    if (kind_ == TransactionKind::Nested && !session_.Connection().InTransaction()) {
+        throw EngineError(EngineErrorNumber::Failed,
+                          QStringLiteral("The transaction was taken back after a failure; start it again."), sql);
+    }
+    session_.StopReading();
+    session_.Connection().Begin(kind_, sql_);
+}
+
+WriteScope::~WriteScope() {
+    if (!open_ || !session_.Connection().InTransaction()) {
+        return;
+    }
+    try {
+        session_.Connection().Rollback(kind_);
+    } catch (const std::exception&) {
+        // The error that led here is the one to report; the store takes the change back with the connection.
+    }
+}
+
+void WriteScope::Commit() {
+    session_.Connection().Commit(kind_, sql_);
+    open_ = false;
 }
 
 } // namespace velmora::engine::records

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "engine/Database.h"
-#include "engine/records/QueryInput.h"
+#include "engine/records/CompiledQuery.h"
+#include "engine/records/RowArena.h"
 #include "engine/records/SchemaCatalog.h"
 #include "engine/records/StatementCache.h"
 
 #include <memory>
-#include <memory_resource>
 
 namespace velmora::engine::records {
 
@@ -59,8 +59,8 @@ public:
     // Gives the read lock up early, before a change.
     void StopReading();
 
-    // For the rows of snapshots; keeps what they give back for the next ones.
-    std::pmr::memory_resource& RowMemory() { return rowMemory_; }
+    // Memory for the rows of snapshots that earlier ones gave back.
+    std::vector<RowArena::Chunk>& SpareRowMemory() { return spareRowMemory_; }
 
     // A number that no other opening of a recordset has.
     quint64 NextOpening() { return ++openings_; }
@@ -73,12 +73,32 @@ private:
     SchemaCatalog catalog_;
     QueryCache toRead_{dialect::Purpose::Read, connection_->Writer()};
     QueryCache toUpdate_{dialect::Purpose::Update, connection_->Writer()};
-    std::pmr::unsynchronized_pool_resource rowMemory_;
+    std::vector<RowArena::Chunk> spareRowMemory_;
     quint64 openings_ = 0;
     bool inTransaction_ = false;
     int readingScopes_ = 0;
     bool holdsReadLock_ = false;
     bool queriesTouched_ = false;
+};
+
+// The transaction of one change: a real one that takes the write lock at once, or a savepoint inside the transaction
+// that the caller holds open. Undone when the scope is left without Commit.
+class WriteScope {
+public:
+    // `sql` is the text that the change belongs to, for the errors.
+    WriteScope(Session& session, const QString& sql);
+    ~WriteScope();
+    WriteScope(const WriteScope&) = delete;
+    WriteScope& operator=(const WriteScope&) = delete;
+
+    // Throws RecordLocked when readers keep the file for longer than the store waits; the change is then undone.
+    void Commit();
+
+private:
+    Session& session_;
+    const QString& sql_;
+    const TransactionKind kind_;
+    bool open_ = true;
 };
 
 } // namespace velmora::engine::records

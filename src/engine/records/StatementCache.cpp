@@ -18,13 +18,13 @@ void StatementCache::HandBack::operator()(StoreStatement* statement) const noexc
 }
 
 StatementCache::Lease StatementCache::Acquire(const QByteArray& sql, const QString& callerText) {
-    auto* known = idle_.Find(sql);
+    const auto* known = idle_.object(sql);
+    const auto idle = known != nullptr ? *known : std::make_shared<Idle>();
     if (known == nullptr) {
-        known = &idle_.Insert(sql, std::make_shared<Idle>());
         // Handing back must not fail.
-        (*known)->reserve(idleLimit);
+        idle->reserve(idleLimit);
+        idle_.insert(sql, new std::shared_ptr<Idle>(idle));
     }
-    const std::shared_ptr<Idle> idle = *known;
     if (idle->empty()) {
         return Lease(connection_.Prepare(sql, callerText).release(), HandBack{idle});
     }

@@ -1,9 +1,12 @@
 #pragma once
 
-#include "engine/records/LruCache.h"
 #include "engine/records/StoreConnection.h"
 
 #include <QByteArray>
+#include <QCache>
+
+#include <memory>
+#include <vector>
 
 namespace velmora::engine::records {
 
@@ -23,18 +26,13 @@ public:
     explicit StatementCache(StoreConnection& connection) : connection_(connection), idle_(bound) {}
 
     Lease Acquire(const QByteArray& sql, const QString& callerText);
-    // Runs a text that returns nothing.
-    void Run(const QByteArray& sql, const QString& callerText) { Acquire(sql, callerText)->Step(callerText); }
-    void Clear() { idle_.Clear(); }
+    void Clear() { idle_.clear(); }
 
 private:
-    struct Hash {
-        std::size_t operator()(const QByteArray& text) const { return qHash(text); }
-    };
-    static constexpr std::size_t bound = 512;
+    static constexpr int bound = 512;
 
     StoreConnection& connection_;
-    LruCache<QByteArray, std::shared_ptr<Idle>, Hash> idle_;
+    QCache<QByteArray, std::shared_ptr<Idle>> idle_;
 };
 
 } // namespace velmora::engine::records

@@ -42,8 +42,9 @@ protected:
 };
 
 enum class TransactionKind {
-    Read,  // several reads that see the same state
-    Write, // takes the write lock at once
+    Read,   // several reads that see the same state
+    Write,  // takes the write lock at once
+    Nested, // a part of one that writes, which can be taken back by itself
 };
 
 // One connection to a store, used by one thread.
@@ -58,8 +59,8 @@ public:
     virtual qint64 RowsChanged() const = 0;
 
     virtual void Begin(TransactionKind kind, const QString& callerText) = 0;
-    virtual void Commit(const QString& callerText) = 0;
-    virtual void Rollback() = 0;
+    virtual void Commit(TransactionKind kind, const QString& callerText) = 0;
+    virtual void Rollback(TransactionKind kind) = 0;
     // False also when the store took a transaction back by itself after a failure.
     virtual bool InTransaction() const = 0;
     // Resets every statement that was left standing on a row.

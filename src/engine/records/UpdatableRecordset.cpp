@@ -1,6 +1,6 @@
 #include "engine/records/UpdatableRecordset.h"
 
-#include "engine/records/WriteScope.h"
+#include "engine/records/Session.h"
 
 #include <algorithm>
 

@@ -58,4 +58,16 @@ quint32 BigEndian32(Bytes bytes, size_t at);
 // The number of 1 to 9 bytes at `at`, which is moved behind it; false when it does not end before `bytes` does.
 bool ReadVarint(Bytes bytes, quint32& at, quint64& number);
 
+// One field of a record. The bytes of texts and blobs are those of the record.
+struct RecordField {
+    enum class Kind : unsigned char { Null, Integer, Real, Text, Blob };
+    Kind kind = Kind::Null;
+    qint64 integer = 0;
+    double real = 0;
+    Bytes bytes;
+};
+
+// Takes a record apart; false unless its header describes exactly the bytes behind it.
+bool DecodeRecord(Bytes record, std::vector<RecordField>& values);
+
 } // namespace velmora::engine::salvage

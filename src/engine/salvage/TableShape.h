@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/salvage/Record.h"
+#include "engine/salvage/BtreePage.h"
 #include "engine/sqlite/Statement.h"
 
 #include <QByteArray>

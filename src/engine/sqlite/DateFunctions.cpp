@@ -1,6 +1,5 @@
 #include "engine/dialect/FunctionTable.h"
-#include "engine/sqlite/FunctionSupport.h"
-#include "engine/sqlite/ValueFormat.h"
+#include "engine/sqlite/Functions.h"
 
 #include <algorithm>
 #include <array>
@@ -50,14 +49,6 @@ void DaysBetweenMoments(sqlite3_context* context, const Arguments& arguments) {
     Return(context, DaysFrom(arguments.Moment(1), arguments.Moment(0)));
 }
 
-bool IsMoment(const Arguments& arguments, int index) {
-    if (!arguments.IsText(index)) {
-        return false;
-    }
-    const std::string_view text = arguments.Utf8(index);
-    return ParseStorageText(text.data(), static_cast<qsizetype>(text.size())).has_value();
-}
-
 // + and - of values whose kind only the row tells.
 void ReturnSum(sqlite3_context* context, const Arguments& arguments, int sign) {
     if (arguments.Kind(0) == SQLITE_INTEGER && arguments.Kind(1) == SQLITE_INTEGER) {
@@ -81,7 +72,7 @@ void Add(sqlite3_context* context, const Arguments& arguments) {
         Return(context, joined);
     } else {
         const int date = arguments.IsText(0) ? 0 : 1;
-        if (!IsMoment(arguments, date)) {
+        if (!arguments.IsMoment(date)) {
             FailKind(QStringLiteral("\"%1\" and \"%2\" cannot be added (& joins texts).")
                          .arg(arguments.Text(0), arguments.Text(1)));
         }
@@ -93,9 +84,9 @@ void Add(sqlite3_context* context, const Arguments& arguments) {
 void Subtract(sqlite3_context* context, const Arguments& arguments) {
     if (arguments.IsNumber(0) && arguments.IsNumber(1)) {
         ReturnSum(context, arguments, -1);
-    } else if (IsMoment(arguments, 0) && IsMoment(arguments, 1)) {
+    } else if (arguments.IsMoment(0) && arguments.IsMoment(1)) {
         DaysBetweenMoments(context, arguments);
-    } else if (IsMoment(arguments, 0) && arguments.IsNumber(1)) {
+    } else if (arguments.IsMoment(0) && arguments.IsNumber(1)) {
         Return(context, PlusSeconds(arguments.Moment(0), -arguments.Real(1) * static_cast<double>(secondsPerDay)));
     } else {
         FailKind(QStringLiteral("\"%1\" cannot be subtracted from \"%2\".").arg(arguments.Text(1), arguments.Text(0)));
@@ -201,34 +192,12 @@ void Moment(sqlite3_context* context, const Arguments& arguments) {
     Return(context, arguments.Moment(0));
 }
 
-void GeneralDateText(sqlite3_context* context, const Arguments& arguments) {
-    GeneralDateBuffer buffer;
-    Return(context, IsMoment(arguments, 0) ? GeneralDate(arguments.Moment(0), buffer) : arguments.Utf8(0));
-}
-
-void Format(sqlite3_context* context, const Arguments& arguments) {
-    if (arguments.Count() == 1 && !arguments.IsNumber(0)) {
-        GeneralDateBuffer buffer;
-        Return(context, GeneralDate(arguments.Moment(0), buffer));
-        return;
-    }
-    const QString pattern = arguments.Count() == 2 ? arguments.Text(1) : QString();
-    if (arguments.IsNumber(0)) {
-        Return(context, FormatNumber(arguments.Real(0), pattern));
-    } else {
-        Return(context, FormatMoment(arguments.Moment(0), pattern));
-    }
-}
-
 constexpr std::array functions = std::to_array<ScalarFunction>({
     {"dialect_add", 2, Scalar<Add>},
     {"dialect_add_days", 2, Scalar<AddDays>},
     {"dialect_dateadd", 3, Scalar<DateAdd>},
     {"dialect_datediff", 3, Scalar<DateDiff>},
     {"dialect_days_between", 2, Scalar<DaysBetweenMoments>},
-    {"dialect_format", 1, Scalar<Format>},
-    {"dialect_format", 2, Scalar<Format>},
-    {"dialect_general_date", 1, Scalar<GeneralDateText>},
     {"dialect_moment", 1, Scalar<Moment>},
     {"dialect_subtract", 2, Scalar<Subtract>},
 });

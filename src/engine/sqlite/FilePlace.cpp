@@ -6,7 +6,6 @@
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
-#include "engine/sqlite/StoreError.h"
 
 #include <QFileInfo>
 

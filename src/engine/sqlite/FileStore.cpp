@@ -3,7 +3,7 @@
 #include "engine/sqlite/Functions.h"
 #include "engine/sqlite/SchemaSql.h"
 #include "engine/sqlite/Soundness.h"
-#include "engine/sqlite/StoreError.h"
+#include "engine/sqlite/Statement.h"
 
 #include <QFile>
 
@@ -14,6 +14,8 @@
 using namespace std::chrono_literals;
 
 namespace velmora::engine::sqlite {
+
+using records::TransactionKind;
 
 namespace {
 
@@ -110,8 +112,28 @@ void FileStore::Run(Statement& statement, const QString& callerText) {
     statement.Reset();
 }
 
-void FileStore::Begin(records::TransactionKind kind, const QString& callerText) {
-    Run(kind == records::TransactionKind::Write ? beginWriting_ : beginReading_, callerText);
+void FileStore::Begin(TransactionKind kind, const QString& callerText) {
+    switch (kind) {
+    case TransactionKind::Read:
+        return Run(beginReading_, callerText);
+    case TransactionKind::Write:
+        return Run(beginWriting_, callerText);
+    case TransactionKind::Nested:
+        return Run(beginNested_, callerText);
+    }
+}
+
+void FileStore::Commit(TransactionKind kind, const QString& callerText) {
+    Run(kind == TransactionKind::Nested ? commitNested_ : commit_, callerText);
+}
+
+void FileStore::Rollback(TransactionKind kind) {
+    if (kind == TransactionKind::Nested) {
+        Run(rollbackNested_, {});
+        Run(commitNested_, {});
+    } else {
+        Run(rollback_, {});
+    }
 }
 
 void FileStore::EndReading() noexcept {

@@ -1,13 +1,16 @@
 #pragma once
 
 #include "engine/Database.h"
+#include "engine/dialect/SqlWriter.h"
 #include "engine/sqlite/Presence.h"
-#include "engine/sqlite/SqliteWriter.h"
 #include "engine/sqlite/Statement.h"
 
 #include <chrono>
 
 namespace velmora::engine::sqlite {
+
+// How the SQL of the embedded store is written.
+const dialect::SqlWriter& Writer() noexcept;
 
 // A database file shared with other users. Waits for their locks for the time that the options name.
 class FileStore final : public records::StoreConnection {
@@ -19,8 +22,8 @@ public:
     std::unique_ptr<records::StoreStatement> Prepare(const QByteArray& sql, const QString& callerText) override;
     qint64 RowsChanged() const override { return sqlite3_changes64(connection_.Handle()); }
     void Begin(records::TransactionKind kind, const QString& callerText) override;
-    void Commit(const QString& callerText) override { Run(commit_, callerText); }
-    void Rollback() override { Run(rollback_, {}); }
+    void Commit(records::TransactionKind kind, const QString& callerText) override;
+    void Rollback(records::TransactionKind kind) override;
     bool InTransaction() const override { return sqlite3_get_autocommit(connection_.Handle()) == 0; }
     void EndReading() noexcept override;
     const dialect::SqlWriter& Writer() const override { return sqlite::Writer(); }
@@ -43,8 +46,11 @@ private:
     Connection connection_;
     Statement beginReading_ = Own("BEGIN");
     Statement beginWriting_ = Own("BEGIN IMMEDIATE");
+    Statement beginNested_ = Own("SAVEPOINT change");
     Statement commit_ = Own("COMMIT");
+    Statement commitNested_ = Own("RELEASE change");
     Statement rollback_ = Own("ROLLBACK");
+    Statement rollbackNested_ = Own("ROLLBACK TO change");
 };
 
 } // namespace velmora::engine::sqlite

@@ -1,12 +1,10 @@
 #include "engine/sqlite/NewDatabaseFile.h"
 
+#include "engine/records/StoredValue.h"
 #include "engine/sqlite/FileHandle.h"
-#include "engine/sqlite/StoreError.h"
 
 #include <QByteArrayList>
-#include <QStringEncoder>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -62,63 +60,20 @@ QByteArray ClaimNewFile(const QString& path) {
 
 } // namespace
 
-// Values are bound from one buffer that keeps its size from row to row.
 class FileLoader final : public Loader {
 public:
     FileLoader(sqlite3* connection, const QByteArray& sql, qsizetype columns)
-        : connection_(connection), insert_(std::in_place, connection, sql), columns_(columns),
-          encoder_(QStringEncoder::Utf8, QStringConverter::Flag::Stateless) {}
+        : insert_(std::in_place, connection, sql), columns_(columns) {}
 
     void Add(std::span<const Value> row) override;
     // Before the database is finished.
     void End() { insert_.reset(); }
 
 private:
-    void MakeRoom(std::span<const Value> row);
-    void Bind(int number, const Value& value) {
-        std::visit([&](const auto& held) { BindHeld(number, held); }, value.Data());
-    }
-    void BindHeld(int number, std::monostate) { sqlite3_bind_null(insert_->Handle(), number); }
-    void BindHeld(int number, bool yes) { sqlite3_bind_int(insert_->Handle(), number, yes ? 1 : 0); }
-    void BindHeld(int number, qint64 whole) { sqlite3_bind_int64(insert_->Handle(), number, whole); }
-    void BindHeld(int number, double real) { sqlite3_bind_double(insert_->Handle(), number, real); }
-    void BindHeld(int number, const QString& text) {
-        char* const begin = end_;
-        end_ = encoder_.appendToBuffer(begin, text);
-        BindBytes(number, begin);
-    }
-    void BindHeld(int number, DateTime moment) {
-        char text[storageTextSize];
-        WriteStorageText(moment, text);
-        char* const begin = end_;
-        end_ = std::copy(std::begin(text), std::end(text), begin);
-        BindBytes(number, begin);
-    }
-    void BindBytes(int number, const char* begin) {
-        sqlite3_bind_text(insert_->Handle(), number, begin, static_cast<int>(end_ - begin), SQLITE_STATIC);
-    }
-
-    static constexpr qsizetype storageTextSize = 19;
-    sqlite3* connection_;
     // None once the database is finished.
     std::optional<Statement> insert_;
     qsizetype columns_;
-    QStringEncoder encoder_;
-    QByteArray buffer_;
-    char* end_ = nullptr;
 };
-
-void FileLoader::MakeRoom(std::span<const Value> row) {
-    qsizetype room = 0;
-    for (const Value& value : row) {
-        const auto* const text = std::get_if<QString>(&value.Data());
-        room += text != nullptr ? encoder_.requiredSpace(text->size()) : storageTextSize;
-    }
-    if (buffer_.size() < room) {
-        buffer_.resize(room * 2);
-    }
-    end_ = buffer_.data();
-}
 
 void FileLoader::Add(std::span<const Value> row) {
     if (!insert_) {
@@ -128,23 +83,19 @@ void FileLoader::Add(std::span<const Value> row) {
         throw EngineError(EngineErrorNumber::InvalidArgument,
                           u"A row of %1 values was given for %2 columns."_s.arg(row.size()).arg(columns_));
     }
-    MakeRoom(row);
     int number = 0;
     for (const Value& value : row) {
-        Bind(++number, value);
+        const auto stored = records::StoredValue::From(value, FieldType::Unknown);
+        insert_->Bind(++number, stored.value_or(records::StoredValue()).AsField());
     }
-    // The statement is made ready again before a failure is reported, so that the caller may go on with the next row.
-    sqlite3_stmt* const insert = insert_->Handle();
-    if (sqlite3_step(insert) != SQLITE_DONE) {
-        const int code = sqlite3_extended_errcode(connection_);
-        try {
-            ThrowStoreError(connection_, code, QString::fromUtf8(sqlite3_sql(insert)));
-        } catch (...) {
-            sqlite3_reset(insert);
-            throw;
-        }
+    // The statement is made ready again after a failure, so that the caller may go on with the next row.
+    try {
+        insert_->Step();
+    } catch (...) {
+        insert_->Reset();
+        throw;
     }
-    sqlite3_reset(insert);
+    insert_->Reset();
 }
 
 NewDatabaseFile::NewDatabaseFile(const QString& path, const Schema& schema)

@@ -1,4 +1,4 @@
-#include "engine/sqlite/FunctionSupport.h"
+#include "engine/sqlite/Functions.h"
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "engine/sqlite/SchemaSql.h"
 
-#include "engine/sqlite/Connection.h"
+#include "engine/sqlite/Statement.h"
 
 #include <QByteArrayList>
 

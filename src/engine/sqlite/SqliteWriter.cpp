@@ -1,4 +1,4 @@
-#include "engine/sqlite/SqliteWriter.h"
+#include "engine/sqlite/FileStore.h"
 
 #include <algorithm>
 #include <iterator>

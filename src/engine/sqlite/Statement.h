@@ -1,11 +1,16 @@
 #pragma once
 
+#include "engine/EngineError.h"
 #include "engine/records/StoreConnection.h"
-#include "engine/sqlite/Connection.h"
 
+#include <QByteArray>
 #include <QByteArrayView>
+#include <QString>
+
+#include <sqlite3.h>
 
 #include <functional>
+#include <memory>
 
 namespace velmora::engine::sqlite {
 
@@ -54,5 +59,42 @@ private:
     const DamageHook* onDamage_ = nullptr;
     std::unique_ptr<sqlite3_stmt, Finalize> statement_;
 };
+
+// Runs statements that give no rows, separated by semicolons. Throws as ThrowStoreError.
+void Execute(sqlite3* connection, const QByteArray& sql);
+
+// A name as it is written in the store's SQL: in double quotes, the quotes inside doubled.
+QByteArray Quoted(const QByteArray& name);
+
+// An open connection. Result codes are extended ones.
+class Connection {
+public:
+    // `flags` are those of sqlite3_open_v2. Throws as ThrowStoreError.
+    Connection(const QByteArray& path, int flags);
+    // Empty, in memory.
+    static Connection InMemory() { return Connection(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE); }
+
+    sqlite3* Handle() const { return handle_.get(); }
+    void Execute(const QByteArray& sql) const { sqlite::Execute(handle_.get(), sql); }
+    // Throws when the store fails to write what is left to write.
+    void Close();
+
+private:
+    struct CloseLater {
+        void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+    };
+    std::unique_ptr<sqlite3, CloseLater> handle_;
+};
+
+// Throws the EngineError that stands for `code` (a result code of the store, extended or not), with a sentence for the
+// user, `sql` as the text at fault (in the caller's dialect, empty when there was none), and the store's own words
+// where they say more. `connection` is where those words are read from; null when there is no connection.
+// Throws std::bad_alloc when the store ran out of memory.
+[[noreturn]] void ThrowStoreError(sqlite3* connection, int code, const QString& sql);
+
+// True for the codes by which the store says that the file is not a sound database.
+bool IsDamage(int code);
+// True for the codes that mean another user's lock was in the way for longer than the store waited.
+bool IsLocked(int code);
 
 } // namespace velmora::engine::sqlite

@@ -1,5 +1,5 @@
 #include "engine/dialect/LikePattern.h"
-#include "engine/sqlite/FunctionSupport.h"
+#include "engine/sqlite/Functions.h"
 
 #include <algorithm>
 #include <array>
@@ -8,37 +8,14 @@ namespace velmora::engine::sqlite {
 
 namespace {
 
-// Lengths and places count UTF-16 units, as every text of the program does; texts arrive as UTF-8.
-size_t UnitsOfLead(unsigned char byte) {
-    const bool continues = (byte & 0xC0) == 0x80;
-    return continues ? 0 : byte >= 0xF0 ? 2 : 1;
+// Lengths and places count UTF-16 units, as every text of the program does.
+bool CutsCharacter(const QString& text, qint64 at) {
+    return at > 0 && at < text.size() && text[at].isLowSurrogate() && text[at - 1].isHighSurrogate();
 }
 
-qint64 Units(std::string_view text) {
-    size_t units = 0;
-    for (const char byte : text) {
-        units += UnitsOfLead(static_cast<unsigned char>(byte));
-    }
-    return static_cast<qint64>(units);
-}
-
-// The byte behind the first `units` units; a character that would be cut in two stays behind.
-size_t ByteAt(std::string_view text, qint64 units) {
-    size_t at = 0;
-    qint64 passed = 0;
-    while (at < text.size()) {
-        const auto lead = static_cast<unsigned char>(text[at]);
-        const auto step = static_cast<qint64>(UnitsOfLead(lead));
-        if (passed + step > units) {
-            break;
-        }
-        passed += step;
-        ++at;
-        while (at < text.size() && UnitsOfLead(static_cast<unsigned char>(text[at])) == 0) {
-            ++at;
-        }
-    }
-    return at;
+// The first `units` units; a character that would be cut in two is left out.
+QString FirstOf(const QString& text, qint64 units) {
+    return text.left(CutsCharacter(text, units) ? units - 1 : units);
 }
 
 qint64 Length(const Arguments& arguments, int index, const char* function) {
@@ -59,33 +36,26 @@ qint64 Start(const Arguments& arguments, int index, const char* function) {
 }
 
 void Len(sqlite3_context* context, const Arguments& arguments) {
-    Return(context, Units(arguments.Utf8(0)));
+    Return(context, qint64{arguments.Text(0).size()});
 }
 
 void Left(sqlite3_context* context, const Arguments& arguments) {
-    const std::string_view text = arguments.Utf8(0);
-    Return(context, text.substr(0, ByteAt(text, Length(arguments, 1, "Left"))));
+    Return(context, FirstOf(arguments.Text(0), Length(arguments, 1, "Left")));
 }
 
 void Right(sqlite3_context* context, const Arguments& arguments) {
-    const std::string_view text = arguments.Utf8(0);
-    const qint64 skipped = Units(text) - Length(arguments, 1, "Right");
-    size_t from = skipped <= 0 ? 0 : ByteAt(text, skipped);
-    if (skipped > 0 && Units(text.substr(0, from)) < skipped) {
-        from = ByteAt(text, skipped + 1);
-    }
-    Return(context, text.substr(from));
+    const QString text = arguments.Text(0);
+    const qint64 skipped = std::max<qint64>(0, text.size() - Length(arguments, 1, "Right"));
+    Return(context, text.mid(CutsCharacter(text, skipped) ? skipped + 1 : skipped));
 }
 
 void Mid(sqlite3_context* context, const Arguments& arguments) {
-    std::string_view text = arguments.Utf8(0);
-    text.remove_prefix(ByteAt(text, Start(arguments, 1, "Mid") - 1));
-    if (arguments.Count() == 3) {
-        text = text.substr(0, ByteAt(text, Length(arguments, 2, "Mid")));
-    }
-    Return(context, text);
+    const QString whole = arguments.Text(0);
+    const QString text = whole.mid(FirstOf(whole, Start(arguments, 1, "Mid") - 1).size());
+    Return(context, arguments.Count() == 3 ? FirstOf(text, Length(arguments, 2, "Mid")) : text);
 }
 
+// Letter by letter: a text keeps its length.
 template <char32_t (*convert)(char32_t)>
 void ChangeCase(sqlite3_context* context, const Arguments& arguments) {
     QList<uint> letters = arguments.Text(0).toUcs4();
@@ -121,23 +91,14 @@ void InStr(sqlite3_context* context, const Arguments& arguments) {
     Return(context, qint64{found + 1});
 }
 
-unsigned char FoldedByte(char byte) {
-    return static_cast<unsigned char>(byte >= 'A' && byte <= 'Z' ? byte + 32 : byte);
-}
-
 // Orders as the store orders texts: by bytes, and unless exact with A to Z as a to z.
 int CompareTexts(std::string_view first, std::string_view second, bool exact) {
     if (exact) {
         return first.compare(second);
     }
     const size_t common = std::min(first.size(), second.size());
-    for (size_t i = 0; i < common; ++i) {
-        const int difference = FoldedByte(first[i]) - FoldedByte(second[i]);
-        if (difference != 0) {
-            return difference;
-        }
-    }
-    return first.size() < second.size() ? -1 : first.size() > second.size() ? 1 : 0;
+    const int order = sqlite3_strnicmp(first.data(), second.data(), static_cast<int>(common));
+    return order != 0 ? order : first.substr(common).compare(second.substr(common));
 }
 
 void StrComp(sqlite3_context* context, const Arguments& arguments) {

@@ -1,7 +1,7 @@
-#include "engine/sqlite/ValueFormat.h"
-
 #include "base/Value.h"
-#include "engine/sqlite/FunctionSupport.h"
+#include "engine/sqlite/Functions.h"
+
+#include <QLocale>
 
 #include <algorithm>
 #include <array>
@@ -11,6 +11,9 @@
 namespace velmora::engine::sqlite {
 
 namespace {
+
+// Texts of values as the function Format makes them: always those of en_US, whatever the desk's locale, since they are
+// written into the shared database. All throw FunctionFailure for a pattern that means nothing.
 
 struct NamedPattern {
     QStringView name;
@@ -34,12 +37,6 @@ constexpr std::array datePatterns = std::to_array<NamedPattern>({
     {u"Medium Time", u"h:nn AM/PM"},
     {u"Short Time", u"hh:nn"},
 });
-
-constexpr std::array<QStringView, 7> dayNames = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
-                                                 u"Thursday", u"Friday", u"Saturday"};
-constexpr std::array<QStringView, 12> monthNames = {u"January",   u"February", u"March",    u"April",
-                                                    u"May",       u"June",     u"July",     u"August",
-                                                    u"September", u"October",  u"November", u"December"};
 
 QString Digits(int number, qsizetype width) {
     return QString::number(number).rightJustified(width, u'0');
@@ -143,13 +140,11 @@ private:
         out_ += Digits(number, count);
     }
     void AppendDay(qsizetype count) {
-        const QStringView name = dayNames[static_cast<size_t>(Weekday(DateOf(moment_)) - 1)];
-        AppendNamed(fields_.day, name, count);
+        const int sundayIsLast = (Weekday(DateOf(moment_)) + 5) % 7 + 1;
+        AppendNamed(fields_.day, QLocale::c().dayName(sundayIsLast), count);
     }
-    void AppendMonth(qsizetype count) {
-        AppendNamed(fields_.month, monthNames[static_cast<size_t>(fields_.month - 1)], count);
-    }
-    void AppendNamed(int number, QStringView name, qsizetype count) {
+    void AppendMonth(qsizetype count) { AppendNamed(fields_.month, QLocale::c().monthName(fields_.month), count); }
+    void AppendNamed(int number, const QString& name, qsizetype count) {
         if (count > 4) {
             Refuse(count);
         }
@@ -186,8 +181,10 @@ private:
     bool afterHours_ = false;
 };
 
-} // namespace
+using GeneralDateBuffer = std::array<char, 22>;
 
+// 3/7/2026 2:15 PM; seconds only when they are not zero; the date alone at exactly midnight. The text is in `buffer`:
+// statements write millions of these while the database is locked.
 std::string_view GeneralDate(DateTime moment, GeneralDateBuffer& buffer) {
     const DateTimeFields fields = Fields(moment);
     char* at = buffer.data();
@@ -218,6 +215,8 @@ std::string_view GeneralDate(DateTime moment, GeneralDateBuffer& buffer) {
     return {buffer.data(), static_cast<size_t>(at - buffer.data())};
 }
 
+// By a pattern of d m y h n s, AM/PM, q and w, or by the name of one ("Short Date"). Without a pattern the general
+// date. "m" right behind the hours means minutes.
 QString FormatMoment(DateTime moment, QStringView pattern) {
     if (pattern.isEmpty() || pattern.compare(u"General Date", Qt::CaseInsensitive) == 0) {
         GeneralDateBuffer buffer;
@@ -225,8 +224,6 @@ QString FormatMoment(DateTime moment, QStringView pattern) {
     }
     return MomentFormatter(moment, Meant(datePatterns, pattern)).Run();
 }
-
-namespace {
 
 constexpr std::array numberPatterns = std::to_array<NamedPattern>({
     {u"General Number", u""},
@@ -281,8 +278,7 @@ NumberPattern ReadNumberPattern(QStringView text) {
     return pattern;
 }
 
-} // namespace
-
+// By a pattern of 0, #, the point, the comma and %, or by a name ("Fixed"). Without a pattern the shortest form.
 QString FormatNumber(double number, QStringView pattern) {
     const QStringView meant = Meant(numberPatterns, pattern);
     if (meant.isEmpty()) {
@@ -312,6 +308,37 @@ QString FormatNumber(double number, QStringView pattern) {
     const bool point = form.decimals > 0 && !fraction.isEmpty();
     return (negative ? QStringLiteral("-") : QString()) + form.before + whole +
            (point ? QStringLiteral(".") : QString()) + fraction + form.behind;
+}
+
+void GeneralDateText(sqlite3_context* context, const Arguments& arguments) {
+    GeneralDateBuffer buffer;
+    Return(context, arguments.IsMoment(0) ? GeneralDate(arguments.Moment(0), buffer) : arguments.Utf8(0));
+}
+
+void Format(sqlite3_context* context, const Arguments& arguments) {
+    if (arguments.Count() == 1 && !arguments.IsNumber(0)) {
+        GeneralDateBuffer buffer;
+        Return(context, GeneralDate(arguments.Moment(0), buffer));
+        return;
+    }
+    const QString pattern = arguments.Count() == 2 ? arguments.Text(1) : QString();
+    if (arguments.IsNumber(0)) {
+        Return(context, FormatNumber(arguments.Real(0), pattern));
+    } else {
+        Return(context, FormatMoment(arguments.Moment(0), pattern));
+    }
+}
+
+constexpr std::array functions = std::to_array<ScalarFunction>({
+    {"dialect_format", 1, Scalar<Format>},
+    {"dialect_format", 2, Scalar<Format>},
+    {"dialect_general_date", 1, Scalar<GeneralDateText>},
+});
+
+} // namespace
+
+std::span<const ScalarFunction> FormatFunctions() {
+    return functions;
 }
 
 } // namespace velmora::engine::sqlite
