@@ -1,4 +1,5 @@
 #include "engine/sqlite/NewDatabaseFile.h"
+#include "tests/engine/Child.h"
 #include "tests/engine/soundness/SampleDatabase.h"
 
 #include <gtest/gtest.h>

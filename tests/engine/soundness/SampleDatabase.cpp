@@ -11,9 +11,6 @@
 #include <QDir>
 #include <QFile>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine::test {
@@ -191,26 +188,6 @@ int ErrorOf(const std::function<void()>& action) {
         return error.Number();
     }
     return 0;
-}
-
-int Fork(const std::function<int()>& action) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        int result = 99;
-        try {
-            result = action();
-        } catch (const std::exception&) {
-            result = 98;
-        }
-        ::_exit(result);
-    }
-    return child;
-}
-
-int Wait(int child) {
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
 }
 
 } // namespace velmora::engine::test

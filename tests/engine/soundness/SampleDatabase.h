@@ -57,9 +57,4 @@ int OpeningResult(const QString& path, const OpenOptions& options = ShippedOptio
 // The number of the error that `action` ends with; 0 without one.
 int ErrorOf(const std::function<void()>& action);
 
-// Runs `action` in a child process, which ends with its result; returns the child's id.
-int Fork(const std::function<int()>& action);
-// Waits for a child: its exit code, or -signal.
-int Wait(int child);
-
 } // namespace velmora::engine::test

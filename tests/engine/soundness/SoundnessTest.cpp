@@ -1,6 +1,7 @@
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Statement.h"
+#include "tests/engine/Child.h"
 #include "tests/engine/soundness/SampleDatabase.h"
 
 #include <QDir>
