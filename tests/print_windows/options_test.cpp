@@ -194,7 +194,7 @@ TEST_F(StylesTest, AnotherUsersChangesAreKept) {
 TEST_F(StylesTest, ConflictsAreAskedAboutAndFailuresKeepTheRows) {
     Tick(0, 1);
     Change("('Phone', 2), ('Jack', 17)");
-    fakes_.dialogs.answers = {Answer::Cancel, Answer::No};
+    fakes_.dialogs.answers = {Answer::Cancel, Answer::No, Answer::No};
     Click(window_, "cmdOK");
     EXPECT_TRUE(window_.isVisible());
     EXPECT_TRUE(fakes_.dialogs.messages.at(0).text.contains(u"Phone"));

@@ -254,27 +254,29 @@ void frmPrintStyles::cmdOK_Click() {
 
 bool frmPrintStyles::Save() {
     Steps steps(services_.errors, QStringLiteral("Printing"), QStringLiteral("Print Styles"));
+    StyleRows base = base_;
     StyleRows rows = Rows();
     for (;;) {
         std::optional<StyleRows> stored;
         if (!steps.Step(QStringLiteral("Saving Print Styles"),
-                        [&] { stored = ReplacePrintAttributes(database_, base_, rows); })) {
+                        [&] { stored = ReplacePrintAttributes(database_, base, rows); })) {
             return false;
         }
         if (!stored) {
             return true;
         }
         // Another user was here. What both did is put together, and stored over what is there now.
-        const auto settled = Settle(MergeStyles(base_, rows, *stored), *stored);
+        const auto settled = Settle(base, rows, *stored);
         if (!settled) {
             return false;
         }
-        base_ = *stored;
+        base = *stored;
         rows = *settled;
     }
 }
 
-std::optional<StyleRows> frmPrintStyles::Settle(const MergedStyles& merged, const StyleRows& stored) {
+std::optional<StyleRows> frmPrintStyles::Settle(const StyleRows& base, const StyleRows& mine, const StyleRows& stored) {
+    const MergedStyles merged = MergeStyles(base, mine, stored);
     if (merged.conflicts.isEmpty()) {
         return merged.rows;
     }
@@ -287,7 +289,7 @@ std::optional<StyleRows> frmPrintStyles::Settle(const MergedStyles& merged, cons
         return std::nullopt;
     }
     // Theirs in the conflicts, mine elsewhere: the same merge seen from the other side.
-    return answer == Answer::Yes ? merged.rows : MergeStyles(base_, stored, Rows()).rows;
+    return answer == Answer::Yes ? merged.rows : MergeStyles(base, stored, mine).rows;
 }
 
 Answer frmPrintStyles::Ask(const QString& text, Buttons buttons, Icon icon) {

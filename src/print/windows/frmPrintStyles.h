@@ -41,8 +41,9 @@ private:
     bool RowsAreComplete();
     // Stores the rows, put together with what another user changed meanwhile. False when the editor must stay open.
     bool Save();
-    // Asks whose rows count where both users changed the same ones; none when the editing goes on.
-    std::optional<StyleRows> Settle(const MergedStyles& merged, const StyleRows& stored);
+    // Puts both users' changes to `base` together. Asks whose rows count where both changed the same ones; none when
+    // the editing goes on.
+    std::optional<StyleRows> Settle(const StyleRows& base, const StyleRows& mine, const StyleRows& stored);
     Answer Ask(const QString& text, Buttons buttons, Icon icon);
 
     const Services& services_;
