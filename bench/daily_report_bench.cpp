@@ -4,11 +4,8 @@
 // there already, made for the day in the second argument.
 #include "bench/BareStore.h"
 #include "bench/BenchDesk.h"
-#include "demo/DemoSite.h"
-#include "reports/DailyReport.h"
+#include "bench/LargeSite.h"
 #include "site/Site.h"
-
-#include <QTemporaryDir>
 
 #include <sqlite3.h>
 
@@ -156,18 +153,5 @@ int Measure(const QString& folder, Date day) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A Wednesday.
-    Date day = *MakeDate(2026, 3, 4);
-    try {
-        if (argc == 3) {
-            const auto given = ParseStorageText(QString::fromUtf8(argv[2]));
-            return Measure(QString::fromUtf8(argv[1]), given ? DateOf(*given) : day);
-        }
-        const QTemporaryDir folder;
-        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
-        return Measure(folder.path(), day);
-    } catch (const Error& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
+    return OnLargeSite(argc, argv, &Measure);
 }

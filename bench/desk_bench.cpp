@@ -3,15 +3,13 @@
 // the status list. Fails when a ratio is above its limit. Without an argument the large demo site is made for it; an
 // argument names a site's folder that is there already, made for the day in the second argument.
 #include "bench/BareStore.h"
+#include "bench/LargeSite.h"
 #include "bench/Measure.h"
 #include "data/LookupLists.h"
-#include "demo/DemoSite.h"
 #include "site/Site.h"
 #include "tasks/QuickStatus.h"
 #include "tasks/Tasks.h"
 #include "tests/support/Fakes.h"
-
-#include <QTemporaryDir>
 
 #include <sqlite3.h>
 
@@ -201,18 +199,5 @@ int Measure(const QString& folder, Date day) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A Wednesday.
-    Date day = *MakeDate(2026, 3, 4);
-    try {
-        if (argc == 3) {
-            const auto given = ParseStorageText(QString::fromUtf8(argv[2]));
-            return Measure(QString::fromUtf8(argv[1]), given ? DateOf(*given) : day);
-        }
-        const QTemporaryDir folder;
-        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
-        return Measure(folder.path(), day);
-    } catch (const Error& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
+    return bench::OnLargeSite(argc, argv, &Measure);
 }

@@ -5,9 +5,9 @@
 #include "app/desk/DeskProgram.h"
 #include "base/windows/Look.h"
 #include "bench/BareStore.h"
+#include "bench/LargeSite.h"
 #include "bench/Measure.h"
 #include "data/Configuration.h"
-#include "demo/DemoSite.h"
 #include "ops/SharedDatabase.h"
 #include "print/PrintStyles.h"
 #include "reports/PrintReport.h"
@@ -20,7 +20,6 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QTabBar>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -275,17 +274,5 @@ int main(int argc, char** argv) {
         return StartDesk(application);
     }
     ApplyLook(application, Shade::Light);
-    // A Wednesday.
-    const Date day = *MakeDate(2026, 3, 4);
-    try {
-        if (!what.isEmpty()) {
-            return Measure(what, day);
-        }
-        const QTemporaryDir folder;
-        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
-        return Measure(folder.path(), day);
-    } catch (const Error& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
+    return bench::OnLargeSite(argc, argv, &Measure);
 }

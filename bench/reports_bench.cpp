@@ -2,13 +2,10 @@
 // interface running the same queries; the same day with a long history against a short one; and a day deep in the past
 // against the current day and one pass over a covering index. Processor times, the sides in turn; fails when a ratio is
 // above its limit. Without an argument the large demo site is made for it; an argument names a site's folder that is
-// there already, made for the day below. The folder is not changed.
+// there already, made for a Wednesday or the day in the second argument. The folder is not changed.
 #include "bench/BareReports.h"
 #include "bench/BenchDesk.h"
-#include "demo/DemoSite.h"
-#include "reports/ExceptionReport.h"
-#include "reports/OccupancyReport.h"
-#include "reports/UsageReport.h"
+#include "bench/LargeSite.h"
 #include "site/Site.h"
 
 #include <QDir>
@@ -177,17 +174,5 @@ int Measure(const QString& folder, Date day) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A Wednesday.
-    const Date day = *MakeDate(2026, 3, 4);
-    try {
-        if (argc == 2) {
-            return Measure(QString::fromUtf8(argv[1]), day);
-        }
-        const QTemporaryDir folder;
-        demo::CreateDemoSite(folder.path(), {demo::Tier::Large, day});
-        return Measure(folder.path(), day);
-    } catch (const Error& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
-    }
+    return OnLargeSite(argc, argv, &Measure);
 }
