@@ -1,4 +1,5 @@
 #include "tasks/Tasks.h"
+#include "tests/data/RawStore.h"
 #include "tests/desk/DeskFixture.h"
 
 namespace velmora {
@@ -12,10 +13,8 @@ Date March(int day) {
 class TasksTest : public DeskFixture, public TaskView {
 protected:
     explicit TasksTest(const QString& startupArgument = {}) : DeskFixture(startupArgument) {
-        sqlite3_open(desk_->Path().toUtf8().constData(), &other_);
         choices_.DateRange1 = {March(6), March(7)};
     }
-    ~TasksTest() override { sqlite3_close(other_); }
 
     void ShowTask(const ShownTask& task) override {
         shown = task;
@@ -33,25 +32,10 @@ protected:
         return engine::Database::Open(folder_.filePath(u"Velmora.MDB"_s), options);
     }
     // What another desk does.
-    void Other(const QByteArray& sql) {
-        char* message = nullptr;
-        EXPECT_EQ(sqlite3_exec(other_, sql.constData(), nullptr, nullptr, &message), SQLITE_OK) << message;
-        sqlite3_free(message);
-    }
+    void Other(const QString& sql) { other_.Run(sql); }
     // All fields of a reservation as the store has them.
     QStringList Stored(int id) {
-        QStringList fields;
-        const QByteArray sql = "SELECT * FROM Reservation WHERE ID = " + QByteArray::number(id);
-        sqlite3_exec(
-            other_, sql.constData(),
-            [](void* list, int count, char** values, char**) {
-                for (int i = 0; i < count; ++i) {
-                    *static_cast<QStringList*>(list) += values[i] == nullptr ? u"-"_s : QString::fromUtf8(values[i]);
-                }
-                return 0;
-            },
-            &fields, nullptr);
-        return fields;
+        return other_.Rows(u"SELECT * FROM Reservation WHERE ID = "_s + QString::number(id)).value(0).split(u'|');
     }
     // Shows the tasks, steps through all of them and returns their numbers in order.
     QList<int> Selected() {
@@ -80,7 +64,7 @@ protected:
     }
 
     std::unique_ptr<engine::Database> desk_ = Open();
-    sqlite3* other_ = nullptr;
+    test::RawStore other_{desk_->Path()};
     std::optional<ShownTask> shown;
     QString why;
     int timesShown = 0;
@@ -93,13 +77,13 @@ constexpr int sLockStart = 12;
 
 TEST_F(TasksTest, SelectsByKindRangeAndOptions) {
     // Around the limits of March 20: starts from three minutes before the day, ends until two minutes behind it.
-    Other("INSERT INTO Reservation (ID, Asset, Start, \"End\", SLockEnd) VALUES "
+    Other(u"INSERT INTO Reservation (ID, Asset, Start, \"End\", SLockEnd) VALUES "
           "(101, 12, '2026-03-19 23:57:00', '2026-03-20 00:02:00', 0), "
           "(102, 255, '2026-03-19 23:57:01', '2026-03-20 00:02:01', 0), "
           "(103, 256, '2026-03-20 23:57:59', '2026-03-21 00:01:59', 1), "
           "(104, 256, '2026-03-20 23:58:00', '2026-03-21 00:02:00', 0), "
-          "(105, 256, '2026-03-20 12:00:00', '2026-03-20 13:00:00', NULL)");
-    Other("UPDATE Reservation SET SLockStart = 1, TLockEnd = 1 WHERE ID = 102");
+          "(105, 256, '2026-03-20 12:00:00', '2026-03-20 13:00:00', NULL)"_s);
+    Other(u"UPDATE Reservation SET SLockStart = 1, TLockEnd = 1 WHERE ID = 102"_s);
     struct Case {
         qint16 viewType;
         bool completed;
@@ -161,8 +145,8 @@ TEST_F(TasksTest, ShowsWhatIsStored) {
     EXPECT_TRUE(shown->details.Done(TaskKind::PhoneConnect) && shown->details.Done(TaskKind::PhoneDisconnect));
     EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn) || shown->details.Done(TaskKind::MoveOut));
 
-    Other("UPDATE Reservation SET \"End\" = NULL WHERE ID = 5");
-    Other("UPDATE Reservation SET \"End\" = NULL WHERE ID = 13");
+    Other(u"UPDATE Reservation SET \"End\" = NULL WHERE ID = 5"_s);
+    Other(u"UPDATE Reservation SET \"End\" = NULL WHERE ID = 13"_s);
     GoTo(5);
     EXPECT_EQ(shown->details.lblEnd, u"3/6/2026 9:00 AM - Permanent"_s);
     GoTo(13);
@@ -208,7 +192,7 @@ TEST_F(TasksTest, ATickWritesItsOneFieldAtOnce) {
     GoTo(1);
     QStringList expected = Stored(1);
     // Meanwhile another desk ticks another box and renames the event: neither is undone, and both are told.
-    Other("UPDATE Reservation SET TLockStart = 1, Name = 'Renamed' WHERE ID = 1");
+    Other(u"UPDATE Reservation SET TLockStart = 1, Name = 'Renamed' WHERE ID = 1"_s);
     tasks_.StoreTick(TaskKind::MoveIn, true);
     expected[4] = u"Renamed"_s;
     expected[sLockStart] = u"1"_s;
@@ -233,14 +217,14 @@ TEST_F(TasksTest, ATickWritesItsOneFieldAtOnce) {
 
 TEST_F(TasksTest, ATickThatAnotherDeskMadeCountsAsMade) {
     GoTo(1);
-    Other("UPDATE Reservation SET SLockStart = 1 WHERE ID = 1");
+    Other(u"UPDATE Reservation SET SLockStart = 1 WHERE ID = 1"_s);
     tasks_.StoreTick(TaskKind::MoveIn, true);
     EXPECT_TRUE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(shown->notice, u"Changed by another desk: Move In"_s);
     EXPECT_EQ(Stored(1)[sLockStart], u"1"_s);
 
     // Another desk emptied the flag: that is no tick.
-    Other("UPDATE Reservation SET SLockStart = NULL WHERE ID = 1");
+    Other(u"UPDATE Reservation SET SLockStart = NULL WHERE ID = 1"_s);
     tasks_.StoreTick(TaskKind::MoveIn, false);
     EXPECT_EQ(Stored(1)[sLockStart], u"0"_s);
     // An empty flag is shown as open, and is ticked like any other.
@@ -252,7 +236,7 @@ TEST_F(TasksTest, ATickThatAnotherDeskMadeCountsAsMade) {
 
 TEST_F(TasksTest, ATickThatCannotBeStoredIsTakenBackWithTheReason) {
     GoTo(1);
-    Other("BEGIN IMMEDIATE");
+    Other(u"BEGIN IMMEDIATE"_s);
     fakes_.errors.answers = {Answer::Ignore};
     tasks_.StoreTick(TaskKind::MoveIn, true);
     ASSERT_EQ(fakes_.errors.reports.size(), 1U);
@@ -261,17 +245,17 @@ TEST_F(TasksTest, ATickThatCannotBeStoredIsTakenBackWithTheReason) {
     EXPECT_EQ(fakes_.errors.reports[0].place.task, u"Move In"_s);
     EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
-    Other("ROLLBACK");
+    Other(u"ROLLBACK"_s);
     EXPECT_EQ(Stored(1)[sLockStart], u"0"_s);
 
     // Nothing can be read either: what is known stays on the screen.
-    Other("BEGIN EXCLUSIVE");
+    Other(u"BEGIN EXCLUSIVE"_s);
     fakes_.errors.answers = {Answer::Retry, Answer::Ignore};
     tasks_.StoreTick(TaskKind::MoveIn, true);
     EXPECT_EQ(fakes_.errors.reports.size(), 3U);
     EXPECT_EQ(shown->details.frEvent, u"Budget <Q1> & more"_s);
     EXPECT_FALSE(shown->details.Done(TaskKind::MoveIn));
-    Other("ROLLBACK");
+    Other(u"ROLLBACK"_s);
     tasks_.StoreTick(TaskKind::MoveIn, true);
     EXPECT_TRUE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(Stored(1)[sLockStart], u"1"_s);
@@ -279,7 +263,7 @@ TEST_F(TasksTest, ATickThatCannotBeStoredIsTakenBackWithTheReason) {
 
 TEST_F(TasksTest, AReservationThatIsGoneIsToldAndLeftAside) {
     GoTo(1);
-    Other("DELETE FROM Reservation WHERE ID = 1");
+    Other(u"DELETE FROM Reservation WHERE ID = 1"_s);
     fakes_.dialogs.answers = {Answer::Ok};
     tasks_.StoreTick(TaskKind::MoveIn, true);
     EXPECT_EQ(LastMessage(), u"Record not found, possibly deleted by another user"_s);
@@ -293,7 +277,7 @@ TEST_F(TasksTest, AReservationThatIsGoneIsToldAndLeftAside) {
     // One that was never shown; the way on stays open.
     tasks_.ShowTasks();
     const int count = shown->count;
-    Other("DELETE FROM Reservation");
+    Other(u"DELETE FROM Reservation"_s);
     tasks_.Next();
     EXPECT_EQ(shown->place, u"2 of %1"_s.arg(count));
     EXPECT_FALSE(shown->notice.isEmpty());
@@ -304,9 +288,9 @@ TEST_F(TasksTest, AReservationThatIsGoneIsToldAndLeftAside) {
 
 TEST_F(TasksTest, WhatAnotherDeskChangesIsSeen) {
     tasks_.ShowTasks();
-    const QByteArray first = shown->details.lblID.toUtf8();
+    const QString first = shown->details.lblID;
     tasks_.Next();
-    Other("UPDATE Reservation SET Organization = 'Elsewhere', Asset = 255 WHERE ID = " + first);
+    Other(u"UPDATE Reservation SET Organization = 'Elsewhere', Asset = 255 WHERE ID = "_s + first);
     tasks_.Previous();
     EXPECT_EQ(shown->details.lblOrganization, u"Elsewhere"_s);
     EXPECT_EQ(shown->notice, u"Changed by another desk: Organization, Location"_s);
@@ -314,29 +298,29 @@ TEST_F(TasksTest, WhatAnotherDeskChangesIsSeen) {
     const int times = timesShown;
     tasks_.Refresh();
     EXPECT_EQ(timesShown, times) << "nothing new, and the notice stays";
-    Other("UPDATE Reservation SET SLockStart = 1 WHERE ID = " + first);
+    Other(u"UPDATE Reservation SET SLockStart = 1 WHERE ID = "_s + first);
     tasks_.Refresh();
     EXPECT_TRUE(shown->details.Done(TaskKind::MoveIn));
     EXPECT_EQ(shown->notice, u"Changed by another desk: Move In"_s);
     // In another room the reservation is another record of the join; it is gone after all the same.
-    Other("UPDATE Reservation SET Asset = 256 WHERE ID = " + first);
+    Other(u"UPDATE Reservation SET Asset = 256 WHERE ID = "_s + first);
     tasks_.StoreTick(TaskKind::MoveIn, false);
     EXPECT_EQ(shown->notice, u"Changed by another desk: Location"_s);
-    Other("UPDATE Reservation SET Asset = 12 WHERE ID = " + first);
+    Other(u"UPDATE Reservation SET Asset = 12 WHERE ID = "_s + first);
     tasks_.Refresh();
     tasks_.StoreTick(TaskKind::MoveIn, true);
     EXPECT_EQ(Stored(first.toInt())[sLockStart], u"1"_s);
-    Other("DELETE FROM Reservation WHERE ID = " + first);
+    Other(u"DELETE FROM Reservation WHERE ID = "_s + first);
     const int timesBefore = timesShown;
     tasks_.Refresh();
     tasks_.Refresh();
     EXPECT_EQ(timesShown, timesBefore + 1);
     EXPECT_FALSE(shown->tickable);
 
-    Other("BEGIN EXCLUSIVE");
+    Other(u"BEGIN EXCLUSIVE"_s);
     tasks_.Refresh();
     EXPECT_TRUE(shown);
-    Other("ROLLBACK");
+    Other(u"ROLLBACK"_s);
 }
 
 TEST_F(TasksTest, FailuresAreToldAndHideTheView) {
@@ -358,11 +342,11 @@ TEST_F(TasksTest, FailuresAreToldAndHideTheView) {
     EXPECT_EQ(fakes_.eventLoop.pointer, Pointer::Default);
 
     tasks_.ShowTasks();
-    Other("BEGIN EXCLUSIVE");
+    Other(u"BEGIN EXCLUSIVE"_s);
     tasks_.Next();
     EXPECT_TRUE(LastMessage().startsWith(u"Error occured displaying event: "_s));
     EXPECT_FALSE(shown || tasks_.ShownReservation());
-    Other("ROLLBACK");
+    Other(u"ROLLBACK"_s);
     tasks_.DisplayEvent();
     EXPECT_EQ(shown->position, 2);
 

@@ -24,7 +24,6 @@ protected:
         fakes_.userSettings.values[u"Velmora/Printer Settings/Destination"_s] = u"3"_s;
         OpenDesk();
     }
-    ~DeskWindowTest() override { sqlite3_close(other_); }
 
     void OpenDesk() {
         window_ = std::make_unique<frmScmain>(
@@ -87,29 +86,19 @@ protected:
         }
     }
     // What another desk does, or what the store holds: the first value of the first row.
-    QString Sql(const QByteArray& sql) {
-        if (other_ == nullptr) {
-            sqlite3_open(folder_.filePath(u"Velmora.MDB"_s).toUtf8().constData(), &other_);
+    QString Sql(const QString& sql) {
+        if (!sql.startsWith(u"SELECT"_s)) {
+            database_->Execute(sql);
+            return {};
         }
-        QString first = u"no row"_s;
-        char* message = nullptr;
-        sqlite3_exec(
-            other_, sql.constData(),
-            [](void* text, int, char** values, char**) {
-                *static_cast<QString*>(text) = QString::fromUtf8(values[0]);
-                return 0;
-            },
-            &first, &message);
-        EXPECT_EQ(message, nullptr) << message;
-        sqlite3_free(message);
-        return first;
+        const auto rows = database_->OpenRecordset(sql);
+        return rows->EndOfFile() ? u"no row"_s : rows->FieldAt(0).ToText();
     }
 
     // What the buttons asked for.
     std::vector<ReportRequest> requests;
     std::vector<qint32> notesOf;
     std::unique_ptr<frmScmain> window_;
-    sqlite3* other_ = nullptr;
 };
 
 } // namespace velmora

@@ -28,49 +28,6 @@ TEST_F(DeskWindowTest, TabsShowOnePageEach) {
     }
 }
 
-TEST_F(DeskWindowTest, ActivationNamesTheDays) {
-    const std::pair<int, const char*> days[] = {{5, "Friday, March 6, 2026"},
-                                                {6, "Monday, March 9, 2026"},
-                                                {7, "Monday, March 9, 2026"},
-                                                {8, "Monday, March 9, 2026"},
-                                                {9, "Tuesday, March 10, 2026"}};
-    for (const auto& [day, next] : days) {
-        fakes_.clock.now = *MakeDateTime({2026, 3, day, 8, 0, 0});
-        QEvent activation(QEvent::WindowActivate);
-        QApplication::sendEvent(window_.get(), &activation);
-        EXPECT_EQ(Caption(u"optDay0"_s),
-                  QString::fromLatin1(next) + u" (Reports run in the afternoon for the next day)"_s);
-        EXPECT_TRUE(Caption(u"optDay1"_s)
-                        .contains(u"March %1, 2026 (Reports run in the morning of the current day)"_s.arg(day)));
-    }
-    // The progress window goes when the main window comes.
-    EXPECT_TRUE(fakes_.progress.shown.back().first.isEmpty());
-}
-
-TEST_F(DeskWindowTest, TheReportRangeKeepsADayBetweenItsDates) {
-    Choose(u"Crystal"_s);
-    EXPECT_EQ(Text(u"ReportStart"_s), u"3/5/2026"_s);
-    EXPECT_EQ(Text(u"ReportEnd"_s), u"3/6/2026"_s);
-    const std::array<QString, 4> steps[] = {{u"ReportStart"_s, u"3/6/2026"_s, u"3/6/2026"_s, u"3/7/2026"_s},
-                                            {u"ReportStart"_s, u"2/27/26"_s, u"2/27/2026"_s, u"3/7/2026"_s},
-                                            {u"ReportEnd"_s, u"2/27/2026"_s, u"2/26/2026"_s, u"2/27/2026"_s},
-                                            {u"ReportEnd"_s, u"1/1/2026"_s, u"12/31/2025"_s, u"1/1/2026"_s}};
-    for (const auto& [box, typed, start, end] : steps) {
-        TypeDate(box, typed);
-        EXPECT_EQ(Text(u"ReportStart"_s), start);
-        EXPECT_EQ(Text(u"ReportEnd"_s), end);
-    }
-    // Layouts decide what the second box means.
-    EXPECT_FALSE(Child<QPushButton>(u"Command3"_s).isEnabled());
-    Click(u"optReport7"_s);
-    EXPECT_EQ(Caption(u"chkReportCompleted"_s), u"Non-Permanent Only"_s);
-    Click(u"optReport9"_s);
-    EXPECT_FALSE(Child(u"chkReportCompleted"_s).isVisible());
-    Click(u"optReport3"_s);
-    EXPECT_EQ(Caption(u"chkReportCompleted"_s), u"Uncompleted Only"_s);
-    EXPECT_TRUE(Child<QPushButton>(u"Command3"_s).isEnabled());
-}
-
 TEST_F(DeskWindowTest, EachButtonRunsItsListOfTheDayChosen) {
     const std::tuple<const char*, int, const char*> buttons[] = {{"Command5", 0, "\nReservation Starts\t"},
                                                                  {"Command6", 1, "\nReservation Ends\t"},
@@ -123,60 +80,6 @@ TEST_F(DeskWindowTest, ASecondReportIsRefusedAndTheRunningOneCanBeCancelled) {
     EXPECT_EQ(Caption(u"cmdClose"_s), u"Close"_s);
     EXPECT_FALSE(Child(u"pbStatus"_s).isVisible());
     EXPECT_TRUE(window_->isVisible());
-}
-
-TEST_F(DeskWindowTest, EachPageAsksForWhatItsControlsSay) {
-    for (const char* check : {"chkIncludeNotes", "chkOnePage", "chkCompletedPhones", "chkConferenceDaily", "optDay1"}) {
-        Click(QString::fromLatin1(check));
-    }
-    Click(u"Command6"_s);
-    EXPECT_EQ(requests.back(), ReportRequest(DailyRequest{.variant = DailyVariant::Ends,
-                                                          .days = {.choice = DayChoice::CurrentDay},
-                                                          .excludeCompletedPhones = true,
-                                                          .excludeConferenceRooms = true,
-                                                          .includeNotes = true,
-                                                          .onePage = true}));
-    Click(u"chkIncludeEmpty"_s);
-    Click(u"optDay2"_s);
-    Click(u"Command4"_s);
-    EXPECT_EQ(requests.back(), ReportRequest(OccupancyRequest{.list = OccupancyList::Directory,
-                                                              .days = {DayChoice::OtherDay, MakeDate(2026, 3, 5)},
-                                                              .includeUnreserved = true}));
-    Choose(u"Exception"_s);
-    Click(u"cmdRunExceptions"_s);
-    EXPECT_EQ(requests.back(),
-              ReportRequest(ExceptionRequest{.date = MakeDate(2026, 3, 5), .excludeConferenceRooms = true}));
-    Choose(u"Crystal"_s);
-    Click(u"optReport7"_s);
-    Click(u"chkConference"_s);
-    Click(u"Command3"_s);
-    EXPECT_EQ(requests.back(),
-              ReportRequest(LayoutRequest{7, MakeDate(2026, 3, 5), MakeDate(2026, 3, 6), true, false}));
-}
-
-TEST_F(DeskWindowTest, AFailingReportIsReportedAndRetried) {
-    fakes_.errors.answers = {Answer::Retry, Answer::Ignore};
-    Choose(u"Usage"_s);
-    Click(u"Command7"_s);
-    ASSERT_EQ(fakes_.errors.reports.size(), 2U);
-    EXPECT_EQ(fakes_.errors.reports[0].error.Description(), u"no query"_s);
-    EXPECT_EQ(fakes_.errors.reports[0].place.module, u"Service Administration"_s);
-}
-
-TEST_F(DeskWindowTest, NoReportRunsForADateThatDoesNotExist) {
-    TypeDate(u"dtcOtherDate"_s, u"2/30/2026"_s);
-    Click(u"Command5"_s);
-    EXPECT_TRUE(delivery_.delivered.empty());
-    EXPECT_EQ(Text(u"dtcOtherDate"_s), u"2/30/2026"_s);
-    EXPECT_TRUE(Child(u"dtcOtherDate"_s).hasFocus());
-    EXPECT_EQ(fakes_.eventLoop.beeps, 1);
-    // Another page's report is not held up by it.
-    TypeDate(u"dtcOtherDate"_s, u"3/7/2026"_s);
-    EXPECT_TRUE(Child<QRadioButton>(u"optDay2"_s).isChecked());
-    Child<QSpinBox>(u"UpDown1"_s).setValue(3);
-    Click(u"Command5"_s);
-    EXPECT_TRUE(delivery_.delivered.at(0).contains("for 3/7/2026 Through 3/9/2026"))
-        << delivery_.delivered[0].left(300).toStdString();
 }
 
 TEST_F(DeskWindowTest, ProgressIsCappedAndHidden) {

@@ -1,6 +1,9 @@
 // What cells show and what they take, by locale.
 #include "notes/CellText.h"
 #include "tests/notes/NoteSite.h"
+#include "tests/support/Folders.h"
+
+#include <QFile>
 
 namespace velmora {
 namespace {
@@ -13,49 +16,40 @@ LocaleText Locale(const QString& name) {
     return *LocaleText::ByName(name);
 }
 
+// Lines of a file of the tests, split at the bars.
+std::vector<QStringList> Cases(const QString& name) {
+    QFile file(TestDataFolder() + u"/notes/"_s + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    std::vector<QStringList> cases;
+    for (const QString& line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+        cases.push_back(line.split(u'|'));
+    }
+    return cases;
+}
+
 TEST(CellTexts, MoneyIsShownAndReadInTheLocalesForm) {
-    struct Case {
-        QString locale;
-        QString typed;
-        double amount;
-        QString shown;
-    };
-    for (const Case& c :
-         {Case{u"en_US"_s, u"1234.5"_s, 1234.5, u"$1,234.50"_s},
-          Case{u"en_US"_s, u" $1,234.50 "_s, 1234.5, u"$1,234.50"_s}, Case{u"en_US"_s, u"-3"_s, -3, u"($3.00)"_s},
-          Case{u"en_US"_s, u".1"_s, 0.1, u"$0.10"_s}, Case{u"de_DE"_s, u"1.234,50"_s, 1234.5, u"1.234,50 €"_s},
-          Case{u"de_DE"_s, u"12,5 €"_s, 12.5, u"12,50 €"_s}, Case{u"fr_FR"_s, u"1 234,5"_s, 1234.5, u"1 234,50 €"_s},
-          Case{u"en_US"_s, u"999999999999.99"_s, 999999999999.99, u"$999,999,999,999.99"_s}}) {
-        const LocaleText locale = Locale(c.locale);
+    for (const QStringList& each : Cases(u"money.txt"_s)) {
+        const LocaleText locale = Locale(each[0]);
         const CellText texts(locale);
-        const Value read = texts.Read(c.typed, money);
-        EXPECT_EQ(read, Value(c.amount)) << c.typed.toStdString();
-        EXPECT_EQ(texts.Shown(read, CellKind::Money), c.shown);
+        const Value read = texts.Read(each[1], money);
+        EXPECT_EQ(read, Value(each[2].toDouble())) << each[1].toStdString();
+        EXPECT_EQ(texts.Shown(read, CellKind::Money), each[3]);
         // What an editor begins with reads back as the same amount.
         EXPECT_EQ(texts.Read(texts.Typed(read, CellKind::Money), money), read);
-        EXPECT_EQ(texts.Read(c.shown, money), read);
+        EXPECT_EQ(texts.Read(each[3], money), read);
     }
 }
 
 TEST(CellTexts, WhatAColumnDoesNotTakeIsNamed) {
-    struct Case {
-        QString locale;
-        const BoundColumn& column;
-        QString typed;
-    };
-    for (const Case& c :
-         {Case{u"en_US"_s, money, u"1e5"_s}, Case{u"en_US"_s, money, u"nan"_s}, Case{u"en_US"_s, money, u"inf"_s},
-          Case{u"en_US"_s, money, u"1.005"_s}, Case{u"en_US"_s, money, u"12,5"_s}, Case{u"de_DE"_s, money, u"12.50"_s},
-          Case{u"en_US"_s, money, u"1000000000000"_s}, Case{u"en_US"_s, money, u"5 %1"_s},
-          Case{u"en_US"_s, money, u"$"_s}, Case{u"en_US"_s, choice, u"Cater"_s}}) {
-        const LocaleText locale = Locale(c.locale);
+    for (const QStringList& each : Cases(u"refused.txt"_s)) {
+        const LocaleText locale = Locale(each[0]);
+        const BoundColumn& column = each[1] == u"Cost" ? money : choice;
         try {
-            const Value taken = CellText(locale).Read(c.typed, c.column, {u"Catering"_s, u"Setup"_s});
-            ADD_FAILURE() << c.typed.toStdString() << " was taken as " << taken.ToText().toStdString();
+            const Value taken = CellText(locale).Read(each[2], column, {u"Catering"_s, u"Setup"_s});
+            ADD_FAILURE() << each[2].toStdString() << " was taken as " << taken.ToText().toStdString();
         } catch (const Error& error) {
-            EXPECT_TRUE(error.Description().startsWith(u"\"%1\" "_s.arg(c.typed))) << error.what();
-            EXPECT_TRUE(error.Description().contains(c.column.caption) || c.column.kind == CellKind::Money)
-                << error.what();
+            EXPECT_TRUE(error.Description().startsWith(u"\"%1\" "_s.arg(each[2]))) << error.what();
+            EXPECT_TRUE(error.Description().contains(column.caption) || column.kind == CellKind::Money) << error.what();
         }
     }
 }

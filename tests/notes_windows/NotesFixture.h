@@ -36,6 +36,19 @@ T& Child(QWidget& window, const QString& name) {
     return *child;
 }
 
+// The site of the notes with a program and a job around it; reports go into `delivery_`.
+class NotesTest : public testing::Test {
+protected:
+    const std::vector<Message>& Told() const { return test_.dialogs.messages; }
+
+    fakes::TestProgram test_;
+    NoteSite site_;
+    KeptText delivery_;
+    print::PrintJob job_{
+        {test_.program.services(), delivery_, [this] { return print::ReadPrintAttributes(*site_.desk); }}};
+    const NotesContext context_{test_.program, *site_.desk, job_};
+};
+
 // Does something with the modal window of that type once it is there.
 template <typename Window, typename Work>
 void Then(Work work) {
@@ -86,6 +99,13 @@ public:
         QTest::keyClick(Focus(), key, modifiers);
         Settle();
     }
+    // "Ctrl+Return"
+    void Press(const QString& keys) {
+        const QKeyCombination key = QKeySequence(keys)[0];
+        Key(key.key(), key.keyboardModifiers());
+    }
+    // Selects all rows.
+    void ClickCaption() { QTest::mouseClick(&grid, Qt::LeftButton, {}, QPoint(200, 6)); }
     void Type(const QString& text) {
         for (const QChar letter : text) {
             QTest::keyClick(Focus(), letter.toLatin1());

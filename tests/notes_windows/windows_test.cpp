@@ -9,7 +9,7 @@
 namespace velmora {
 namespace {
 
-class NotesWindowsTest : public testing::Test {
+class NotesWindowsTest : public NotesTest {
 protected:
     NotesWindowsTest() { owner_.show(); }
     ~NotesWindowsTest() override { EXPECT_EQ(test_.eventLoop.pointer, Pointer::Default); }
@@ -23,14 +23,7 @@ protected:
         }
         EXPECT_TRUE(done());
     }
-    const std::vector<Message>& Told() const { return test_.dialogs.messages; }
 
-    fakes::TestProgram test_;
-    NoteSite site_;
-    KeptText delivery_;
-    print::PrintJob job_{
-        {test_.program.services(), delivery_, [this] { return print::ReadPrintAttributes(*site_.desk); }}};
-    const NotesContext context_{test_.program, *site_.desk, job_};
     QWidget owner_;
 };
 
@@ -210,7 +203,7 @@ TEST_F(NotesWindowsTest, AReservationWithoutAssetHasNoStandards) {
             Then<frmSelectStdNotes>([&](frmSelectStdNotes& selection) {
                 GridHand hand(selection, u"Table1"_s);
                 EXPECT_EQ(hand.RowCount(), 0);
-                QTest::mouseClick(&hand.grid, Qt::LeftButton, {}, QPoint(200, 6));
+                hand.ClickCaption();
                 hand.Key(Qt::Key_Space);
                 EXPECT_TRUE(Child<QLabel>(selection, u"Label1"_s).text().contains(told));
                 Press(selection, u"cmdOK"_s);

@@ -13,6 +13,7 @@ class WindowProgress : public ProgressWindow {
 public:
     WindowProgress();
     ~WindowProgress() override;
+    Q_DISABLE_COPY_MOVE(WindowProgress)
     void Show(const QString& text, std::optional<double> percent) override;
     // Takes the window off the screen for good; a later text makes a new one.
     void Unload();

@@ -48,7 +48,7 @@ void DrawSample(QPainter& painter, const QRect& rect, const pages::Document& doc
     painter.restore();
 }
 
-SampleView::SampleView(Sample sample, QWidget* parent) : QWidget(parent), document_(SampleDocument(sample)) {
+SampleView::SampleView(const Sample& sample, QWidget* parent) : QWidget(parent), document_(SampleDocument(sample)) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAccessibleName(sample.caption + u' ' + sample.value);
 }

@@ -25,7 +25,7 @@ class SampleView : public QWidget {
     Q_OBJECT
 
 public:
-    explicit SampleView(Sample sample, QWidget* parent = nullptr);
+    explicit SampleView(const Sample& sample, QWidget* parent = nullptr);
     QSize sizeHint() const override;
 
 protected:
