@@ -76,7 +76,7 @@ TEST_F(OldSite, IsSoundAndBroughtUpToDateWhenOpened) {
     const auto rows = old->OpenRecordset(u"StoredQuery", engine::RecordsetKind::Updatable);
 
     Store().Run(u"DELETE FROM StoredQuery WHERE Name = 'P2'"_s);
-    const auto database = site_.Open({.log = &log_});
+    const auto database = site_.Open(&log_);
     EXPECT_EQ(TextOf(u"P2"_s), QString()) << "what the site has removed stays away";
     EXPECT_EQ(Properties(),
               (QStringList{u"SchemaVersion|2"_s, u"StoredQueryRevision|%1"_s.arg(StoredQueryRevision())}));
@@ -96,7 +96,7 @@ TEST_F(OldSite, IsSoundAndBroughtUpToDateWhenOpened) {
     EXPECT_FALSE((*rows)["Name"].ToText().isEmpty());
 
     log_.text.clear();
-    site_.Open({.log = &log_});
+    site_.Open(&log_);
     EXPECT_EQ(log_.text, QString());
 }
 
@@ -107,7 +107,7 @@ TEST_F(OldSite, IsBroughtUpToDateByOneOfTwoThatOpenItAtOnce) {
         if (child == 0) {
             int lines = 50;
             try {
-                const auto database = site_.Open({.log = &log_});
+                const auto database = site_.Open(&log_);
                 lines = static_cast<int>(log_.text.count(u"from version 1"));
             } catch (...) { // NOLINT(bugprone-empty-catch)
                 // The exit code says it.
@@ -129,7 +129,7 @@ TEST_F(OldSite, AStepThatFailsLeavesEverythingAsItWas) {
     Store().Run(u"CREATE TRIGGER Guard BEFORE UPDATE ON StoredQuery BEGIN SELECT RAISE(ABORT, 'not mine'); END"_s);
     const QString before = TextOf(u"QReport3"_s);
     {
-        const auto database = site_.Open({.log = &log_});
+        const auto database = site_.Open(&log_);
         EXPECT_TRUE(log_.text.contains(u"could not be brought up to date") && log_.text.contains(u"not mine"));
         EXPECT_EQ(database->OpenRecordset(u"Asset")->RecordCount(), 0);
         const auto reason = WhyOutdated(*database);
@@ -151,7 +151,7 @@ TEST_F(OldSite, IsReadAsItIsWhereNobodyMayWrite) {
         constexpr uid_t nobody = 65534;
         bool isRead = ::geteuid() != 0 || ::setuid(nobody) == 0;
         try {
-            const auto database = site_.Open({.log = &log_});
+            const auto database = site_.Open(&log_);
             isRead = isRead && WhyOutdated(*database) && database->OpenRecordset(u"Asset")->RecordCount() == 0 &&
                      log_.text.contains(u"could not be brought up to date");
         } catch (...) {
@@ -248,7 +248,7 @@ TEST_F(OldSite, IsRepairedAndThenBroughtUpToDate) {
     Store().Run(u"DROP INDEX AssetName"_s);
     EXPECT_FALSE(site_.Check().isSound);
     site_.Repair(*MakeDateTime({2026, 3, 7, 14, 15, 9}));
-    site_.Open({.log = &log_});
+    site_.Open(&log_);
     EXPECT_TRUE(log_.text.contains(u"from version 1 to version 2")) << log_.text.toStdString();
     EXPECT_EQ(Properties().front(), u"SchemaVersion|2"_s);
 }
