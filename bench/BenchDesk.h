@@ -4,7 +4,7 @@
 #include "platform/ConsoleServices.h"
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"
-#include "platform/printers/NoQueues.h"
+#include "platform/printers/PrintQueues.h"
 #include "platform/printers/SystemPrinters.h"
 #include "print/PrintStyles.h"
 #include "reports/PrintReport.h"

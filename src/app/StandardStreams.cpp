@@ -18,6 +18,14 @@ void PrepareStandardStreams() {
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
+QStringList ArgumentTexts(int argc, char** argv) {
+    QStringList texts;
+    for (int i = 1; i < argc; ++i) {
+        texts += QString::fromLocal8Bit(argv[i]);
+    }
+    return texts;
+}
+
 void WriteStandardError(const QString& text) {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);

@@ -14,8 +14,8 @@
 namespace {
 
 // Ends the process when a handler throws StopProgram, once what the handler did itself is left. Below the handler there
-// may stand a report, a question and the toolkit's event loops. None of them can go on without windows and database, and
-// no exception may pass through an event loop. The one who threw has unloaded the windows and closed the database.
+// may stand a report, a question and the toolkit's event loops. None of them can go on without windows and database,
+// and no exception may pass through an event loop. The one who threw has unloaded the windows and closed the database.
 class DeskApplication : public QApplication {
 public:
     using QApplication::QApplication;
@@ -29,7 +29,7 @@ public:
     }
 };
 
-// What the user has chosen, else as the desktop is; some desktops do not tell.
+// What the user has chosen, else as the desktop is; some desktops do not say.
 velmora::Shade ChosenShade(const QApplication& application) {
     const velmora::NativeUserSettings settings;
     const auto chosen =
@@ -46,16 +46,13 @@ velmora::Shade ChosenShade(const QApplication& application) {
 int main(int argc, char** argv) {
     velmora::PrepareStandardStreams();
     // Everything behind the program's name is the start-up argument; none of it is for the toolkit.
-    QStringList words;
-    for (int i = 1; i < argc; ++i) {
-        words += QString::fromLocal8Bit(argv[i]);
-    }
+    const QString startupArgument = velmora::ArgumentTexts(argc, argv).join(u' ');
     int ownName = 1;
     DeskApplication application(ownName, argv);
     QApplication::setApplicationName(QStringLiteral("velmora-desk"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
     velmora::ApplyLook(application, ChosenShade(application));
-    velmora::desk::DeskProgram desk(words.join(u' '));
+    velmora::desk::DeskProgram desk(startupArgument);
     try {
         desk.Start();
     } catch (const velmora::StopProgram& stop) {

@@ -1,28 +1,136 @@
 // velmora-report: prints a report without a window.
 
+#include "base/Program.h"
+
 #include "app/StandardStreams.h"
 #include "app/report/CommandLine.h"
-#include "app/report/RunReport.h"
+#include "data/Configuration.h"
+#include "data/NativePath.h"
+#include "layouts/LayoutChoice.h"
+#include "ops/ErrorReport.h"
+#include "ops/Hold.h"
+#include "ops/SharedDatabase.h"
+#include "ops/TranslationLoader.h"
+#include "platform/ConsoleServices.h"
+#include "platform/LogFile.h"
+#include "platform/NativeUserSettings.h"
+#include "platform/SystemClock.h"
+#include "runner/RunRequest.h"
 
 #include <QGuiApplication>
 
 #include <cstdio>
 #include <memory>
 
+namespace velmora::report {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
+constexpr int failed = 1;
 constexpr int badUsage = 2;
+constexpr int stopped = 3;
 
-QStringList ArgumentTexts(int argc, char** argv) {
-    QStringList texts;
-    for (int i = 1; i < argc; ++i) {
-        texts += QString::fromLocal8Bit(argv[i]);
+// Prints the layout's file name, a TAB and the selection formula on standard output. Needs no program and no database.
+// Returns false when standard output did not take it.
+bool ShowFormula(const LayoutRequest& request) {
+    const QString line =
+        layouts::FindLayoutChoice(request.layout)->file.toString() + u'\t' + layouts::SelectionFormula(request) + u'\n';
+    return std::fputs(line.toUtf8().constData(), stdout) >= 0 && std::fflush(stdout) == 0;
+}
+
+std::unique_ptr<Clock> MakeClock(const Command& command) {
+    if (command.now) {
+        return std::make_unique<FixedClock>(*command.now);
     }
-    return texts;
+    return std::make_unique<SystemClock>();
+}
+
+// The console program and the services it is made of, in the order in which they need each other.
+class ConsoleProgram {
+public:
+    ConsoleProgram(const Command& command, const QString& executablePath)
+        : locale_(command.locale.value_or(LocaleText(QLocale::system()))), clock_(MakeClock(command)),
+          log_(LogFile::DefaultPath(), systemClock_), printers_(command.delivery, locale_.Locale()),
+          settings_(storedSettings_, command.delivery.leaderStyle),
+          program_({dialogs_, *clock_, eventLoop_, printers_, progress_, mail_, errors_, windows_, settings_, log_,
+                    executablePath, command.startupArgument, locale_},
+                   u"Service Administration"_s),
+          installer_(program_) {}
+
+    Program& Get() { return program_; }
+    runner::ReportPrinters& Printers() { return printers_; }
+
+private:
+    LocaleText locale_;
+    std::unique_ptr<Clock> clock_;
+    // The log keeps the true time, whatever clock the report is given.
+    SystemClock systemClock_;
+    LogFile log_;
+    ConsoleDialogs dialogs_{stderr};
+    ErrorReport errors_{dialogs_, log_};
+    ConsoleEventLoop eventLoop_;
+    runner::ReportPrinters printers_;
+    ConsoleProgress progress_;
+    ConsoleMail mail_;
+    ConsoleWindows windows_;
+    NativeUserSettings storedSettings_;
+    runner::DeliverySettings settings_;
+    Program program_;
+    ProgramInstaller installer_;
+};
+
+// Nobody is there to be asked whether a damaged file should be repaired: the message says how to.
+void OpenDatabase(Program& program) {
+    try {
+        program.Part<SharedDatabase>().database = ConfiguredSite().Open(&program.services().log);
+    } catch (const engine::EngineError& error) {
+        if (error.Kind() == engine::EngineErrorNumber::Damaged) {
+            program.services().dialogs.ShowMessage(
+                {u"The database is damaged. Repair it with: velmora-db repair "_s + NativePath(DataDirectory()),
+                 program.Title(), Buttons::Ok, Icon::Critical});
+        }
+        ReportError(error, {QString::number(error.Number()), {}, {}});
+        throw StopProgram{failed};
+    }
+}
+
+int Run(const Command& command, ConsoleProgram& console) {
+    Program& program = console.Get();
+    runner::ReportPrinters& printers = console.Printers();
+    if (!command.dataDirectory.isEmpty()) {
+        Settings().DataDirectory = command.dataDirectory;
+    }
+    if (const auto notice = HoldNotice()) {
+        program.services().dialogs.ShowMessage({*notice, {}, Buttons::Ok, Icon::None});
+        return stopped;
+    }
+    printers.Choose(command.delivery);
+    LoadTranslations();
+    OpenDatabase(program);
+    return runner::RunUnattended(program, OpenedDatabase(), printers, command.delivery, command.request) ? 0 : failed;
+}
+
+// Prints the report. Returns the program's exit code.
+int RunReport(const Command& command, const QString& executablePath) {
+    if (command.showFormula) {
+        return ShowFormula(std::get<LayoutRequest>(command.request)) ? 0 : failed;
+    }
+    ConsoleProgram console(command, executablePath);
+    try {
+        return Run(command, console);
+    } catch (const StopProgram& stop) {
+        return stop.exitCode;
+    } catch (const std::exception&) {
+        console.Get().services().dialogs.ShowMessage(
+            {CurrentError().Description(), u"velmora-report"_s, Buttons::Ok, Icon::Critical});
+        return failed;
+    }
 }
 
 // Pages need fonts, which only a program with graphics has; it never needs a display for them.
-std::unique_ptr<QCoreApplication> MakeApplication(const velmora::report::Command& command, int& argc, char** argv) {
+std::unique_ptr<QCoreApplication> MakeApplication(const Command& command, int& argc, char** argv) {
     if (!command.delivery.ToPages()) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
@@ -36,21 +144,25 @@ std::unique_ptr<QCoreApplication> MakeApplication(const velmora::report::Command
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    velmora::PrepareStandardStreams();
+int Main(int argc, char** argv) {
+    PrepareStandardStreams();
     try {
-        const auto command = velmora::report::ParseCommandLine(ArgumentTexts(argc, argv));
+        const Command command = ParseCommandLine(ArgumentTexts(argc, argv));
         const auto application = MakeApplication(command, argc, argv);
         if (command.help) {
-            std::fputs(velmora::report::Usage().toUtf8().constData(), stdout);
+            std::fputs(Usage().toUtf8().constData(), stdout);
             return 0;
         }
-        return velmora::report::RunReport(command, QCoreApplication::applicationFilePath());
-    } catch (const velmora::report::BadUsage& usage) {
-        velmora::WriteStandardError(
-            QStringLiteral("velmora-report: %1\nTry velmora-report --help.\n").arg(usage.reason));
+        return RunReport(command, QCoreApplication::applicationFilePath());
+    } catch (const BadUsage& usage) {
+        WriteStandardError(QStringLiteral("velmora-report: %1\nTry velmora-report --help.\n").arg(usage.reason));
         return badUsage;
     }
+}
+
+} // namespace
+} // namespace velmora::report
+
+int main(int argc, char** argv) {
+    return velmora::report::Main(argc, argv);
 }

@@ -1,6 +1,9 @@
 #include "base/LocaleText.h"
 
+#include <QDateTime>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace velmora {
 
@@ -50,14 +53,23 @@ QLocale Resolved(const QLocale& locale) {
     return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
 }
 
+QString WithPlainBlanks(QString text) {
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return c.isSpace(); }, u' ');
+    return text;
+}
+
+QDate ToQDate(Date day) {
+    return QDate(1970, 1, 1).addDays(day.time_since_epoch().count());
+}
+
 } // namespace
 
 LocaleText::LocaleText(const QLocale& locale)
     : locale_(Resolved(locale)), order_(OrderOfParts(locale_.dateFormat(QLocale::ShortFormat))),
-      shortDate_(WithLongYear(locale_.dateFormat(QLocale::ShortFormat)), locale_),
-      longDate_(WithLongYear(locale_.dateFormat(QLocale::LongFormat)), locale_),
-      time_(locale_.timeFormat(QLocale::ShortFormat), locale_),
-      timeWithSeconds_(WithSeconds(locale_.timeFormat(QLocale::ShortFormat)), locale_) {}
+      shortDate_(WithLongYear(locale_.dateFormat(QLocale::ShortFormat))),
+      longDate_(WithLongYear(locale_.dateFormat(QLocale::LongFormat))), time_(locale_.timeFormat(QLocale::ShortFormat)),
+      timeWithSeconds_(WithSeconds(time_)) {}
 
 std::optional<LocaleText> LocaleText::ByName(const QString& name) {
     const QString plain = name.section(u'.', 0, 0).section(u'@', 0, 0).replace(u'-', u'_');
@@ -78,41 +90,39 @@ std::optional<LocaleText> LocaleText::ByName(const QString& name) {
     return LocaleText(locale);
 }
 
-namespace {
-
-QString ToText(const DatePattern::Buffer& buffer) {
-    return QString(buffer.constData(), buffer.size());
+const QString& LocaleText::DayText(Date day) const {
+    QString& text = days_[day.time_since_epoch().count()];
+    if (text.isEmpty()) {
+        text = WithPlainBlanks(locale_.toString(ToQDate(day), shortDate_));
+    }
+    return text;
 }
 
-QString Written(const DatePattern& pattern, const DateTimeFields& fields) {
-    DatePattern::Buffer buffer;
-    pattern.Append(buffer, fields);
-    return ToText(buffer);
+const QString& LocaleText::TimeText(std::chrono::seconds ofDay) const {
+    QString& text = times_[ofDay.count()];
+    if (text.isEmpty()) {
+        const QTime time = QTime(0, 0).addSecs(static_cast<int>(ofDay.count()));
+        text = WithPlainBlanks(locale_.toString(time, time.second() == 0 ? time_ : timeWithSeconds_));
+    }
+    return text;
 }
-
-} // namespace
 
 QString LocaleText::ShortDate(Date day) const {
-    return Written(shortDate_, Fields(StartOfDay(day)));
+    return DayText(day);
 }
 
 QString LocaleText::LongDate(Date day) const {
-    return Written(longDate_, Fields(StartOfDay(day)));
+    return WithPlainBlanks(locale_.toString(ToQDate(day), longDate_));
 }
 
 QString LocaleText::GeneralDate(DateTime moment) const {
-    const DateTimeFields fields = Fields(moment);
-    DatePattern::Buffer buffer;
-    shortDate_.Append(buffer, fields);
-    if (fields.hour != 0 || fields.minute != 0 || fields.second != 0) {
-        buffer.append(u' ');
-        (fields.second == 0 ? time_ : timeWithSeconds_).Append(buffer, fields);
-    }
-    return ToText(buffer);
+    const Date day = DateOf(moment);
+    const auto ofDay = moment - StartOfDay(day);
+    return ofDay.count() == 0 ? DayText(day) : DayText(day) + u' ' + TimeText(ofDay);
 }
 
 QString LocaleText::MediumTime(DateTime moment) const {
-    return Written(time_, Fields(moment));
+    return TimeText(std::chrono::floor<std::chrono::minutes>(moment - StartOfDay(DateOf(moment))));
 }
 
 std::optional<Date> LocaleText::ParseDate(const QString& text) const {

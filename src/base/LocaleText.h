@@ -1,8 +1,8 @@
 #pragma once
 
-#include "base/DatePattern.h"
 #include "base/DateTime.h"
 
+#include <QHash>
 #include <QLocale>
 #include <QString>
 
@@ -35,13 +35,20 @@ public:
     const QLocale& Locale() const { return locale_; }
 
 private:
+    const QString& TimeText(std::chrono::seconds ofDay) const;
+    const QString& DayText(Date day) const;
+
     QLocale locale_;
     // The letters d, m and y in the order in which the locale's short date has them.
     QString order_;
-    DatePattern shortDate_;
-    DatePattern longDate_;
-    DatePattern time_;
-    DatePattern timeWithSeconds_;
+    QString shortDate_;
+    QString longDate_;
+    QString time_;
+    QString timeWithSeconds_;
+    // The texts of days and times of day that were written before: the toolkit takes long to write one, and the rows of
+    // a report have few different ones.
+    mutable QHash<qint64, QString> days_;
+    mutable QHash<qint64, QString> times_;
 };
 
 } // namespace velmora

@@ -4,12 +4,10 @@
 #include "base/services/Clock.h"
 #include "base/services/Dialogs.h"
 #include "base/services/ErrorReporter.h"
-#include "base/services/EventLoop.h"
 #include "base/services/Log.h"
 #include "base/services/Mail.h"
-#include "base/services/OpenWindows.h"
 #include "base/services/Printers.h"
-#include "base/services/ProgressWindow.h"
+#include "base/services/UserInterface.h"
 #include "base/services/UserSettings.h"
 
 #include <QStringList>

@@ -4,7 +4,7 @@
 #include "base/Translate.h"
 #include "data/Configuration.h"
 #include "data/IniEntry.h"
-#include "platform/mail/MailAddress.h"
+#include "platform/mail/OutgoingMail.h"
 
 namespace velmora {
 
@@ -21,35 +21,32 @@ QString Setting(const QString& key) {
                                                       .arg(key, ProfilePath(u"Velmora.INI"_s), value, takes));
 }
 
-mail::Security ReadSecurity() {
+struct Protection {
+    QLatin1StringView name;
+    mail::Security security;
+    int usualPort;
+};
+
+// The first one counts where none is named.
+constexpr Protection protections[] = {{"starttls"_L1, mail::Security::StartTls, 587},
+                                      {"tls"_L1, mail::Security::Tls, 465},
+                                      {"none"_L1, mail::Security::None, 25}};
+
+const Protection& ReadProtection() {
     const QString value = Setting(u"Security"_s);
-    if (value.isEmpty() || value.compare(u"starttls", Qt::CaseInsensitive) == 0) {
-        return mail::Security::StartTls;
-    }
-    if (value.compare(u"tls", Qt::CaseInsensitive) == 0) {
-        return mail::Security::Tls;
-    }
-    if (value.compare(u"none", Qt::CaseInsensitive) == 0) {
-        return mail::Security::None;
+    for (const Protection& each : protections) {
+        if (value.isEmpty() || value.compare(each.name, Qt::CaseInsensitive) == 0) {
+            return each;
+        }
     }
     Refuse(u"Security"_s, value, u"starttls, tls or none"_s);
 }
 
-int ReadPort(mail::Security security) {
+int ReadPort(int usual) {
     const QString value = Setting(u"Port"_s);
-    if (value.isEmpty()) {
-        switch (security) {
-        case mail::Security::StartTls:
-            return 587;
-        case mail::Security::Tls:
-            return 465;
-        case mail::Security::None:
-            return 25;
-        }
-    }
-    bool good = false;
-    const int port = value.toInt(&good);
-    if (!good || port < 1 || port > 65535) {
+    bool isNumber = false;
+    const int port = value.isEmpty() ? usual : value.toInt(&isNumber);
+    if (!value.isEmpty() && (!isNumber || port < 1 || port > 65535)) {
         Refuse(u"Port"_s, value, Translate(u"a number from 1 to 65535"_s));
     }
     return port;
@@ -65,10 +62,6 @@ MailRecipient ReadSender(const QString& user) {
     return senders.front();
 }
 
-QString PasswordKey(const mail::SmtpServer& server) {
-    return u"Password for %1 at %2"_s.arg(server.user, server.host);
-}
-
 } // namespace
 
 MailConfiguration ReadMailConfiguration() {
@@ -78,27 +71,13 @@ MailConfiguration ReadMailConfiguration() {
     if (server.host.isEmpty()) {
         return configuration;
     }
-    server.security = ReadSecurity();
-    server.port = ReadPort(server.security);
+    const Protection& protection = ReadProtection();
+    server.security = protection.security;
+    server.port = ReadPort(protection.usualPort);
     server.user = Setting(u"User"_s);
     server.certificates = Setting(u"CAFile"_s);
     configuration.sender = ReadSender(server.user);
     return configuration;
-}
-
-QString MailNotConfigured() {
-    return Translate(
-               u"No mail server is set up on this computer. Mail can be sent once %1 has a section [Mail] with the "
-               "keys Server and Sender, and where the server asks for them Port, Security and User."_s)
-        .arg(ProfilePath(u"Velmora.INI"_s));
-}
-
-std::optional<QString> StoredMailPassword(const mail::SmtpServer& server) {
-    return CurrentProgram().services().userSettings.Read(u"Velmora"_s, u"Mail"_s, PasswordKey(server));
-}
-
-void StoreMailPassword(const mail::SmtpServer& server, const QString& password) {
-    CurrentProgram().services().userSettings.Write(u"Velmora"_s, u"Mail"_s, PasswordKey(server), password);
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Program.h"
 #include "engine/Database.h"
 
 #include <memory>
@@ -12,7 +13,13 @@ struct SharedDatabase {
 };
 
 // The current program's open database; throws Error when none is open.
-engine::Database& OpenedDatabase();
+inline engine::Database& OpenedDatabase() {
+    const auto& shared = CurrentProgram().Part<SharedDatabase>();
+    if (shared.database == nullptr) {
+        throw ProgramError(ErrorNumber::InvalidCall, QStringLiteral("The database is not open"));
+    }
+    return *shared.database;
+}
 
 // Opens the configured site's database and keeps it. A damaged file is repaired on request when nobody else has it
 // open; without a repair, and after any other failure that the person does not retry, the program ends.

@@ -1,7 +1,8 @@
 #include "ops/SmtpMail.h"
 
 #include "base/Translate.h"
-#include "platform/mail/MailAddress.h"
+#include "data/IniEntry.h"
+#include "platform/mail/OutgoingMail.h"
 
 #include <QUuid>
 
@@ -10,6 +11,28 @@ namespace velmora {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+QString PasswordKey(const mail::SmtpServer& server) {
+    return u"Password for %1 at %2"_s.arg(server.user, server.host);
+}
+
+// What must be set, and where, before mail can be sent; for people.
+QString NotConfigured() {
+    return Translate(
+               u"No mail server is set up on this computer. Mail can be sent once %1 has a section [Mail] with the "
+               "keys Server and Sender, and where the server asks for them Port, Security and User."_s)
+        .arg(ProfilePath(u"Velmora.INI"_s));
+}
+
+// The password kept for the user of that server, in the store that only the person at the desk can read; none when
+// there is none.
+std::optional<QString> StoredPassword(const mail::SmtpServer& server) {
+    return CurrentProgram().services().userSettings.Read(u"Velmora"_s, u"Mail"_s, PasswordKey(server));
+}
+
+void StorePassword(const mail::SmtpServer& server, const QString& password) {
+    CurrentProgram().services().userSettings.Write(u"Velmora"_s, u"Mail"_s, PasswordKey(server), password);
+}
 
 class SmtpMessage : public MailMessage {
 public:
@@ -53,13 +76,13 @@ std::unique_ptr<MailMessage> SmtpMailSession::NewMessage() {
 }
 
 QString SmtpMailSession::Obstacle() const {
-    return configuration_.server.host.isEmpty() ? MailNotConfigured() : QString();
+    return configuration_.server.host.isEmpty() ? NotConfigured() : QString();
 }
 
 bool SmtpMailSession::FetchPassword(bool refused) {
     mail::SmtpServer& server = configuration_.server;
     if (!refused) {
-        if (const auto stored = StoredMailPassword(server)) {
+        if (const auto stored = StoredPassword(server)) {
             server.password = *stored;
             return true;
         }
@@ -111,7 +134,7 @@ void SmtpMailSession::SendNow(const MailDraft& draft, const std::function<bool()
         }
     }
     if (std::exchange(remember_, false)) {
-        StoreMailPassword(server, server.password);
+        StorePassword(server, server.password);
     }
 }
 

@@ -44,13 +44,9 @@ qsizetype LoadLanguage(engine::Database& store, const QString& code, Translation
 
 } // namespace
 
-QString TranslationPath() {
-    return DataDirectory() + QStringLiteral("\\language.mdb");
-}
-
 void LoadTranslations() {
     Program& program = CurrentProgram();
-    const QString path = TranslationPath();
+    const QString path = DataDirectory() + QStringLiteral("\\language.mdb");
     if (!FileExists(path)) {
         return;
     }

@@ -11,7 +11,4 @@ namespace velmora {
 // file that cannot be read is noted in the log and changes nothing.
 void LoadTranslations();
 
-// The path of the translation store.
-QString TranslationPath();
-
 } // namespace velmora

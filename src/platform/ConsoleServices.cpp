@@ -17,12 +17,9 @@ Answer ConsoleDialogs::ShowMessage(const Message& message) {
         return Answer::Abort;
     case Buttons::YesNo:
         return Answer::No;
-    case Buttons::OkCancel:
-    case Buttons::YesNoCancel:
-    case Buttons::RetryCancel:
+    default:
         return Answer::Cancel;
     }
-    return Answer::Cancel;
 }
 
 void ConsoleMail::SendText(const QString&) {

@@ -2,12 +2,18 @@
 
 #include "base/services/Clock.h"
 
+#include <QDateTime>
+
 namespace velmora {
 
 // The computer's clock in its own time zone.
 class SystemClock : public Clock {
 public:
-    DateTime Now() const override;
+    DateTime Now() const override {
+        const QDateTime now = QDateTime::currentDateTime();
+        return *MakeDateTime({now.date().year(), now.date().month(), now.date().day(), now.time().hour(),
+                              now.time().minute(), now.time().second()});
+    }
 };
 
 // A clock that stands still.

@@ -1,7 +1,7 @@
 #include "reports/RequestJson.h"
 
 #include "base/Error.h"
-#include "platform/mail/MailAddress.h"
+#include "platform/mail/OutgoingMail.h"
 #include "reports/RequestFields.h"
 
 #include <QJsonArray>

@@ -12,16 +12,6 @@
 
 namespace velmora {
 
-// How a program opens a site's database.
-struct SiteOpening {
-    // Takes what is to be known about the opening; may be null.
-    Log* log = nullptr;
-    // How long a statement waits for another user's lock.
-    int busyMilliseconds = 5000;
-    // What Date() and Now() in a text mean; without one the system's wall clock.
-    std::function<DateTime()> now{};
-};
-
 // What a new site holds beside its stored queries and report layouts.
 struct SiteContents {
     // Fills tables other than StoredQuery; may be empty.
@@ -44,8 +34,8 @@ public:
 
     bool Exists() const;
     // Brings a database that an older program has made up to date where it may (site/SiteVersion.h). Throws as
-    // engine::DatabasePlace::Open.
-    std::unique_ptr<engine::Database> Open(const SiteOpening& opening = {}) const;
+    // engine::DatabasePlace::Open. The log, which may be null, takes what is to be known about the opening.
+    std::unique_ptr<engine::Database> Open(Log* log = nullptr) const;
     // These throw as those of engine::DatabasePlace.
     engine::CheckResult Check() const;
     bool IsInUse() const;

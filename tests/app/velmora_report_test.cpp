@@ -1,8 +1,7 @@
+#include "tests/app/Programs.h"
 #include "tests/desk/TestSite.h"
-#include "tests/support/Folders.h"
 #include "tests/support/MailServer.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
@@ -10,23 +9,24 @@
 namespace velmora {
 namespace {
 
-struct Outcome {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray error;
-};
-
 // The real program on the test site, on Thursday, March 5, 2026, 2:15 PM, in en_US.
 class ReportProgramTest : public ::testing::Test {
 protected:
-    ReportProgramTest() { MakeTestSite(Path(u"Velmora.MDB"_s)); }
+    ReportProgramTest() {
+        MakeTestSite(Path(u"Velmora.MDB"_s));
+        for (const QString& name : QDir(ShareFolder() + u"/layouts"_s).entryList(QDir::Files)) {
+            QFile::copy(ShareFolder() + u"/layouts/"_s + name, Path(name));
+        }
+    }
 
-    QString Path(const QString& name) const { return folder_.filePath(name); }
+    QString Path(const QString& name) const { return QDir(folder_.path()).filePath(name); }
+    // A relative path is taken below the site's folder.
     void WriteFile(const QString& name, const QByteArray& bytes) const {
         QFile file(Path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
+    void Configure(const QByteArray& settings) const { WriteFile(home_.filePath(u"Velmora.INI"_s), settings); }
     // Nothing of the person who runs the tests reaches the program.
     void Prepare(QProcess& process) const {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -36,11 +36,6 @@ protected:
         environment.insert(u"LC_ALL"_s, u"C"_s);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(folder_.path());
-    }
-    Outcome Finish(QProcess& process) const {
-        EXPECT_TRUE(process.waitForFinished(60000));
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
     }
     // Runs the program with these words alone.
     Outcome RunWords(const QStringList& words, const std::function<void()>& inChild = {}) const {
@@ -53,12 +48,12 @@ protected:
         return Finish(process);
     }
     // Runs the program on the site with a command line of blank-separated words.
-    QStringList Words(const char* line) const {
+    QStringList Words(const QByteArray& line) const {
         return QStringList{u"--data"_s,   folder_.path(), u"--now"_s, u"2026-03-05 14:15:00"_s,
                            u"--locale"_s, u"en_US"_s} +
                QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts);
     }
-    Outcome Run(const char* line) const { return RunWords(Words(line)); }
+    Outcome Run(const QByteArray& line) const { return RunWords(Words(line)); }
     // Runs a shell line in which $0 is the program.
     Outcome RunShell(const char* line) const {
         QProcess process;
@@ -66,10 +61,22 @@ protected:
         process.start(u"/bin/sh"_s, {u"-c"_s, QString::fromLatin1(line), program_});
         return Finish(process);
     }
-    static QByteArray Expected(const char* name, const char* folder = "reports") {
-        return FileBytes(
-                   u"%1/%2/expected/%3"_s.arg(TestDataFolder(), QLatin1StringView(folder), QLatin1StringView(name))) +
-               "\r\n";
+    static QByteArray Expected(const QByteArray& name) {
+        return FileBytes(TestDataFolder() + u"/reports/expected/"_s + QString::fromLatin1(name)) + "\r\n";
+    }
+    // Runs the command lines of a file of cases and compares what they print, and what they save, with the expected
+    // texts.
+    void ExpectTexts(const char* file) const {
+        for (const ProgramCase& c : Cases(file)) {
+            const Outcome printed = Run(c.line);
+            EXPECT_EQ(printed.exitCode, 0) << c.line.constData() << printed.error.constData();
+            EXPECT_EQ(printed.out.toStdString(), Expected(c.expected).toStdString()) << c.line.constData();
+            EXPECT_EQ(printed.error, "") << c.line.constData();
+            const Outcome saved = Run("--output list.out " + c.line);
+            EXPECT_EQ(saved.exitCode, 0) << c.line.constData();
+            EXPECT_EQ(saved.out, "") << c.line.constData();
+            EXPECT_EQ(FileBytes(Path(u"list.out"_s)), printed.out) << c.line.constData();
+        }
     }
 
     QString program_ = QStringLiteral(VELMORA_BIN "/velmora-report");
@@ -77,73 +84,11 @@ protected:
     QTemporaryDir home_;
 };
 
-TEST_F(ReportProgramTest, PrintsTheBytesThatADeskSaves) {
-    struct Case {
-        const char* line;
-        const char* expected;
-    };
-    for (const Case& c : {
-             Case{"daily --list starts --day next --include-notes --include-phone --brief",
-                  "starts-next-brief-everything.txt"},
-             Case{"--to html daily --list starts --day next --brief", "starts-next-brief.htm"},
-             Case{"daily --list starts --day next --brief --exclude-completed-moves --exclude-conference-rooms",
-                  "starts-next-excludes.txt"},
-             Case{"daily --brief --list=starts --day=next --exclude-completed-phones --to=text",
-                  "starts-next-phones-done.txt"},
-             Case{"--startup-argument B1 daily --list starts --day next --brief", "starts-next-prefix.txt"},
-             Case{"daily --one-page --list starts --day next --brief", "starts-next-one-page.txt"},
-             Case{"daily --one-page --list combined --day next --brief --to html", "combined-next-one-page.htm"},
-             Case{"--now 2026-03-06T14:15:00 daily --list starts --day next --brief", "starts-friday.txt"},
-             Case{"daily --list ends --day other --date 2026-03-08 --brief", "ends-other.txt"},
-             Case{"daily --list starts --day other --date 2026-03-07 --days 3 --brief", "starts-other.txt"},
-             Case{"--leader boxes --orientation landscape --printer Lobby daily --list combined --day current --brief",
-                  "combined-current.txt"},
-         }) {
-        // The person codes of the expected texts come from a dictionary, which only the brief lists do without.
-        const Outcome printed = Run(c.line);
-        EXPECT_EQ(printed.exitCode, 0) << c.line << printed.error.toStdString();
-        EXPECT_EQ(printed.out.toStdString(), Expected(c.expected).toStdString()) << c.line;
-        EXPECT_EQ(printed.error, "") << c.line;
-
-        const Outcome saved = Run((QByteArray("--output list.out ") + c.line).constData());
-        EXPECT_EQ(saved.exitCode, 0) << c.line;
-        EXPECT_EQ(saved.out, "") << c.line;
-        EXPECT_EQ(FileBytes(Path(u"list.out"_s)), printed.out) << c.line;
-    }
-}
-
-TEST_F(ReportProgramTest, PrintsTheManagementReportsThatADeskSaves) {
+TEST_F(ReportProgramTest, PrintsAndSavesTheBytesThatADeskSaves) {
+    ExpectTexts("daily.txt");
     ASSERT_TRUE(QFile::remove(Path(u"Velmora.MDB"_s)));
     MakeTestSite(Path(u"Velmora.MDB"_s), u"/reports/site.sql"_s);
-    struct Case {
-        const char* line;
-        const char* expected;
-    };
-    for (const Case& c : {
-             Case{"occupant --day current", "occupant.txt"},
-             Case{"occupant --day current --include-unreserved --to html", "occupant.htm"},
-             Case{"occupant --non-permanent --day=current", "occupant-non-permanent.txt"},
-             Case{"--startup-argument B2 occupant --day current --include-unreserved", "occupant-prefix.txt"},
-             Case{"occupant --day next --now 2026-03-06T14:15:00", "occupant-friday.txt"},
-             Case{"directory --day current --include-unreserved", "directory-unreserved.txt"},
-             Case{"directory --day current --non-permanent", "directory-non-permanent.txt"},
-             Case{"directory --day other --date 2026-03-10 --days 3", "directory-other.txt"},
-             Case{"exception --type space --date 2026-03-05", "exception-space.txt"},
-             Case{"exception --type area1 --date 2026-03-05", "exception-area1.txt"},
-             Case{"exception --type area2 --date 2026-03-05 --to html", "exception-area2.htm"},
-             Case{"exception --type area3 --date 2026-03-05", "exception-area3.txt"},
-             Case{"exception --type not-checked-in --date 2026-03-05 --exclude-conference-rooms",
-                  "exception-not-checked-in-conference.txt"},
-             Case{"usage --by location --date 2026-03-05", "usage-location.txt"},
-             Case{"usage --by area1 --date 2026-03-05 --detail", "usage-area1-detail.txt"},
-             Case{"usage --by area2 --date 2026-03-05", "usage-area2.txt"},
-             Case{"usage --by area3 --detail --date 2026-03-05", "usage-area3-detail.txt"},
-         }) {
-        const Outcome printed = Run(c.line);
-        EXPECT_EQ(printed.exitCode, 0) << c.line << printed.error.toStdString();
-        EXPECT_EQ(printed.error, "") << c.line;
-        EXPECT_EQ(printed.out.toStdString(), Expected(c.expected, "reports").toStdString()) << c.line;
-    }
+    ExpectTexts("management.txt");
 }
 
 TEST_F(ReportProgramTest, AReportThatPrintsNothingIsEmptyAndTheLocaleWritesTheDates) {
@@ -159,71 +104,18 @@ TEST_F(ReportProgramTest, AReportThatPrintsNothingIsEmptyAndTheLocaleWritesTheDa
 }
 
 TEST_F(ReportProgramTest, TheConfiguredDirectoryCountsWithoutTheOption) {
-    QFile ini(home_.filePath(u"Velmora.INI"_s));
-    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-    ini.write("[Files]\r\nDatabase=" + folder_.path().toUtf8() + "\r\n");
-    ini.close();
+    Configure("[Files]\r\nDatabase=" + folder_.path().toUtf8() + "\r\n");
     const Outcome outcome = RunWords({u"--now"_s, u"2026-03-05 14:15:00"_s, u"daily"_s, u"--list"_s, u"combined"_s,
                                       u"--day"_s, u"current"_s, u"--brief"_s});
     EXPECT_EQ(outcome.out, Expected("combined-current.txt"));
 }
 
 TEST_F(ReportProgramTest, BadUsageIsTwoWithTheReason) {
-    struct Case {
-        const char* line;
-        const char* reason;
-    };
-    for (const Case& c : {
-             Case{"", "report is missing"},
-             Case{"daily", "--list"},
-             Case{"daily --list starts", "--day"},
-             Case{"daily --day next", "--list"},
-             Case{"daily --list middle --day next", "starts or ends or combined, not \"middle\""},
-             Case{"daily --list starts --day tomorrow", "not \"tomorrow\""},
-             Case{"daily --list starts --day other", "--date"},
-             Case{"daily --list starts --day other --date 2026-02-30", "2026-02-30"},
-             Case{"daily --list starts --day other --date 3/7/2026", "3/7/2026"},
-             Case{"daily --list starts --day other --date 2026-03-07 --days 0", "at least 1"},
-             Case{"daily --list starts --day other --date 2026-03-07 --days two", "two"},
-             Case{"daily --list starts --day other --date 9999-12-31 --days 2", "9999"},
-             Case{"daily --list starts --day next --date 2026-03-07", "--day other"},
-             Case{"daily --list starts --day current --days 2", "--day other"},
-             Case{"daily --list starts --day next --bref", "--bref"},
-             Case{"daily --list starts --day next more", "more"},
-             Case{"daily --list starts --day next --brief=yes", "brief"},
-             Case{"daily --list starts --day", "--day"},
-             Case{"--now 2026-03-05x daily --list starts --day next", "2026-03-05x"},
-             Case{"--locale xx_YY daily --list starts --day next", "xx_YY"},
-             Case{"--to fax daily --list starts --day next", "fax"},
-             Case{"--to mail daily --list starts --day next", "--mail-to"},
-             Case{"--to pdf daily --list starts --day next", "--output"},
-             Case{"--to printer --output list.pdf daily --list starts --day next", "--to pdf"},
-             Case{"--printer= daily --list starts --day next", "--printer"},
-             Case{"--mail-to a@b daily --list starts --day next", "without --to mail"},
-             Case{"--to mail --mail-to nobody daily --list starts --day next", "nobody"},
-             Case{"--to mail --mail-to a@b --output x daily --list starts --day next", "makes none"},
-             Case{"--orientation upright daily --list starts --day next", "portrait or landscape"},
-             Case{"--data= daily --list starts --day next", "--data"},
-             Case{"layouts --report setup --start 2026-03-05 --end 2026-03-06", "layouts"},
-             Case{"occupant", "--day"},
-             Case{"directory --day other", "--date"},
-             Case{"occupant --day next --detail", "--detail"},
-             Case{"exception --date 2026-03-05", "--type space"},
-             Case{"exception --type area4 --date 2026-03-05", "not \"area4\""},
-             Case{"exception --type area1", "--date YYYY-MM-DD is missing"},
-             Case{"exception --type area1 --date 5.3.2026", "5.3.2026"},
-             Case{"exception --type area1 --date 2026-03-05 --day next", "--day"},
-             Case{"usage --by location", "--date YYYY-MM-DD is missing"},
-             Case{"usage --date 2026-03-05", "--by location"},
-             Case{"usage --by floor --date 2026-03-05", "not \"floor\""},
-             Case{"usage --by area1 --date 9999-12-31", "9999"},
-             Case{"weekly --day next", "weekly"},
-             Case{"--brief daily --list starts --day next", "--brief"},
-         }) {
+    for (const ProgramCase& c : Cases("report-usage.txt")) {
         const Outcome outcome = RunWords(QString::fromLatin1(c.line).split(u' ', Qt::SkipEmptyParts));
-        EXPECT_EQ(outcome.exitCode, 2) << c.line;
-        EXPECT_EQ(outcome.out, "") << c.line;
-        EXPECT_TRUE(outcome.error.contains(c.reason)) << c.line << ": " << outcome.error.toStdString();
+        EXPECT_EQ(outcome.exitCode, 2) << c.line.constData();
+        EXPECT_EQ(outcome.out, "") << c.line.constData();
+        EXPECT_TRUE(outcome.error.contains(c.expected)) << c.line.constData() << ": " << outcome.error.constData();
     }
     const Outcome help = RunWords({u"--help"_s});
     EXPECT_EQ(help.exitCode, 0);
@@ -317,10 +209,8 @@ TEST_F(ReportProgramTest, MailGoesOutUnderTheReportsTitle) {
     EXPECT_TRUE(outcome.error.contains("[Mail]")) << outcome.error.toStdString();
 
     const auto configure = [this](const MailServer& server) {
-        QFile file(home_.filePath(u"Velmora.INI"_s));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[Mail]\nServer=127.0.0.1\nSecurity=none\nSender=desk@example.org\nPort=" +
-                   QByteArray::number(server.Port()) + '\n');
+        Configure("[Mail]\nServer=127.0.0.1\nSecurity=none\nSender=desk@example.org\nPort=" +
+                  QByteArray::number(server.Port()) + '\n');
     };
     const MailServer server;
     configure(server);
@@ -370,6 +260,52 @@ TEST_F(ReportProgramTest, AStandardOutputThatTakesNothingIsAFailure) {
         EXPECT_EQ(outcome.exitCode, 1) << line;
         EXPECT_TRUE(outcome.error.contains("standard output")) << line << outcome.error.toStdString();
     }
+}
+
+TEST_F(ReportProgramTest, ShowsFormulasWithoutADatabase) {
+    for (const ProgramCase& c : Cases("formulas.txt")) {
+        const Outcome shown = RunWords(QString::fromLatin1("--data /nowhere layout --start 2026-03-10 --end 2026-03-11 "
+                                                           "--show-formula --report " +
+                                                           c.line)
+                                           .split(u' '));
+        EXPECT_EQ(shown.exitCode, 0) << shown.error.constData();
+        EXPECT_EQ(QByteArray(shown.out).replace('\t', "<TAB>"), c.expected + '\n') << c.line.constData();
+        EXPECT_EQ(shown.error, "");
+    }
+}
+
+TEST_F(ReportProgramTest, LayoutsGoToEveryTarget) {
+    const Outcome text = Run("layout --report setup --start 2026-03-06 --end 2026-03-07");
+    EXPECT_EQ(text.exitCode, 0) << text.error.toStdString();
+    EXPECT_TRUE(text.out.startsWith("Setup\r\nReservations that start\r\n")) << text.out.toStdString();
+    EXPECT_TRUE(text.out.contains("\tBoardroom")) << text.out.toStdString();
+    EXPECT_TRUE(text.out.endsWith("\r\n") && !text.out.endsWith("\r\n\r\n"));
+
+    const Outcome html = Run("--to html layout --report occupant --start 2026-03-06 --end 2026-03-07");
+    EXPECT_EQ(html.exitCode, 0);
+    EXPECT_TRUE(html.out.startsWith("<h1>Occupants</h1>")) << html.out.toStdString();
+
+    const Outcome pdf = Run("--to pdf --output - layout --report reminder --start 2026-03-06 --end 2026-03-07");
+    EXPECT_EQ(pdf.exitCode, 0) << pdf.error.toStdString();
+    EXPECT_TRUE(pdf.out.startsWith("%PDF-"));
+    EXPECT_EQ(
+        Run("--to pdf --output out.pdf --orientation landscape layout --report directory --start 2026-03-06 --end "
+            "2026-03-07")
+            .out,
+        "");
+    EXPECT_TRUE(FileBytes(Path(u"out.pdf"_s)).startsWith("%PDF-"));
+}
+
+TEST_F(ReportProgramTest, ALayoutThatCannotBeReadIsReportedAndLeavesNoFile) {
+    QFile(Path(u"Setup.rpx"_s)).remove();
+    const Outcome missing = Run("--output out.txt layout --report setup --start 2026-03-06 --end 2026-03-07");
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_TRUE(missing.error.contains("Setup.rpx is missing")) << missing.error.toStdString();
+    WriteFile(u"Takedown.rpx"_s, "{\n\"title\": \"T\",\n\"tabels\": []}");
+    const Outcome wrong = Run("--output out.txt layout --report takedown --start 2026-03-06 --end 2026-03-07");
+    EXPECT_EQ(wrong.exitCode, 1);
+    EXPECT_TRUE(wrong.error.contains("Takedown.rpx is wrong in line 1")) << wrong.error.toStdString();
+    EXPECT_FALSE(QFile::exists(Path(u"out.txt"_s)));
 }
 
 } // namespace

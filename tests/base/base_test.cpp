@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QDateTime>
-
 namespace velmora {
 namespace {
 
@@ -66,34 +64,6 @@ TEST(ValueTest, ConversionsAreTotal) {
     EXPECT_EQ(Value(At(2026, 3, 7)).ToText(), u"2026-03-07 00:00:00"_s);
     EXPECT_EQ(Value().ToText(), QString());
     EXPECT_FALSE(Value(u"soon"_s).ToDateTime());
-}
-
-TEST(DatePatternTest, WritesWhatTheToolkitWritesInEveryLocale) {
-    const auto plain = [](QString text) {
-        for (QChar& c : text) {
-            c = c.isSpace() ? QChar(u' ') : c;
-        }
-        return text;
-    };
-    const auto locales = QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
-    ASSERT_GT(locales.size(), 300);
-    for (const QLocale& locale : locales) {
-        const QStringList patterns{
-            locale.dateFormat(QLocale::LongFormat).replace(u"yyyy"_s, u"y"_s).replace(u"y"_s, u"yyyy"_s),
-            u"dd ddd MMM MM M yyyy 'o''clock' ''"_s, locale.timeFormat(QLocale::ShortFormat), u"hh:mm:ss AP h ap H"_s};
-        for (const DateTime moment : {At(2026, 3, 7, 0, 5, 9), At(2026, 12, 27, 12, 0), At(987, 5, 31, 23, 59, 59)}) {
-            const DateTimeFields fields = Fields(moment);
-            const QDateTime same(QDate(fields.year, fields.month, fields.day),
-                                 QTime(fields.hour, fields.minute, fields.second), Qt::UTC);
-            for (const QString& pattern : patterns) {
-                DatePattern::Buffer buffer;
-                DatePattern(pattern, locale).Append(buffer, fields);
-                EXPECT_EQ(QString(buffer.constData(), buffer.size()).toStdString(),
-                          plain(locale.toString(same, pattern)).toStdString())
-                    << locale.name().toStdString() << ' ' << pattern.toStdString();
-            }
-        }
-    }
 }
 
 struct DateTextCase {

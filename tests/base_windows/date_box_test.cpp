@@ -1,5 +1,5 @@
-#include "base/windows/CalendarPopup.h"
 #include "base/windows/DateBox.h"
+#include "tests/support/Fakes.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -14,12 +14,6 @@ namespace velmora {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-// Saturday, March 7, 2026.
-class FixedDay : public Clock {
-public:
-    DateTime Now() const override { return *MakeDateTime({2026, 3, 7, 14, 15, 0}); }
-};
 
 Date Day(int year, int month, int day) {
     return *MakeDate(year, month, day);
@@ -45,7 +39,8 @@ protected:
 
     QWidget window_;
     LocaleText locale_;
-    FixedDay clock_;
+    // Saturday, March 7, 2026.
+    fakes::FakeClock clock_;
     DateBox* box_ = new DateBox(locale_, clock_, &window_);
     DateBox* other_ = new DateBox(locale_, clock_, &window_);
 };

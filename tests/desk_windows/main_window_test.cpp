@@ -1,7 +1,6 @@
 #include "base/windows/DateBox.h"
 #include "desk/windows/DeskWindows.h"
 #include "desk/windows/frmIntro.h"
-#include "ops/windows/Help.h"
 #include "ops/windows/frmHelp.h"
 #include "reports/ReportFrame.h"
 #include "tests/desk_windows/DeskWindowFixture.h"

@@ -1,4 +1,4 @@
-#include "platform/mail/MailAddress.h"
+#include "platform/mail/OutgoingMail.h"
 #include "platform/mail/SmtpClient.h"
 #include "tests/support/MailServer.h"
 

@@ -1,5 +1,5 @@
 #include "platform/printers/CupsQueues.h"
-#include "platform/printers/NoQueues.h"
+#include "platform/printers/PrintQueues.h"
 #include "platform/printers/SystemPrinters.h"
 #include "tests/print/PagesFixture.h"
 #include "tests/support/PrivatePrintServer.h"

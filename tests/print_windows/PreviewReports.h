@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Error.h"
-#include "platform/printers/DocumentPrinter.h"
+#include "platform/printers/PrintQueues.h"
 #include "print/PrintJob.h"
 #include "print/pages/PageOutput.h"
 #include "print/pages/PageWriter.h"

@@ -4,7 +4,7 @@
 
 #include "base/Translate.h"
 #include "base/windows/TranslateForm.h"
-#include "base/windows/WindowDialogs.h"
+#include "base/windows/WindowServices.h"
 #include "print/windows/SampleView.h"
 #include "print/windows/frmPrintOptions.h"
 #include "print/windows/frmPrintStyles.h"

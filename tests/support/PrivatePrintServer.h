@@ -1,13 +1,11 @@
 #pragma once
 
-#include <QDir>
+#include "tests/support/Folders.h"
+
 #include <QFile>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QThread>
-
-#include <sys/stat.h>
 
 namespace velmora::fakes {
 
@@ -17,29 +15,13 @@ namespace velmora::fakes {
 class PrivatePrintServer {
 public:
     PrivatePrintServer() {
-        // The server's own user must reach the spool.
-        ::chmod(Native(folder_.path()).constData(), 0755);
-        for (const char16_t* name : {u"etc", u"etc/ppd", u"spool", u"spool/tmp", u"cache", u"state", u"log", u"out"}) {
-            QDir(folder_.path()).mkpath(QString::fromUtf16(name));
+        qputenv("CUPS_SERVER", QFile::encodeName(Socket()));
+        qputenv("PATH", qgetenv("PATH") + ":/usr/sbin");
+        qputenv("HOME", QFile::encodeName(folder_.path()));
+        server_.start(TestDataFolder() + QStringLiteral("/support/print_server.sh"), {folder_.path()});
+        for (int i = 0; i < 200 && server_.state() != QProcess::NotRunning && !QFile::exists(Socket()); ++i) {
+            server_.waitForFinished(50);
         }
-        Write(QStringLiteral("etc/cupsd.conf"),
-              "Listen " + Native(Socket()) +
-                  "\nBrowsing Off\nDefaultAuthType None\nWebInterface No\n"
-                  "<Location />\nOrder allow,deny\nAllow all\n</Location>\n"
-                  "<Policy default>\n<Limit All>\nOrder allow,deny\nAllow all\n</Limit>\n</Policy>\n");
-        QByteArray files;
-        MakePrograms();
-        for (const auto& [key, place] :
-             {std::pair{"ServerRoot", "etc"}, std::pair{"ServerBin", "bin"}, std::pair{"RequestRoot", "spool"},
-              std::pair{"TempDir", "spool/tmp"}, std::pair{"CacheDir", "cache"}, std::pair{"StateDir", "state"},
-              std::pair{"AccessLog", "log/access"}, std::pair{"ErrorLog", "log/error"},
-              std::pair{"PageLog", "log/page"}}) {
-            files += QByteArray(key) + ' ' + Native(folder_.filePath(QString::fromLatin1(place))) + '\n';
-        }
-        Write(QStringLiteral("etc/cups-files.conf"), files);
-        qputenv("CUPS_SERVER", Native(Socket()));
-        qputenv("HOME", Native(folder_.path()));
-        Start();
     }
     ~PrivatePrintServer() { Stop(); }
     PrivatePrintServer(const PrivatePrintServer&) = delete;
@@ -47,7 +29,9 @@ public:
 
     bool Runs() const { return server_.state() == QProcess::Running && QFile::exists(Socket()); }
     // Why it does not run.
-    QString Reason() const { return reason_; }
+    QString Reason() {
+        return QStringLiteral("cupsd did not start: ") + QString::fromUtf8(server_.readAllStandardError());
+    }
     void Stop() {
         server_.terminate();
         if (!server_.waitForFinished(10000)) {
@@ -90,59 +74,12 @@ public:
     }
 
 private:
-    static QByteArray Native(const QString& path) { return QFile::encodeName(path); }
     // A socket's path is short.
     QString Socket() const { return folder_.filePath(QStringLiteral("s")); }
-    static QString Program(const QString& name) {
-        const QString found = QStandardPaths::findExecutable(name);
-        return found.isEmpty() ? QStandardPaths::findExecutable(name, {QStringLiteral("/usr/sbin")}) : found;
-    }
-
-    // The system's own filters, and one back end, which keeps what it is given in the file that its device names.
-    void MakePrograms() const {
-        QDir(folder_.path()).mkpath(QStringLiteral("bin/backend"));
-        const QDir system(QStringLiteral("/usr/lib/cups"));
-        for (const QString& name : system.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            if (name != u"backend") {
-                QFile::link(system.filePath(name), folder_.filePath(QStringLiteral("bin/") + name));
-            }
-        }
-        const QString backend = QStringLiteral("bin/backend/keep");
-        Write(backend, "#!/bin/sh\n[ $# -gt 0 ] || exit 0\nfile=${DEVICE_URI#keep:}\n"
-                       "cat ${6:+\"$6\"} >\"$file.part\" && mv \"$file.part\" \"$file\"\n");
-        ::chmod(Native(folder_.filePath(backend)).constData(), 0755);
-        ::chmod(Native(folder_.filePath(QStringLiteral("out"))).constData(), 0777);
-    }
-    void Write(const QString& name, const QByteArray& bytes) const {
-        QFile file(folder_.filePath(name));
-        file.open(QIODevice::WriteOnly);
-        file.write(bytes);
-    }
-    bool Run(const QString& program, const QStringList& words) const {
-        QProcess process;
-        process.start(Program(program), words);
-        return process.waitForFinished(30000) && process.exitCode() == 0;
-    }
-    void Start() {
-        const QString program = Program(QStringLiteral("cupsd"));
-        if (program.isEmpty()) {
-            reason_ = QStringLiteral("cupsd is not installed");
-            return;
-        }
-        server_.start(program,
-                      {QStringLiteral("-f"), QStringLiteral("-c"), folder_.filePath(QStringLiteral("etc/cupsd.conf")),
-                       QStringLiteral("-s"), folder_.filePath(QStringLiteral("etc/cups-files.conf"))});
-        for (int i = 0; i < 200 && server_.state() != QProcess::NotRunning && !QFile::exists(Socket()); ++i) {
-            server_.waitForFinished(50);
-        }
-        if (!Runs()) {
-            reason_ = QStringLiteral("cupsd did not start: ") + QString::fromUtf8(server_.readAllStandardError());
-        }
-    }
+    static bool Run(const QString& program, const QStringList& words) { return QProcess::execute(program, words) == 0; }
 
     QTemporaryDir folder_;
     QProcess server_;
-    QString reason_;
 };
 
 } // namespace velmora::fakes

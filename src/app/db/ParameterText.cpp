@@ -19,37 +19,32 @@ std::optional<Value> ReadDateTime(const QString& text) {
 }
 
 std::optional<Value> ReadYesNo(const QString& text) {
-    if (text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0) {
-        return Value(true);
-    }
-    if (text.compare(QLatin1String("false"), Qt::CaseInsensitive) == 0) {
-        return Value(false);
-    }
-    return std::nullopt;
+    const bool isTrue = text.compare(u"true", Qt::CaseInsensitive) == 0;
+    const bool isFalse = text.compare(u"false", Qt::CaseInsensitive) == 0;
+    return isTrue || isFalse ? std::optional<Value>(isTrue) : std::nullopt;
 }
 
-// Only what looks like a number: no blanks, no "inf", no digits of other scripts.
-bool LooksLikeNumber(const QString& text, bool whole) {
-    const QRegularExpression form(whole ? QStringLiteral("\\A[+-]?[0-9]+\\z")
-                                        : QStringLiteral("\\A[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?\\z"));
-    return form.match(text).hasMatch();
+// Numbers have no blanks, no "inf" and no digits of other scripts.
+bool Matches(const QString& text, const char* form) {
+    return QRegularExpression(QRegularExpression::anchoredPattern(QLatin1StringView(form))).match(text).hasMatch();
 }
 
 std::optional<Value> ReadInteger(const QString& text) {
     bool fits = false;
     const qint64 number = text.toLongLong(&fits);
-    return fits && LooksLikeNumber(text, true) ? std::optional<Value>(number) : std::nullopt;
+    return fits && Matches(text, "[+-]?[0-9]+") ? std::optional<Value>(number) : std::nullopt;
 }
 
 std::optional<Value> ReadReal(const QString& text) {
     bool fits = false;
     const double number = text.toDouble(&fits);
-    return fits && std::isfinite(number) && LooksLikeNumber(text, false) ? std::optional<Value>(number) : std::nullopt;
+    const bool isNumber = Matches(text, "[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?");
+    return fits && isNumber && std::isfinite(number) ? std::optional<Value>(number) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<Value> ReadDeclared(const QString& text, FieldType type) {
+std::optional<Value> ReadParameter(const QString& text, FieldType type) {
     switch (type) {
     case FieldType::YesNo:
         return ReadYesNo(text);
@@ -64,16 +59,12 @@ std::optional<Value> ReadDeclared(const QString& text, FieldType type) {
     case FieldType::Unknown:
         break;
     }
-    return ReadUndeclared(text);
-}
-
-Value ReadUndeclared(const QString& text) {
     for (const auto read : {ReadInteger, ReadReal, ReadDateTime, ReadYesNo}) {
         if (const std::optional<Value> value = read(text)) {
-            return *value;
+            return value;
         }
     }
-    return text;
+    return Value(text);
 }
 
 QString TypeInWords(FieldType type) {

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "base/windows/WindowDialogs.h"
-#include "base/windows/WindowEventLoop.h"
+#include "base/windows/WindowServices.h"
 #include "desk/windows/DeskWindows.h"
 #include "desk/windows/frmScmain.h"
 #include "ops/ErrorReport.h"
-#include "ops/windows/Help.h"
-#include "ops/windows/WindowMail.h"
-#include "ops/windows/WindowProgress.h"
+#include "ops/windows/frmHelp.h"
+#include "ops/windows/frmMailText.h"
+#include "ops/windows/frmProgress.h"
 #include "platform/LogFile.h"
 #include "platform/NativeUserSettings.h"
 #include "platform/SystemClock.h"

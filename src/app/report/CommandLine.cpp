@@ -61,7 +61,12 @@ private:
     void ChooseIndex(const char* name, const QStringList& names, int&, bool, const char* help) override {
         QStringList offered = names;
         offered.removeAll(u"preview"_s); // only the desk has a window for it
-        AddText(name, help, offered.join(u'|').toStdString());
+        AddValue(name, help, offered.join(u'|').toStdString(), [name, offered](const QString& text) {
+            if (!offered.contains(text)) {
+                throw BadUsage{u"--%1 is %2, not \"%3\""_s.arg(QLatin1StringView(name), offered.join(u" or "_s), text)};
+            }
+            return QJsonValue(text);
+        });
     }
     void AddText(const char* name, const char* help, const std::string& type) {
         AddValue(name, help, type, [](const QString& text) { return QJsonValue(text); });
@@ -87,6 +92,7 @@ public:
     QString Help() const { return QString::fromStdString(app_.help("", CLI::AppFormatMode::All)); }
 
 private:
+    void ReadWords(const QStringList& words);
     void AddText(const char* name, const char* type, const char* help, std::optional<std::string>& value) {
         app_.add_option(name, value, help)->type_name(type)->take_last();
     }
@@ -130,14 +136,13 @@ Parser::Parser() {
     }
 }
 
-// Nothing is printed on the way to a window, and options that are sound each by itself may not go together.
+// Options that are sound each by itself may not go together.
 void CheckOutput(const Command& command) {
     const DeliveryTarget target = command.delivery.target;
     const bool toMail = target == DeliveryTarget::Mail;
     const bool hasOutput = !command.delivery.file.isEmpty();
     const bool hasRecipients = !command.delivery.recipients.empty();
     const std::pair<bool, QString> rules[] = {
-        {target == DeliveryTarget::Preview, u"--to preview needs a window, which only the desk has"_s},
         {target == DeliveryTarget::PdfFile && !hasOutput,
          u"--to pdf needs --output FILE, or --output - for standard output"_s},
         {target == DeliveryTarget::Printer && hasOutput,
@@ -153,8 +158,25 @@ void CheckOutput(const Command& command) {
     }
 }
 
+void Parser::ReadWords(const QStringList& words) {
+    try {
+        ParseWords(app_, words);
+    } catch (const CLI::ExtrasError&) {
+        const std::vector<std::string> unknown = app_.remaining();
+        if (!app_.get_subcommands().empty() || unknown.front().front() == '-') {
+            throw;
+        }
+        QStringList reports;
+        for (const ReportKind& kind : ReportKinds()) {
+            reports += QLatin1StringView(kind.name);
+        }
+        throw BadUsage{u"There is no report \"%1\"; the reports are %2"_s.arg(QString::fromStdString(unknown.front()),
+                                                                              reports.join(u", "_s))};
+    }
+}
+
 Command Parser::Parse(const QStringList& words) {
-    ParseWords(app_, words);
+    ReadWords(words);
     if (app_.get_subcommands().empty()) {
         throw BadUsage{u"The report is missing"_s};
     }

@@ -3,13 +3,33 @@
 #include "base/LocaleText.h"
 #include "base/services/Clock.h"
 
+#include <QFrame>
 #include <QLineEdit>
 
 #include <optional>
 
+class QCalendarWidget;
 class QLabel;
 
 namespace velmora {
+
+// A month to choose a day from, below the box that asks for it. It deletes itself when it closes.
+class CalendarPopup : public QFrame {
+    Q_OBJECT
+
+public:
+    CalendarPopup(const QLocale& locale, Date shown, Date today, QWidget* parent);
+    // Below the box, or above it where the screen ends.
+    void ShowBelow(const QWidget& box);
+
+Q_SIGNALS:
+    void Chosen(Date day);
+
+private:
+    void Choose(Date day);
+
+    QCalendarWidget* month_;
+};
 
 // A box for one date: typed in the locale's order of day, month and year, picked from a calendar (Alt+Down, F4, or the
 // button in the box), or stepped by a day with Up and Down. A finished entry is written as the short date. What is not

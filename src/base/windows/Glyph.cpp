@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPalette>
 
+#include <algorithm>
+
 namespace velmora {
 
 namespace {
@@ -13,57 +15,35 @@ constexpr double grid = 24;
 constexpr double weight = 1.75;
 
 // Strokes as words: M x y begins one, L x y draws to a point, R x y w h is a rectangle, O x y r a circle.
-const char* Strokes(Glyph glyph) {
-    switch (glyph) {
-    case Glyph::First:
-        return "M 6 5 L 6 19 M 17 5 L 10 12 L 17 19";
-    case Glyph::Previous:
-        return "M 15 5 L 8 12 L 15 19";
-    case Glyph::Next:
-        return "M 9 5 L 16 12 L 9 19";
-    case Glyph::Last:
-        return "M 18 5 L 18 19 M 7 5 L 14 12 L 7 19";
-    case Glyph::PrintPage:
-        return "M 7 9 L 7 3 L 17 3 L 17 9 M 7 17 L 3 17 L 3 9 L 21 9 L 21 17 L 17 17 M 7 14 L 17 14 L 17 21 L 7 21 "
-               "L 7 14";
-    case Glyph::PrintAll:
-        return "M 7 9 L 7 5 L 17 5 L 17 9 M 10 5 L 10 2 L 20 2 L 20 9 M 7 17 L 3 17 L 3 9 L 21 9 L 21 17 L 17 17 "
-               "M 7 14 L 17 14 L 17 21 L 7 21 L 7 14 M 10 17.5 L 14 17.5";
-    case Glyph::Up:
-        return "M 5 15 L 12 8 L 19 15";
-    case Glyph::Down:
-        return "M 5 9 L 12 16 L 19 9";
-    case Glyph::Close:
-        return "M 6 6 L 18 18 M 18 6 L 6 18";
-    case Glyph::Find:
-        return "O 10 10 6 M 15 15 L 21 21";
-    case Glyph::Copy:
-        return "R 8 8 12 13 M 5 16 L 4 16 L 4 3 L 16 3 L 16 4.5";
-    case Glyph::Save:
-        return "M 12 3 L 12 15 M 7 10 L 12 15 L 17 10 M 4 16 L 4 21 L 20 21 L 20 16";
-    case Glyph::ZoomIn:
-        return "O 10 10 6 M 15 15 L 21 21 M 7 10 L 13 10 M 10 7 L 10 13";
-    case Glyph::ZoomOut:
-        return "O 10 10 6 M 15 15 L 21 21 M 7 10 L 13 10";
-    case Glyph::FitWidth:
-        return "M 4 4 L 4 20 M 20 4 L 20 20 M 7 12 L 17 12 M 10 9 L 7 12 L 10 15 M 14 9 L 17 12 L 14 15";
-    case Glyph::FitPage:
-        return "R 6 3 12 18 M 9 8 L 15 8 M 9 12 L 15 12 M 9 16 L 12 16";
-    case Glyph::Add:
-        return "M 12 5 L 12 19 M 5 12 L 19 12";
-    case Glyph::Delete:
-        return "M 4 6 L 20 6 M 9 6 L 9 3 L 15 3 L 15 6 M 6 6 L 7 21 L 17 21 L 18 6 M 10 10 L 10 17 M 14 10 L 14 17";
-    case Glyph::Wait:
-        return "M 5 3 L 19 3 M 5 21 L 19 21 M 7 3 L 7 7 L 12 12 L 7 17 L 7 21 M 17 3 L 17 7 L 12 12 L 17 17 L 17 21";
-    case Glyph::Calendar:
-        return "R 4 5 16 16 M 4 10 L 20 10 M 8 3 L 8 7 M 16 3 L 16 7 M 8 14 L 10 14 M 14 14 L 16 14 M 8 17.5 L 10 17.5";
-    case Glyph::Warning:
-        return "M 12 4 L 21 20 L 3 20 L 12 4 M 12 10 L 12 14.5 M 12 17.2 L 12 17.4";
-    case Glyph::Done:
-        return "M 5 13 L 10 18 L 19 7";
-    }
-    return "";
-}
+constexpr std::pair<Glyph, const char*> strokes[] = {
+    {Glyph::First, "M 6 5 L 6 19 M 17 5 L 10 12 L 17 19"},
+    {Glyph::Previous, "M 15 5 L 8 12 L 15 19"},
+    {Glyph::Next, "M 9 5 L 16 12 L 9 19"},
+    {Glyph::Last, "M 18 5 L 18 19 M 7 5 L 14 12 L 7 19"},
+    {Glyph::PrintPage,
+     "M 7 9 L 7 3 L 17 3 L 17 9 M 7 17 L 3 17 L 3 9 L 21 9 L 21 17 L 17 17 M 7 14 L 17 14 L 17 21 L 7 21 L 7 14"},
+    {Glyph::PrintAll, "M 7 9 L 7 5 L 17 5 L 17 9 M 10 5 L 10 2 L 20 2 L 20 9 M 7 17 L 3 17 L 3 9 L 21 9 L 21 17 L 17 "
+                      "17 M 7 14 L 17 14 L 17 21 L 7 21 L 7 14 M 10 17.5 L 14 17.5"},
+    {Glyph::Up, "M 5 15 L 12 8 L 19 15"},
+    {Glyph::Down, "M 5 9 L 12 16 L 19 9"},
+    {Glyph::Close, "M 6 6 L 18 18 M 18 6 L 6 18"},
+    {Glyph::Find, "O 10 10 6 M 15 15 L 21 21"},
+    {Glyph::Copy, "R 8 8 12 13 M 5 16 L 4 16 L 4 3 L 16 3 L 16 4.5"},
+    {Glyph::Save, "M 12 3 L 12 15 M 7 10 L 12 15 L 17 10 M 4 16 L 4 21 L 20 21 L 20 16"},
+    {Glyph::ZoomIn, "O 10 10 6 M 15 15 L 21 21 M 7 10 L 13 10 M 10 7 L 10 13"},
+    {Glyph::ZoomOut, "O 10 10 6 M 15 15 L 21 21 M 7 10 L 13 10"},
+    {Glyph::FitWidth, "M 4 4 L 4 20 M 20 4 L 20 20 M 7 12 L 17 12 M 10 9 L 7 12 L 10 15 M 14 9 L 17 12 L 14 15"},
+    {Glyph::FitPage, "R 6 3 12 18 M 9 8 L 15 8 M 9 12 L 15 12 M 9 16 L 12 16"},
+    {Glyph::Add, "M 12 5 L 12 19 M 5 12 L 19 12"},
+    {Glyph::Delete,
+     "M 4 6 L 20 6 M 9 6 L 9 3 L 15 3 L 15 6 M 6 6 L 7 21 L 17 21 L 18 6 M 10 10 L 10 17 M 14 10 L 14 17"},
+    {Glyph::Wait,
+     "M 5 3 L 19 3 M 5 21 L 19 21 M 7 3 L 7 7 L 12 12 L 7 17 L 7 21 M 17 3 L 17 7 L 12 12 L 17 17 L 17 21"},
+    {Glyph::Calendar,
+     "R 4 5 16 16 M 4 10 L 20 10 M 8 3 L 8 7 M 16 3 L 16 7 M 8 14 L 10 14 M 14 14 L 16 14 M 8 17.5 L 10 17.5"},
+    {Glyph::Warning, "M 12 4 L 21 20 L 3 20 L 12 4 M 12 10 L 12 14.5 M 12 17.2 L 12 17.4"},
+    {Glyph::Done, "M 5 13 L 10 18 L 19 7"},
+};
 
 class GlyphEngine : public QIconEngine {
 public:
@@ -102,7 +82,8 @@ private:
 
 QPainterPath GlyphPath(Glyph glyph) {
     QPainterPath path;
-    const QList<QByteArray> words = QByteArray(Strokes(glyph)).split(' ');
+    const auto* drawn = std::ranges::find(strokes, glyph, [](const auto& each) { return each.first; });
+    const QList<QByteArray> words = QByteArray(drawn->second).split(' ');
     qsizetype at = 0;
     const auto number = [&] { return words.value(at++).toDouble(); };
     while (at < words.size()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/services/OpenWindows.h"
+#include "base/services/UserInterface.h"
 
 #include <QObject>
 #include <QPointer>

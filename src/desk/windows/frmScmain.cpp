@@ -12,7 +12,7 @@
 #include "ops/ErrorReport.h"
 #include "ops/Hold.h"
 #include "ops/SharedDatabase.h"
-#include "ops/windows/Help.h"
+#include "ops/windows/frmHelp.h"
 #include "reports/ReportFrame.h"
 
 #include <QCloseEvent>

@@ -3,7 +3,7 @@
 #include "base/Steps.h"
 #include "base/Translate.h"
 #include "base/windows/Look.h"
-#include "base/windows/WindowDialogs.h"
+#include "base/windows/WindowServices.h"
 
 #include <QHeaderView>
 #include <QLabel>

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -46,6 +47,21 @@ private:
     QPushButton* cmdSend;
     QPushButton* cmdSave;
     QPushButton* cmdCancel;
+};
+
+// Asks for the password of the mail server's user.
+class frmPassword : public QDialog {
+    Q_OBJECT
+
+public:
+    // `refused`: the server did not take the last one.
+    frmPassword(const mail::SmtpServer& server, bool refused, QWidget* parent = nullptr);
+
+    PasswordAnswer Result() const;
+
+private:
+    QLineEdit* txtPassword;
+    QCheckBox* chkRemember;
 };
 
 } // namespace velmora

@@ -5,7 +5,9 @@
 #include "base/windows/CenterForm.h"
 #include "base/windows/Look.h"
 #include "base/windows/TranslateForm.h"
+#include "ops/windows/frmCompose.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -73,6 +75,26 @@ void frmMailText::Form_Activate() {
     Subject.clear();
     MessageText.clear();
     done(Accepted);
+}
+
+void WindowMailWindows::Compose(const MailDraft& draft, const QString& obstacle, const SendDraft& send) {
+    services_.eventLoop.SetPointer(Pointer::Default);
+    frmCompose(services_, draft, obstacle, send, QApplication::activeWindow()).exec();
+}
+
+std::optional<PasswordAnswer> WindowMailWindows::AskPassword(const mail::SmtpServer& server, bool refused) {
+    services_.eventLoop.SetPointer(Pointer::Default);
+    frmPassword window(server, refused, QApplication::activeWindow());
+    return window.exec() == QDialog::Accepted ? std::optional(window.Result()) : std::nullopt;
+}
+
+void WindowMail::SendText(const QString& text) {
+    const Services& services = CurrentProgram().services();
+    WindowMailWindows windows(services);
+    SmtpMailSession session(services, &windows);
+    frmMailText window(services, session, QApplication::activeWindow());
+    window.MessageText = text;
+    window.ShowModal();
 }
 
 } // namespace velmora

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "base/Program.h"
+#include "ops/SmtpMail.h"
 
 #include <QDialog>
-
-#include <vector>
-
-class QLabel;
 
 namespace velmora {
 
@@ -38,6 +34,24 @@ private:
     const Services& services_;
     MailSession& session_;
     std::unique_ptr<MailMessage> message_;
+};
+
+// The windows that mail needs, in front of the window in use.
+class WindowMailWindows : public MailWindows {
+public:
+    explicit WindowMailWindows(const Services& services) : services_(services) {}
+    void Compose(const MailDraft& draft, const QString& obstacle, const SendDraft& send) override;
+    std::optional<PasswordAnswer> AskPassword(const mail::SmtpServer& server, bool refused) override;
+
+private:
+    const Services& services_;
+};
+
+// The mail service of a program with windows. The session signs on at the first text.
+class WindowMail : public MailWindow {
+public:
+    // The program to whose services it belongs is installed before the first text is sent.
+    void SendText(const QString& text) override;
 };
 
 } // namespace velmora

@@ -103,4 +103,18 @@ void frmProgress::mousePressEvent(QMouseEvent*) {
     hide();
 }
 
+void WindowProgress::Show(const QString& text, std::optional<double> percent) {
+    if (window_ == nullptr) {
+        if (text.isEmpty()) {
+            return;
+        }
+        window_ = std::make_unique<frmProgress>();
+    }
+    window_->ShowStatus(text, percent);
+}
+
+void WindowProgress::Unload() {
+    window_.reset();
+}
+
 } // namespace velmora

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/services/UserInterface.h"
+
 #include <QWidget>
 
-#include <optional>
+#include <memory>
 
 class QLabel;
 class QProgressBar;
@@ -31,6 +33,17 @@ private:
     QLabel* Image1;
     QLabel* Label1;
     QProgressBar* pnlProgress;
+};
+
+// The progress window of a program with windows, made when it is first needed.
+class WindowProgress : public ProgressWindow {
+public:
+    void Show(const QString& text, std::optional<double> percent) override;
+    // Takes the window off the screen for good; a later text makes a new one.
+    void Unload();
+
+private:
+    std::unique_ptr<frmProgress> window_;
 };
 
 } // namespace velmora

@@ -1,12 +1,13 @@
 #include "platform/mail/SmtpClient.h"
 
 #include "base/Translate.h"
-#include "platform/mail/MailAddress.h"
+#include "platform/mail/OutgoingMail.h"
 
-#include <curl/curl.h>
+#include <QUrl>
 
 #include <algorithm>
 #include <cstring>
+#include <curl/curl.h>
 #include <memory>
 
 namespace velmora::mail {
@@ -19,14 +20,6 @@ constexpr long connectSeconds = 15;
 constexpr long answerSeconds = 30;
 constexpr int pollMilliseconds = 50;
 
-// The library's own set-up, which counts its users.
-struct Library {
-    Library() { curl_global_init(CURL_GLOBAL_DEFAULT); }
-    ~Library() { curl_global_cleanup(); }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
-};
-
 template <auto Free>
 struct Release {
     template <typename T>
@@ -37,7 +30,6 @@ struct Release {
 using Transfer = std::unique_ptr<CURL, Release<curl_easy_cleanup>>;
 using Transfers = std::unique_ptr<CURLM, Release<curl_multi_cleanup>>;
 using List = std::unique_ptr<curl_slist, Release<curl_slist_free_all>>;
-using Address = std::unique_ptr<CURLU, Release<curl_url_cleanup>>;
 
 // The message as the library asks for it, piece by piece.
 struct Upload {
@@ -81,21 +73,14 @@ private:
 };
 
 QByteArray Url(const SmtpServer& server) {
-    const Address url(curl_url());
-    QString host = server.host;
-    if (host.contains(u':') && !host.startsWith(u'[')) {
-        host = u'[' + host + u']';
-    }
-    curl_url_set(url.get(), CURLUPART_SCHEME, server.security == Security::Tls ? "smtps" : "smtp", 0);
-    curl_url_set(url.get(), CURLUPART_PORT, QByteArray::number(server.port).constData(), 0);
-    char* text = nullptr;
-    if (curl_url_set(url.get(), CURLUPART_HOST, host.toUtf8().constData(), 0) != CURLUE_OK ||
-        curl_url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK) {
+    QUrl url;
+    url.setScheme(server.security == Security::Tls ? u"smtps"_s : u"smtp"_s);
+    url.setHost(server.host);
+    url.setPort(server.port);
+    if (url.host().isEmpty()) {
         throw SmtpError(SmtpFailure::Connection, Translate(u"\"%1\" is no name of a mail server"_s).arg(server.host));
     }
-    QByteArray result(text);
-    curl_free(text);
-    return result;
+    return url.toEncoded();
 }
 
 SmtpFailure Classify(CURLcode code, const Conversation& conversation) {
@@ -195,7 +180,6 @@ bool Run(CURLM* transfers, const std::function<bool()>& goOn, CURLcode& result) 
 } // namespace
 
 void SendBySmtp(const SmtpServer& server, const OutgoingMail& mail, const std::function<bool()>& goOn) {
-    const Library library;
     Upload upload{ComposeMessage(mail)};
     Conversation conversation;
     const List recipients = Envelope(mail);

@@ -5,39 +5,25 @@
 namespace velmora::pages {
 
 void Page::AddText(quint16 font, int x, int y, int width, int height, QStringView text) {
-    Item item;
-    item.font = font;
-    item.x = x;
-    item.y = y;
-    item.width = width;
-    item.height = height;
-    item.text = static_cast<quint32>(texts_.size());
-    item.length = static_cast<quint32>(text.size());
+    items_.push_back({.font = font,
+                      .x = x,
+                      .y = y,
+                      .width = width,
+                      .height = height,
+                      .text = static_cast<quint32>(texts_.size()),
+                      .length = static_cast<quint32>(text.size())});
     texts_.append(text);
-    items_.push_back(item);
 }
 
 void Page::AddLine(int x1, int y1, int x2, int y2, int penWidth) {
-    Item item;
-    item.kind = Item::Kind::Line;
-    item.x = x1;
-    item.y = y1;
-    item.width = x2 - x1;
-    item.height = y2 - y1;
-    item.text = static_cast<quint32>(std::max(penWidth, 0));
-    items_.push_back(item);
+    const auto pen = static_cast<quint32>(std::max(penWidth, 0));
+    items_.push_back({.kind = Item::Kind::Line, .x = x1, .y = y1, .width = x2 - x1, .height = y2 - y1, .text = pen});
 }
 
 void Page::AddBox(int x, int y, int width, int height, Fill fill, int penWidth) {
-    Item item;
-    item.kind = Item::Kind::Box;
-    item.fill = fill;
-    item.x = x;
-    item.y = y;
-    item.width = width;
-    item.height = height;
-    item.text = static_cast<quint32>(std::max(penWidth, 0));
-    items_.push_back(item);
+    const auto pen = static_cast<quint32>(std::max(penWidth, 0));
+    items_.push_back(
+        {.kind = Item::Kind::Box, .fill = fill, .x = x, .y = y, .width = width, .height = height, .text = pen});
 }
 
 QString Page::PlainText() const {

@@ -2,8 +2,6 @@
 
 #include "platform/pages/PageFont.h"
 
-#include <QStringMatcher>
-
 #include <cmath>
 #include <map>
 
@@ -13,8 +11,7 @@ namespace {
 
 class Search {
 public:
-    Search(const Document& document, const QString& wanted)
-        : document_(document), matcher_(wanted, Qt::CaseInsensitive), length_(wanted.size()) {}
+    Search(const Document& document, const QString& wanted) : document_(document), wanted_(wanted) {}
 
     std::vector<TextHit> Run() {
         for (size_t i = 0; i < document_.pages.size(); ++i) {
@@ -47,17 +44,11 @@ private:
     }
 
     void SearchParagraph(const Page& page) {
-        QStringView text;
-        if (paragraph_.size() == 1) {
-            text = page.Text(*paragraph_.front());
-        } else {
-            joined_.clear();
-            for (const Item* item : paragraph_) {
-                joined_ += page.Text(*item);
-            }
-            text = joined_;
+        QString text;
+        for (const Item* item : paragraph_) {
+            text += page.Text(*item);
         }
-        for (qsizetype at = matcher_.indexIn(text); at >= 0; at = matcher_.indexIn(text, at + length_)) {
+        for (qsizetype at = 0; (at = text.indexOf(wanted_, at, Qt::CaseInsensitive)) >= 0; at += wanted_.size()) {
             AddHit(page, at);
         }
         paragraph_.clear();
@@ -68,7 +59,7 @@ private:
         qsizetype before = 0;
         for (const Item* item : paragraph_) {
             const qsizetype from = std::max<qsizetype>(at - before, 0);
-            const qsizetype to = std::min<qsizetype>(at + length_ - before, item->length);
+            const qsizetype to = std::min<qsizetype>(at + wanted_.size() - before, item->length);
             if (from < to) {
                 const PageFont& font = Font(item->font);
                 const QStringView text = page.Text(*item);
@@ -90,11 +81,9 @@ private:
     }
 
     const Document& document_;
-    const QStringMatcher matcher_;
-    const qsizetype length_;
+    const QString wanted_;
     int page_ = 0;
     std::vector<const Item*> paragraph_;
-    QString joined_;
     std::map<quint16, std::unique_ptr<PageFont>> fonts_;
     std::vector<TextHit> hits_;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/printers/DocumentPrinter.h"
+#include "platform/printers/PrintQueues.h"
 
 #include <QLocale>
 
@@ -10,6 +10,10 @@ namespace velmora::printers {
 
 // The name under which printing into a PDF file stands among the printers.
 QString PdfFileDevice();
+
+// The page turned to the orientation. Printers turn sheets to either side, so a turned page keeps the greater of the
+// two opposite margins on both sides.
+PrinterPage Turned(const PrinterPage& portrait, Orientation orientation);
 
 // The system's print queues and, behind them, the entry that prints to a PDF file. The default queue is the current
 // printer at first, or the PDF entry where none is the default.

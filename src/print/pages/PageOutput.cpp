@@ -1,7 +1,7 @@
 #include "print/pages/PageOutput.h"
 
 #include "platform/pages/PdfFile.h"
-#include "platform/printers/Paper.h"
+#include "platform/printers/SystemPrinters.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include "base/services/Printers.h"
 #include "platform/pages/Sheets.h"
-#include "platform/printers/DocumentPrinter.h"
+#include "platform/printers/PrintQueues.h"
 #include "print/ReportFile.h"
 
 #include <optional>

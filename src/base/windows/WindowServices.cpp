@@ -1,17 +1,20 @@
-#include "base/windows/WindowDialogs.h"
+#include "base/windows/WindowServices.h"
 
 #include "base/Translate.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QThread>
 
+#include <algorithm>
 #include <array>
 
 namespace velmora {
@@ -35,39 +38,33 @@ constexpr std::array buttonRows = {
     ButtonRow{Buttons::RetryCancel, QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Cancel},
 };
 
-QMessageBox::Icon BoxIcon(Icon icon) {
-    switch (icon) {
-    case Icon::Critical:
-        return QMessageBox::Critical;
-    case Icon::Question:
-        return QMessageBox::Question;
-    case Icon::Exclamation:
-        return QMessageBox::Warning;
-    case Icon::Information:
-        return QMessageBox::Information;
-    case Icon::None:
-        break;
-    }
-    return QMessageBox::NoIcon;
-}
+// By icon.
+constexpr QMessageBox::Icon icons[] = {QMessageBox::NoIcon, QMessageBox::Critical, QMessageBox::Question,
+                                       QMessageBox::Warning, QMessageBox::Information};
 
-Answer BoxAnswer(int button) {
-    switch (button) {
-    case QMessageBox::Cancel:
-        return Answer::Cancel;
-    case QMessageBox::Abort:
-        return Answer::Abort;
-    case QMessageBox::Retry:
-        return Answer::Retry;
-    case QMessageBox::Ignore:
-        return Answer::Ignore;
-    case QMessageBox::Yes:
-        return Answer::Yes;
-    case QMessageBox::No:
-        return Answer::No;
-    default:
-        return Answer::Ok;
+struct AnswerButton {
+    QMessageBox::StandardButton button;
+    Answer answer;
+    // Every button has a key; the toolkit gives one to Yes and No alone.
+    const char* text;
+};
+
+constexpr AnswerButton answerButtons[] = {{QMessageBox::Ok, Answer::Ok, "&OK"},
+                                          {QMessageBox::Cancel, Answer::Cancel, "&Cancel"},
+                                          {QMessageBox::Abort, Answer::Abort, "&Abort"},
+                                          {QMessageBox::Retry, Answer::Retry, "&Retry"},
+                                          {QMessageBox::Ignore, Answer::Ignore, "&Ignore"},
+                                          {QMessageBox::Yes, Answer::Yes, "&Yes"},
+                                          {QMessageBox::No, Answer::No, "&No"}};
+
+Answer Ask(QMessageBox& box) {
+    for (const AnswerButton& each : answerButtons) {
+        if (QAbstractButton* shown = box.button(each.button)) {
+            shown->setText(Translate(QString::fromLatin1(each.text)));
+        }
     }
+    const auto* chosen = std::ranges::find(answerButtons, box.exec(), &AnswerButton::button);
+    return chosen == std::end(answerButtons) ? Answer::Ok : chosen->answer;
 }
 
 // A question has the ordinary pointer, also one that is asked in the middle of long work.
@@ -90,19 +87,6 @@ private:
     bool busy_;
 };
 
-// Every button has a key; the toolkit gives one to Yes and No alone.
-void AddKeys(QMessageBox& box) {
-    const std::pair<QMessageBox::StandardButton, const char*> keys[] = {
-        {QMessageBox::Ok, "&OK"},       {QMessageBox::Cancel, "&Cancel"}, {QMessageBox::Abort, "&Abort"},
-        {QMessageBox::Retry, "&Retry"}, {QMessageBox::Ignore, "&Ignore"}, {QMessageBox::Yes, "&Yes"},
-        {QMessageBox::No, "&No"}};
-    for (const auto& [button, text] : keys) {
-        if (QAbstractButton* shown = box.button(button)) {
-            shown->setText(Translate(QString::fromLatin1(text)));
-        }
-    }
-}
-
 bool MayReplace(const QString& path) {
     return QMessageBox::question(
                QApplication::activeWindow(), Translate(QStringLiteral("Save File As")),
@@ -124,7 +108,7 @@ QString NameFilters(const QString& filter) {
 
 Answer WindowDialogs::ShowMessage(const Message& message) {
     const QuestionPointer pointer;
-    QMessageBox box(BoxIcon(message.icon), message.title, message.text, QMessageBox::NoButton,
+    QMessageBox box(icons[static_cast<size_t>(message.icon)], message.title, message.text, QMessageBox::NoButton,
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     for (const ButtonRow& row : buttonRows) {
@@ -135,13 +119,12 @@ Answer WindowDialogs::ShowMessage(const Message& message) {
             }
         }
     }
-    AddKeys(box);
     // The box sizes itself by its text alone; this keeps a longer title whole.
     constexpr int frameButtons = 120;
     auto* grid = qobject_cast<QGridLayout*>(box.layout());
     grid->addItem(new QSpacerItem(box.fontMetrics().horizontalAdvance(message.title) + frameButtons, 0),
                   grid->rowCount(), 0, 1, grid->columnCount());
-    return BoxAnswer(box.exec());
+    return Ask(box);
 }
 
 std::optional<QString> WindowDialogs::AskText(const QString& prompt, const QString& title, const QString& initial) {
@@ -187,6 +170,43 @@ QFont ToFont(const FontChoice& choice) {
 
 FontChoice ToFontChoice(const QFont& font) {
     return {font.family(), font.pointSizeF(), font.bold(), font.italic()};
+}
+
+void WindowEventLoop::ProcessPendingEvents() {
+    // Asking the desktop costs more than the rows of a fast report.
+    constexpr qint64 interval = 20;
+    if (lastRound_.isValid() && lastRound_.elapsed() < interval) {
+        return;
+    }
+    QApplication::processEvents();
+    lastRound_.start();
+}
+
+void WindowEventLoop::SetPointer(Pointer pointer) {
+    if (pointer == pointer_) {
+        return;
+    }
+    pointer_ = pointer;
+    if (pointer == Pointer::Hourglass) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void WindowEventLoop::Beep() {
+    QApplication::beep();
+}
+
+void WindowEventLoop::Wait(std::chrono::milliseconds duration) {
+    QElapsedTimer timer;
+    timer.start();
+    constexpr int slice = 20;
+    do {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        const qint64 left = duration.count() - timer.elapsed();
+        QThread::msleep(static_cast<unsigned long>(std::clamp<qint64>(left, 0, slice)));
+    } while (timer.elapsed() < duration.count());
 }
 
 } // namespace velmora

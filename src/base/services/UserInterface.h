@@ -1,7 +1,11 @@
 #pragma once
 
-#include <chrono>
+#include <QString>
 
+#include <chrono>
+#include <optional>
+
+// The user interface as work sees it that has no window of its own.
 namespace velmora {
 
 enum class Pointer { Default, Hourglass };
@@ -28,6 +32,24 @@ public:
 
 private:
     EventLoop& loop_;
+};
+
+// The small window that shows one line of status text and, when a percentage (0 to 100) is given, a bar.
+class ProgressWindow {
+public:
+    virtual ~ProgressWindow() = default;
+    // An empty text hides the window.
+    virtual void Show(const QString& text, std::optional<double> percent) = 0;
+};
+
+// The windows that are open.
+class OpenWindows {
+public:
+    virtual ~OpenWindows() = default;
+    // Unloads every window, the last opened first; goes on when one cannot be unloaded.
+    virtual void UnloadAll() = 0;
+    // Unloads the start-up window alone, when it is there.
+    virtual void UnloadStartup() = 0;
 };
 
 } // namespace velmora
