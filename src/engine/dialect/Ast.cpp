@@ -67,7 +67,7 @@ bool SameExpression(const Expression& first, const Expression& second, bool& use
 }
 
 bool IsAggregate(const Expression& expression) {
-    return expression.kind == Expression::Kind::Call && FunctionAt(expression.function).IsAggregate();
+    return expression.kind == Expression::Kind::Call && expression.function->IsAggregate();
 }
 
 void ForEachChild(const Expression& expression, const std::function<void(const Expression&)>& visit) {

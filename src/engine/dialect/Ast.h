@@ -13,6 +13,7 @@
 
 namespace velmora::engine::dialect {
 
+struct FunctionRule;
 struct Query;
 struct Source;
 
@@ -70,10 +71,10 @@ struct Expression {
     std::unique_ptr<Query> query;
 
     FieldType type = FieldType::Unknown;
-    const Source* source = nullptr; // Name: where the field comes from; null for a parameter
-    int column = -1;                // its place in source->columns
-    int parameter = -1;             // Name: its place among the statement's parameters
-    int function = -1;              // Call: its place in the table of functions
+    const Source* source = nullptr;         // Name: where the field comes from; null for a parameter
+    int column = -1;                        // its place in source->columns
+    int parameter = -1;                     // Name: its place among the statement's parameters
+    const FunctionRule* function = nullptr; // Call
 };
 
 using ExpressionPtr = std::unique_ptr<Expression>;

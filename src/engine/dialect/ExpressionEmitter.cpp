@@ -294,7 +294,7 @@ SqlText Emitter::EmitNullTest(const Expression& expression) {
 }
 
 SqlText Emitter::EmitCall(const Expression& expression) {
-    const FunctionRule& rule = FunctionAt(expression.function);
+    const FunctionRule& rule = *expression.function;
     switch (rule.form) {
     case FunctionForm::Choice:
         return EmitChoice(expression);
@@ -349,7 +349,7 @@ SqlText Emitter::EmitChoice(const Expression& expression) {
         append(" THEN ", *choice->operands[1]);
         const Expression& otherwise = *choice->operands[2];
         const bool continues = otherwise.kind == Expression::Kind::Call && otherwise.type == expression.type &&
-                               FunctionAt(otherwise.function).form == FunctionForm::Choice;
+                               otherwise.function->form == FunctionForm::Choice;
         if (!continues) {
             append(" ELSE ", otherwise);
             text.text += " END";
@@ -376,7 +376,7 @@ SqlText Emitter::EmitDefault(const Expression& expression) {
 }
 
 SqlText Emitter::EmitAggregate(const Expression& expression) {
-    const FunctionRule& rule = FunctionAt(expression.function);
+    const FunctionRule& rule = *expression.function;
     if (expression.countsRows) {
         return {QByteArrayLiteral("count(*)")};
     }

@@ -286,11 +286,11 @@ bool OnlyOuterFields(const Expression& expression, const std::vector<Source*>& l
 
 void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
     expression.function = FindFunction(expression.name);
-    if (expression.function < 0) {
+    if (!expression.function) {
         FailAt(EngineErrorNumber::UnknownFunction, QStringLiteral("There is no function \"%1\"").arg(expression.name),
                expression.at);
     }
-    const FunctionRule& rule = FunctionAt(expression.function);
+    const FunctionRule& rule = *expression.function;
     const int count = static_cast<int>(expression.operands.size()) + (expression.countsRows ? 1 : 0);
     if (count < rule.minimum || count > rule.maximum) {
         const QString wanted = rule.minimum == rule.maximum
@@ -323,7 +323,7 @@ void Resolver::ResolveCall(Expression& expression, const Scope& scope) {
 }
 
 void Resolver::CheckArgument(const Expression& call, size_t index) {
-    const FunctionRule& rule = FunctionAt(call.function);
+    const FunctionRule& rule = *call.function;
     const Expression& operand = *call.operands[index];
     const FieldType type = operand.type;
     const bool numeric = IsNumeric(type) || type == FieldType::Unknown;
@@ -369,7 +369,7 @@ void Resolver::CheckArgument(const Expression& call, size_t index) {
 }
 
 FieldType Resolver::CallType(const Expression& expression) const {
-    const FunctionRule& rule = FunctionAt(expression.function);
+    const FunctionRule& rule = *expression.function;
     const FieldType first = expression.operands.empty() ? FieldType::Unknown : expression.operands.front()->type;
     switch (rule.result) {
     case ResultRule::YesNo:

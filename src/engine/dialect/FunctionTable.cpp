@@ -64,15 +64,15 @@ constexpr std::array functions = std::to_array<FunctionRule>({
 
 } // namespace
 
-int FindFunction(QStringView name) {
+const FunctionRule* FindFunction(QStringView name) {
     const auto found = std::find_if(functions.begin(), functions.end(), [&](const FunctionRule& rule) {
         return rule.name.compare(name, Qt::CaseInsensitive) == 0;
     });
-    return found == functions.end() ? -1 : static_cast<int>(found - functions.begin());
+    return found == functions.end() ? nullptr : &*found;
 }
 
-const FunctionRule& FunctionAt(int index) {
-    return functions[static_cast<size_t>(index)];
+std::span<const FunctionRule> Functions() {
+    return functions;
 }
 
 std::optional<dialect::Interval> IntervalOf(QStringView name) {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 
 namespace velmora::engine::dialect {
 
@@ -16,7 +17,7 @@ enum class ResultRule { YesNo, Integer, Real, Text, DateTime, AsFirst, AsFirstNu
 
 // How it is written in SQL.
 enum class FunctionForm {
-    Call,             // as the store's writer has it in its table
+    Call,             // by its name
     Choice,           // IIf: CASE
     Default,          // Nz: coalesce
     TestNull,         // IsNull
@@ -36,9 +37,9 @@ struct FunctionRule {
     bool IsAggregate() const { return form == FunctionForm::Aggregate || form == FunctionForm::OrderedAggregate; }
 };
 
-// The place of a function in the table, in any letter case; -1 without one.
-int FindFunction(QStringView name);
-const FunctionRule& FunctionAt(int index);
+// Null for a name of none, in any letter case.
+const FunctionRule* FindFunction(QStringView name);
+std::span<const FunctionRule> Functions();
 
 // What DateAdd and DateDiff count in.
 enum class Interval { Year, Quarter, Month, Week, Day, Hour, Minute, Second };

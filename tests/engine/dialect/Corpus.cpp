@@ -1,12 +1,22 @@
 #include "tests/engine/dialect/Corpus.h"
 
-#include "tests/engine/dialect/TestedStores.h"
+#include "tests/engine/TestSite.h"
+#include "tests/support/Folders.h"
 
+#include <QFile>
 #include <QRegularExpression>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine::test {
 
 namespace {
+
+QString CorpusText(const QString& file) {
+    QFile text(TestDataFolder() + u"/engine/dialect/corpus/"_s + file);
+    EXPECT_TRUE(text.open(QIODevice::ReadOnly)) << text.fileName().toStdString();
+    return QString::fromUtf8(text.readAll());
+}
 
 Value ReadValue(const QString& written) {
     const QString kind = written.section(u' ', 0, 0);
@@ -42,6 +52,16 @@ void ReadExpectation(const QString& line, CorpusCase& one) {
 
 } // namespace
 
+std::unique_ptr<Database> OpenEmbedded(const QString& folder) {
+    const TestSite site;
+    site.Run(CorpusText(u"rows.sql"_s).toUtf8().constData());
+    const QString path = folder + u"/Corpus.MDB"_s;
+    EXPECT_TRUE(QFile::copy(site.Path(), path));
+    OpenOptions options;
+    options.now = [] { return *ParseStorageText(u"2026-03-07 14:15:00"); };
+    return Database::Open(path, options);
+}
+
 std::vector<CorpusCase> ReadCorpus(const QString& file) {
     std::vector<CorpusCase> cases;
     CorpusCase one;
@@ -75,6 +95,9 @@ std::vector<CorpusCase> ReadCorpus(const QString& file) {
             rows += line;
         } else if (line.startsWith(u"====")) {
             one.queryName = line.mid(4).trimmed();
+        } else if (line.startsWith(u">>>>")) {
+            one.changedField = line.section(u'=', 0, 0).mid(4).trimmed();
+            one.newValue = line.section(u'=', 1).trimmed();
         } else if (line.startsWith(u'@')) {
             const qsizetype sign = line.indexOf(u" = ");
             one.parameters.push_back({line.mid(1, sign - 1), ReadValue(line.mid(sign + 3))});
@@ -141,6 +164,14 @@ Outcome OutcomeOf(Database& database, const CorpusCase& one, RecordsetKind kind)
         const auto query = database.CreateQueryDef(one.text);
         for (const NamedValue& parameter : one.parameters) {
             query->SetParameter(parameter.name, parameter.value);
+        }
+        if (!one.changedField.isEmpty()) {
+            const std::string field = one.changedField.toStdString();
+            const auto rows = query->OpenRecordset(RecordsetKind::Updatable);
+            rows->Edit();
+            rows->Set(field, one.newValue);
+            rows->Update();
+            return {{}, (*rows)[field].ToText(), {}};
         }
         if (query->IsAction()) {
             return {{}, QStringLiteral("changes %1").arg(query->Execute()), {}};

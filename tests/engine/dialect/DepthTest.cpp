@@ -1,4 +1,4 @@
-#include "tests/engine/dialect/TestedStores.h"
+#include "tests/engine/dialect/Corpus.h"
 
 #include <QTemporaryDir>
 

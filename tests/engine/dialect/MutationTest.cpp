@@ -1,7 +1,6 @@
 #include "engine/dialect/Compiler.h"
 #include "engine/dialect/Lexer.h"
 #include "tests/engine/dialect/Corpus.h"
-#include "tests/engine/dialect/TestedStores.h"
 
 #include <QTemporaryDir>
 
