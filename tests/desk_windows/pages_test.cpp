@@ -66,6 +66,7 @@ ScriptWords PagesScript::Words() {
         {u"press"_s, [this](const QString& keys) { Press(keys); }},
         {u"keys"_s,
          [this](const QString& text) { QTest::keyClicks(&Child(text.section(u' ', 0, 0)), text.section(u' ', 1)); }},
+        {u"focusOn"_s, [this](const QString& name) { Child(name).setFocus(); }},
         {u"clear"_s, [this](const QString& name) { Child<QLineEdit>(name).clear(); }},
         {u"date"_s, [this](const QString& text) { TypeDate(text.section(u' ', 0, 0), text.section(u' ', 1)); }},
         {u"pick"_s, [this](const QString& text) { Pick(text); }},

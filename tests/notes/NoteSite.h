@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/Stores.h"
 #include "site/Site.h"
 #include "tests/support/Fakes.h"
 
@@ -23,7 +24,7 @@ public:
     NoteSite() {
         const Site site = CreateSite(folder_.path() + u"/site"_s);
         // Does not wait long for a lock that a test holds.
-        desk = site.Open({.busyMilliseconds = 100});
+        desk = engine::PlaceIn(folder_.path() + u"/site/"_s)->Open({.busyMilliseconds = 100});
         other = site.Open();
         engine::Transaction together(*desk);
         for (const char16_t* sql : rows) {

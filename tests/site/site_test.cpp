@@ -276,14 +276,14 @@ TEST_F(OldSite, IsRepairedAndBroughtUpToDate) {
 TEST_F(OldSite, WithAQueryOrTableOfANeededNameKeepsItsQueries) {
     Put(u"DailyReservations"_s, u"SELECT Note AS Ours FROM Note"_s);
     const QString before = TextOf(u"QReport3"_s);
-    for (const char16_t* next : {u"DELETE FROM StoredQuery WHERE Name = 'DailyReservations'; "
-                                 "CREATE TABLE DailyReservations (Ours)",
-                                 u"ALTER TABLE DailyReservations RENAME TO Ours"}) {
+    for (const QString& next : {u"DELETE FROM StoredQuery WHERE Name = 'DailyReservations'; "
+                                "CREATE TABLE DailyReservations (Ours)"_s,
+                                u"ALTER TABLE DailyReservations RENAME TO Ours"_s}) {
         log_.text.clear();
         site_.Open(&log_);
         EXPECT_TRUE(log_.text.contains(u"named DailyReservations")) << log_.text.toStdString();
         EXPECT_EQ(TextOf(u"QReport3"_s), before);
-        Store().Run(QString(next));
+        Store().Run(next);
     }
     site_.Open();
     EXPECT_EQ(TextOf(u"QReport3"_s), OwnText(u"QReport3"_s));

@@ -48,7 +48,7 @@ inline std::vector<ScriptCase> ReadScript(const QString& name) {
 }
 
 inline void RunScript(const ScriptCase& script, const ScriptWords& words) {
-    static const QRegularExpression form(QStringLiteral("^(\\S+)(?: (.*?))??(?: ([-~]>)(?: (.*))?)?\\z"),
+    static const QRegularExpression form(QStringLiteral(R"(^(\S+)(?: (.*?)){0,1}?(?: ([-~]>)(?: (.*))?)?\z)"),
                                          QRegularExpression::DotMatchesEverythingOption);
     for (const QString& step : script.steps) {
         SCOPED_TRACE(step.toStdString());

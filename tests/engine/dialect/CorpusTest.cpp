@@ -73,27 +73,38 @@ std::string NameOf(const testing::TestParamInfo<std::tuple<TestedStore, const ch
 INSTANTIATE_TEST_SUITE_P(Files, CorpusTest,
                          testing::Combine(testing::ValuesIn(testedStores), testing::ValuesIn(corpusFiles)), NameOf);
 
+CorpusCase CaseOf(const QString& text, const QString& queryName = {}) {
+    CorpusCase one;
+    one.text = text;
+    one.queryName = queryName;
+    return one;
+}
+
 // The store knows every function of the dialect, with as few and as many arguments as it takes.
 TEST_P(StoreTest, RunsEveryFunction) {
     const QStringList arguments = {u"Name"_s, u"Location"_s,   u"Name"_s, u"1"_s,
                                    u"1"_s,    u"#3/7/2026#"_s, u"1"_s,    u"'d'"_s};
+    // Those that take no words at these places.
+    const QHash<QString, QString> special = {
+        {u"Format/2"_s, u"1, '0'"_s}, {u"InStr/3"_s, u"1, Name, Name"_s}, {u"InStr/4"_s, u"1, Name, Name, 1"_s}};
     for (const dialect::FunctionRule& rule : dialect::Functions()) {
         for (const int count : {rule.minimum, rule.maximum}) {
             QStringList list;
             for (int i = 0; i < count; ++i) {
                 list += arguments[static_cast<int>(rule.arguments.at(static_cast<size_t>(i)))];
             }
-            const QString text = u"SELECT %1(%2) FROM Asset WHERE AssetID = 1"_s.arg(rule.name, list.join(u", "));
-            const Outcome outcome = OutcomeOf(*database_, CorpusCase{.text = text});
+            const QString text = u"SELECT %1(%2) FROM Asset WHERE AssetID = 1"_s.arg(
+                rule.name, special.value(u"%1/%2"_s.arg(rule.name).arg(count), list.join(u", ")));
+            const Outcome outcome = OutcomeOf(*database_, CaseOf(text));
             EXPECT_TRUE(outcome.words.isEmpty()) << text.toStdString() << ": " << outcome.words.toStdString();
         }
     }
 }
 
 TEST_P(StoreTest, ListsDeclaredParametersFirst) {
-    OutcomeOf(*database_, CorpusCase{.queryName = u"Early"_s,
-                                     .text = u"PARAMETERS RStart DateTime; SELECT Name, Start FROM Reservation WHERE "
-                                             "Start < RStart"_s});
+    OutcomeOf(
+        *database_,
+        CaseOf(u"PARAMETERS RStart DateTime; SELECT Name, Start FROM Reservation WHERE Start < RStart"_s, u"Early"_s));
     const auto query =
         database_->CreateQueryDef(u"SELECT other, RStart FROM Early WHERE Start > other AND Name Like mask"_s);
     QStringList names;
