@@ -143,6 +143,7 @@ public:
         Choose(1);
         QApplication::processEvents();
         std::vector<double> steps;
+        steps.reserve(200);
         QWidget& page = Child<QWidget>(u"Page1"_s);
         for (int i = 0; i < 200; ++i) {
             steps.push_back(Elapsed([&] {

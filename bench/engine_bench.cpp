@@ -76,6 +76,8 @@ bool Measure(const Measurement& measurement, int rounds) {
 // What both sides add up, so that no reading is left out.
 struct Sum {
     qint64 total = 0;
+    Sum() = default;
+    Q_DISABLE_COPY_MOVE(Sum)
     ~Sum() {
         if (total == 0) {
             std::fprintf(stderr, "Nothing was read\n");

@@ -30,6 +30,7 @@ constexpr int reportPages = 250;
 
 std::vector<QString> Texts(int rows) {
     std::vector<QString> texts;
+    texts.reserve(static_cast<size_t>(rows) * cellsPerRow);
     for (int i = 0; i < rows * cellsPerRow; ++i) {
         texts.push_back(QStringLiteral("Cell %1 of room B%2").arg(i * 7919 % 10000).arg(i % 400));
     }
@@ -115,7 +116,7 @@ double Status(const char* line) {
     file.open(QIODevice::ReadOnly);
     for (const QByteArray& text : file.readAll().split('\n')) {
         if (text.startsWith(line)) {
-            return text.mid(qstrlen(line)).trimmed().split(' ').front().toDouble() / 1024;
+            return text.mid(static_cast<qsizetype>(qstrlen(line))).trimmed().split(' ').front().toDouble() / 1024;
         }
     }
     return 0;

@@ -112,12 +112,13 @@ Site WithHistory(const Site& site, const QString& folder, Date day, qint64 reser
     store.Run("DELETE FROM Reservation WHERE Start >= " + moment(day + std::chrono::days(60)));
     store.Run("DELETE FROM Reservation WHERE ID IN (SELECT ID FROM Reservation WHERE " + over +
               " ORDER BY \"End\" LIMIT max(0, " + count + " - " + wanted + "))");
-    for (int doubling = 0; doubling < 2; ++doubling) {
-        store.Run("INSERT INTO Reservation SELECT NULL, Asset, Start, \"End\", Name, EventType, LastName, FirstName, "
-                  "Organization, Attendees, Permanent, Link, SLockStart, SLockEnd, TLockStart, TLockEnd, TextStart, "
-                  "TextEnd FROM Reservation WHERE " +
-                  over + " LIMIT max(0, " + wanted + " - " + count + ")");
-    }
+    const std::string doubling =
+        "INSERT INTO Reservation SELECT NULL, Asset, Start, \"End\", Name, EventType, LastName, FirstName, "
+        "Organization, Attendees, Permanent, Link, SLockStart, SLockEnd, TLockStart, TLockEnd, TextStart, TextEnd "
+        "FROM Reservation WHERE " +
+        over + " LIMIT max(0, " + wanted + " - " + count + ")";
+    store.Run(doubling);
+    store.Run(doubling);
     return copy;
 }
 

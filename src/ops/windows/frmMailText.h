@@ -14,6 +14,7 @@ class frmMailText : public QDialog {
 public:
     frmMailText(const Services& services, MailSession& session, QWidget* parent = nullptr);
     ~frmMailText() override;
+    Q_DISABLE_COPY_MOVE(frmMailText)
 
     // Set before the window is shown; cleared when the message is sent or given up.
     QString MessageText;

@@ -24,6 +24,7 @@ public:
     // The report has at least one page.
     frmPrintPreview(const Services& services, PagePrinter& printer, PreviewReport report);
     ~frmPrintPreview() override;
+    Q_DISABLE_COPY_MOVE(frmPrintPreview)
 
     qint16 PageCount() const { return static_cast<qint16>(document_.pages.size()); }
     // The number of the page on view, from 1.
