@@ -2,6 +2,8 @@
 
 #include "engine/EngineError.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace velmora::engine::dialect {

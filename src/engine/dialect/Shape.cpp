@@ -23,8 +23,8 @@ char16_t MarkOf(const Value& literal) {
 // True for the characters that a key takes over as they are, wherever they stand outside of literals and brackets.
 constexpr std::array<bool, 128> plainCharacters = [] {
     std::array<bool, 128> plain{};
-    for (char16_t c = 0; c < plain.size(); ++c) {
-        const CharClass kind = ClassOfAscii(c);
+    for (size_t c = 0; c < plain.size(); ++c) {
+        const CharClass kind = ClassOfAscii(static_cast<char16_t>(c));
         plain[c] = kind == CharClass::Word || kind == CharClass::Blank || kind == CharClass::Other;
     }
     return plain;
@@ -54,7 +54,9 @@ qsizetype Scan(QStringView text, char16_t* key, std::vector<Value>& literals) {
     for (qsizetype at = 0; at < text.size();) {
         if (in[at] < plainCharacters.size() && plainCharacters[in[at]]) {
             *out++ = in[at++];
-        } else if (LiteralStartsAt(text, at)) {
+            continue;
+        }
+        if (LiteralStartsAt(text, at)) {
             if (count == literals.size()) {
                 literals.emplace_back();
             }

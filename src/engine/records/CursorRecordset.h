@@ -12,9 +12,6 @@ namespace velmora::engine::records {
 // What snapshots and updatable sets share: moving, counting, bookmarks, and the names of the fields.
 class CursorRecordset : public Recordset {
 public:
-    CursorRecordset(const CursorRecordset&) = delete;
-    CursorRecordset& operator=(const CursorRecordset&) = delete;
-
     void MoveFirst() final { Move(&RowCursor::MoveFirst); }
     void MoveLast() final { Move(&RowCursor::MoveLast); }
     void MoveNext() final { Move(&RowCursor::MoveNext); }

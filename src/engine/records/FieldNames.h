@@ -48,9 +48,9 @@ private:
     // Names of one query differ in these: a set is asked for a dozen names with each row.
     static std::size_t SlotOf(std::string_view text) {
         return text.empty() ? 0
-                            : text.size() + 31U * static_cast<unsigned char>(text.front()) +
-                                  37U * static_cast<unsigned char>(text.back()) +
-                                  41U * static_cast<unsigned char>(text[text.size() / 2]);
+                            : text.size() + size_t{31} * static_cast<unsigned char>(text.front()) +
+                                  size_t{37} * static_cast<unsigned char>(text.back()) +
+                                  size_t{41} * static_cast<unsigned char>(text[text.size() / 2]);
     }
     int FindFolded(std::string_view utf8Name) const;
     void Spell(std::string name, int place);

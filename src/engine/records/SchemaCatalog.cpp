@@ -51,8 +51,7 @@ void SchemaCatalog::ReadTables() {
     const qint64 version = connection_.SchemaVersion();
     tables_.clear();
     for (CatalogTable& table : connection_.ReadTables()) {
-        QString name = table.name.toCaseFolded();
-        tables_.insert(std::move(name), std::move(table));
+        tables_[table.name.toCaseFolded()] = std::move(table);
     }
     schemaVersion_ = version;
 }

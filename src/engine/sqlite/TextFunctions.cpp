@@ -1,6 +1,8 @@
 #include "engine/dialect/LikePattern.h"
 #include "engine/sqlite/Functions.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <array>
 

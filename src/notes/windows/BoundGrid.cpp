@@ -211,7 +211,7 @@ print::GridSelection BoundGrid::ToPrint() {
     }
     grid.rowCount = static_cast<int>(view_->SelectedRows().size());
     grid.text = [this, rows = view_->SelectedRows()](int row, int column) {
-        const Value& value = view_->Rows().At(rows[static_cast<size_t>(row)], column);
+        const Value& value = view_->Rows().At(rows[row], column);
         return view_->Texts().Shown(value, view_->Model().Column(column).kind);
     };
     return grid;
