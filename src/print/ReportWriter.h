@@ -16,7 +16,20 @@ using Text = QAnyStringView;
 
 // Appends the text as well-formed UTF-8; what is not well formed becomes replacement characters.
 inline void AppendUtf8(QByteArray& out, Text text) {
-    out += text.toString().toUtf8();
+    // What the store keeps is UTF-8 nearly always: it is not converted to and fro.
+    text.visit([&out](auto view) {
+        if constexpr (std::is_same_v<decltype(view), QUtf8StringView>) {
+            if (view.isValidUtf8()) {
+                out.append(view.data(), view.size());
+                return;
+            }
+        }
+        if constexpr (std::is_same_v<decltype(view), QStringView>) {
+            out += view.toUtf8();
+        } else {
+            out += view.toString().toUtf8();
+        }
+    });
 }
 
 // How the cells of a table row stand on pages.

@@ -100,8 +100,31 @@ QStringView ReadTime(QStringView text, DateTimeFields& fields) {
     return match.capturedView(5).isEmpty() ? QStringView() : badForm;
 }
 
+int NumberAt(QStringView text, qsizetype at, qsizetype digits) {
+    int number = 0;
+    for (qsizetype i = at; i < at + digits; ++i) {
+        if (!IsDigitAt(text, i)) {
+            return -1;
+        }
+        number = number * 10 + (text[i].unicode() - u'0');
+    }
+    return number;
+}
+
+// The date of "03/07/2026", as the program writes it into a text for each person of a report; none for another form.
+std::optional<Date> ReadPlainDate(QStringView inner) {
+    if (inner.size() != 10 || inner[2] != u'/' || inner[5] != u'/') {
+        return {};
+    }
+    return MakeDate(NumberAt(inner, 6, 4), NumberAt(inner, 0, 2), NumberAt(inner, 3, 2));
+}
+
 // Reads what stands between two "#" marks. Returns what is wrong; empty for a good date.
 QStringView ReadDate(QStringView inner, Value& value) {
+    if (const auto day = ReadPlainDate(inner)) {
+        value = StartOfDay(*day);
+        return {};
+    }
     static const QRegularExpression form = DatePattern(QStringLiteral(R"(^%1(\d\d?)%1/%1(\d\d?)%1/%1(\d+)%1(.*))"));
     const QRegularExpressionMatch match = form.match(inner);
     if (!match.hasMatch()) {
