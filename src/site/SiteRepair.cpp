@@ -1,5 +1,5 @@
 #include "engine/Stores.h"
-#include "engine/salvage/RepairFile.h"
+#include "engine/sqlite/salvage/RepairFile.h"
 #include "site/Site.h"
 #include "site/SiteSchema.h"
 #include "site/SiteVersion.h"

@@ -1,11 +1,11 @@
 #include "tests/engine/soundness/SampleDatabase.h"
 
-#include "engine/salvage/RepairFile.h"
 #include "engine/sqlite/FilePlace.h"
 #include "engine/sqlite/NewDatabaseFile.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
+#include "engine/sqlite/salvage/RepairFile.h"
 #include "site/SiteSchema.h"
 
 #include <QDir>

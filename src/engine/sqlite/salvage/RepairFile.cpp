@@ -1,12 +1,12 @@
-#include "engine/salvage/RepairFile.h"
+#include "engine/sqlite/salvage/RepairFile.h"
 
 #include "base/DateTime.h"
 #include "engine/EngineError.h"
-#include "engine/salvage/Salvager.h"
 #include "engine/sqlite/FileHandle.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
+#include "engine/sqlite/salvage/Salvager.h"
 
 #include <QByteArray>
 #include <QFile>
