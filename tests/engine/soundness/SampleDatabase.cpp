@@ -31,7 +31,7 @@ CheckResult CheckDatabase(const QString& path, const OpenOptions& options) {
 }
 
 RepairReport RepairDatabase(const QString& path, const Schema& schema) {
-    return salvage::RepairFile(path, schema, *MakeDateTime({2026, 3, 7, 14, 15, 9}));
+    return salvage::Repair(sqlite::FilePlace(path), schema, *MakeDateTime({2026, 3, 7, 14, 15, 9}));
 }
 
 QStringList SampleFolder::Names() const {

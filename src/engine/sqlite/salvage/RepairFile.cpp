@@ -3,6 +3,7 @@
 #include "base/DateTime.h"
 #include "engine/EngineError.h"
 #include "engine/sqlite/FileHandle.h"
+#include "engine/sqlite/FilePlace.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
@@ -270,7 +271,12 @@ QByteArray FileExchange::Replace(DateTime now) {
 
 } // namespace
 
-RepairReport RepairFile(const QString& path, const Schema& schema, DateTime now) {
+RepairReport Repair(const DatabasePlace& place, const Schema& schema, DateTime now) {
+    const auto* file = dynamic_cast<const sqlite::FilePlace*>(&place);
+    if (file == nullptr) {
+        throw EngineError(EngineErrorNumber::CannotOpen, u"%1 cannot be repaired from here."_s.arg(place.Location()));
+    }
+    const QString& path = file->Path();
     try {
         sqlite::CheckPath(path);
         FileExchange exchange(path);
