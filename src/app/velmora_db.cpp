@@ -10,6 +10,7 @@
 #include "platform/LogFile.h"
 #include "platform/SystemClock.h"
 #include "site/Site.h"
+#include "site/SiteVersion.h"
 
 #include <QDir>
 
@@ -130,15 +131,13 @@ std::unique_ptr<engine::QueryDef> FindQuery(engine::Database& database, const QS
     return isStored ? database.OpenQueryDef(name) : database.CreateQueryDef(text);
 }
 
-ExitCode Query(const CommandLine& line, const Clock& clock) {
-    LogFile log(LogFile::DefaultPath(), clock);
-    const std::unique_ptr<engine::Database> database = SiteOf(line).Open(&log);
-    const auto query = FindQuery(*database, line.query);
+ExitCode RunQuery(engine::Database& database, const CommandLine& line) {
+    const auto query = FindQuery(database, line.query);
     SetParameters(*query, line.parameters);
     Output output;
     if (query->IsAction()) {
         // Where a failure is reported nothing is changed, also when only the answer could not be written.
-        engine::Transaction transaction(*database);
+        engine::Transaction transaction(database);
         output.Add(QStringLiteral("rows: %1\n").arg(query->Execute()));
         output.Flush();
         transaction.Commit();
@@ -147,6 +146,21 @@ ExitCode Query(const CommandLine& line, const Clock& clock) {
     PrintRows(*query->OpenRecordset(), output);
     output.Flush();
     return ExitCode::Done;
+}
+
+ExitCode Query(const CommandLine& line, const Clock& clock) {
+    LogFile log(LogFile::DefaultPath(), clock);
+    const std::unique_ptr<engine::Database> database = SiteOf(line).Open(&log);
+    try {
+        return RunQuery(*database, line);
+    } catch (const EngineError& error) {
+        if (error.Kind() == EngineErrorNumber::UnknownTable) {
+            if (const std::optional<QString> reason = WhyOutdated(*database)) {
+                throw EngineError(error.Kind(), error.Description() + u' ' + *reason, error.Sql());
+            }
+        }
+        throw;
+    }
 }
 
 ExitCode RunCommand(const CommandLine& line, const Clock& clock) {

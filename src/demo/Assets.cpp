@@ -1,12 +1,12 @@
 #include "demo/House.h"
 
+#include "data/AssetRules.h"
 #include "demo/WordFile.h"
 
 namespace velmora::demo {
 
 namespace {
 
-constexpr int FirstOtherNumber = 256; // below it: the conference rooms
 constexpr int GoneEvery = 97;         // one number in so many was deleted
 constexpr int ConferenceGapEvery = 9; // as many conference rooms were given up
 
@@ -17,7 +17,7 @@ public:
 
     std::vector<Asset> Build() {
         AddConferenceRooms();
-        next_ = FirstOtherNumber;
+        next_ = firstOtherAsset;
         for (int n = 0; n < scale_.trainingRooms; ++n) {
             Add(AssetKind::TrainingRoom, n, scale_.trainingRooms).name = QStringLiteral("Training %1").arg(n + 1);
         }
@@ -39,7 +39,7 @@ private:
 
     // The next asset, with what its kind says of it: the position-th of `count` that are spread over all floors.
     Asset& Add(AssetKind kind, int position, int count) {
-        if (next_ > FirstOtherNumber && next_ % GoneEvery == 0) {
+        if (next_ > firstOtherAsset && next_ % GoneEvery == 0) {
             assets_.push_back({.id = next_++});
         }
         Asset& asset = assets_.emplace_back(Asset{.id = next_++, .kind = kind});
@@ -75,7 +75,7 @@ private:
     void AddConferenceRooms() {
         const QStringList& names = words_.Entries(QStringLiteral("conference rooms"));
         next_ = 1;
-        for (int n = 0; n < scale_.conferenceRooms && next_ < FirstOtherNumber; ++n) {
+        for (int n = 0; n < scale_.conferenceRooms && next_ < firstOtherAsset; ++n) {
             if (next_ % ConferenceGapEvery == 0) {
                 assets_.push_back({.id = next_++});
             }

@@ -1,4 +1,5 @@
 #include "base/LocaleText.h"
+#include "data/AssetRules.h"
 #include "demo/Calendar.h"
 #include "demo/Events.h"
 #include "demo/House.h"
@@ -276,7 +277,7 @@ private:
             booking.eventType = QStringLiteral("Telephone");
             break;
         case OccupancyKind::Vacant:
-            booking.eventType = QStringLiteral("UNUSED");
+            booking.eventType = unusedEvent.toString();
             booking.name = names_.Next(booking.eventType, DateOf(booking.start), random_);
             break;
         }
@@ -311,7 +312,7 @@ private:
         booking.assetId = AssetAt(room).id;
         booking.start = StartOfDay(day);
         booking.end = times.end;
-        booking.eventType = kind == AssetKind::Desk ? QStringLiteral("UNUSED") : QStringLiteral("UNAVAILABLE");
+        booking.eventType = (kind == AssetKind::Desk ? unusedEvent : unavailableEvent).toString();
         booking.name = names_.Next(booking.eventType, DateOf(booking.start), random_);
         booking.organization = QStringLiteral("Facilities");
         writer_.Write(booking);

@@ -35,8 +35,6 @@ public:
     virtual bool IsInUse() const = 0;
     // Throws FileExists, CannotOpen, DiskFull.
     virtual std::unique_ptr<NewDatabase> Create(const Schema& schema) const = 0;
-    // The file that a repair works on; empty for a store that takes care of itself.
-    virtual QString RepairableFile() const { return {}; }
 };
 
 } // namespace velmora::engine

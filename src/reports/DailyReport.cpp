@@ -26,7 +26,7 @@ bool LeavesOut(const DailyRequest& request, const DailyLine& line, const engine:
     const bool moved = hasOneTask && (starts ? line.movedIn : line.movedOut);
     const bool phoned = hasOneTask && (starts ? line.phoneConnected : line.phoneDisconnected);
     return (request.excludeConferenceRooms && IsConferenceRoom(line.asset)) || IsUnusedName(line.assetName) ||
-           (!isLocation.IsNull() && !isLocation.ToBool()) || line.eventType == QUtf8StringView("UNUSED") ||
+           (!isLocation.IsNull() && !isLocation.ToBool()) || line.eventType == unusedEvent ||
            !BeginsWith(line.assetName, request.startupArgument) || (request.excludeCompletedMoves && moved) ||
            (request.excludeCompletedPhones && phoned);
 }

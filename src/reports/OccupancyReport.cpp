@@ -55,7 +55,7 @@ Row ReadRow(const Recordset& record, TextPool& texts) {
 // What leaves a record out of either list.
 bool LeavesOut(const OccupancyRequest& request, const QString& namePrefix, const Row& row,
                const engine::Field& eventType) {
-    return eventType.Utf8() == "UNAVAILABLE" || (request.nonPermanent && row.permanent) ||
+    return QUtf8StringView(eventType.Utf8()) == unavailableEvent || (request.nonPermanent && row.permanent) ||
            !BeginsWith(row.location, namePrefix);
 }
 

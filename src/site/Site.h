@@ -46,7 +46,7 @@ public:
     void Create(const SiteContents& contents = {}) const;
     // Replaces a damaged database by what can be saved of it, and puts back those of the program's own stored queries
     // that the damage took: without them reports would not run. A query that is still there stays as the site has it.
-    // Throws as engine::salvage::RepairFile.
+    // Throws as engine::salvage::Repair.
     engine::RepairReport Repair(DateTime now) const;
 
 private:

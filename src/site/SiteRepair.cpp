@@ -1,5 +1,5 @@
 #include "engine/Stores.h"
-#include "engine/salvage/RepairFile.h"
+#include "engine/sqlite/salvage/RepairFile.h"
 #include "site/Site.h"
 #include "site/SiteSchema.h"
 #include "site/SiteVersion.h"
@@ -9,12 +9,8 @@ namespace velmora {
 // In a file of its own: programs that do not repair need not link what it takes.
 engine::RepairReport Site::Repair(DateTime now) const {
     const auto store = engine::PlaceIn(folder_);
-    if (store->RepairableFile().isEmpty()) {
-        throw engine::EngineError(engine::EngineErrorNumber::CannotOpen,
-                                  QStringLiteral("%1 cannot be repaired from here.").arg(store->Location()));
-    }
     const engine::Schema schema = SiteSchema();
-    engine::RepairReport report = engine::salvage::RepairFile(store->RepairableFile(), schema, now);
+    engine::RepairReport report = engine::salvage::Repair(*store, schema, now);
     const auto database = store->Open({.schema = schema});
     for (const QString& name : PutBackLostQueries(*database)) {
         report.remarks.append(

@@ -2,6 +2,7 @@
 
 #include "engine/Database.h"
 #include "tests/app/Programs.h"
+#include "tests/data/RawStore.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -233,6 +234,17 @@ TEST_F(VelmoraDb, ChecksAndRepairs) {
     EXPECT_TRUE(repaired.out.contains("NoteCategory")) << repaired.out.constData();
     EXPECT_EQ(Call({u"check"_s, site_}).exitCode, 0);
     EXPECT_EQ(QDir(site_).entryList({u"*damaged-*"_s}).size(), 1);
+}
+
+TEST_F(VelmoraDb, SaysWhyATableOfThisVersionIsMissing) {
+    MakeSite();
+    test::RawStore other(database_);
+    other.Run(u"DROP TABLE SiteProperty"_s);
+    other.Run(u"BEGIN IMMEDIATE"_s); // nobody else may change the site
+    const Outcome query = Query(u"SELECT * FROM SiteProperty"_s);
+    EXPECT_EQ(query.exitCode, 1);
+    EXPECT_TRUE(query.error.contains("has version 1; this needs version")) << query.error.constData();
+    EXPECT_FALSE(Query(u"SELECT * FROM Asset"_s).error.contains("version"));
 }
 
 TEST_F(VelmoraDb, GivesUpOnWhatIsNoDatabase) {

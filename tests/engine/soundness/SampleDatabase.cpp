@@ -1,11 +1,11 @@
 #include "tests/engine/soundness/SampleDatabase.h"
 
-#include "engine/salvage/RepairFile.h"
 #include "engine/sqlite/FilePlace.h"
 #include "engine/sqlite/NewDatabaseFile.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
+#include "engine/sqlite/salvage/RepairFile.h"
 #include "site/SiteSchema.h"
 
 #include <QDir>
@@ -31,7 +31,7 @@ CheckResult CheckDatabase(const QString& path, const OpenOptions& options) {
 }
 
 RepairReport RepairDatabase(const QString& path, const Schema& schema) {
-    return salvage::RepairFile(path, schema, *MakeDateTime({2026, 3, 7, 14, 15, 9}));
+    return salvage::Repair(sqlite::FilePlace(path), schema, *MakeDateTime({2026, 3, 7, 14, 15, 9}));
 }
 
 QStringList SampleFolder::Names() const {

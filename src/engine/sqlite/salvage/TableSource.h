@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/RepairReport.h"
-#include "engine/salvage/SchemaEntries.h"
-#include "engine/salvage/TableCopier.h"
+#include "engine/sqlite/salvage/SchemaEntries.h"
+#include "engine/sqlite/salvage/TableCopier.h"
 
 #include <map>
 #include <memory>

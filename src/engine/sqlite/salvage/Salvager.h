@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/RepairReport.h"
-#include "engine/salvage/TableSource.h"
 #include "engine/sqlite/FileBuilder.h"
+#include "engine/sqlite/salvage/TableSource.h"
 
 #include <memory>
 #include <vector>

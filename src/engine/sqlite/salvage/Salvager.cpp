@@ -1,4 +1,4 @@
-#include "engine/salvage/Salvager.h"
+#include "engine/sqlite/salvage/Salvager.h"
 
 #include "engine/sqlite/Soundness.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/salvage/TreeReader.h"
+#include "engine/sqlite/salvage/TreeReader.h"
 
 #include <QByteArray>
 

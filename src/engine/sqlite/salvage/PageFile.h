@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/salvage/BtreePage.h"
 #include "engine/sqlite/FileHandle.h"
+#include "engine/sqlite/salvage/BtreePage.h"
 
 #include <QByteArray>
 

@@ -1,12 +1,13 @@
-#include "engine/salvage/RepairFile.h"
+#include "engine/sqlite/salvage/RepairFile.h"
 
 #include "base/DateTime.h"
 #include "engine/EngineError.h"
-#include "engine/salvage/Salvager.h"
 #include "engine/sqlite/FileHandle.h"
+#include "engine/sqlite/FilePlace.h"
 #include "engine/sqlite/Presence.h"
 #include "engine/sqlite/Soundness.h"
 #include "engine/sqlite/Statement.h"
+#include "engine/sqlite/salvage/Salvager.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -270,7 +271,12 @@ QByteArray FileExchange::Replace(DateTime now) {
 
 } // namespace
 
-RepairReport RepairFile(const QString& path, const Schema& schema, DateTime now) {
+RepairReport Repair(const DatabasePlace& place, const Schema& schema, DateTime now) {
+    const auto* file = dynamic_cast<const sqlite::FilePlace*>(&place);
+    if (file == nullptr) {
+        throw EngineError(EngineErrorNumber::CannotOpen, u"%1 cannot be repaired from here."_s.arg(place.Location()));
+    }
+    const QString& path = file->Path();
     try {
         sqlite::CheckPath(path);
         FileExchange exchange(path);

@@ -1,4 +1,4 @@
-#include "engine/salvage/BtreePage.h"
+#include "engine/sqlite/salvage/BtreePage.h"
 
 #include <algorithm>
 #include <array>

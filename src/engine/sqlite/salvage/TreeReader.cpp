@@ -1,4 +1,4 @@
-#include "engine/salvage/TreeReader.h"
+#include "engine/sqlite/salvage/TreeReader.h"
 
 #include <algorithm>
 

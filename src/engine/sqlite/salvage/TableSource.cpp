@@ -1,4 +1,4 @@
-#include "engine/salvage/TableSource.h"
+#include "engine/sqlite/salvage/TableSource.h"
 
 #include <algorithm>
 #include <set>

@@ -1,4 +1,4 @@
-#include "engine/salvage/PageFile.h"
+#include "engine/sqlite/salvage/PageFile.h"
 
 #include "engine/EngineError.h"
 

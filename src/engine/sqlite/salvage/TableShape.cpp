@@ -1,4 +1,4 @@
-#include "engine/salvage/TableShape.h"
+#include "engine/sqlite/salvage/TableShape.h"
 
 #include <algorithm>
 

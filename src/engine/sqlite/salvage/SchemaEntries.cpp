@@ -1,6 +1,6 @@
-#include "engine/salvage/SchemaEntries.h"
+#include "engine/sqlite/salvage/SchemaEntries.h"
 
-#include "engine/salvage/TableShape.h"
+#include "engine/sqlite/salvage/TableShape.h"
 
 #include <QStringDecoder>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/salvage/TableShape.h"
-#include "engine/salvage/TreeReader.h"
+#include "engine/sqlite/salvage/TableShape.h"
+#include "engine/sqlite/salvage/TreeReader.h"
 
 #include <QString>
 #include <QStringList>

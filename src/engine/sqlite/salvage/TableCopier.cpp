@@ -1,7 +1,7 @@
-#include "engine/salvage/TableCopier.h"
+#include "engine/sqlite/salvage/TableCopier.h"
 
-#include "engine/salvage/SchemaEntries.h"
 #include "engine/sqlite/Statement.h"
+#include "engine/sqlite/salvage/SchemaEntries.h"
 
 #include <QByteArrayList>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/salvage/BtreePage.h"
-#include "engine/salvage/PageFile.h"
+#include "engine/sqlite/salvage/BtreePage.h"
+#include "engine/sqlite/salvage/PageFile.h"
 
 #include <functional>
 #include <limits>
