@@ -30,7 +30,7 @@ protected:
 TEST_F(DocumentsTest, ListsTheRowsThatSqlCounts) {
     LayoutRequest request;
     request.start = MakeDate(2026, 3, 5);
-    for (const QStringList& each : TestRows(u"counts.txt"_s)) {
+    for (const QStringList& each : TestRows(u"layouts/counts.txt"_s)) {
         request.layout = each.at(0).toShort();
         for (const int options : {0, 1, 2, 3, 4, 5, 6, 7}) {
             request.completionFilter = (options & 1) != 0;
@@ -53,7 +53,7 @@ TEST_F(DocumentsTest, PrintsWhatTheLayoutSays) {
         {u"text"_s, print::Target::TextFile}, {u"html"_s, print::Target::HtmlFile}, {u"mail"_s, print::Target::Mail}};
     WriteLayout(u"htmlpre.txt"_s, "PRE<b>");
     WriteLayout(u"htmlpost.txt"_s, "POST");
-    for (const QString& block : TestText(u"documents.txt"_s).split(u"\n@ "_s).mid(1)) {
+    for (const QString& block : TestText(u"layouts/documents.txt"_s).split(u"\n@ "_s).mid(1)) {
         const QStringList head = block.section(u'\n', 0, 0).split(u" |"_s);
         QString file = u"Mine.rpx"_s;
         QStringList keys;
@@ -80,7 +80,7 @@ TEST_F(DocumentsTest, FillsInTexts) {
         "Attendees = 12 WHERE ID = 1; UPDATE Asset SET LocationLvl = NULL"_s);
     const QString first =
         u"{Reservation.ID} = 1 And {Reservation.Start} >= Date(2026,3,6) And {Reservation.Start} < Date(2026,3,7)"_s;
-    for (const QStringList& each : TestRows(u"templates.txt"_s)) {
+    for (const QStringList& each : TestRows(u"layouts/templates.txt"_s)) {
         WriteKeys(u"\"columns\": [{\"value\": \"%1\"}]"_s.arg(each.at(0)));
         EXPECT_EQ(RunText(u"Mine.rpx"_s, first).section(u"\r\n"_s, 2, 2).toStdString(), each.at(1).toStdString())
             << each[0].toStdString();

@@ -55,7 +55,7 @@ protected:
 TEST_F(FuzzTest, FormulasAreRefusedOrRun) {
     FieldScope scope;
     scope.Add(*database_->Schema().FindTable(u"Reservation"), {});
-    const QList<QByteArray> pieces = Pieces(u"formula_pieces.txt"_s);
+    const QList<QByteArray> pieces = Pieces(u"layouts/formula_pieces.txt"_s);
     const QString before = Fingerprint();
     int taken = 0;
     int refused = 0;
@@ -95,7 +95,7 @@ TEST_F(FuzzTest, FormulasAreRefusedOrRun) {
 }
 
 TEST_F(FuzzTest, LayoutsAreRefusedOrRun) {
-    const QList<QByteArray> pieces = Pieces(u"layout_pieces.txt"_s);
+    const QList<QByteArray> pieces = Pieces(u"layouts/layout_pieces.txt"_s);
     QList<QByteArray> layouts;
     for (const QString& name : QDir(ShareFolder() + u"/layouts"_s).entryList(QDir::Files)) {
         layouts.push_back(FileBytes(Path(name)));

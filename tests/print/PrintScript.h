@@ -1,10 +1,7 @@
 #pragma once
 
 #include "print/PrintJob.h"
-
-#include <gtest/gtest.h>
-
-#include <QFile>
+#include "tests/support/Folders.h"
 
 #include <map>
 
@@ -17,12 +14,10 @@ struct ScriptCase {
     std::map<QByteArray, QByteArrayList> expected;
 };
 
-inline std::vector<ScriptCase> ReadScripts(const QString& path) {
+inline std::vector<ScriptCase> ReadScripts(const QString& name) {
     std::vector<ScriptCase> cases;
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
     QByteArrayList* lines = nullptr;
-    for (const QByteArray& line : file.readAll().split('\n')) {
+    for (const QByteArray& line : TestBytes(name).split('\n')) {
         if (line.startsWith("@ ")) {
             cases.push_back({line.sliced(2).toStdString(), {}, {}});
             lines = &cases.back().script;

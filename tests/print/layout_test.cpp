@@ -1,6 +1,5 @@
 #include "tests/print/PrintFixture.h"
 #include "tests/print/PrintScript.h"
-#include "tests/support/Folders.h"
 
 namespace velmora::print {
 namespace {
@@ -19,7 +18,7 @@ protected:
 };
 
 TEST_F(LayoutTest, EachTargetToTheByte) {
-    for (const ScriptCase& c : ReadScripts(TestDataFolder() + u"/print/operations.txt"_s)) {
+    for (const ScriptCase& c : ReadScripts(u"print/operations.txt"_s)) {
         const auto layout = [&](PrintJob& job) {
             for (const QByteArray& operation : c.script) {
                 RunOperation(job, operation);
@@ -40,7 +39,7 @@ TEST_F(LayoutTest, TheWrapperFilesStandAsTheyAreAroundTheMarkup) {
     const auto heading = [](PrintJob& job) { job.PrintSectionHeading("h"); };
     const QByteArray footer = "\n</BODY>&\xFE";
     WriteFile(u"htmlpost.txt"_s, footer);
-    for (const ScriptCase& c : ReadScripts(TestDataFolder() + u"/print/html_headers.txt"_s)) {
+    for (const ScriptCase& c : ReadScripts(u"print/html_headers.txt"_s)) {
         const QByteArray header = QByteArray::fromPercentEncoding(c.script.at(0));
         WriteFile(u"htmlpre.txt"_s, header);
         const QByteArray row = Lay(4, [](PrintJob& job) { job.PrintLabelValue("a", "b"); });

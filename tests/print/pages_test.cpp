@@ -1,7 +1,6 @@
 #include "platform/pages/PdfFile.h"
 #include "tests/print/PagesFixture.h"
 #include "tests/print/PrintScript.h"
-#include "tests/support/Folders.h"
 
 #include <map>
 #include <random>
@@ -78,7 +77,7 @@ private:
 };
 
 TEST_F(PagesTest, EachOperationToTheTwip) {
-    for (const ScriptCase& c : ReadScripts(TestDataFolder() + u"/print/pages.txt"_s)) {
+    for (const ScriptCase& c : ReadScripts(u"print/pages.txt"_s)) {
         QByteArrayList operations;
         qint16 leader = 0;
         bool suppress = false;

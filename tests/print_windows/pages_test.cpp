@@ -7,8 +7,6 @@
 #include "tests/print_windows/PreviewReports.h"
 #include "tests/support/Folders.h"
 
-#include <QFile>
-
 namespace velmora::print {
 namespace {
 
@@ -197,13 +195,10 @@ TEST(MergeStyles, PutsBothUsersChangesTogether) {
         }
         return rows;
     };
-    QFile file(TestDataFolder() + u"/print_windows/merged_styles.txt"_s);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    for (const QString& line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts).mid(1)) {
-        const QStringList fields = line.split(u'\t');
+    for (const QStringList& fields : TestRows(u"print_windows/merged_styles.txt"_s)) {
         const MergedStyles merged = MergeStyles(rowsOf(u"A1 B2 A4"_s), rowsOf(fields[0]), rowsOf(fields[1]));
-        EXPECT_EQ(merged.rows, rowsOf(fields.at(2))) << line.toStdString();
-        EXPECT_EQ(merged.conflicts.join(u' '), fields.at(3)) << line.toStdString();
+        EXPECT_EQ(merged.rows, rowsOf(fields.at(2))) << fields.join(u'|').toStdString();
+        EXPECT_EQ(merged.conflicts.join(u' '), fields.at(3)) << fields.join(u'|').toStdString();
     }
 }
 
