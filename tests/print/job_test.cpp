@@ -145,7 +145,7 @@ TEST_F(JobTest, AStoredLeaderStyleThatIsNoNumberCountsAsNone) {
 }
 
 TEST_F(JobTest, AFailedEndIsReportedAndRepeatedOrGivenUp) {
-    WriteFile(u"htmlpost.txt"_s, "!");
+    Put(u"htmlpost.txt"_s, "!");
     job_.SetOutputTarget(4);
     job_.BeginReport();
     job_.PrintRule(1, 1, 1);

@@ -38,10 +38,10 @@ TEST_F(LayoutTest, EachTargetToTheByte) {
 TEST_F(LayoutTest, TheWrapperFilesStandAsTheyAreAroundTheMarkup) {
     const auto heading = [](PrintJob& job) { job.PrintSectionHeading("h"); };
     const QByteArray footer = "\n</BODY>&\xFE";
-    WriteFile(u"htmlpost.txt"_s, footer);
+    Put(u"htmlpost.txt"_s, footer);
     for (const ScriptCase& c : ReadScripts(u"print/html_headers.txt"_s)) {
         const QByteArray header = QByteArray::fromPercentEncoding(c.script.at(0));
-        WriteFile(u"htmlpre.txt"_s, header);
+        Put(u"htmlpre.txt"_s, header);
         const QByteArray row = Lay(4, [](PrintJob& job) { job.PrintLabelValue("a", "b"); });
         EXPECT_EQ(row, header + c.expected.at("row").join() + "<tr><th>a</th><td>b</td></tr>" + footer) << c.name;
         const QByteArray between = c.expected.at("heading").join();
