@@ -26,9 +26,7 @@ inline Outcome Finish(QProcess& process) {
 
 // The lines of a file below tests/app/cases, without comments.
 inline QByteArrayList CaseLines(const char* name) {
-    QFile file(TestDataFolder() + QStringLiteral("/app/cases/") + QLatin1StringView(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-    QByteArrayList lines = file.readAll().split('\n');
+    QByteArrayList lines = TestBytes(QStringLiteral("app/cases/") + QLatin1StringView(name)).split('\n');
     lines.removeIf([](const QByteArray& line) { return line.startsWith('#'); });
     return lines;
 }

@@ -4,26 +4,16 @@
 #include "data/NativePath.h"
 #include "data/ReservationTime.h"
 #include "tests/support/Fakes.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+#include "tests/support/FolderTest.h"
 
 namespace velmora {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class ConfigurationTest : public testing::Test {
+class ConfigurationTest : public FolderTest {
 protected:
     ConfigurationTest() { qputenv("VELMORA_SYSTEM_DIR", folder_.path().toUtf8()); }
-    void Put(const QString& name, const QByteArray& bytes) const {
-        QFile file(folder_.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-
-    QTemporaryDir folder_;
     fakes::TestProgram test_;
 };
 
@@ -107,7 +97,7 @@ TEST(ReservationTimeTest, PhrasesByTheFirstMatchingRule) {
     EXPECT_EQ(EndPhrase(us, *MakeDateTime({2026, 5, 5, 0, 0, 0})), u" Through 5/4/2026"_s);
 }
 
-TEST(HelpersTest, PathsKeysAndQuoting) {
+TEST_F(ConfigurationTest, PathsKeysAndQuoting) {
     EXPECT_EQ(AddBackslash(u"C:\\"_s), u"C:\\"_s);
     EXPECT_EQ(AddBackslash(QString()), u"\\"_s);
     EXPECT_EQ(AssetKey(205), u"<205>"_s);
@@ -118,15 +108,11 @@ TEST(HelpersTest, PathsKeysAndQuoting) {
     EXPECT_EQ(SqlText(u"O\"Brien's"_s), u"\"O\"\"Brien's\""_s);
     EXPECT_EQ(SqlDate(*MakeDate(2026, 3, 7)), u"#03/07/2026#"_s);
 
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"hold.txt"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("Gr\xFC\xDF\r\n");
-    file.close();
-    EXPECT_TRUE(FileExists(folder.path() + u"\\hold.txt"_s));
-    EXPECT_FALSE(FileExists(folder.path()));
-    EXPECT_EQ(ReadFileText(folder.path() + u"\\hold.txt"_s), u"Grüß\r\n"_s);
-    EXPECT_EQ(ReadFileText(folder.path() + u"\\none.txt"_s), QString());
+    Put(u"hold.txt"_s, "Gr\xFC\xDF\r\n");
+    EXPECT_TRUE(FileExists(folder_.path() + u"\\hold.txt"_s));
+    EXPECT_FALSE(FileExists(folder_.path()));
+    EXPECT_EQ(ReadFileText(folder_.path() + u"\\hold.txt"_s), u"Grüß\r\n"_s);
+    EXPECT_EQ(ReadFileText(folder_.path() + u"\\none.txt"_s), QString());
 }
 
 } // namespace

@@ -56,15 +56,9 @@ struct QuerySite {
 constexpr const char* reportQueries[] = {"QReport3", "QReport4", "QReport5", "QReport2", "RangePerson",
                                          "A1",       "P1",       "P2",       "P3"};
 
-QString TestFile(const QString& name) {
-    QFile file(TestDataFolder() + u"/data/"_s + name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    return QString::fromUtf8(file.readAll());
-}
-
 // What a query means, in the store's own SQL and by other means than the query uses.
 QString Reference(const char* query) {
-    return TestFile(u"reference/"_s + QLatin1String(query) + u".sql"_s);
+    return TestText(u"data/reference/"_s + QLatin1String(query) + u".sql"_s);
 }
 
 class DemoQueries : public testing::Test {
@@ -108,7 +102,7 @@ constexpr const char* NotCheckedIn =
     "And ((Asset.Location) = True) And ((Reservation.Asset) > 256)) ORDER BY Asset.Name, Reservation.Start";
 TEST_F(DemoQueries, FindReservationsByTheirIndexes) {
     const auto database = site_->site.Open();
-    for (const QString& text : TestFile(u"reservation_texts.txt"_s).split(u'\n', Qt::SkipEmptyParts)) {
+    for (const QString& text : TestText(u"data/reservation_texts.txt"_s).split(u'\n', Qt::SkipEmptyParts)) {
         const auto compiled = engine::dialect::Compile(text, database->Schema(), engine::dialect::Purpose::Read,
                                                        engine::sqlite::Writer());
         EXPECT_EQ(site_->raw.Plan(compiled.sql).filter(u"SCAN Reservation"_s).size(), 0) << text.toStdString();
@@ -149,7 +143,7 @@ TEST_F(DemoQueries, CostNothingForTheHistory) {
 
 // What the reports treat apart, and how often the demo has it at least.
 TEST_F(DemoQueries, ReadOddRows) {
-    for (const QString& line : TestFile(u"odd_rows.txt"_s).split(u'\n', Qt::SkipEmptyParts)) {
+    for (const QString& line : TestText(u"data/odd_rows.txt"_s).split(u'\n', Qt::SkipEmptyParts)) {
         const QString rows = line.section(u' ', 1);
         EXPECT_GE(site_->raw.Number(u"SELECT count(*) FROM "_s + rows), line.section(u' ', 0, 0).toInt())
             << rows.toStdString();
@@ -192,7 +186,7 @@ TEST_F(DemoQueries, OfferStandardNotes) {
 // Rows that are there for a reason, and what the queries make of them, by hand.
 TEST(EdgeQueries, TreatEachRowAsTheyShould) {
     QuerySite site;
-    site.raw.Run(TestFile(u"edge_site.sql"_s));
+    site.raw.Run(TestText(u"data/edge_site.sql"_s));
     QString found;
     for (const char* query : reportQueries) {
         const QString from = u"2026-03-10 00:00:00"_s;
@@ -202,7 +196,7 @@ TEST(EdgeQueries, TreatEachRowAsTheyShould) {
             << query;
         found += u"== "_s + QLatin1String(query) + u'\n' + rows.join(u'\n') + u'\n';
     }
-    EXPECT_EQ(found.toStdString(), TestFile(u"edge_site.expected"_s).toStdString());
+    EXPECT_EQ(found.toStdString(), TestText(u"data/edge_site.expected"_s).toStdString());
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "desk/windows/frmScmain.h"
 #include "ops/SharedDatabase.h"
 #include "tests/desk/DeskFixture.h"
+#include "tests/support/Windows.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -50,11 +51,7 @@ protected:
 
     template <typename T = QWidget>
     T& Child(const QString& name) const {
-        auto* child = window_->findChild<T*>(name);
-        if (child == nullptr) {
-            throw std::logic_error("no control named " + name.toStdString());
-        }
-        return *child;
+        return velmora::Child<T>(*window_, name);
     }
     void Click(const QString& name) {
         auto& button = Child<QAbstractButton>(name);

@@ -49,7 +49,7 @@ protected:
         auto& timer = Child<QTimer>(u"tmrRefresh"_s);
         EXPECT_LE(timer.interval(), 5000);
         timer.start(1);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Child<QCheckBox>(u"chkSLockStart"_s).isChecked(); }, 2000));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Child<QCheckBox>(u"chkSLockStart"_s).isChecked(); }, 60'000));
     }
     QString SqlOf(QString text) { return Sql(text.replace(u"{lblID}"_s, Text(u"lblID"_s))); }
 

@@ -105,26 +105,6 @@ TEST_F(OnDatabase, ExecutesActions) {
     EXPECT_EQ(database_->Execute(u"Delete from [Reservation] where ID =1"), 0);
 }
 
-// One prepared statement serves texts of one shape; what shapes the statement itself must not be shared.
-TEST_F(OnDatabase, TextsOfOneShapeKeepTheirLiterals) {
-    const auto names = [this](const QString& condition) {
-        return Shown(*database_, QString(u"Select Name from Reservation where "_s + condition + u" order by ID"_s));
-    };
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(names(u"ID = 1"_s), u"Early");
-        EXPECT_EQ(names(u"ID = 2"_s), u"Late");
-        EXPECT_EQ(names(u"Name = \"early\""_s), u"Early");
-        EXPECT_EQ(names(u"Name = 'LATE'"_s), u"Late");
-        EXPECT_EQ(names(u"Start > #3/7/2026#"_s), u"Early / Late");
-        EXPECT_EQ(names(u"Start > #3/8/2026#"_s), u"Late");
-        EXPECT_EQ(names(u"Name Like \"E*\""_s), u"Early");
-        EXPECT_EQ(names(u"Name Like \"*te\""_s), u"Late");
-        EXPECT_EQ(names(u"Name Like \"L*\""_s), u"Late");
-        EXPECT_EQ(Shown(*database_, u"Select Top 1 Name from Reservation order by ID"), u"Early");
-        EXPECT_EQ(Shown(*database_, u"Select Top 2 Name from Reservation order by ID"), u"Early / Late");
-    }
-}
-
 TEST_F(OnDatabase, SeesChangedTablesAndQueries) {
     const auto other = site_.Open();
     EXPECT_EQ(Shown(*database_, u"Names"), u"1|Early / 2|Late");

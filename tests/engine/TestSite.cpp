@@ -1,8 +1,6 @@
 #include "tests/engine/TestSite.h"
 #include "tests/support/Folders.h"
 
-#include <QFile>
-
 #include <sqlite3.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -31,9 +29,7 @@ private:
 } // namespace
 
 TestSite::TestSite() : path_(folder_.filePath(u"Velmora.MDB"_s)) {
-    QFile schema(TestDataFolder() + QStringLiteral("/data/first-schema.sql"));
-    EXPECT_TRUE(schema.open(QIODevice::ReadOnly));
-    Run(schema.readAll().constData());
+    Run(TestBytes(u"data/first-schema.sql"_s).constData());
 }
 
 std::unique_ptr<Database> TestSite::Open(const OpenOptions& options) const {

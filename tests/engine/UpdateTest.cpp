@@ -292,15 +292,6 @@ TEST_F(Updating, DeletesAndPassesOverTheGap) {
     EXPECT_EQ((*rows)["SLockStart"].ToValue(), Value(false));
 }
 
-TEST_F(Updating, RefusesToAssignWhatIsWorkedOut) {
-    const auto rows =
-        database_->OpenRecordset(u"SELECT ID, Attendees + 1 AS More FROM Reservation", RecordsetKind::Updatable);
-    EXPECT_EQ((*rows)["More"].ToInteger(), 13);
-    rows->Edit();
-    ExpectError(EngineErrorNumber::ReadOnly, u"More", [&] { rows->Set("More", 1); });
-    ExpectError(EngineErrorNumber::UnknownItem, u"Nothing", [&] { rows->Set("Nothing", 1); });
-}
-
 TEST_F(Updating, ATransactionKeepsAllOrNothing) {
     const auto row = Reservation(*database_, 1);
     const auto changeTwo = [&] {

@@ -76,21 +76,6 @@ protected:
     void Run(print::Target target, const QString& file, const QString& formula) {
         RunLayout(Printing(), *database_, {target}, folder_.path() + u'\\' + file, formula);
     }
-    // A file of this folder; its rows of fields between tabs, without comments.
-    static QString TestText(const QString& name) {
-        QFile file(TestDataFolder() + u"/layouts/"_s + name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-        return QString::fromUtf8(file.readAll());
-    }
-    static std::vector<QStringList> TestRows(const QString& name) {
-        std::vector<QStringList> rows;
-        for (const QString& line : TestText(name).split(u'\n', Qt::SkipEmptyParts)) {
-            if (!line.startsWith(u'#')) {
-                rows.push_back(line.split(u'\t'));
-            }
-        }
-        return rows;
-    }
     // What a failing call says; empty when it does not fail.
     template <typename Call>
     static QString Failure(Call&& call) {

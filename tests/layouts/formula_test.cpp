@@ -41,7 +41,7 @@ TEST_F(FormulaTest, SelectsWhatItSays) {
     // Flags of other programs: any number but 0 is a yes, and an empty one neither.
     store_->Run(
         u"UPDATE Reservation SET Permanent = 7 WHERE ID = 30; UPDATE Reservation SET Permanent = NULL WHERE ID = 31"_s);
-    for (const QStringList& each : TestRows(u"formulas.txt"_s)) {
+    for (const QStringList& each : TestRows(u"layouts/formulas.txt"_s)) {
         const QString expected = SelectBySql(each.at(1));
         EXPECT_FALSE(expected.isEmpty()) << each[1].toStdString();
         EXPECT_EQ(Select(each[0]).toStdString(), expected.toStdString()) << each[0].toStdString();
@@ -63,7 +63,7 @@ TEST_F(FormulaTest, KeepsValuesOutOfTheText) {
 }
 
 TEST_F(FormulaTest, NamesThePlaceOfAnError) {
-    for (const QStringList& each : TestRows(u"formula_errors.txt"_s)) {
+    for (const QStringList& each : TestRows(u"layouts/formula_errors.txt"_s)) {
         const auto at = each.at(1).toLongLong();
         const QString said = Failure([&] { ParseFormula(each[0], scope_); });
         EXPECT_TRUE(said.contains(each.at(2))) << said.toStdString();

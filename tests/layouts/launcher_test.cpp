@@ -41,7 +41,7 @@ TEST_F(LauncherTest, BuildsEveryFormula) {
             }
         }
     }
-    EXPECT_EQ(found.toStdString(), TestText(u"selection_formulas.expected"_s).toStdString());
+    EXPECT_EQ(found.toStdString(), TestText(u"layouts/selection_formulas.expected"_s).toStdString());
     EXPECT_EQ(FindLayoutChoice(8), nullptr);
 }
 

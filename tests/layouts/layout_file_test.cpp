@@ -33,7 +33,7 @@ TEST_F(LayoutFileTest, ReadsTheShippedLayouts) {
 }
 
 TEST_F(LayoutFileTest, NamesFileLineAndKey) {
-    for (const QString& block : TestText(u"faults.txt"_s).split(u"\n@"_s).mid(1)) {
+    for (const QString& block : TestText(u"layouts/faults.txt"_s).split(u"\n@"_s).mid(1)) {
         const QStringList head = block.section(u'\n', 0, 0).section(u' ', 1).split(u" | "_s);
         QByteArray json = block.section(u'\n', 1).toUtf8();
         const bool whole = block.startsWith(u'@');

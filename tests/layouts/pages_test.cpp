@@ -153,11 +153,5 @@ TEST_F(PagesTest, GetsOnWithTinyPaper) {
     EXPECT_GT(previews_.opened.back().document.pages.size(), 5U);
 }
 
-TEST_F(PagesTest, SaysWhenThereIsNothing) {
-    const pages::Document& document = Preview(u"Setup.rpx"_s, u"No"_s);
-    ASSERT_EQ(document.pages.size(), 1U);
-    EXPECT_TRUE(document.pages[0].PlainText().contains(u"There is nothing to set up."_s));
-}
-
 } // namespace
 } // namespace velmora::layouts

@@ -3,8 +3,6 @@
 #include "tests/notes/NoteSite.h"
 #include "tests/support/Folders.h"
 
-#include <QFile>
-
 namespace velmora {
 namespace {
 
@@ -16,19 +14,8 @@ LocaleText Locale(const QString& name) {
     return *LocaleText::ByName(name);
 }
 
-// Lines of a file of the tests, split at the bars.
-std::vector<QStringList> Cases(const QString& name) {
-    QFile file(TestDataFolder() + u"/notes/"_s + name);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    std::vector<QStringList> cases;
-    for (const QString& line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
-        cases.push_back(line.split(u'|'));
-    }
-    return cases;
-}
-
 TEST(CellTexts, MoneyIsShownAndReadInTheLocalesForm) {
-    for (const QStringList& each : Cases(u"money.txt"_s)) {
+    for (const QStringList& each : TestRows(u"notes/money.txt"_s, u'|')) {
         const LocaleText locale = Locale(each[0]);
         const CellText texts(locale);
         const Value read = texts.Read(each[1], money);
@@ -41,7 +28,7 @@ TEST(CellTexts, MoneyIsShownAndReadInTheLocalesForm) {
 }
 
 TEST(CellTexts, WhatAColumnDoesNotTakeIsNamed) {
-    for (const QStringList& each : Cases(u"refused.txt"_s)) {
+    for (const QStringList& each : TestRows(u"notes/refused.txt"_s, u'|')) {
         const LocaleText locale = Locale(each[0]);
         const BoundColumn& column = each[1] == u"Cost" ? money : choice;
         try {

@@ -8,6 +8,7 @@
 #include "print/PrintStyles.h"
 #include "site/Site.h"
 #include "tests/notes/NoteSite.h"
+#include "tests/support/Windows.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -27,15 +28,6 @@ public:
     std::vector<QByteArray> texts;
 };
 
-template <typename T>
-T& Child(QWidget& window, const QString& name) {
-    auto* child = window.findChild<T*>(name);
-    if (child == nullptr) {
-        throw std::logic_error("no control named " + name.toStdString());
-    }
-    return *child;
-}
-
 // The site of the notes with a program and a job around it; reports go into `delivery_`.
 class NotesTest : public testing::Test {
 protected:
@@ -48,21 +40,6 @@ protected:
         {test_.program.services(), delivery_, [this] { return print::ReadPrintAttributes(*site_.desk); }}};
     const NotesContext context_{test_.program, *site_.desk, job_};
 };
-
-// Does something with the modal window of that type once it is there.
-template <typename Window, typename Work>
-void Then(Work work) {
-    auto* timer = new QTimer(QCoreApplication::instance());
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
-        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
-        if (window != nullptr && window->isActiveWindow()) {
-            timer->stop();
-            timer->deleteLater();
-            work(*window);
-        }
-    });
-    timer->start(5);
-}
 
 // A grid under the fingers of a test.
 class GridHand {

@@ -4,7 +4,6 @@
 #include "base/Translate.h"
 
 #include <QLabel>
-#include <QThread>
 
 namespace velmora {
 namespace {
@@ -16,13 +15,8 @@ protected:
 
     void OpenNotes(qint32 reservation = 7) { velmora::OpenNotes(context_, reservation, &owner_); }
     static void Press(QWidget& window, const QString& name) { Child<QAbstractButton>(window, name).click(); }
-    static void WaitUntil(const std::function<bool()>& done) {
-        for (int i = 0; i < 400 && !done(); ++i) {
-            QApplication::processEvents(QEventLoop::AllEvents, 5);
-            QThread::msleep(5);
-        }
-        EXPECT_TRUE(done());
-    }
+    // The limit is only reached when it never comes.
+    static void WaitUntil(const std::function<bool()>& done) { EXPECT_TRUE(QTest::qWaitFor(done, 60'000)); }
 
     QWidget owner_;
 };
@@ -113,9 +107,9 @@ TEST_F(NotesWindowsTest, AWindowOfItsOwnDoesNotCloseItAndKeepsTheEdit) {
         hand.Select(0);
         bool asked = false;
         QDialog question(&window);
-        QTimer::singleShot(100, &question, [&] {
-            asked = question.isActiveWindow() && !window.isActiveWindow();
-            question.accept();
+        Then<QDialog>([&](QDialog& active) {
+            asked = &active == &question && !window.isActiveWindow();
+            active.accept();
         });
         question.exec();
         EXPECT_TRUE(asked);

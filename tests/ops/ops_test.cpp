@@ -5,10 +5,7 @@
 #include "ops/SharedDatabase.h"
 #include "ops/TranslationLoader.h"
 #include "tests/support/Fakes.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+#include "tests/support/FolderTest.h"
 
 #include <sqlite3.h>
 
@@ -17,21 +14,11 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class OpsTest : public testing::Test {
+class OpsTest : public FolderTest {
 protected:
     OpsTest() {
         qputenv("VELMORA_SYSTEM_DIR", folder_.path().toUtf8());
         Settings().DataDirectory = folder_.path();
-    }
-    QString Path(const QString& name) const { return folder_.filePath(name); }
-    void Put(const QString& name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-    QByteArray Get(const QString& name) const {
-        QFile file(Path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     void MakeSite() const { Site(folder_.path()).Create(); }
     // Overwrites the file's header, which only a repair mends.
@@ -41,7 +28,6 @@ protected:
         file.write(QByteArray(16, 'x'));
     }
 
-    QTemporaryDir folder_;
     fakes::FakeDialogs dialogs_;
     fakes::FakeLog log_;
     ErrorReport report_{dialogs_, log_};

@@ -5,6 +5,7 @@
 #include "ops/windows/frmProgress.h"
 #include "tests/support/Fakes.h"
 #include "tests/support/MailServer.h"
+#include "tests/support/Windows.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -21,29 +22,6 @@ namespace velmora {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-// Does something with the modal window of that type once it is there.
-template <typename Window, typename Work>
-void Then(Work work) {
-    auto* timer = new QTimer(QCoreApplication::instance());
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
-        if (auto* window = qobject_cast<Window*>(QApplication::activeModalWidget())) {
-            timer->stop();
-            timer->deleteLater();
-            work(*window);
-        }
-    });
-    timer->start(5);
-}
-
-template <typename T>
-T& Child(QWidget& window, const QString& name) {
-    auto* child = window.findChild<T*>(name);
-    if (child == nullptr) {
-        throw std::logic_error("no control named " + name.toStdString());
-    }
-    return *child;
-}
 
 void Click(QWidget& window, const QString& name) {
     QTest::mouseClick(&Child<QPushButton>(window, name), Qt::LeftButton);

@@ -3,38 +3,25 @@
 #include "platform/ProfileFile.h"
 #include "platform/SystemClock.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "tests/support/FolderTest.h"
 
 namespace velmora {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class PlatformTest : public testing::Test {
+class PlatformTest : public FolderTest {
 protected:
-    QString Path(const QString& name) const { return folder_.filePath(name); }
-    QString Put(const QString& name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+    QString Made(const QString& name, const QByteArray& bytes) const {
+        Put(name, bytes);
         return Path(name);
     }
-    static QByteArray Get(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
-    }
-
-    QTemporaryDir folder_;
 };
 
 TEST_F(PlatformTest, ProfileReadsAsAdministratorsWrite) {
-    const ProfileFile file(Put(u"a.ini"_s, "\xEF\xBB\xBF; Key=comment\r\n[Files]\r\n Database = \\\\srv\\a;b,c \r\n"
-                                           "Quoted=\" padded \"\r\nOne=\"\r\nEmpty=\r\nEmpty=second\r\nM=M\xC3\xBC\r\n"
-                                           "[Other]\r\nDatabase=no\r\n[files]\r\nLate=x\r\nnot an entry\r\n"));
+    const ProfileFile file(Made(u"a.ini"_s, "\xEF\xBB\xBF; Key=comment\r\n[Files]\r\n Database = \\\\srv\\a;b,c \r\n"
+                                            "Quoted=\" padded \"\r\nOne=\"\r\nEmpty=\r\nEmpty=second\r\nM=M\xC3\xBC\r\n"
+                                            "[Other]\r\nDatabase=no\r\n[files]\r\nLate=x\r\nnot an entry\r\n"));
     EXPECT_EQ(file.Read(u"files"_s, u"DATABASE"_s), u"\\\\srv\\a;b,c"_s);
     EXPECT_EQ(file.Read(u"Files"_s, u"Quoted"_s), u" padded "_s);
     EXPECT_EQ(file.Read(u"Files"_s, u"One"_s), u"\""_s);
@@ -44,12 +31,12 @@ TEST_F(PlatformTest, ProfileReadsAsAdministratorsWrite) {
     EXPECT_FALSE(file.Read(u"Files"_s, u"Late"_s)) << "the first section of a name counts";
     EXPECT_FALSE(file.Read(u"Files"_s, u"; Key"_s));
     EXPECT_FALSE(ProfileFile(Path(u"none.ini"_s)).Read(u"Files"_s, u"Database"_s));
-    EXPECT_EQ(ProfileFile(Put(u"latin.ini"_s, "[S]\nK=M\xFC\n")).Read(u"S"_s, u"K"_s), u"Mü"_s);
+    EXPECT_EQ(ProfileFile(Made(u"latin.ini"_s, "[S]\nK=M\xFC\n")).Read(u"S"_s, u"K"_s), u"Mü"_s);
 }
 
 TEST_F(PlatformTest, ProfileWritingKeepsEverythingElse) {
     const QByteArray before = "; hand-written\r\n[A]\r\nk=1 ; why\r\n\r\n[B]\r\nx=\\\\srv\\p;q\r\n";
-    const QString path = Put(u"a.ini"_s, before);
+    const QString path = Made(u"a.ini"_s, before);
     const ProfileFile file(path);
     EXPECT_TRUE(file.Write(u"a"_s, u"K"_s, u"2"_s));
     EXPECT_EQ(Get(path), "; hand-written\r\n[A]\r\nK=2\r\n\r\n[B]\r\nx=\\\\srv\\p;q\r\n");
@@ -59,7 +46,7 @@ TEST_F(PlatformTest, ProfileWritingKeepsEverythingElse) {
     EXPECT_FALSE(file.Write(u"A"_s, u"n"_s, u"3\n[Evil]"_s));
     EXPECT_EQ(file.Read(u"A"_s, u"n"_s), u"3"_s);
 
-    const ProfileFile open(Put(u"b.ini"_s, "[A]\nk=1"));
+    const ProfileFile open(Made(u"b.ini"_s, "[A]\nk=1"));
     EXPECT_TRUE(open.Write(u"A"_s, u"l"_s, u"2"_s));
     EXPECT_EQ(open.Read(u"A"_s, u"k"_s), u"1"_s);
     EXPECT_EQ(open.Read(u"A"_s, u"l"_s), u"2"_s);

@@ -83,18 +83,6 @@ protected:
         ADD_FAILURE() << "not on the page: " << text.toStdString();
         return {};
     }
-    std::vector<pages::Item> Shapes(pages::Item::Kind kind, size_t page = 0) const {
-        std::vector<pages::Item> shapes;
-        for (pages::Item item : factory_.document.pages.at(page).Items()) {
-            if (item.kind == kind) {
-                item.x -= left;
-                item.y -= top;
-                shapes.push_back(item);
-            }
-        }
-        return shapes;
-    }
-
     CapturedPages factory_;
     PrintJob job_{{fakes_.program.services(), delivery_, [this] { return attributes_; }, &factory_}};
 };

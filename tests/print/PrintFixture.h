@@ -4,10 +4,7 @@
 #include "print/PrintJob.h"
 #include "print/ReportFile.h"
 #include "tests/support/Fakes.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+#include "tests/support/FolderTest.h"
 
 namespace velmora::print {
 
@@ -37,24 +34,12 @@ private:
 };
 
 // A program in a data directory of its own, with a print job whose reports end in `delivery`.
-class PrintFixture : public ::testing::Test {
+class PrintFixture : public FolderTest {
 protected:
     PrintFixture() { Settings().DataDirectory = folder_.path(); }
 
-    QString Path(const QString& name) const { return folder_.filePath(name); }
-    void WriteFile(const QString& name, const QByteArray& bytes) const {
-        QFile file(Path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-    // The bytes of a file, or "(none)" when there is no such file.
-    QByteArray ReadFile(const QString& name) const {
-        QFile file(Path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
-    }
     QStringList FileNames() const { return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
 
-    QTemporaryDir folder_;
     fakes::TestProgram fakes_;
     FakeDelivery delivery_;
     std::vector<PrintAttribute> attributes_;

@@ -57,7 +57,7 @@ TEST_F(DialogDeliveryTest, TheChosenNameGetsTheFiltersExtension) {
             fakes_.dialogs.saveAnswers = {SaveFileAnswer{Path(u"other"_s) + end, c.name}};
             desk_.SaveFile("text", c.kind);
             const QString made = u"other/"_s + c.expected;
-            EXPECT_EQ(ReadFile(made), "text\r\n") << made.toStdString();
+            EXPECT_EQ(Get(made), "text\r\n") << made.toStdString();
             EXPECT_TRUE(QFile::remove(Path(made)));
         }
         const SaveFileRequest& request = fakes_.dialogs.saveRequests.back();
@@ -83,7 +83,7 @@ TEST_F(DialogDeliveryTest, ACancelledDialogWritesNothing) {
 TEST_F(DialogDeliveryTest, AnEmptyReportIsAnEmptyFileAndMailIsText) {
     fakes_.dialogs.saveAnswers = {SaveFileAnswer{folder_.path(), u"empty.txt"_s}};
     desk_.SaveFile("", ReportFileKind::PlainText);
-    EXPECT_EQ(ReadFile(u"empty.txt"_s), "");
+    EXPECT_EQ(Get(u"empty.txt"_s), "");
     desk_.SendMail("Gr\xC3\xBC\xC3\x9F"
                    "e\r\n");
     EXPECT_EQ(fakes_.mail.sent, QStringList{u"Grüße\r\n"_s});
@@ -106,7 +106,7 @@ protected:
 
 TEST_F(ReportFileTest, AFullDiskLeavesWhatWasThereAndNothingElse) {
     const QByteArray longText(100000, 'x');
-    WriteFile(u"old.txt"_s, "yesterday");
+    Put(u"old.txt"_s, "yesterday");
     {
         const FullDisk full(5000);
         for (const QString& name : {u"new.txt"_s, u"old.txt"_s}) {
@@ -116,9 +116,9 @@ TEST_F(ReportFileTest, AFullDiskLeavesWhatWasThereAndNothingElse) {
         }
     }
     EXPECT_EQ(FileNames(), QStringList{u"old.txt"_s});
-    EXPECT_EQ(ReadFile(u"old.txt"_s), "yesterday");
+    EXPECT_EQ(Get(u"old.txt"_s), "yesterday");
     WriteReportFile(Path(u"old.txt"_s), longText, ReportFileKind::PlainText);
-    EXPECT_EQ(ReadFile(u"old.txt"_s), longText + "\r\n");
+    EXPECT_EQ(Get(u"old.txt"_s), longText + "\r\n");
 }
 
 TEST_F(ReportFileTest, FailuresNameTheFile) {

@@ -120,7 +120,7 @@ TEST_F(PrintersTest, AStripIsCutOnPaperAndStaysWholeInAFile) {
     Print(strip, true);
     const QByteArray pdf = record_.jobs.back().second.pdf;
     EXPECT_EQ(PageSizes(pdf), QStringList(4, u"612.000000 792.000000"_s)) << PageSizes(pdf).join(u'|').toStdString();
-    WriteFile(u"strip.pdf"_s, pdf);
+    Put(u"strip.pdf"_s, pdf);
     const QString text = fakes::PrivatePrintServer::TextOfPdf(Path(u"strip.pdf"_s)).simplified();
     for (int i = 0; i < 200; ++i) {
         EXPECT_EQ(text.count(QString::number(1000 + i)), 1) << i << ": every row stands on one sheet, once";

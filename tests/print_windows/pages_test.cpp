@@ -5,8 +5,7 @@
 #include "print/PrintStyles.h"
 #include "print/pages/PageWriters.h"
 #include "tests/print_windows/PreviewReports.h"
-
-#include <limits>
+#include "tests/support/Folders.h"
 
 namespace velmora::print {
 namespace {
@@ -189,46 +188,17 @@ TEST(PageSearch, FindsInEveryLetterCaseAcrossWrappedLines) {
 }
 
 TEST(MergeStyles, PutsBothUsersChangesTogether) {
-    const StyleRows base = {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}};
-    struct Case {
-        const char* name;
-        StyleRows mine;
-        StyleRows theirs;
+    const auto rowsOf = [](const QString& text) {
         StyleRows rows;
-        QStringList conflicts;
+        for (const QString& row : text.split(u' ')) {
+            rows.push_back({row.first(1), row.sliced(1).toShort()});
+        }
+        return rows;
     };
-    for (const Case& c : {
-             Case{"only mine",
-                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
-                  base,
-                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
-                  {}},
-             Case{"different rows",
-                  {{u"A"_s, 3}, {u"B"_s, 2}},
-                  {{u"N"_s, 1}, {u"A"_s, 1}, {u"B"_s, 6}, {u"A"_s, 4}},
-                  {{u"N"_s, 1}, {u"A"_s, 3}, {u"B"_s, 6}},
-                  {}},
-             Case{"both added",
-                  {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"M"_s, 1}},
-                  {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"T"_s, 2}},
-                  {{u"A"_s, 1}, {u"B"_s, 2}, {u"A"_s, 4}, {u"T"_s, 2}, {u"M"_s, 1}},
-                  {}},
-             Case{
-                 "same change", {{u"A"_s, 1}, {u"B"_s, 8}}, {{u"A"_s, 1}, {u"B"_s, 8}}, {{u"A"_s, 1}, {u"B"_s, 8}}, {}},
-             Case{"same row",
-                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
-                  {{u"A"_s, 1}, {u"B"_s, 0}, {u"A"_s, 4}},
-                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
-                  {u"B"_s}},
-             Case{"changed and deleted",
-                  {{u"A"_s, 1}, {u"B"_s, 8}, {u"A"_s, 4}},
-                  {{u"A"_s, 1}, {u"A"_s, 4}},
-                  {{u"A"_s, 1}, {u"A"_s, 4}, {u"B"_s, 8}},
-                  {u"B"_s}},
-         }) {
-        const MergedStyles merged = MergeStyles(base, c.mine, c.theirs);
-        EXPECT_EQ(merged.rows, c.rows) << c.name;
-        EXPECT_EQ(merged.conflicts, c.conflicts) << c.name;
+    for (const QStringList& fields : TestRows(u"print_windows/merged_styles.txt"_s)) {
+        const MergedStyles merged = MergeStyles(rowsOf(u"A1 B2 A4"_s), rowsOf(fields[0]), rowsOf(fields[1]));
+        EXPECT_EQ(merged.rows, rowsOf(fields.at(2))) << fields.join(u'|').toStdString();
+        EXPECT_EQ(merged.conflicts.join(u' '), fields.at(3)) << fields.join(u'|').toStdString();
     }
 }
 

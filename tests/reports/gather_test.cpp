@@ -35,16 +35,6 @@ TEST_F(GatherTest, ALineHasItsKeysAndWhatBelongsToIt) {
     EXPECT_FALSE(brief.person || brief.guestLocation);
 }
 
-TEST_F(GatherTest, ACancelLeavesTheRowsUntilThenAndSaysOfHowMany) {
-    const DailyRows whole = GatherDaily(everything, friday, Gather());
-    int records = 0;
-    const DailyRows part = GatherDaily(everything, friday, Gather([&](double) { return ++records < 3; }));
-    EXPECT_TRUE(part.cancelled && !whole.cancelled);
-    EXPECT_EQ(part.recordsRead, 2);
-    EXPECT_EQ(part.recordCount, whole.recordsRead);
-    EXPECT_LE(part.rows.size(), 2U);
-}
-
 TEST_F(GatherTest, NobodyWaitsForAReportBetweenItsRecords) {
     const auto other = engine::Database::Open(database_->Path(), {.busyMilliseconds = 0});
     int written = 0;

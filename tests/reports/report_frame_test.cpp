@@ -79,25 +79,6 @@ TEST_F(RunTest, ARetriedFailureLeavesNoTrace) {
     }
 }
 
-TEST_F(RunTest, AnIgnoredFailureLeavesOutWhatFailedAlone) {
-    request_.brief = false;
-    const QByteArray whole = WholeReport();
-    fakes_.errors.answers = {Answer::Ignore};
-    faulty_->failures[u"Select * from Person"_s] = 2;
-    QByteArray text = Run();
-    EXPECT_EQ(Lines(text), Lines(whole));
-    EXPECT_EQ(whole.count("\tReserved by\t") + whole.count("Unable to open"),
-              text.count("\tReserved by\t") + text.count("Unable to open") + 1);
-
-    // Without the rows the report still has its title and its end.
-    fakes_.errors.answers = {Answer::Ignore};
-    faulty_->failures[u"QReport3"_s] = 1;
-    text = Run();
-    EXPECT_EQ(Lines(text), 0);
-    EXPECT_TRUE(whole.startsWith(text) && text.contains("Reservation Starts\t"));
-    ExpectIdle();
-}
-
 TEST_F(RunTest, AnOtherDayWithoutADateIsReportedAndThenHasNoRows) {
     request_.days.choice = DayChoice::OtherDay;
     fakes_.errors.answers = {Answer::Ignore, Answer::Ignore};

@@ -31,7 +31,7 @@ public:
 TEST(ReportTextsTest, EveryReportToTheByte) {
     const QString folder = TestDataFolder() + u"/reports/"_s;
     QSet<QString> names;
-    for (const QString& line : QString::fromUtf8(FileBytes(folder + u"reports.txt"_s)).split(u'\n')) {
+    for (const QString& line : TestText(u"reports/reports.txt"_s).split(u'\n')) {
         if (line.isEmpty() || line.startsWith(u'#')) {
             continue;
         }

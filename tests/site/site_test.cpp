@@ -20,12 +20,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString FileText(const QString& path) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return QString::fromUtf8(file.readAll());
-}
-
 class KeptLog : public Log {
 public:
     void Write(const QString& entry) noexcept override { text += entry + u'\n'; }
@@ -36,13 +30,13 @@ public:
 class OldSite : public testing::Test {
 protected:
     OldSite() {
-        Store().Run(FileText(TestDataFolder() + u"/data/first-schema.sql"_s));
+        Store().Run(TestText(u"data/first-schema.sql"_s));
         for (const StoredQueryText& query : StoredQueryTexts()) {
             if (query.name != u"DailyReservations") {
                 Put(query.name, query.text);
             }
         }
-        Put(u"QReport3"_s, FileText(TestDataFolder() + u"/site/QReport3.first.sql"_s).trimmed());
+        Put(u"QReport3"_s, TestText(u"site/QReport3.first.sql"_s).trimmed());
         Put(u"P1"_s, u"SELECT 1 AS Ours FROM Note"_s);
     }
 
@@ -229,7 +223,7 @@ TEST_F(OldSite, HasTheTablesOfANewOne) {
 }
 
 TEST(ShippedQueries, NameEveryTextOfTheProgram) {
-    const QString shipped = FileText(ShareFolder() + u"/shipped-queries.txt"_s);
+    const QString shipped = TestText(u"../share/shipped-queries.txt"_s);
     for (const StoredQueryText& query : StoredQueryTexts()) {
         const QByteArray hash = QCryptographicHash::hash(query.text.toUtf8(), QCryptographicHash::Sha256).toHex();
         EXPECT_TRUE(shipped.contains(QString::fromLatin1(hash) + u' ' + query.name + u'\n'))

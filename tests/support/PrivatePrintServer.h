@@ -57,7 +57,7 @@ public:
     QString Output(const QString& queue) const { return folder_.filePath(QStringLiteral("out/") + queue); }
     // The text of the pages that the queue has printed, a form feed behind each; waits for the print to be complete.
     QString PrintedText(const QString& queue) const {
-        for (int i = 0; i < 200; ++i) {
+        for (int i = 0; i < 1200; ++i) {
             const QString text = TextOfPdf(Output(queue));
             if (!text.isEmpty()) {
                 return text;

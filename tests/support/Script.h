@@ -2,7 +2,6 @@
 
 #include "tests/support/Folders.h"
 
-#include <QFile>
 #include <QRegularExpression>
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -31,12 +30,8 @@ struct ScriptWords {
 };
 
 inline std::vector<ScriptCase> ReadScript(const QString& name) {
-    QFile file(TestDataFolder() + u'/' + name);
     std::vector<ScriptCase> cases;
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error("no script " + name.toStdString());
-    }
-    for (QString line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+    for (QString line : TestText(name).split(u'\n', Qt::SkipEmptyParts)) {
         if (line.startsWith(u"== ")) {
             cases.push_back({line.mid(3).toStdString(), {}});
         } else if (!line.startsWith(u'#')) {

@@ -12,12 +12,6 @@ namespace velmora::engine::test {
 
 namespace {
 
-QString CorpusText(const QString& file) {
-    QFile text(TestDataFolder() + u"/engine/dialect/corpus/"_s + file);
-    EXPECT_TRUE(text.open(QIODevice::ReadOnly)) << text.fileName().toStdString();
-    return QString::fromUtf8(text.readAll());
-}
-
 Value ReadValue(const QString& written) {
     const QString kind = written.section(u' ', 0, 0);
     const QString rest = written.section(u' ', 1);
@@ -54,7 +48,7 @@ void ReadExpectation(const QString& line, CorpusCase& one) {
 
 std::unique_ptr<Database> OpenEmbedded(const QString& folder) {
     const TestSite site;
-    site.Run(CorpusText(u"rows.sql"_s).toUtf8().constData());
+    site.Run(TestBytes(u"engine/dialect/corpus/rows.sql"_s).constData());
     const QString path = folder + u"/Corpus.MDB"_s;
     EXPECT_TRUE(QFile::copy(site.Path(), path));
     OpenOptions options;
@@ -81,7 +75,7 @@ std::vector<CorpusCase> ReadCorpus(const QString& file) {
         rows.clear();
         expecting = false;
     };
-    const QStringList lines = CorpusText(file).split(u'\n');
+    const QStringList lines = TestText(u"engine/dialect/corpus/"_s + file).split(u'\n');
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QString& line = lines[i];
         if (line.isEmpty()) {

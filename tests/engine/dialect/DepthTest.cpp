@@ -1,4 +1,5 @@
 #include "tests/engine/dialect/Corpus.h"
+#include "tests/support/Folders.h"
 
 #include <QTemporaryDir>
 
@@ -12,7 +13,7 @@ namespace {
 
 // A text that grows around its middle: `before` and `behind` repeated.
 struct Nest {
-    const char* name;
+    std::string name;
     QString start;
     QString before;
     QString middle;
@@ -22,31 +23,11 @@ struct Nest {
 };
 
 std::vector<Nest> Nests() {
-    const auto condition = QStringLiteral("SELECT Name FROM Asset WHERE ");
-    const auto value = QStringLiteral("SELECT 1 FROM Asset WHERE AssetID = ");
-    const auto s = [](const char* text) { return QString::fromLatin1(text); };
-    return {
-        {"parentheses", value, s("("), s("1"), s(")"), {}, 80},
-        {"signs", value, s("- "), s("1"), {}, {}, 40},
-        {"not", condition, s("Not "), s("Location"), {}, {}, 60},
-        {"sum to the left", value, s("1 + "), s("1"), {}, {}, 150},
-        {"sum to the right", value, s("1 + ("), s("1"), s(")"), {}, 25},
-        {"joined texts", condition, s("Name & "), s("Name"), {}, s(" = 'x'"), 150},
-        {"alternatives", condition, s("AssetID = 1 Or "), s("Location"), {}, {}, 2000},
-        {"alternatives in parentheses", condition, s("(AssetID = 1 Or Location And "), s("Location"), s(")"), {}, 16},
-        {"list", condition + s("AssetID In ("), s("1, "), s("1"), {}, s(")"), 2000},
-        {"calls", condition, s("Left(Name & "), s("'x'"), s(", 3)"), s(" = 'y'"), 6},
-        {"choices", value, s("IIf(Location, 1, "), s("2"), s(")"), {}, 40},
-        {"choices inside", value, s("IIf(Location, "), s("2"), s(", 1)"), {}, 9},
-        {"subqueries", value, s("(SELECT Max(AssetID) FROM Asset WHERE AssetID < "), s("9"), s(")"), {}, 6},
-        {"exists", condition, s("Exists (SELECT * FROM Asset WHERE "), s("Location"), s(")"), {}, 6},
-        {"sources", s("SELECT * FROM "), s("(SELECT * FROM "), s("Asset"), s(")"), {}, 6},
-        {"comparisons", condition, s("1 = "), s("1"), {}, {}, 60},
-        {"unknown sums", value, s("p + "), s("1"), {}, {}, 10},
-        {"between", condition, s("1 Between 0 And "), s("1"), {}, s(" Or Location"), 1},
-        {"like", s("SELECT "), s("'a' Like "), s("Name"), {}, s(" FROM Asset"), 8},
-        {"unions", {}, s("SELECT Name FROM Asset UNION "), s("SELECT Name FROM Asset"), {}, {}, 40},
-    };
+    std::vector<Nest> nests;
+    for (const QStringList& one : TestRows(QStringLiteral("engine/dialect/depth.txt"))) {
+        nests.push_back({one[0].toStdString(), one[1], one[2], one[3], one[4], one[5], one.at(6).toInt()});
+    }
+    return nests;
 }
 
 QString TextOf(const Nest& nest, int depth) {

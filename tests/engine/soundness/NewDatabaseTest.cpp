@@ -4,20 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace velmora::engine::test {
-
-namespace {
-
-int NumberOf(EngineErrorNumber number) {
-    return static_cast<int>(number);
-}
-
-} // namespace
 
 TEST(NewDatabase, StoresValuesOfEveryKind) {
     const SampleFolder folder;
@@ -70,15 +59,7 @@ TEST(NewDatabase, LeavesNothingBehindUnfinished) {
 
 TEST(NewDatabase, LeavesNothingBehindOnAFullDisk) {
     const SampleFolder folder;
-    const int child = Fork([&] {
-        ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit = {400000, 400000};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        const int error = ErrorOf([&] { MakeSample(folder.Path(), 20000); });
-        return error == NumberOf(EngineErrorNumber::DiskFull) || error == NumberOf(EngineErrorNumber::DiskError) ? 0
-                                                                                                                 : 1;
-    });
-    EXPECT_EQ(Wait(child), 0);
+    EXPECT_TRUE(ReportsAFullDisk(400'000, [&] { MakeSample(folder.Path(), 20000); }));
     EXPECT_EQ(folder.Names(), QStringList());
 }
 

@@ -7,9 +7,13 @@
 #include "engine/sqlite/Statement.h"
 #include "engine/sqlite/salvage/RepairFile.h"
 #include "site/SiteSchema.h"
+#include "tests/engine/Child.h"
 
 #include <QDir>
 #include <QFile>
+
+#include <csignal>
+#include <sys/resource.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -188,6 +192,18 @@ int ErrorOf(const std::function<void()>& action) {
         return error.Number();
     }
     return 0;
+}
+
+bool ReportsAFullDisk(qint64 most, const std::function<void()>& action) {
+    const int child = Fork([&] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {static_cast<rlim_t>(most), static_cast<rlim_t>(most)};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        const int error = ErrorOf(action);
+        return error == NumberOf(EngineErrorNumber::DiskFull) || error == NumberOf(EngineErrorNumber::DiskError) ? 0
+                                                                                                                 : 1;
+    });
+    return Wait(child) == 0;
 }
 
 } // namespace velmora::engine::test

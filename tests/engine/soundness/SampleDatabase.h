@@ -54,7 +54,12 @@ void Execute(const QString& path, const char* sql);
 
 // Opens as the engine does: 0, or the number of the error.
 int OpeningResult(const QString& path, const OpenOptions& options = ShippedOptions());
+constexpr int NumberOf(EngineErrorNumber number) {
+    return static_cast<int>(number);
+}
 // The number of the error that `action` ends with; 0 without one.
 int ErrorOf(const std::function<void()>& action);
+// Whether `action` reports a full disk, in a process where no file may have more than `most` bytes.
+bool ReportsAFullDisk(qint64 most, const std::function<void()>& action);
 
 } // namespace velmora::engine::test

@@ -17,10 +17,6 @@ namespace velmora::engine::test {
 
 namespace {
 
-int NumberOf(EngineErrorNumber number) {
-    return static_cast<int>(number);
-}
-
 constexpr int damaged = static_cast<int>(EngineErrorNumber::Damaged);
 
 } // namespace
