@@ -19,7 +19,19 @@ inline void ParseWords(CLI::App& app, const QStringList& words) {
         }
     }
     std::reverse(reversed.begin(), reversed.end());
-    app.parse(std::move(reversed));
+    try {
+        app.parse(std::move(reversed));
+    } catch (const CLI::ArgumentMismatch& error) {
+        for (const QString& word : words) {
+            const std::string name = word.section(u'=', 0, 0).toStdString();
+            // The library's words are for its caller, and it names the flag without its dashes.
+            if (name.starts_with("--") &&
+                std::string_view(error.what()) == CLI::ArgumentMismatch::FlagOverride(name.substr(2)).what()) {
+                throw CLI::ArgumentMismatch(name + " takes no value");
+            }
+        }
+        throw;
+    }
 }
 
 } // namespace velmora

@@ -68,7 +68,14 @@ ExitCode Create(const CommandLine& line, const Clock& clock) {
         demo.seed = line.seed.value_or(demo.seed);
         return demo::CreateDemoSite(line.folder, demo);
     };
-    Tell(QStringLiteral("%1: created\n").arg(create().Location()));
+    const QString location = create().Location();
+    try {
+        Tell(QStringLiteral("%1: created\n").arg(location));
+    } catch (const Error& error) {
+        return Refuse(ExitCode::Failed,
+                      QStringLiteral("%1 was created; only the line that says so could not be written. %2")
+                          .arg(location, error.Description()));
+    }
     return ExitCode::Done;
 }
 

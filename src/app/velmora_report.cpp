@@ -19,6 +19,7 @@
 
 #include <QGuiApplication>
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 
@@ -32,12 +33,19 @@ constexpr int failed = 1;
 constexpr int badUsage = 2;
 constexpr int stopped = 3;
 
+// Returns false, and reports it, when standard output did not take the text.
+bool PrintText(const QString& text) {
+    const bool taken = std::fputs(text.toUtf8().constData(), stdout) >= 0 && std::fflush(stdout) == 0;
+    if (!taken) {
+        WriteStandardError(u"velmora-report: Cannot write to standard output: %1\n"_s.arg(qt_error_string(errno)));
+    }
+    return taken;
+}
+
 // Prints the layout's file name, a TAB and the selection formula on standard output. Needs no program and no database.
-// Returns false when standard output did not take it.
 bool ShowFormula(const LayoutRequest& request) {
-    const QString line =
-        layouts::FindLayoutChoice(request.layout)->file.toString() + u'\t' + layouts::SelectionFormula(request) + u'\n';
-    return std::fputs(line.toUtf8().constData(), stdout) >= 0 && std::fflush(stdout) == 0;
+    return PrintText(layouts::FindLayoutChoice(request.layout)->file.toString() + u'\t' +
+                     layouts::SelectionFormula(request) + u'\n');
 }
 
 std::unique_ptr<Clock> MakeClock(const Command& command) {
@@ -150,8 +158,7 @@ int Main(int argc, char** argv) {
         const Command command = ParseCommandLine(ArgumentTexts(argc, argv));
         const auto application = MakeApplication(command, argc, argv);
         if (command.help) {
-            std::fputs(Usage().toUtf8().constData(), stdout);
-            return 0;
+            return PrintText(Usage()) ? 0 : failed;
         }
         return RunReport(command, QCoreApplication::applicationFilePath());
     } catch (const BadUsage& usage) {

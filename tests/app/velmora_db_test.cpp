@@ -188,6 +188,9 @@ TEST_F(VelmoraDb, FailsWhenNobodyTakesItsOutput) {
     EXPECT_EQ(full.exitCode, 1);
     EXPECT_TRUE(full.error.startsWith("velmora-db: Cannot write to standard output: ")) << full.error.constData();
     EXPECT_EQ(Call({u"--help"_s}, u"/dev/full"_s).exitCode, 1);
+    const Outcome created = Call({u"create"_s, site_ + u"2"_s}, u"/dev/full"_s);
+    EXPECT_EQ(created.exitCode, 1);
+    EXPECT_TRUE(created.error.contains(" was created; only the line that says so")) << created.error.constData();
     // Whoever is told of a failure finds nothing changed.
     EXPECT_EQ(Call({u"query"_s, site_, u"DELETE FROM StoredQuery"_s}, u"/dev/full"_s).exitCode, 1);
     EXPECT_EQ(Query(u"SELECT Count(*) AS N FROM StoredQuery"_s).out, "N\n13\n");

@@ -74,7 +74,7 @@ class Session:
                 break
             data += line[1:] if line.startswith(b".") else line
         if args.refuse_message:
-            self.say("552-5.3.4 too much")
+            self.say("552-5.3.4 too \x1b[31mmuch")
             self.say("552 5.3.4 for this server")
             return True
         number = len(os.listdir(args.folder))

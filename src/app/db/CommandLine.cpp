@@ -12,7 +12,11 @@ Date ReadDay(const QString& text) {
     if (!moment || text.size() != dayLength) {
         throw BadUsage{QStringLiteral("--today takes a day as YYYY-MM-DD; \"%1\" is none.").arg(text)};
     }
-    return DateOf(*moment);
+    const Date day = DateOf(*moment);
+    if (day < *MakeDate(1900, 1, 1) || day > *MakeDate(2999, 12, 31)) {
+        throw BadUsage{QStringLiteral("--today takes a day from 1900-01-01 to 2999-12-31, not %1.").arg(text)};
+    }
+    return day;
 }
 
 std::uint64_t ReadSeed(const QString& text) {
@@ -81,7 +85,7 @@ public:
     }
 
     CommandLine Parse(const QStringList& words) {
-        ParseWords(app_, words);
+        ReadWords(words);
         if (app_.get_subcommands().empty()) {
             throw BadUsage{QStringLiteral("A command is missing.")};
         }
@@ -96,6 +100,22 @@ public:
     QString Help() const { return Text(app_.help("", CLI::AppFormatMode::All)); }
 
 private:
+    void ReadWords(const QStringList& words) {
+        try {
+            ParseWords(app_, words);
+        } catch (const CLI::ExtrasError&) {
+            const std::vector<std::string> unknown = app_.remaining();
+            if (!app_.get_subcommands().empty() || unknown.front().front() == '-') {
+                throw;
+            }
+            QStringList commands;
+            for (const CLI::App* command : app_.get_subcommands([](const CLI::App*) { return true; })) {
+                commands += Text(command->get_name());
+            }
+            throw BadUsage{QStringLiteral("There is no command \"%1\"; the commands are %2.")
+                               .arg(Text(unknown.front()), commands.join(QStringLiteral(", ")))};
+        }
+    }
     static QString Text(const std::string& text) { return QString::fromStdString(text); }
     CLI::App& AddCommand(CommandKind kind, const char* name, const char* help) {
         CLI::App& command = *app_.add_subcommand(name, help);

@@ -46,6 +46,9 @@ public:
         const auto append = [name, &given = given_](const std::vector<std::string>& values) {
             QJsonArray list;
             for (const std::string& each : values) {
+                if (QString::fromStdString(each).trimmed().isEmpty()) {
+                    throw BadUsage{u"--%1 needs an address that is not empty"_s.arg(QLatin1StringView(name))};
+                }
                 list.append(QString::fromStdString(each));
             }
             given.insert(QLatin1StringView(name), list);

@@ -88,9 +88,11 @@ SmtpFailure Classify(CURLcode code, const Conversation& conversation) {
     case CURLE_COULDNT_RESOLVE_HOST:
     case CURLE_COULDNT_CONNECT:
     case CURLE_OPERATION_TIMEDOUT:
-    case CURLE_WEIRD_SERVER_REPLY:
     case CURLE_RECV_ERROR:
         return SmtpFailure::Connection;
+    case CURLE_WEIRD_SERVER_REPLY:
+        // Also the library's word for a message that is refused behind its text.
+        return conversation.refusal.isEmpty() ? SmtpFailure::Connection : SmtpFailure::Other;
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_CACERT_BADFILE:
     case CURLE_SSL_CONNECT_ERROR:
@@ -124,11 +126,20 @@ QString Sentence(SmtpFailure failure, const SmtpServer& server, const Conversati
     return Translate(u"The mail server %1 did not take the message."_s).arg(place);
 }
 
+// The server's words without what a terminal would obey.
+QString Printable(const QByteArray& answer) {
+    QString text = QString::fromUtf8(answer);
+    std::ranges::replace_if(
+        text, [](QChar c) { return c.category() == QChar::Other_Control || c.category() == QChar::Other_Format; },
+        QChar::ReplacementCharacter);
+    return text;
+}
+
 [[noreturn]] void Fail(CURLcode code, const char* reason, const SmtpServer& server, const Conversation& conversation) {
     const SmtpFailure failure = Classify(code, conversation);
     QString text = Sentence(failure, server, conversation);
     if (!conversation.refusal.isEmpty()) {
-        text += Translate(u" The server said: %1"_s).arg(QString::fromUtf8(conversation.refusal));
+        text += Translate(u" The server said: %1"_s).arg(Printable(conversation.refusal));
     } else {
         text += u" (%1)"_s.arg(QString::fromUtf8(*reason != '\0' ? reason : curl_easy_strerror(code)));
     }
