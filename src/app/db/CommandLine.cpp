@@ -13,8 +13,8 @@ Date ReadDay(const QString& text) {
         throw BadUsage{QStringLiteral("--today takes a day as YYYY-MM-DD; \"%1\" is none.").arg(text)};
     }
     const Date day = DateOf(*moment);
-    if (day < *MakeDate(1900, 1, 1) || day > *MakeDate(2999, 12, 31)) {
-        throw BadUsage{QStringLiteral("--today takes a day from 1900-01-01 to 2999-12-31, not %1.").arg(text)};
+    if (day < *MakeDate(1990, 1, 1) || day > *MakeDate(2999, 12, 31)) {
+        throw BadUsage{QStringLiteral("--today takes a day from 1990-01-01 to 2999-12-31, not %1.").arg(text)};
     }
     return day;
 }
