@@ -2,6 +2,7 @@
 #include "base/Translate.h"
 #include "base/Value.h"
 #include "tests/support/Fakes.h"
+#include "tests/support/Folders.h"
 
 #include <gtest/gtest.h>
 
@@ -66,36 +67,16 @@ TEST(ValueTest, ConversionsAreTotal) {
     EXPECT_FALSE(Value(u"soon"_s).ToDateTime());
 }
 
-struct DateTextCase {
-    const char* locale;
-    const char* shortDate;
-    const char* general;
-    const char* withSeconds;
-    const char* medium;
-    const char* longDate;
-};
-
 TEST(LocaleTextTest, RendersForTheLocale) {
-    for (const DateTextCase& c : {
-             DateTextCase{"en_US", "3/7/2026", "3/7/2026 2:15 PM", "3/7/2026 2:15:09 PM", "2:15 PM",
-                          "Saturday, March 7, 2026"},
-             DateTextCase{"C", "3/7/2026", "3/7/2026 2:15 PM", "3/7/2026 2:15:09 PM", "2:15 PM",
-                          "Saturday, March 7, 2026"},
-             DateTextCase{"de_DE", "07.03.2026", "07.03.2026 14:15", "07.03.2026 14:15:09", "14:15",
-                          "Samstag, 7. März 2026"},
-             DateTextCase{"en-GB", "07/03/2026", "07/03/2026 14:15", "07/03/2026 14:15:09", "14:15",
-                          "Saturday, 7 March 2026"},
-             DateTextCase{"sv_SE.UTF-8", "2026-03-07", "2026-03-07 14:15", "2026-03-07 14:15:09", "14:15",
-                          "lördag 7 mars 2026"},
-         }) {
-        const LocaleText text = Locale(c.locale);
+    for (const QStringList& c : TestRows(u"base/locales.txt"_s)) {
+        const LocaleText text = *LocaleText::ByName(c[0]);
         const DateTime moment = At(2026, 3, 7, 14, 15);
-        EXPECT_EQ(text.ShortDate(DateOf(moment)).toStdString(), c.shortDate);
-        EXPECT_EQ(text.GeneralDate(moment).toStdString(), c.general);
-        EXPECT_EQ(text.GeneralDate(moment + std::chrono::seconds(9)).toStdString(), c.withSeconds);
-        EXPECT_EQ(text.GeneralDate(At(2026, 3, 7)).toStdString(), c.shortDate);
-        EXPECT_EQ(text.MediumTime(moment).toStdString(), c.medium);
-        EXPECT_EQ(text.LongDate(DateOf(moment)).toStdString(), c.longDate);
+        EXPECT_EQ(text.ShortDate(DateOf(moment)), c[1]);
+        EXPECT_EQ(text.GeneralDate(moment), c[2]);
+        EXPECT_EQ(text.GeneralDate(moment + std::chrono::seconds(9)), c[3]);
+        EXPECT_EQ(text.GeneralDate(At(2026, 3, 7)), c[1]);
+        EXPECT_EQ(text.MediumTime(moment), c[4]);
+        EXPECT_EQ(text.LongDate(DateOf(moment)), c[5]);
     }
     EXPECT_EQ(Locale("en_US").GeneralDate(At(2026, 12, 31, 0, 0, 1)), u"12/31/2026 12:00:01 AM"_s);
     for (const char* unknown : {"", "xx_YY", "english", "en_ZZ", "../etc"}) {

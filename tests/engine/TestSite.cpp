@@ -84,4 +84,19 @@ std::unique_ptr<Recordset> Reservation(Database& database, int id) {
                                   RecordsetKind::Updatable);
 }
 
+Value ReadValue(const QString& written) {
+    const QString kind = written.section(u' ', 0, 0);
+    const QString rest = written.section(u' ', 1);
+    if (kind == u"date") {
+        return *ParseStorageText(rest);
+    }
+    if (kind == u"number") {
+        return rest.contains(u'.') ? Value(rest.toDouble()) : Value(rest.toLongLong());
+    }
+    if (kind == u"flag") {
+        return rest == u"true";
+    }
+    return kind == u"text" ? Value(rest) : Value();
+}
+
 } // namespace velmora::engine::test

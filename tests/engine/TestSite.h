@@ -38,4 +38,7 @@ QString Shown(Database& database, QStringView source);
 // The one row of that reservation, to be edited.
 std::unique_ptr<Recordset> Reservation(Database& database, int id);
 
+// A value as the text files of the tests have it: "date 2026-03-07", "text Ann", "number 2.5", "flag true" or "null".
+Value ReadValue(const QString& written);
+
 } // namespace velmora::engine::test

@@ -1,6 +1,7 @@
 #include "reports/RequestJson.h"
 
 #include "base/Error.h"
+#include "tests/support/Folders.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -12,7 +13,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QJsonObject Object(const char* json) {
+QJsonObject Object(const QByteArray& json) {
     return QJsonDocument::fromJson(json).object();
 }
 
@@ -73,7 +74,7 @@ TEST(RequestJsonTest, ADeliveryComesBackAsItWas) {
 }
 
 TEST(RequestJsonTest, WhatIsWrongIsNamed) {
-    const auto refusal = [](const char* json) {
+    const auto refusal = [](const QByteArray& json) {
         try {
             RequestFromJson(Object(json), u"--"_s);
         } catch (const Error& error) {
@@ -81,22 +82,9 @@ TEST(RequestJsonTest, WhatIsWrongIsNamed) {
         }
         return QString();
     };
-    for (const auto& [json, says] : std::initializer_list<std::pair<const char*, QString>>{
-             {R"({})", u"kind"_s},
-             {R"({"kind":"weekly"})", u"weekly"_s},
-             {R"({"kind":"daily","list":"starts","day":"next","bref":true})", u"\"bref\" is unknown"_s},
-             {R"({"kind":"usage","by":"area1","date":"2026-03-10","list":"starts"})", u"\"list\" is unknown"_s},
-             {R"({"kind":"daily","list":"starts"})", u"--day next or current or other is missing"_s},
-             {R"({"kind":"daily","list":1,"day":"next"})", u"--list is starts or ends or combined, not \"1\""_s},
-             {R"({"kind":"daily","list":"starts","day":"next","brief":"yes"})", u"--brief is true or false"_s},
-             {R"({"kind":"daily","list":"starts","day":"next","days":2})", u"--days belongs to --day other"_s},
-             {R"({"kind":"occupant","day":"other","date":"2026-02-30"})", u"2026-02-30"_s},
-             {R"({"kind":"occupant","day":"other","date":20260210})", u"--date takes a day"_s},
-             {R"({"kind":"occupant","day":"other","date":"2026-03-10","days":1.5})", u"--days takes a number"_s},
-             {R"({"kind":"occupant","day":"other","date":"9999-12-30","days":2})", u"the year 9999"_s},
-             {R"({"kind":"layout","report":"setup","start":"2026-03-10","end":"2026-03-10"})", u"after --start"_s},
-         }) {
-        EXPECT_TRUE(refusal(json).contains(says)) << json << ": " << refusal(json).toStdString();
+    for (const QStringList& row : TestRows(u"reports/refused_requests.txt"_s)) {
+        const QString error = refusal(row[0].toUtf8());
+        EXPECT_TRUE(error.contains(row[1])) << row[0].toStdString() << ": " << error.toStdString();
     }
     EXPECT_THROW(DeliveryFromJson(Object(R"({"to":"mail","mail-to":["nobody"]})")), Error);
     EXPECT_THROW(DeliveryFromJson(Object(R"({"to":"mail","mail-to":"a@b"})")), Error);

@@ -12,21 +12,6 @@ namespace velmora::engine::test {
 
 namespace {
 
-Value ReadValue(const QString& written) {
-    const QString kind = written.section(u' ', 0, 0);
-    const QString rest = written.section(u' ', 1);
-    if (kind == u"date") {
-        return *ParseStorageText(rest);
-    }
-    if (kind == u"number") {
-        return rest.contains(u'.') ? Value(rest.toDouble()) : Value(rest.toLongLong());
-    }
-    if (kind == u"flag") {
-        return rest == u"true";
-    }
-    return kind == u"text" ? Value(rest) : Value();
-}
-
 void ReadExpectation(const QString& line, CorpusCase& one) {
     const QString head = line.mid(4).trimmed();
     if (!head.startsWith(u"error")) {
