@@ -98,7 +98,7 @@ public:
 
     // Tables, columns and stored queries as they were when last read.
     virtual const Catalog& Schema() = 0;
-    virtual const QString& Path() const = 0;
+    virtual const QString& Location() const = 0;
 
     // What Transaction and ReadScope stand on, which callers use instead of these. Transactions do not nest; read
     // scopes do, and BeginReading and EndReading come in pairs.

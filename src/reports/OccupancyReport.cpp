@@ -14,16 +14,24 @@ namespace {
 
 using Row = OccupancyRow;
 
-// Of the query.
-constexpr TextField<Row> occupancyTexts[] = {
+// The texts that each list takes from its query, and the occupants from the person's record.
+constexpr TextField<Row> occupantTexts[] = {
     {"Name", &Row::location},
     {"LastName", &Row::lastName},
     {"FirstName", &Row::firstName},
     {"Organization", &Row::organization},
 };
 
-// The directory has them of its query, the occupants of the person.
-constexpr TextField<Row> phoneTexts[] = {
+constexpr TextField<Row> occupantPersonTexts[] = {
+    {"Phone", &Row::phone},
+    {"Extension", &Row::extension},
+};
+
+constexpr TextField<Row> directoryTexts[] = {
+    {"Name", &Row::location},
+    {"LastName", &Row::lastName},
+    {"FirstName", &Row::firstName},
+    {"Organization", &Row::organization},
     {"Phone", &Row::phone},
     {"Extension", &Row::extension},
 };
@@ -44,9 +52,9 @@ constexpr OccupancyColumn directoryColumns[] = {
     {"From - To", PeriodCell},
 };
 
-Row ReadRow(const Recordset& record, TextPool& texts) {
+Row ReadRow(const Recordset& record, std::span<const TextField<Row>> fields, TextPool& texts) {
     Row row;
-    ReadTexts<Row>(record, occupancyTexts, row, texts);
+    ReadTexts<Row>(record, fields, row, texts);
     row.ReadPeriod(record);
     row.permanent = record["Permanent"].ToBool();
     return row;
@@ -89,7 +97,7 @@ void PrintList(ReportContext& context, const OccupancyRequest& request, bool byL
 
 OccupancyRows GatherOccupants(const OccupancyRequest& request, const ReportDays& days, const Gathering& gathering) {
     const auto read = [&](const Recordset& record, TextPool& texts) {
-        Row row = ReadRow(record, texts);
+        Row row = ReadRow(record, occupantTexts, texts);
         row.occupied = !record["Start"].IsNull();
         const bool isLocation = record["Location"].ToBool() && !IsUnusedName(row.location);
         const bool listed = isLocation && (row.occupied || request.includeUnreserved) &&
@@ -104,7 +112,7 @@ OccupancyRows GatherOccupants(const OccupancyRequest& request, const ReportDays&
             u"Select * from Person where "_s + PersonCondition(row.lastName.toString(), row.firstName.toString()));
         row.hasPhone = !person->EndOfFile();
         if (row.hasPhone) {
-            ReadTexts<Row>(*person, phoneTexts, row, texts);
+            ReadTexts<Row>(*person, occupantPersonTexts, row, texts);
         }
     };
     return RowGatherer<Row>(gathering, read, readPhone).GatherOverDays(u"QReport2", days);
@@ -112,8 +120,7 @@ OccupancyRows GatherOccupants(const OccupancyRequest& request, const ReportDays&
 
 OccupancyRows GatherDirectory(const OccupancyRequest& request, const ReportDays& days, const Gathering& gathering) {
     const auto read = [&](const Recordset& record, TextPool& texts) {
-        Row row = ReadRow(record, texts);
-        ReadTexts<Row>(record, phoneTexts, row, texts);
+        const Row row = ReadRow(record, directoryTexts, texts);
         // Blanks around the beginning of the names do not count here.
         const bool listed = (request.includeUnreserved || !row.location.isEmpty()) &&
                             !LeavesOut(request, request.startupArgument.trimmed(), row, record["EventType"]);

@@ -191,12 +191,12 @@ void CheckDays(const ReportRequest& request, const QString& keyPrefix) {
 
 QJsonObject ToJson(ReportRequest request) {
     const std::vector<ReportKind> kinds = ReportKinds();
-    auto kind = std::ranges::find(kinds, request.index(), [](const ReportKind& each) { return each.request.index(); });
-    const auto* occupancies = std::get_if<OccupancyRequest>(&request);
-    if (occupancies != nullptr && occupancies->list == OccupancyList::Directory) {
-        // It stands behind the occupants.
-        ++kind;
-    }
+    const auto kind = std::ranges::find_if(kinds, [&request](const ReportKind& each) {
+        // Occupants and directory are kinds of one request.
+        const auto* list = std::get_if<OccupancyRequest>(&request);
+        return each.request.index() == request.index() &&
+               (list == nullptr || std::get<OccupancyRequest>(each.request).list == list->list);
+    });
     Writer writer;
     writer.object.insert(u"kind"_s, QLatin1StringView(kind->name));
     VisitFields(request, writer);

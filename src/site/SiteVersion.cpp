@@ -68,7 +68,7 @@ QString Upgrade(engine::Database& database) {
             }
         }
         SetProperty(database, engine::schemaVersionProperty, own.schema);
-        lines.append(u"The database \"%1\" was brought from version %2 to version %3."_s.arg(database.Path())
+        lines.append(u"The database \"%1\" was brought from version %2 to version %3."_s.arg(database.Location())
                          .arg(before.schema)
                          .arg(own.schema));
     }
@@ -103,7 +103,7 @@ QString BringUpToDate(engine::Database& database) {
     try {
         return Upgrade(database);
     } catch (const engine::EngineError& error) {
-        return u"The database \"%1\" could not be brought up to date: %2"_s.arg(database.Path(), error.Description());
+        return u"The database \"%1\" could not be brought up to date: %2"_s.arg(database.Location(), error.Description());
     }
 }
 
@@ -119,7 +119,7 @@ std::optional<QString> WhyOutdated(engine::Database& database) {
     }
     return u"The database \"%1\" has version %2; this needs version %3, and no program that may change the database "
            u"has "
-           "brought it up to date yet."_s.arg(database.Path())
+           "brought it up to date yet."_s.arg(database.Location())
                .arg(present)
                .arg(own);
 }

@@ -5,6 +5,7 @@
 #include "data/ReservationTime.h"
 #include "tests/support/Fakes.h"
 #include "tests/support/FolderTest.h"
+#include "tests/support/Folders.h"
 
 namespace velmora {
 namespace {
@@ -77,22 +78,11 @@ TEST_F(ConfigurationTest, IniEntriesChooseTheirFile) {
 }
 
 TEST(ReservationTimeTest, PhrasesByTheFirstMatchingRule) {
-    struct Case {
-        DateTimeFields end;
-        bool permanent;
-        const char* text;
-    };
     const LocaleText us(QLocale::c());
     const DateTime start = *MakeDateTime({2026, 5, 3, 9, 0, 0});
-    for (const Case& c : {
-             Case{{2026, 5, 3, 9, 0, 59}, true, "5/3/2026 9:00 AM - Permanent"},
-             Case{{2026, 5, 3, 9, 0, 59}, false, "5/3/2026 9:00 AM - No Duration"},
-             Case{{2026, 5, 3, 17, 30, 0}, false, "5/3/2026 9:00 AM - 5:30 PM"},
-             Case{{2026, 5, 5, 0, 0, 0}, false, "5/3/2026 9:00 AM Through 5/4/2026"},
-             Case{{2026, 5, 5, 0, 30, 0}, false, "5/3/2026 9:00 AM Through 5/4/2026 12:30 AM"},
-             Case{{2026, 5, 5, 8, 0, 0}, false, "5/3/2026 9:00 AM Until 5/5/2026 8:00 AM"},
-         }) {
-        EXPECT_EQ(ReservationTimeText(us, start, *MakeDateTime(c.end), c.permanent).toStdString(), c.text);
+    for (const QStringList& c : TestRows(u"data/periods.txt"_s)) {
+        EXPECT_EQ(ReservationTimeText(us, start, *ParseStorageText(c[0]), c[1] == u"permanent"),
+                  u"5/3/2026 9:00 AM "_s + c[2]);
     }
     EXPECT_EQ(EndPhrase(us, *MakeDateTime({2026, 5, 5, 0, 0, 0})), u" Through 5/4/2026"_s);
 }

@@ -39,7 +39,7 @@ public:
     void AddTable(const engine::TableDefinition& table) override { database_.AddTable(table); }
     void Idle(engine::IdleOption option) override { database_.Idle(option); }
     const engine::Catalog& Schema() override { return database_.Schema(); }
-    const QString& Path() const override { return database_.Path(); }
+    const QString& Location() const override { return database_.Location(); }
     void BeginTransaction() override { database_.BeginTransaction(); }
     void CommitTransaction() override { database_.CommitTransaction(); }
     void RollbackTransaction() noexcept override { database_.RollbackTransaction(); }

@@ -1,6 +1,7 @@
 #include "tasks/Tasks.h"
 #include "tests/data/RawStore.h"
 #include "tests/desk/DeskFixture.h"
+#include "tests/support/Folders.h"
 
 namespace velmora {
 namespace {
@@ -64,7 +65,7 @@ protected:
     }
 
     std::unique_ptr<engine::Database> desk_ = Open();
-    test::RawStore other_{desk_->Path()};
+    test::RawStore other_{desk_->Location()};
     std::optional<ShownTask> shown;
     QString why;
     int timesShown = 0;
@@ -84,33 +85,19 @@ TEST_F(TasksTest, SelectsByKindRangeAndOptions) {
           "(104, 256, '2026-03-20 23:58:00', '2026-03-21 00:02:00', 0), "
           "(105, 256, '2026-03-20 12:00:00', '2026-03-20 13:00:00', NULL)"_s);
     Other(u"UPDATE Reservation SET SLockStart = 1, TLockEnd = 1 WHERE ID = 102"_s);
-    struct Case {
-        qint16 viewType;
-        bool completed;
-        bool conference;
-        QList<int> expected;
-    };
-    const Case cases[] = {
-        {0, false, false, {102, 103, 105}},
-        {1, false, false, {102, 103, 105}},
-        {2, false, false, {102, 103, 105}},
-        {3, false, false, {102, 103, 105}},
-        {0, true, false, {103, 105}},
-        // A flag that is empty is not an open task either.
-        {1, true, false, {102}},
-        {2, true, false, {102, 103, 105}},
-        {3, true, false, {103, 105}},
-        {0, false, true, {103, 105}},
-        {1, true, true, {}},
-    };
     choices_.DateRange1 = {March(20), March(21)};
-    for (const Case& c : cases) {
-        choices_.ViewType = c.viewType;
-        choices_.chkCompleted = c.completed;
-        choices_.chkConferenceView = c.conference;
-        EXPECT_EQ(Selected(), c.expected) << c.viewType << c.completed << c.conference;
-        if (!c.expected.empty()) {
-            EXPECT_EQ(shown->tickable, TaskOfViewType(c.viewType));
+    for (const QStringList& c : TestRows(u"desk/selections.txt"_s)) {
+        SCOPED_TRACE(c.join(u' ').toStdString());
+        choices_.ViewType = c[0].toShort();
+        choices_.chkCompleted = c[1] == u"yes";
+        choices_.chkConferenceView = c[2] == u"yes";
+        QStringList selected;
+        for (const int reservation : Selected()) {
+            selected += QString::number(reservation);
+        }
+        EXPECT_EQ(selected.join(u' '), c[3]);
+        if (!selected.empty()) {
+            EXPECT_EQ(shown->tickable, TaskOfViewType(choices_.ViewType));
         }
     }
 }

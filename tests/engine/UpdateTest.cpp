@@ -85,53 +85,38 @@ TEST_F(Updating, AnUpdateThatChangesNothingWritesNothing) {
 
 // Two users on one record. Each case: what the other user does between this one's reading and writing of `field`.
 TEST_F(Updating, TellsWhatAnotherUserDid) {
-    struct Case {
-        const char* other;
-        const char* field;
-        Value value;
-        EngineErrorNumber error; // none: both changes are kept
-    };
-    constexpr auto kept = EngineErrorNumber{};
-    const Case cases[] = {
-        {"UPDATE Reservation SET SLockEnd = 1", "SLockStart", true, kept},
-        {"UPDATE Reservation SET Attendees = 13", "Attendees", 14, EngineErrorNumber::RecordChanged},
-        {"UPDATE Reservation SET Attendees = NULL", "Attendees", 14, EngineErrorNumber::RecordChanged},
-        {"UPDATE Reservation SET Name = 'TALK'", "Name", u"Speech"_s, EngineErrorNumber::RecordChanged},
-        {"UPDATE Reservation SET Attendees = 12", "Attendees", 14, kept},
-        {"UPDATE Reservation SET SLockStart = 7", "SLockStart", true, EngineErrorNumber::RecordChanged},
-        {"DELETE FROM Reservation", "Attendees", 14, EngineErrorNumber::RecordDeleted},
-        {"DELETE FROM Reservation; INSERT INTO Reservation (ID, Attendees) VALUES (2, 12)", "Attendees", 14,
-         EngineErrorNumber::RecordDeleted},
-    };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.other);
+    const QHash<QString, EngineErrorNumber> errors = {{u"changed"_s, EngineErrorNumber::RecordChanged},
+                                                      {u"deleted"_s, EngineErrorNumber::RecordDeleted}};
+    for (const QStringList& each : TestRows(u"engine/conflicts.txt"_s)) {
+        SCOPED_TRACE(each[0].toStdString());
         site_.Run("DELETE FROM Asset; DELETE FROM Reservation");
         site_.Run(oneReservation);
+        const QByteArray field = each[1].toLatin1();
+        const Value value = ReadValue(each[2]);
         const auto row = Reservation(*database_, 1);
         row->Edit();
-        row->Set(each.field, each.value);
-        site_.Run(each.other);
+        row->Set(field.constData(), value);
+        site_.Run(each[0].toUtf8().constData());
         const auto update = [&] { row->Update(); };
-        if (each.error == kept) {
+        if (each[3] == u"kept") {
             update();
-            EXPECT_EQ((*row)[each.field].ToText(), each.value.ToText());
+            EXPECT_EQ((*row)[field.constData()].ToText(), value.ToText());
             continue;
         }
-        const QString named =
-            each.error == EngineErrorNumber::RecordChanged ? QString::fromLatin1(each.field) : u"deleted"_s;
-        ExpectError(each.error, named, update);
-        ExpectError(each.error, named, update); // the edit is still pending
-        EXPECT_EQ((*row)[each.field].ToText(), each.value.ToText());
+        const QString named = each[3] == u"changed" ? each[1] : each[3];
+        ExpectError(errors.value(each[3]), named, update);
+        ExpectError(errors.value(each[3]), named, update); // the edit is still pending
+        EXPECT_EQ((*row)[field.constData()].ToText(), value.ToText());
         row->CancelUpdate();
-        if (each.error == EngineErrorNumber::RecordDeleted) {
-            ExpectError(each.error, u"deleted", [&] { (*row)["ID"]; });
-            ExpectError(each.error, u"deleted", [&] { row->Edit(); });
-            ExpectError(each.error, u"deleted", [&] { row->Delete(); });
+        if (each[3] == u"deleted") {
+            ExpectError(EngineErrorNumber::RecordDeleted, u"deleted", [&] { (*row)["ID"]; });
+            ExpectError(EngineErrorNumber::RecordDeleted, u"deleted", [&] { row->Edit(); });
+            ExpectError(EngineErrorNumber::RecordDeleted, u"deleted", [&] { row->Delete(); });
             row->MoveNext();
             EXPECT_TRUE(row->EndOfFile());
         } else {
-            Change(*row, each.field, each.value);
-            EXPECT_EQ((*row)[each.field].ToText(), each.value.ToText());
+            Change(*row, field.constData(), value);
+            EXPECT_EQ((*row)[field.constData()].ToText(), value.ToText());
         }
     }
 }

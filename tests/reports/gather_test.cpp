@@ -36,7 +36,7 @@ TEST_F(GatherTest, ALineHasItsKeysAndWhatBelongsToIt) {
 }
 
 TEST_F(GatherTest, NobodyWaitsForAReportBetweenItsRecords) {
-    const auto other = engine::Database::Open(database_->Path(), {.busyMilliseconds = 0});
+    const auto other = engine::Database::Open(database_->Location(), {.busyMilliseconds = 0});
     int written = 0;
     GatherDaily(everything, friday, Gather([&](double) {
                     other->Execute(u"Update Person Set Storage = 'Cage 5' Where LastName = 'Abel'");

@@ -18,7 +18,7 @@ public:
     void AddTable(const TableDefinition& table) override;
     void Idle(IdleOption option) override;
     const Catalog& Schema() override { return session_->Catalog(); }
-    const QString& Path() const override { return path_; }
+    const QString& Location() const override { return path_; }
     void BeginTransaction() override { session_->Begin(); }
     void CommitTransaction() override { session_->Commit(); }
     void RollbackTransaction() noexcept override { session_->Rollback(); }

@@ -38,13 +38,13 @@ FileBuilder::~FileBuilder() {
     }
 }
 
-void FileBuilder::Run(const std::vector<QByteArray>& statements) const {
+void FileBuilder::Run(const std::vector<QByteArray>& statements) {
     for (const QByteArray& statement : statements) {
         store_.Execute(statement);
     }
 }
 
-void FileBuilder::MakeIndexes(const std::vector<QByteArray>& statements) const {
+void FileBuilder::MakeIndexes(const std::vector<QByteArray>& statements) {
     store_.Execute(cacheForSorting);
     Run(statements);
     store_.Execute(cacheForRows);

@@ -19,9 +19,9 @@ public:
     FileBuilder& operator=(const FileBuilder&) = delete;
 
     sqlite3* Handle() const { return store_.Handle(); }
-    void Run(const std::vector<QByteArray>& statements) const;
+    void Run(const std::vector<QByteArray>& statements);
     // The same for indexes of tables that have their rows.
-    void MakeIndexes(const std::vector<QByteArray>& statements) const;
+    void MakeIndexes(const std::vector<QByteArray>& statements);
     // Commits; every change after this one is a transaction of its own.
     void Commit() { store_.Execute("COMMIT"); }
     // Closes the file and waits until it is on the disk.

@@ -64,7 +64,7 @@ CheckResult FilePlace::Check(const OpenOptions& options) const {
     try {
         CheckPath(path_);
         const Presence presence = Presence::Join(path_);
-        const Connection store(ResolvedPath(path_), SQLITE_OPEN_READWRITE);
+        Connection store(ResolvedPath(path_), SQLITE_OPEN_READWRITE);
         sqlite3_busy_timeout(store.Handle(), options.busyMilliseconds);
         store.Execute("PRAGMA query_only = ON");
         CheckOpened(store.Handle(), path_, options);

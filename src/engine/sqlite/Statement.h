@@ -75,7 +75,7 @@ public:
     static Connection InMemory() { return Connection(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE); }
 
     sqlite3* Handle() const { return handle_.get(); }
-    void Execute(const QByteArray& sql) const { sqlite::Execute(handle_.get(), sql); }
+    void Execute(const QByteArray& sql) { sqlite::Execute(handle_.get(), sql); }
     // Throws when the store fails to write what is left to write.
     void Close();
 

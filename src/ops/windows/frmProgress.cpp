@@ -113,8 +113,4 @@ void WindowProgress::Show(const QString& text, std::optional<double> percent) {
     window_->ShowStatus(text, percent);
 }
 
-void WindowProgress::Unload() {
-    window_.reset();
-}
-
 } // namespace velmora

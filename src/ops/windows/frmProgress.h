@@ -39,8 +39,6 @@ private:
 class WindowProgress : public ProgressWindow {
 public:
     void Show(const QString& text, std::optional<double> percent) override;
-    // Takes the window off the screen for good; a later text makes a new one.
-    void Unload();
 
 private:
     std::unique_ptr<frmProgress> window_;

@@ -21,7 +21,6 @@ public:
 
     // Shows the page of that index, from its top.
     void ShowPage(int index);
-    int Index() const { return index_; }
     void ShowBottom();
     void ScrollToCorner();
 

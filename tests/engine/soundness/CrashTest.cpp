@@ -28,7 +28,7 @@ namespace {
 void RunAndDie(const QString& path, const char* sql) {
     const int child = Fork([&] {
         const sqlite::Presence presence = sqlite::Presence::Join(path);
-        const sqlite::Connection store(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
+        sqlite::Connection store(QFile::encodeName(path), SQLITE_OPEN_READWRITE);
         store.Execute(sql);
         ::raise(SIGKILL);
         return 0;

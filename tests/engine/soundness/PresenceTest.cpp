@@ -78,7 +78,7 @@ TEST(Presence, SeesOtherProgramsByTheStoresOwnLocks) {
     const SampleFolder folder;
     MakeSample(folder.Path(), 10);
     Child other([&](const Child& self) {
-        const sqlite::Connection store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+        sqlite::Connection store(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
         store.Execute("BEGIN; SELECT count(*) FROM Asset");
         self.StandStill();
     });

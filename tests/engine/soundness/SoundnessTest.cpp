@@ -86,9 +86,9 @@ TEST(DamageMark, MakesTheNextOpeningLookEverywhere) {
 TEST(CheckOpened, KeepsTheLocksOfThisProcess) {
     const SampleFolder folder;
     MakeSample(folder.Path(), 100);
-    const sqlite::Connection writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    sqlite::Connection writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     writer.Execute("BEGIN IMMEDIATE; UPDATE Asset SET Jack = 'mine'");
-    const sqlite::Connection reader(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    sqlite::Connection reader(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     sqlite::CheckOpened(reader.Handle(), folder.Path(), ShippedOptions());
     EXPECT_TRUE(CheckDatabase(folder.Path()).isSound);
     const int child = Fork([&] {
@@ -104,7 +104,7 @@ TEST(CheckOpened, KeepsTheLocksOfThisProcess) {
 TEST(CheckOpened, WaitsForNobodyLongerThanAsked) {
     const SampleFolder folder;
     MakeSample(folder.Path(), 100);
-    const sqlite::Connection writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
+    sqlite::Connection writer(QFile::encodeName(folder.Path()), SQLITE_OPEN_READWRITE);
     writer.Execute("BEGIN EXCLUSIVE");
     EXPECT_EQ(OpeningResult(folder.Path()), NumberOf(EngineErrorNumber::RecordLocked)) << "locked is not damaged";
 }
