@@ -22,7 +22,7 @@ namespace {
 
 constexpr double bareLimit = 1.3;
 constexpr double historyLimit = 1.3;
-constexpr double pastLimit = 1.0;
+constexpr double pastLimit = 1.15;
 constexpr int rounds = 9;
 
 struct Report {

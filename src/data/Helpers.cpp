@@ -4,11 +4,14 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStringBuilder>
 #include <QStringDecoder>
 
 #include <cmath>
 
 namespace velmora {
+
+using namespace Qt::StringLiterals;
 
 QString AddBackslash(const QString& path) {
     return path.endsWith(u'\\') ? path : path + u'\\';
@@ -43,11 +46,11 @@ QString AssetKey(const Value& value) {
 }
 
 QString SqlText(const QString& text) {
-    return u'"' + QString(text).replace(u'"', QStringLiteral("\"\"")) + u'"';
+    return text.contains(u'"') ? u'"' % QString(text).replace(u'"', u"\"\""_s) % u'"' : u'"' % text % u'"';
 }
 
 QString PersonCondition(const QString& lastName, const QString& firstName) {
-    return QStringLiteral("LastName = ") + SqlText(lastName) + QStringLiteral(" and FirstName = ") + SqlText(firstName);
+    return u"LastName = "_s % SqlText(lastName) % u" and FirstName = "_s % SqlText(firstName);
 }
 
 QString SqlDate(Date day) {

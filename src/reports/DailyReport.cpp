@@ -6,6 +6,7 @@
 #include "reports/ReportFrame.h"
 
 #include <cmath>
+#include <map>
 
 namespace velmora {
 
@@ -33,7 +34,9 @@ bool LeavesOut(const DailyRequest& request, const DailyLine& line, const engine:
 
 DailyPerson ReadPerson(Database& database, TextPool& texts, const QString& lastName, const QString& firstName) {
     const auto records =
-        database.OpenRecordset(u"Select * from Person where "_s + PersonCondition(lastName, firstName));
+        database.OpenRecordset(u"Select FirstName, LastName, SecretaryFirst, SecretaryLast, Storage, Phone, Extension, "
+                               "Code1, Code2, Code3 from Person where "_s +
+                               PersonCondition(lastName, firstName));
     const Recordset& person = *records;
     if (person.EndOfFile()) {
         return {};
@@ -51,7 +54,9 @@ DailyPerson ReadPerson(Database& database, TextPool& texts, const QString& lastN
 }
 
 DailyLocation ReadLocation(Database& database, TextPool& texts, qint64 asset) {
-    const auto records = database.OpenRecordset(u"Select * from Asset where AssetID = "_s + QString::number(asset));
+    const auto records = database.OpenRecordset(
+        u"Select Name, Description, Jack, Port, StationType, SwitchInterface from Asset where AssetID = "_s +
+        QString::number(asset));
     const Recordset& location = *records;
     if (location.EndOfFile()) {
         return {};
@@ -66,25 +71,50 @@ DailyLocation ReadLocation(Database& database, TextPool& texts, qint64 asset) {
             .switchInterface = text("SwitchInterface")};
 }
 
-std::optional<DailyLocation> ReadGuestLocation(Database& database, TextPool& texts, qint32 reservation) {
-    const auto extensions =
-        database.OpenRecordset(u"Select * from Reservation where EventType = \"Guest Extension\" and Link = "_s +
-                               QString::number(reservation));
-    if (extensions->EndOfFile()) {
-        return {};
+// The lines of a list that are read together.
+using Lines = std::span<std::optional<DailyLine>>;
+
+void ForEachLine(Lines lines, const std::function<void(DailyLine&)>& visit) {
+    for (std::optional<DailyLine>& line : lines) {
+        if (line) {
+            visit(*line);
+        }
     }
-    return ReadLocation(database, texts, static_cast<qint16>((*extensions)["Asset"].ToInteger()));
 }
 
-std::vector<DailyNote> ReadNotes(Database& database, TextPool& texts, qint32 reservation) {
-    std::vector<DailyNote> read;
-    const auto notes =
-        database.OpenRecordset(u"Select * from [Note] where Reservation = "_s + QString::number(reservation));
+// The reservations of the lines as the dialect lists them: "(12, 15)"; at least one.
+QString ReservationList(Lines lines) {
+    QStringList numbers;
+    ForEachLine(lines, [&](const DailyLine& line) { numbers += QString::number(line.reservation); });
+    return u'(' + numbers.join(u", "_s) + u')';
+}
+
+void ReadGuestLocations(Database& database, TextPool& texts, Lines lines) {
+    std::map<qint64, qint16> guests;
+    const auto extensions = database.OpenRecordset(
+        u"Select Link, Asset from Reservation where EventType = \"Guest Extension\" and Link In "_s +
+        ReservationList(lines));
+    for (; !extensions->EndOfFile(); extensions->MoveNext()) {
+        // The first of a reservation counts.
+        guests.emplace((*extensions)["Link"].ToInteger(), static_cast<qint16>((*extensions)["Asset"].ToInteger()));
+    }
+    ForEachLine(lines, [&](DailyLine& line) {
+        const auto guest = guests.find(line.reservation);
+        line.guestLocation =
+            guest == guests.end() ? std::optional<DailyLocation>() : ReadLocation(database, texts, guest->second);
+    });
+}
+
+void ReadNotes(Database& database, TextPool& texts, Lines lines) {
+    std::map<qint64, std::vector<DailyNote>> read;
+    const auto notes = database.OpenRecordset(
+        u"Select Reservation, NoteCategory, Name, [Note] from [Note] where Reservation In "_s + ReservationList(lines));
     for (; !notes->EndOfFile(); notes->MoveNext()) {
         const Recordset& note = *notes;
-        read.push_back({texts.Keep(note["NoteCategory"]), texts.Keep(note["Name"]), texts.Keep(note["Note"])});
+        read[note["Reservation"].ToInteger()].push_back(
+            {texts.Keep(note["NoteCategory"]), texts.Keep(note["Name"]), texts.Keep(note["Note"])});
     }
-    return read;
+    ForEachLine(lines, [&](DailyLine& line) { line.notes = std::move(read[line.reservation]); });
 }
 
 // The line without its details; none when the list leaves it out.
@@ -289,17 +319,22 @@ private:
 DailyRows GatherDaily(const DailyRequest& request, const std::optional<ReportDays>& days, const Gathering& gathering) {
     Database& database = gathering.database;
     const auto read = [&](const Recordset& record, TextPool& texts) { return ReadLine(request, record, texts); };
-    const auto complete = [&](DailyLine& line, TextPool& texts, const Attempt& attempt) {
+    const auto complete = [&](Lines lines, TextPool& texts, const Attempt& attempt) {
+        if (!std::ranges::any_of(lines, [](const auto& line) { return line.has_value(); })) {
+            return;
+        }
         if (!request.brief) {
-            attempt([&] {
-                line.person = ReadPerson(database, texts, line.lastName.toString(), line.firstName.toString());
+            ForEachLine(lines, [&](DailyLine& line) {
+                attempt([&] {
+                    line.person = ReadPerson(database, texts, line.lastName.toString(), line.firstName.toString());
+                });
             });
         }
         if (!request.brief && request.includePhone) {
-            attempt([&] { line.guestLocation = ReadGuestLocation(database, texts, line.reservation); });
+            attempt([&] { ReadGuestLocations(database, texts, lines); });
         }
         if (request.includeNotes) {
-            attempt([&] { line.notes = ReadNotes(database, texts, line.reservation); });
+            attempt([&] { ReadNotes(database, texts, lines); });
         }
     };
     return RowGatherer<DailyLine>(gathering, read, complete)

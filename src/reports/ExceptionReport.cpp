@@ -75,22 +75,22 @@ Row ReadReservation(const Recordset& reservation, TextPool& texts) {
 // they belong, or nowhere. Whoever has several reservations is judged by the first.
 std::optional<Row> ReadOutside(Database& database, const ExceptionKind& kind, const Recordset& person,
                                const QString& onTheDay, TextPool& texts) {
-    const auto reservations =
-        database.OpenRecordset(u"Select * from Reservation Where "_s +
-                               PersonCondition(person["LastName"].ToText(), person["FirstName"].ToText()) + onTheDay);
+    const auto reservations = database.OpenRecordset(
+        u"Select Asset, LastName, FirstName, EventType, Organization, Start, End, Permanent from Reservation Where "_s +
+        PersonCondition(person["LastName"].ToText(), person["FirstName"].ToText()) + onTheDay);
     if (reservations->EndOfFile() || (*reservations)["Asset"].IsNull()) {
         return {};
     }
     const Recordset& reservation = *reservations;
     const QString assetId = u"AssetID = "_s + reservation["Asset"].ToText();
     const engine::Field assigned = person[kind.assigned];
-    const auto allowed =
-        database.OpenRecordset(u"Select * from "_s + QLatin1StringView(kind.allowedTable) + u" where "_s + assetId +
-                               u" and "_s + QLatin1StringView(kind.allowed) + u" = "_s + SqlText(assigned.ToText()));
+    const auto allowed = database.OpenRecordset(u"Select AssetID from "_s + QLatin1StringView(kind.allowedTable) +
+                                                u" where "_s + assetId + u" and "_s + QLatin1StringView(kind.allowed) +
+                                                u" = "_s + SqlText(assigned.ToText()));
     if (!allowed->EndOfFile()) {
         return {};
     }
-    const auto location = database.OpenRecordset(u"Select * from Asset where "_s + assetId);
+    const auto location = database.OpenRecordset(u"Select Name from Asset where "_s + assetId);
     if (location->EndOfFile()) {
         return {};
     }

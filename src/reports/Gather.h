@@ -86,18 +86,20 @@ struct Gathered : GatheredRecords {
 };
 
 // Gathers the rows of records. `read` gives a record's row, none for one that the report leaves out; `complete` reads
-// what belongs to the row in other records. What fails in them costs the row; what `complete` does through the attempt
-// that it is given costs that much of the row alone.
+// what belongs to some rows in other records. What fails in them costs the row; what `complete` does through the
+// attempt that it is given costs that much of the rows alone.
 //
-// Records are read some ahead, under one read lock: on a file that several desks share, taking the lock anew for every
-// small record costs more than reading it. The lock is gone before `beforeRecord` lets events through. Reading ahead
-// fails silently: the record at fault is read again, alone, in its turn.
+// Records are read and completed some ahead, under one read lock: on a file that several desks share, taking the lock
+// anew for every small record costs more than reading it. The lock is gone before `beforeRecord` lets events through.
+// Reading ahead fails silently: the same records are then read again, each alone in its turn.
 template <typename Row>
 class RowGatherer {
 public:
     using Open = std::function<std::unique_ptr<engine::Recordset>()>;
     using Read = std::function<std::optional<Row>(const engine::Recordset&, TextPool& texts)>;
-    using Complete = std::function<void(Row&, TextPool& texts, const Attempt& attempt)>;
+    // Rows that the report leaves out are none.
+    using Rows = std::span<std::optional<Row>>;
+    using Complete = std::function<void(Rows, TextPool& texts, const Attempt& attempt)>;
 
     // For one gathering.
     RowGatherer(const Gathering& gathering, Read read, Complete complete = {})
@@ -131,7 +133,7 @@ public:
 
 private:
     // Enough to make the lock's share small, and over in about a millisecond.
-    static constexpr size_t recordsAhead = 16;
+    static constexpr size_t recordsAhead = 64;
 
     void ReadAll() {
         qint64& count = gathered_.recordsRead;
@@ -151,15 +153,18 @@ private:
 
     // The current record's row.
     std::optional<Row> Next() {
-        if (next_ == ahead_.size() && !failed_) {
+        if (next_ == ahead_.size() && alone_ == 0) {
             ReadAhead();
         }
         if (next_ < ahead_.size()) {
             return std::move(ahead_[next_++]);
         }
-        failed_ = false;
+        --alone_;
         std::optional<Row> row;
-        gathering_.attempt([&] { row = ReadRow(gathering_.attempt); });
+        gathering_.attempt([&] {
+            row = read_(*records_, gathered_.texts);
+            Finish({&row, 1}, gathering_.attempt);
+        });
         return row;
     }
 
@@ -174,20 +179,21 @@ private:
         try {
             const engine::ReadScope scope(gathering_.database);
             for (; ahead_.size() < recordsAhead && !records_->EndOfFile(); records_->MoveNext()) {
-                ahead_.push_back(ReadRow(throwing));
+                ahead_.push_back(read_(*records_, gathered_.texts));
             }
+            Finish(ahead_, throwing);
         } catch (const std::exception&) {
-            failed_ = true;
+            // Also the record at fault, which may not be among them.
+            alone_ = ahead_.size() + 1;
+            ahead_.clear();
         }
         records_->GoTo(current);
     }
 
-    std::optional<Row> ReadRow(const Attempt& attempt) {
-        std::optional<Row> row = read_(*records_, gathered_.texts);
-        if (row && complete_) {
-            complete_(*row, gathered_.texts, attempt);
+    void Finish(Rows rows, const Attempt& attempt) {
+        if (complete_) {
+            complete_(rows, gathered_.texts, attempt);
         }
-        return row;
     }
 
     const Gathering& gathering_;
@@ -197,8 +203,8 @@ private:
     std::unique_ptr<engine::Recordset> records_;
     std::vector<std::optional<Row>> ahead_;
     size_t next_ = 0;
-    // The record behind those read ahead failed.
-    bool failed_ = false;
+    // So many of the next records are read alone, since reading them ahead failed.
+    size_t alone_ = 0;
 };
 
 } // namespace velmora

@@ -28,12 +28,9 @@ constexpr TextField<Row> occupantPersonTexts[] = {
 };
 
 constexpr TextField<Row> directoryTexts[] = {
-    {"Name", &Row::location},
-    {"LastName", &Row::lastName},
-    {"FirstName", &Row::firstName},
-    {"Organization", &Row::organization},
-    {"Phone", &Row::phone},
-    {"Extension", &Row::extension},
+    {"Name", &Row::location},       {"LastName", &Row::lastName},
+    {"FirstName", &Row::firstName}, {"Organization", &Row::organization},
+    {"Phone", &Row::phone},         {"Extension", &Row::extension},
 };
 
 // "555-0101 ex. 101", with " ex. " also where a part is empty.
@@ -104,18 +101,20 @@ OccupancyRows GatherOccupants(const OccupancyRequest& request, const ReportDays&
                             !LeavesOut(request, request.startupArgument, row, record["EventType"]);
         return listed ? std::optional(row) : std::nullopt;
     };
-    const auto readPhone = [&](Row& row, TextPool& texts, const Attempt&) {
-        if (!row.occupied) {
-            return;
-        }
-        const auto person = gathering.database.OpenRecordset(
-            u"Select * from Person where "_s + PersonCondition(row.lastName.toString(), row.firstName.toString()));
-        row.hasPhone = !person->EndOfFile();
-        if (row.hasPhone) {
-            ReadTexts<Row>(*person, occupantPersonTexts, row, texts);
+    const auto readPhones = [&](std::span<std::optional<Row>> rows, TextPool& texts, const Attempt&) {
+        for (std::optional<Row>& row : rows) {
+            if (row && row->occupied) {
+                const auto person = gathering.database.OpenRecordset(
+                    u"Select Phone, Extension from Person where "_s +
+                    PersonCondition(row->lastName.toString(), row->firstName.toString()));
+                row->hasPhone = !person->EndOfFile();
+                if (row->hasPhone) {
+                    ReadTexts<Row>(*person, occupantPersonTexts, *row, texts);
+                }
+            }
         }
     };
-    return RowGatherer<Row>(gathering, read, readPhone).GatherOverDays(u"QReport2", days);
+    return RowGatherer<Row>(gathering, read, readPhones).GatherOverDays(u"QReport2", days);
 }
 
 OccupancyRows GatherDirectory(const OccupancyRequest& request, const ReportDays& days, const Gathering& gathering) {

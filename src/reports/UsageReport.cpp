@@ -68,7 +68,11 @@ public:
     UsagePrinter(ReportContext& context, const UsageRequest& request, QString printedAt)
         : job_(context.job), detail_(request.detail), locations_(request.breakdown == UsageBreakdown::Locations),
           title_(Translated(locations_ ? "Location Usage Report" : "Person Usage Report")),
-          printedAt_(std::move(printedAt)) {}
+          printedAt_(std::move(printedAt)) {
+        for (size_t i = 0; i < totals_.size(); ++i) {
+            totals_.at(i) = ' ' + Translated(i < classes.size() ? classes.at(i).total : "Total").toUtf8();
+        }
+    }
 
     void Print(const UsageRows& rows) {
         const UsageRow* last = nullptr;
@@ -137,16 +141,19 @@ private:
         PrintPendingNames();
         int total = 0;
         for (size_t i = 0; i < classes.size(); ++i) {
-            PrintTotal(row, classes.at(i).total, counts_.at(i));
+            PrintTotal(row, totals_.at(i), counts_.at(i));
             total += counts_.at(i);
         }
-        PrintTotal(row, "Total", total);
+        PrintTotal(row, totals_.back(), total);
         job_.PrintRule(5, 5, 5);
         counts_ = {};
     }
 
-    void PrintTotal(const UsageRow& row, const char* caption, int count) {
-        job_.PrintWideLabelValue(row.group[2].toString() + u' ' + Translated(caption), QString::number(count));
+    // `caption` begins with the blank behind the group's name.
+    void PrintTotal(const UsageRow& row, const QByteArray& caption, int count) {
+        QByteArray label;
+        print::AppendUtf8(label, row.group[2]);
+        job_.PrintWideLabelValue(label + caption, QByteArray::number(count));
     }
 
     print::PrintJob& job_;
@@ -154,6 +161,8 @@ private:
     const bool locations_;
     const QString title_;
     const QString printedAt_;
+    // Captions of the totals in UTF-8, by UsageClass; the last is of all together.
+    std::array<QByteArray, classes.size() + 1> totals_;
 
     // Of the group being printed.
     std::array<int, classes.size()> counts_{};

@@ -63,17 +63,14 @@ QString Reference(const char* query) {
 
 class DemoQueries : public testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        site_ = new QuerySite(demo::Options{.tier = demo::Tier::Typical, .today = today, .seed = 1});
-    }
-    static void TearDownTestSuite() {
-        delete site_;
-        site_ = nullptr;
+    // Made once for all tests.
+    static QuerySite& TheSite() {
+        static QuerySite site(demo::Options{.tier = demo::Tier::Typical, .today = today, .seed = 1});
+        return site;
     }
 
-    static QuerySite* site_;
+    QuerySite* const site_ = &TheSite();
 };
-QuerySite* DemoQueries::site_ = nullptr;
 
 TEST_F(DemoQueries, AgreeWithTheirMeaning) {
     const std::pair<QString, QString> periods[] = {

@@ -238,7 +238,7 @@ TEST_P(EitherKind, LooksUpAwkwardNames) {
         all->Set("FirstName", name);
         all->Update();
     }
-    for (QString name : names) {
+    for (const QString& name : names) {
         const QString quoted = u'"' + QString(name).replace(u'"', u"\"\""_s) + u'"';
         const auto rows = database->OpenRecordset(
             QString(u"Select * from Person where LastName = "_s + quoted + u" and FirstName = "_s + quoted),

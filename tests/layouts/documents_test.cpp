@@ -35,7 +35,7 @@ TEST_F(DocumentsTest, ListsTheRowsThatSqlCounts) {
         for (const int options : {0, 1, 2, 3, 4, 5, 6, 7}) {
             request.completionFilter = (options & 1) != 0;
             request.excludeConferenceRooms = (options & 2) != 0;
-            const unsigned days = (options & 4) != 0 ? 5 : 1;
+            const int days = (options & 4) != 0 ? 5 : 1;
             request.end = MakeDate(2026, 3, 5 + days);
             const QString sql = each.at(1) + (request.completionFilter ? each.at(2) : QString()) +
                                 (request.excludeConferenceRooms ? each.at(3) : QString());

@@ -29,7 +29,7 @@ protected:
                 bytes[at] = static_cast<char>(Below(256));
                 break;
             case 1:
-                bytes.remove(at, static_cast<qsizetype>(1 + Below(20)));
+                bytes.remove(at, static_cast<qsizetype>(Below(20)) + 1);
                 break;
             case 2:
                 bytes.insert(at, bytes.mid(static_cast<qsizetype>(Below(static_cast<size_t>(bytes.size()))), 30));

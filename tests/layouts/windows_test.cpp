@@ -18,6 +18,7 @@ protected:
         request_.end = MakeDate(2026, 3, 7);
         request_.layout = 2;
     }
+    Q_DISABLE_COPY_MOVE(LayoutWindowsTest)
     ~LayoutWindowsTest() override {
         for (QWidget* window : QApplication::topLevelWidgets()) {
             window->close();

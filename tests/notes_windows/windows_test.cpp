@@ -11,6 +11,7 @@ namespace {
 class NotesWindowsTest : public NotesTest {
 protected:
     NotesWindowsTest() { owner_.show(); }
+    Q_DISABLE_COPY_MOVE(NotesWindowsTest)
     ~NotesWindowsTest() override { EXPECT_EQ(test_.eventLoop.pointer, Pointer::Default); }
 
     void OpenNotes(qint32 reservation = 7) { velmora::OpenNotes(context_, reservation, &owner_); }
@@ -192,14 +193,14 @@ TEST_F(NotesWindowsTest, CompletedNotesAreSignedWithoutTheHelpOfTheEnvironment) 
 
 TEST_F(NotesWindowsTest, AReservationWithoutAssetHasNoStandards) {
     Then<frmNotes>([&](frmNotes& window) {
-        for (const auto& [button, told] : {std::pair{u"cmdAssetStdNotes"_s, u"this asset"_s},
-                                           std::pair{u"cmdEventStdNotes"_s, u"this event type"_s}}) {
-            Then<frmSelectStdNotes>([&](frmSelectStdNotes& selection) {
+        for (const auto& [button, owner] : {std::pair{u"cmdAssetStdNotes"_s, u"this asset"_s},
+                                            std::pair{u"cmdEventStdNotes"_s, u"this event type"_s}}) {
+            Then<frmSelectStdNotes>([&, named = owner](frmSelectStdNotes& selection) {
                 GridHand hand(selection, u"Table1"_s);
                 EXPECT_EQ(hand.RowCount(), 0);
                 hand.ClickCaption();
                 hand.Key(Qt::Key_Space);
-                EXPECT_TRUE(Child<QLabel>(selection, u"Label1"_s).text().contains(told));
+                EXPECT_TRUE(Child<QLabel>(selection, u"Label1"_s).text().contains(named));
                 Press(selection, u"cmdOK"_s);
             });
             Press(window, button);

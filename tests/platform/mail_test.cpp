@@ -29,7 +29,7 @@ SmtpServer Server(const MailServer& server, Security security = Security::None) 
 }
 
 // The failure of sending the sample, or none.
-std::optional<SmtpError> Failure(const SmtpServer& server, OutgoingMail mail = SampleMail()) {
+std::optional<SmtpError> Failure(const SmtpServer& server, const OutgoingMail& mail = SampleMail()) {
     try {
         SendBySmtp(server, mail, Always);
         return std::nullopt;

@@ -96,6 +96,7 @@ TEST_F(GridTest, AWideGridTurnsThePageAndIsNarrowedToIt) {
 
 TEST_F(GridTest, LongSelectionsGoOnOnFurtherPages) {
     std::vector<QStringList> rows;
+    rows.reserve(120);
     for (int i = 0; i < 120; ++i) {
         rows.push_back({QString::number(i), {}, {}});
     }

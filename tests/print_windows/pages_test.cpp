@@ -126,7 +126,7 @@ TEST(Sheets, GrownPagesAreStretchedOrCutAndLoseNothing) {
         const SheetTexts texts = TextsOf(sheets, c.paper);
         EXPECT_EQ(texts.all, TextsOf(report.pages[0])) << c.name;
         EXPECT_EQ(texts.outside, QStringList()) << c.name;
-        EXPECT_NEAR(static_cast<int>(sheets.pages.size()), c.sheets, c.sheets / 4)
+        EXPECT_NEAR(static_cast<int>(sheets.pages.size()), c.sheets, c.sheets / 4.0)
             << c.name << " height " << report.pages[0].Height();
         EXPECT_EQ(sheets.pages[0].Placed() == pages::Placement(), c.trueSize) << c.name;
     }

@@ -48,7 +48,8 @@ TEST_F(GatherTest, NobodyWaitsForAReportBetweenItsRecords) {
 TEST_F(GatherTest, WhatCannotBeReadCostsThatDetailAlone) {
     const DailyRows whole = GatherDaily(everything, friday, Gather());
     // Reading ahead fails first, silently.
-    faulty_->failures = {{u"Select * from [Note] where Reservation = 1"_s, 2}};
+    const QString notes = u"Select Reservation, NoteCategory, Name, [Note] from [Note] where Reservation In "_s;
+    faulty_->failures = {{notes, 1}, {notes + u"(1)"_s, 1}};
     fakes_.errors.answers = {Answer::Ignore};
     const DailyRows rows = GatherDaily(everything, friday, Gather());
     EXPECT_EQ(fakes_.errors.reports.size(), 1U);

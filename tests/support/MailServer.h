@@ -22,6 +22,7 @@ public:
         EXPECT_TRUE(process_.waitForReadyRead(30000)) << process_.errorString().toStdString();
         port_ = process_.readLine().trimmed().toInt();
     }
+    Q_DISABLE_COPY_MOVE(MailServer)
     ~MailServer() {
         process_.closeWriteChannel();
         process_.waitForFinished(5000);

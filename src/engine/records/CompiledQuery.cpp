@@ -50,9 +50,9 @@ QueryCache::QueryCache(dialect::Purpose purpose, const dialect::SqlWriter& write
 
 std::shared_ptr<const CompiledQuery> QueryCache::Find(QStringView text, const Catalog& catalog,
                                                       std::vector<Value>& literals) {
-    dialect::TextShape shape;
+    dialect::TextShape& shape = shape_;
     dialect::ScanShape(text, shape);
-    literals = std::move(shape.literals);
+    literals.swap(shape.literals);
     const auto* ofShape = shape.recognised ? byShape_.object(shape.key) : nullptr;
     if (ofShape != nullptr && !(*ofShape)->compiled.literalsShapeText) {
         return *ofShape;

@@ -58,6 +58,8 @@ private:
     Queries byShape_;
     // The queries of such shapes, and of texts without a shape, that serve one text each.
     Queries byText_;
+    // Of the text that was looked for last; kept for its storage.
+    dialect::TextShape shape_;
 };
 
 // A text as its caller gave it, with all that is needed to run it again.

@@ -78,7 +78,8 @@ void frmSelectStdNotes::cmdOK_Click() {
 
 void frmSelectStdNotes::cmdCancel_Click() {
     Table1->View().ClearSelection();
-    QDialog::reject();
+    // Nothing is open that the form would ask about.
+    QDialog::reject(); // NOLINT(bugprone-parent-virtual-call)
 }
 
 } // namespace velmora

@@ -18,7 +18,7 @@ int Middle(const QString& path, const char* name, const char* kind) {
 
 void Truncate(const QString& path, double share, int more = 0) {
     QFile file(path);
-    const auto pages = static_cast<qint64>(static_cast<double>(file.size() / pageSize) * share);
+    const auto pages = static_cast<qint64>(share * static_cast<double>(file.size()) / pageSize);
     file.resize(pages * pageSize + more);
 }
 
@@ -86,7 +86,7 @@ const std::vector<Damage>& Damages() {
             damaged, damaged, 0, {"Reservation", "Person"}},
         {"PageOfAnotherTable", {}, [](const QString& path) {
             const int other = Middle(path, "Person", "leaf");
-            OverwritePage(path, Middle(path, "Reservation", "leaf"), Contents(path).mid((other - 1) * pageSize, pageSize)); },
+            OverwritePage(path, Middle(path, "Reservation", "leaf"), Contents(path).mid(qsizetype{other - 1} * pageSize, pageSize)); },
             0, damaged, 0, {"Reservation"}},
         {"HalfATableLeaf", {}, [](const QString& path) {
             OverwritePage(path, Middle(path, "Reservation", "leaf"), QByteArray(pageSize / 2, '\0')); }, 0, damaged, 0, {"Reservation"}},

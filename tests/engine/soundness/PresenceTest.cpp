@@ -97,6 +97,7 @@ TEST(Presence, ComingAndGoingDisturbsNobody) {
     const SampleFolder folder;
     SetContents(folder.Path(), "x");
     std::vector<int> children;
+    children.reserve(4);
     for (int child = 0; child < 4; ++child) {
         children.push_back(Fork([&] {
             for (int round = 0; round < 300; ++round) {

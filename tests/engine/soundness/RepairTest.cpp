@@ -34,12 +34,15 @@ void ExpectTrueReport(const RepairReport& report, const Rows& before, const Rows
 
 class RepairOf : public testing::TestWithParam<Damage> {
 protected:
-    static void SetUpTestSuite() {
-        const SampleFolder folder;
-        MakeSample(folder.Path(), 1500);
-        sample_ = Contents(folder.Path());
+    // Made once for all tests.
+    static const QByteArray& Sample() {
+        static const QByteArray sample = [] {
+            const SampleFolder folder;
+            MakeSample(folder.Path(), 1500);
+            return Contents(folder.Path());
+        }();
+        return sample;
     }
-    static inline QByteArray sample_;
 };
 
 } // namespace
@@ -47,7 +50,7 @@ protected:
 TEST_P(RepairOf, SavesWhatCanBeRead) {
     const Damage& damage = GetParam();
     const SampleFolder folder;
-    SetContents(folder.Path(), sample_);
+    SetContents(folder.Path(), Sample());
     for (const char* sql : damage.before) {
         Execute(folder.Path(), sql);
     }
