@@ -150,7 +150,7 @@ QColor QuietColour(const QPalette& palette) {
 void ApplyLook(QApplication& application, Shade shade) {
     // The application owns its style, which the linter does not know.
     application.setStyle(new LookStyle);
-    application.setPalette(LookPalette(shade)); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
+    application.setPalette(LookPalette(shade));
     QFont font(QStringLiteral("Liberation Sans"));
     font.setPointSizeF(10);
     application.setFont(font);
