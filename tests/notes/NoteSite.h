@@ -58,8 +58,7 @@ private:
         u"Insert into NoteCategory (Name) Values (\"Catering\")",
         u"Insert into NoteCategory (Name) Values (\"Setup\")",
         u"Insert into NoteCategory (Name) Values (\"Unused\")",
-        u"Insert into [Note] (Reservation, Name, NoteCategory, [Note], Cost) Values (7, \"Chairs\", "
-        u"\"Setup\", \"ten\", 5)", // NOLINT(bugprone-suspicious-missing-comma)
+        u"Insert into [Note] (Reservation, Name, NoteCategory, [Note], Cost) Values (7, 'Chairs', 'Setup', 'ten', 5)",
         u"Insert into [Note] (Reservation, Name, NoteCategory, [Note]) Values (7, \"Coffee\", \"Catering\", \"hot\")",
         u"Insert into [Note] (Reservation, Name, NoteCategory) Values (7, \"Cable\", \"Setup\")",
         u"Insert into [Note] (Reservation, Name, NoteCategory) Values (9, \"Elsewhere\", \"Setup\")",
